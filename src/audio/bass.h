@@ -1,0 +1,137 @@
+// The player's one interface to sound: C-style functions on 32-bit handles. Only what the player uses is here. Values
+// and error codes are those known for these names; the implementation is this room's own.
+//
+// - A handle is never reused while the program runs. A call on a freed or wrong handle fails and touches nothing.
+// - Every function may be called from any thread except the device's callback. Failures leave a code for
+//   BASS_ErrorGetCode, kept for each thread; a success sets BASS_OK.
+// - Bytes are those of the channel's own interleaved 32-bit float frames: 4 * channels a frame, at its own sample rate.
+// - Positions are those of what is heard. The level is that of the data before the volume is applied.
+// - A volume slide is linear in amplitude, to the sample, from the volume at which it begins.
+#pragma once
+
+#include <cstdint>
+
+using HSTREAM = uint32_t;     // a file, MIDI or network stream
+using HMUSIC = uint32_t;      // a tracker module
+using HPLUGIN = uint32_t;     // a decoder, all of which are built in
+using HSOUNDFONT = uint32_t;  // a SoundFont in memory
+
+// Error codes.
+inline constexpr int BASS_OK = 0;
+inline constexpr int BASS_ERROR_MEM = 1;        // out of memory
+inline constexpr int BASS_ERROR_FILEOPEN = 2;   // cannot open the file
+inline constexpr int BASS_ERROR_DRIVER = 3;     // no usable device driver
+inline constexpr int BASS_ERROR_HANDLE = 5;     // not a handle of the kind
+inline constexpr int BASS_ERROR_FORMAT = 6;     // sample format not supported
+inline constexpr int BASS_ERROR_POSITION = 7;   // no such position
+inline constexpr int BASS_ERROR_INIT = 8;       // BASS_Init has not succeeded
+inline constexpr int BASS_ERROR_ALREADY = 14;   // already done
+inline constexpr int BASS_ERROR_ILLTYPE = 19;   // unknown attribute or position mode
+inline constexpr int BASS_ERROR_ILLPARAM = 20;  // value out of range
+inline constexpr int BASS_ERROR_DEVICE = 23;    // no such device
+inline constexpr int BASS_ERROR_NOPLAY = 24;    // not playing
+inline constexpr int BASS_ERROR_NOTAVAIL = 37;  // what was asked for is not to be had
+inline constexpr int BASS_ERROR_FILEFORM = 41;  // the file's format is not supported or the file is damaged
+inline constexpr int BASS_ERROR_CODEC = 44;     // the codec is not supported
+inline constexpr int BASS_ERROR_ENDED = 45;     // the channel has ended
+inline constexpr int BASS_ERROR_UNKNOWN = -1;
+
+// Flags of stream and module creation.
+inline constexpr uint32_t BASS_SAMPLE_LOOP = 0x4;
+inline constexpr uint32_t BASS_SAMPLE_FLOAT = 0x100;
+inline constexpr uint32_t BASS_STREAM_STATUS = 0x800000;
+inline constexpr uint32_t BASS_MUSIC_PRESCAN = 0x20000;  // accepted; lengths are always known
+inline constexpr uint32_t BASS_UNICODE = 0x80000000;     // accepted; paths are always UTF-8 here
+
+// Attributes.
+inline constexpr uint32_t BASS_ATTRIB_VOL = 2;
+
+// Position modes.
+inline constexpr uint32_t BASS_POS_BYTE = 0;
+
+// States of BASS_ChannelIsActive.
+inline constexpr uint32_t BASS_ACTIVE_STOPPED = 0;
+inline constexpr uint32_t BASS_ACTIVE_PLAYING = 1;
+inline constexpr uint32_t BASS_ACTIVE_STALLED = 2;
+inline constexpr uint32_t BASS_ACTIVE_PAUSED = 3;
+
+// "All of it is wrong": the result of a failed length or position call, and of a failed level call.
+inline constexpr uint64_t BASS_QWORD_ERROR = ~uint64_t{0};
+inline constexpr uint32_t BASS_LEVEL_ERROR = ~uint32_t{0};
+
+struct BASS_CHANNELINFO {
+    uint32_t freq;         // sample rate, Hz
+    uint32_t chans;        // channels
+    uint32_t flags;        // those given at creation
+    uint32_t ctype;        // one of the BASS_CTYPE values
+    const char* filename;  // UTF-8; valid while the channel lives
+};
+
+inline constexpr uint32_t BASS_CTYPE_STREAM = 0x10000;  // anything FFmpeg decodes
+inline constexpr uint32_t BASS_CTYPE_STREAM_MIDI = 0x10d00;
+inline constexpr uint32_t BASS_CTYPE_MUSIC_MOD = 0x20000;
+
+// One entry of a stream's SoundFont list: all presets of `font` when `preset` is -1.
+struct BASS_MIDI_FONT {
+    HSOUNDFONT font;
+    int preset;
+    int bank;
+};
+
+extern "C" {
+
+int BASS_ErrorGetCode();
+
+// Opens a sound output that mixes at `freq` Hz or at the device's own rate. Device -1 is the default device, followed
+// when it changes; 0 is the null device, which keeps time and makes no sound. Fails with BASS_ERROR_ALREADY,
+// _DEVICE (no such device), _DRIVER (the default device cannot be opened).
+bool BASS_Init(int device, uint32_t freq, uint32_t flags, void* window, const void* classId);
+
+// Stops the output and frees every channel, font and plug-in. The library may be initialised again.
+bool BASS_Free();
+
+// Decoders are built in: answers a handle for the names the player knows ("bassmidi.dll", "bass_aac.dll",
+// "BASSFLAC.dll") and fails with BASS_ERROR_FILEOPEN for any other.
+HPLUGIN BASS_PluginLoad(const char* file, uint32_t flags);
+bool BASS_PluginFree(HPLUGIN plugin);
+
+// A stream from the file at `file` (UTF-8): mp3, m4a, flac, wav, ogg, opus, MIDI. `fromMemory` must be false, `offset`
+// and `length` 0. Returns 0 on failure: BASS_ERROR_FILEOPEN, _FILEFORM, _CODEC, _INIT, _ILLPARAM.
+HSTREAM BASS_StreamCreateFile(bool fromMemory, const char* file, uint64_t offset, uint64_t length, uint32_t flags);
+bool BASS_StreamFree(HSTREAM handle);  // also takes an HMUSIC
+
+// A tracker module; as BASS_StreamCreateFile. `freq` 0 is the output's rate.
+HMUSIC BASS_MusicLoad(bool fromMemory, const char* file, uint64_t offset, uint32_t length, uint32_t flags,
+                      uint32_t freq);
+bool BASS_MusicFree(HMUSIC handle);
+
+// Plays from where the channel is, or from its start when `restart` is set or it had ended.
+bool BASS_ChannelPlay(uint32_t handle, bool restart);
+bool BASS_ChannelPause(uint32_t handle);
+bool BASS_ChannelStop(uint32_t handle);
+uint32_t BASS_ChannelIsActive(uint32_t handle);
+bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info);
+
+// Bytes; BASS_QWORD_ERROR on failure.
+uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t mode);
+uint64_t BASS_ChannelGetPosition(uint32_t handle, uint32_t mode);
+bool BASS_ChannelSetPosition(uint32_t handle, uint64_t position, uint32_t mode);
+double BASS_ChannelBytes2Seconds(uint32_t handle, uint64_t bytes);  // negative on failure
+uint64_t BASS_ChannelSeconds2Bytes(uint32_t handle, double seconds);
+
+// Attributes. The volume goes from 0.0 (silent) upwards; 1.0 is the data as it is.
+bool BASS_ChannelSetAttribute(uint32_t handle, uint32_t attribute, float value);
+bool BASS_ChannelGetAttribute(uint32_t handle, uint32_t attribute, float* value);
+bool BASS_ChannelSlideAttribute(uint32_t handle, uint32_t attribute, float value, uint32_t timeMs);
+bool BASS_ChannelIsSliding(uint32_t handle, uint32_t attribute);
+
+// Peak of the last moments, left in the low 16 bits and right in the high 16, 0 to 32768 each; BASS_LEVEL_ERROR when
+// the channel does not play.
+uint32_t BASS_ChannelGetLevel(uint32_t handle);
+
+// SoundFonts. A stream created before any font was set sounds as soon as it gets one.
+HSOUNDFONT BASS_MIDI_FontInit(const char* file, uint32_t flags);
+bool BASS_MIDI_FontFree(HSOUNDFONT font);
+bool BASS_MIDI_StreamSetFonts(HSTREAM handle, const BASS_MIDI_FONT* fonts, uint32_t count);  // 0: the default for all
+
+}  // extern "C"

@@ -1,0 +1,22 @@
+// Where the sound goes: what the --output option chooses. Given before BASS_Init.
+#pragma once
+
+#include <string>
+
+namespace hullrider {
+
+enum class OutputKind {
+    kDefault,  // the system's default device
+    kNull,     // keeps time, makes no sound
+    kWav,      // a WAV file of exactly what would be heard, in real time
+};
+
+struct OutputChoice {
+    OutputKind kind = OutputKind::kDefault;
+    std::string wavPath;  // UTF-8, for kWav
+};
+
+// Redirects the default device (-1) of the next BASS_Init. UI thread.
+void ChooseOutput(const OutputChoice& choice);
+
+}  // namespace hullrider

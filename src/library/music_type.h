@@ -1,0 +1,17 @@
+// Which files are songs, and of which kind. Pure.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "state/music_library.h"
+
+namespace hullrider {
+
+// The kind of a file from its extension, lower-case and with its dot; kUnsupported for anything else.
+MusicType GetMusicType(std::string_view extension);
+
+// A copy with every ASCII letter in lower case.
+std::string ToLower(std::string_view text);
+
+}  // namespace hullrider

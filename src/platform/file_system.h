@@ -1,0 +1,18 @@
+// The two steps of a safe write that each system does in its own way. For files.cpp.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+
+namespace hullrider {
+
+// Creates or truncates `path`, writes `text` and waits until it is on the disk.
+WriteResult WriteThrough(const std::filesystem::path& path, std::string_view text);
+
+// Moves `from` over `to`, replacing it, across volumes if need be. `error` receives the system's text on failure.
+bool MoveOver(const std::filesystem::path& from, const std::filesystem::path& to, std::string& error);
+
+}  // namespace hullrider

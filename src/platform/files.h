@@ -1,0 +1,31 @@
+// State files are read and written whole. Callable from any thread; two writers of the same file are the caller's to
+// keep apart.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace hullrider {
+
+// The whole file, or nothing when it cannot be opened, cannot be read to its end, is not a regular file or holds more
+// than `maxBytes`.
+std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxBytes);
+
+// What became of an attempt to write a file; each failure leaves the old file as it was.
+enum class WriteResult { kWritten, kCannotOpen, kCannotWrite, kCannotMove };
+
+// Writes `text` to `temporaryPath`, flushes it to the disk and moves it over `path`, so that a crash, a kill or a full
+// disk at any moment leaves the old file or the new one. On kCannotMove `moveError` receives the system's text.
+WriteResult WriteWholeFile(const std::string& path, const std::string& temporaryPath, std::string_view text,
+                           std::string& moveError);
+
+// The same beside the file, as "NAME.tmp". True when the new file is in place.
+bool WriteWholeFile(const std::string& path, std::string_view text);
+
+// Keeps a copy of a file that could not be understood beside it, as "NAME.bad", so that the next save loses nothing. An
+// older .bad gives way. False, with a line on the error stream, when that was not possible.
+bool KeepBadFile(const std::string& path);
+
+}  // namespace hullrider

@@ -1,0 +1,28 @@
+#include "platform/message_box.h"
+
+#include <atomic>
+
+#include "platform/message_box_system.h"
+
+namespace hullrider {
+
+namespace {
+
+std::atomic<void (*)(std::string_view)> errorBoxHandler{nullptr};
+
+}  // namespace
+
+void SetErrorBoxHandler(void (*handler)(std::string_view)) {
+    errorBoxHandler = handler;
+}
+
+void ShowErrorBox(std::string_view text) {
+    void (*const handler)(std::string_view) = errorBoxHandler;
+    if (handler != nullptr) {
+        handler(text);
+    } else {
+        ShowSystemErrorBox(text);
+    }
+}
+
+}  // namespace hullrider

@@ -1,0 +1,15 @@
+// What the user must see and confirm. UI thread.
+#pragma once
+
+#include <string_view>
+
+namespace hullrider {
+
+// A message box with the title "Error" and the error icon; returns when it is closed. Without a window system the text
+// goes to the error stream.
+void ShowErrorBox(std::string_view text);
+
+// Where error boxes go instead, for a front that has no windows; null restores the box.
+void SetErrorBoxHandler(void (*handler)(std::string_view text));
+
+}  // namespace hullrider

@@ -1,0 +1,10 @@
+// The box of the system itself. For message_box.cpp.
+#pragma once
+
+#include <string_view>
+
+namespace hullrider {
+
+void ShowSystemErrorBox(std::string_view text);
+
+}  // namespace hullrider

@@ -1,0 +1,32 @@
+// Folders and paths. Text is UTF-8 everywhere inside the player; std::filesystem::path stands at the edge to the
+// system. Callable from any thread.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace hullrider {
+
+std::filesystem::path PathFromUtf8(std::string_view text);
+
+// The path as UTF-8. Throws std::range_error when the name is not text: an unpaired surrogate on Windows, bytes that
+// are not UTF-8 elsewhere.
+std::string Utf8FromPath(const std::filesystem::path& path);
+
+// True when every byte sequence is well-formed UTF-8 (RFC 3629).
+bool IsUtf8(std::string_view text);
+
+// `folder` joined with a file name that may begin with a backslash or slash ("\config.json"), with the separator of
+// this system.
+std::string StatePath(std::string_view folder, std::string_view name);
+
+// The user's Documents folder, or nothing when the system does not tell.
+std::optional<std::string> DocumentsFolder();
+
+// The folder that holds the running program, and the one it was started in.
+std::string ProgramFolder();
+std::string WorkingFolder();
+
+}  // namespace hullrider

@@ -1,0 +1,54 @@
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/temporary_folder.h"
+
+namespace hullrider {
+namespace {
+
+TEST(Files, AWrittenFileReadsBackAndLeavesNothingBeside) {
+    const TemporaryFolder folder;
+    const std::string path = folder.At("st\xC3\xA4te.json");  // a name outside ASCII
+    ASSERT_TRUE(WriteWholeFile(path, "old"));
+    ASSERT_TRUE(WriteWholeFile(path, std::string("new\0line\r\n", 10)));
+    EXPECT_EQ(ReadWholeFile(path, 100), std::string("new\0line\r\n", 10));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+}
+
+TEST(Files, AFailedWriteLeavesTheOldFile) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("state.json", "old");
+    std::filesystem::create_directory(folder.Path() / "state.json.tmp");  // the temporary file cannot be opened
+    EXPECT_FALSE(WriteWholeFile(path, "new"));
+    EXPECT_EQ(folder.Read("state.json"), "old");
+
+    std::string error;
+    const std::string taken = folder.At("taken");  // a folder with something in it cannot be moved over
+    folder.Write("taken/file", "x");
+    EXPECT_EQ(WriteWholeFile(taken, folder.At("t"), "new", error), WriteResult::kCannotMove);
+    EXPECT_NE(error, "");
+    EXPECT_FALSE(folder.Has("t"));
+}
+
+TEST(Files, WhatIsNotAReadableFileOfReasonableSizeIsNothing) {
+    const TemporaryFolder folder;
+    folder.Write("huge", std::string(101, 'x'));
+    EXPECT_FALSE(ReadWholeFile(folder.At("missing"), 100));
+    EXPECT_FALSE(ReadWholeFile(folder.At("huge"), 100));
+    EXPECT_FALSE(ReadWholeFile(folder.Text(), 100));
+    EXPECT_TRUE(ReadWholeFile(folder.At("huge"), 101));
+}
+
+TEST(Files, ABadFileIsKeptBesideAndReplacesAnOlderOne) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("a.json", "{broken");
+    folder.Write("a.json.bad", "older and longer");
+    EXPECT_TRUE(KeepBadFile(path));
+    EXPECT_EQ(folder.Read("a.json.bad"), "{broken");
+    EXPECT_EQ(folder.Read("a.json"), "{broken");
+    EXPECT_FALSE(KeepBadFile(folder.At("missing")));
+}
+
+}  // namespace
+}  // namespace hullrider

@@ -1,0 +1,47 @@
+#include "platform/paths.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace hullrider {
+namespace {
+
+TEST(Paths, Utf8IsJudgedAsTheStandardSays) {
+    for (const char* good :
+         {"", "plain", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x8E\xB5", "\xED\x9F\xBF", "\xEF\xBF\xBF"}) {
+        EXPECT_TRUE(IsUtf8(good)) << good;
+    }
+    const char* const junk[] = {"\x80",
+                                "\xC3",
+                                "\xC0\xAF",
+                                "\xE0\x80\xAF",
+                                "\xED\xA0\x80",
+                                "\xF0\x80\x80\x80",
+                                "\xF4\x90\x80\x80",
+                                "\xF5\x80\x80\x80",
+                                "\xFF",
+                                "a\xE2\x82"};
+    for (const char* bad : junk) EXPECT_FALSE(IsUtf8(bad)) << bad;
+}
+
+TEST(Paths, AStateFileLiesInItsFolderWhateverSlashItsNameBeginsWith) {
+    const std::string expected = Utf8FromPath(std::filesystem::path("folder") / "config.json");
+    EXPECT_EQ(StatePath("folder", "\\config.json"), expected);
+    EXPECT_EQ(StatePath("folder", "/config.json"), expected);
+    EXPECT_EQ(StatePath("folder", "config.json"), expected);
+}
+
+TEST(Paths, NamesOutsideAsciiSurviveTheWayThroughThePathType) {
+    const std::string name = "J\xC3\xBCrgen/\xE9\x9F\xB3\xE6\xA5\xBD.mp3";
+    EXPECT_EQ(Utf8FromPath(PathFromUtf8(name)), name);
+}
+
+#ifndef _WIN32
+TEST(Paths, ANameThatIsNotTextIsRefused) {
+    EXPECT_THROW(Utf8FromPath(std::filesystem::path("\xFF\xFE")), std::range_error);
+}
+#endif
+
+}  // namespace
+}  // namespace hullrider
