@@ -1,4 +1,4 @@
-// The two steps of a safe write that each system does in its own way. For files.cpp.
+// What a safe write needs and each system does in its own way. For files.cpp.
 #pragma once
 
 #include <filesystem>
@@ -14,5 +14,8 @@ WriteResult WriteThrough(const std::filesystem::path& path, std::string_view tex
 
 // Moves `from` over `to`, replacing it, across volumes if need be. `error` receives the system's text on failure.
 bool MoveOver(const std::filesystem::path& from, const std::filesystem::path& to, std::string& error);
+
+// Copies `from` over `to`, replacing it.
+bool CopyOver(const std::filesystem::path& from, const std::filesystem::path& to);
 
 }  // namespace hullrider

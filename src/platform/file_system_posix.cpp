@@ -29,12 +29,19 @@ bool MoveOver(const std::filesystem::path& from, const std::filesystem::path& to
     std::error_code code;
     std::filesystem::rename(from, to, code);
     if (code == std::errc::cross_device_link) {
-        code.clear();
-        std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, code);
-        if (!code) std::filesystem::remove(from, code);
+        if (!CopyOver(from, to)) {
+            error = code.message();
+            return false;
+        }
+        std::filesystem::remove(from, code);
     }
     if (code) error = code.message();
     return !code;
+}
+
+bool CopyOver(const std::filesystem::path& from, const std::filesystem::path& to) {
+    std::error_code error;
+    return std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, error);
 }
 
 }  // namespace hullrider

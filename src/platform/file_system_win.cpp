@@ -31,4 +31,8 @@ bool MoveOver(const std::filesystem::path& from, const std::filesystem::path& to
     return false;
 }
 
+bool CopyOver(const std::filesystem::path& from, const std::filesystem::path& to) {
+    return CopyFileW(from.c_str(), to.c_str(), FALSE) != 0;
+}
+
 }  // namespace hullrider

@@ -45,10 +45,7 @@ bool WriteWholeFile(const std::string& path, std::string_view text) {
 
 bool KeepBadFile(const std::string& path) {
     const std::string kept = path + ".bad";
-    std::error_code error;
-    std::filesystem::copy_file(PathFromUtf8(path), PathFromUtf8(kept),
-                               std::filesystem::copy_options::overwrite_existing, error);
-    if (!error) return true;
+    if (CopyOver(PathFromUtf8(path), PathFromUtf8(kept))) return true;
     PrintErrorLine("Could not keep a copy of the unreadable file: " + kept);
     return false;
 }
