@@ -27,15 +27,15 @@ public:
     const std::filesystem::path& Path() const { return path_; }
     std::string Text() const { return Utf8FromPath(path_); }
 
-    // The full path of a file or folder below; `name` is UTF-8 with forward slashes.
-    std::string At(std::string_view name) const { return Utf8FromPath(path_ / PathFromUtf8(name)); }
+    // The full path of a file or folder below with the separators of this system; `name` is UTF-8 with forward slashes.
+    std::string At(std::string_view name) const { return Utf8FromPath((path_ / PathFromUtf8(name)).make_preferred()); }
 
     // Creates a file below, its folders included, and returns its full path.
     std::string Write(std::string_view name, std::string_view text) const {
         const std::filesystem::path file = path_ / PathFromUtf8(name);
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary) << text;
-        return Utf8FromPath(file);
+        return At(name);
     }
 
     std::string Read(std::string_view name) const {

@@ -26,6 +26,11 @@ std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxByte
     return text;
 }
 
+bool IsFile(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(PathFromUtf8(path), error);
+}
+
 WriteResult WriteWholeFile(const std::string& path, const std::string& temporaryPath, std::string_view text,
                            std::string& moveError) {
     const std::filesystem::path temporary = PathFromUtf8(temporaryPath);
@@ -46,6 +51,8 @@ bool WriteWholeFile(const std::string& path, std::string_view text) {
 bool KeepBadFile(const std::string& path) {
     const std::string kept = path + ".bad";
     if (CopyOver(PathFromUtf8(path), PathFromUtf8(kept))) return true;
+    std::string moveError;
+    if (IsFile(path) && MoveOver(PathFromUtf8(path), PathFromUtf8(kept), moveError)) return true;
     PrintErrorLine("Could not keep a copy of the unreadable file: " + kept);
     return false;
 }

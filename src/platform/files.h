@@ -13,6 +13,9 @@ namespace hullrider {
 // than `maxBytes`.
 std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxBytes);
 
+// True for a regular file, or a link to one.
+bool IsFile(const std::string& path);
+
 // What became of an attempt to write a file; each failure leaves the old file as it was.
 enum class WriteResult { kWritten, kCannotOpen, kCannotWrite, kCannotMove };
 
@@ -25,7 +28,8 @@ WriteResult WriteWholeFile(const std::string& path, const std::string& temporary
 bool WriteWholeFile(const std::string& path, std::string_view text);
 
 // Keeps a copy of a file that could not be understood beside it, as "NAME.bad", so that the next save loses nothing. An
-// older .bad gives way. False, with a line on the error stream, when that was not possible.
+// older .bad gives way. A file that cannot even be read is moved there. False, with a line on the error stream, when
+// that was not possible.
 bool KeepBadFile(const std::string& path);
 
 }  // namespace hullrider

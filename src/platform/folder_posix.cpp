@@ -1,0 +1,63 @@
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <memory>
+#include <system_error>
+
+#include "platform/folder.h"
+#include "platform/paths.h"
+
+namespace hullrider {
+
+namespace {
+
+EntryKind KindOf(const struct stat& status) {
+    if (S_ISREG(status.st_mode)) return EntryKind::kFile;
+    return S_ISDIR(status.st_mode) ? EntryKind::kFolder : EntryKind::kOther;
+}
+
+// Most file systems tell the kind along with the name; only links, and every entry of those that do not, cost a call.
+EntryKind KindOf(int folder, const dirent& entry) {
+    switch (entry.d_type) {
+        case DT_REG:
+            return EntryKind::kFile;
+        case DT_DIR:
+            return EntryKind::kFolder;
+        case DT_LNK:
+        case DT_UNKNOWN:
+            break;
+        default:
+            return EntryKind::kOther;
+    }
+    struct stat status {};
+    return fstatat(folder, entry.d_name, &status, 0) == 0 ? KindOf(status) : EntryKind::kOther;
+}
+
+bool Fail(int code, std::string& error) {
+    error = std::generic_category().message(code);
+    return false;
+}
+
+}  // namespace
+
+bool IsFolder(const std::string& path) {
+    struct stat status {};
+    return path.find('\0') == std::string::npos && stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool ListFolder(const std::string& path, const std::function<void(const FolderEntry&)>& take, std::string& error) {
+    if (path.find('\0') != std::string::npos) return Fail(ENOENT, error);
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(path.c_str()), closedir);
+    if (!folder) return Fail(errno, error);
+    for (;;) {
+        errno = 0;
+        const dirent* const entry = readdir(folder.get());
+        if (entry == nullptr) return errno == 0 || Fail(errno, error);
+        const std::string_view name = entry->d_name;
+        if (name == "." || name == "..") continue;
+        take({name, IsUtf8(name), KindOf(dirfd(folder.get()), *entry)});
+    }
+}
+
+}  // namespace hullrider

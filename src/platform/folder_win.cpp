@@ -1,0 +1,102 @@
+#include <windows.h>
+
+#include <memory>
+
+#include "platform/folder.h"
+#include "platform/text_win.h"
+
+namespace hullrider {
+
+namespace {
+
+// The full path in the form that lifts the limit of 260 characters.
+std::wstring LongPath(const std::string& path) {
+    const std::wstring wide = WideFromUtf8(path);
+    const DWORD size = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
+    std::wstring full(size, L'\0');
+    full.resize(GetFullPathNameW(wide.c_str(), size, full.data(), nullptr));
+    if (full.empty()) return wide;
+    if (full.starts_with(L"\\\\?\\") || full.starts_with(L"\\\\.\\")) return full;
+    if (full.starts_with(L"\\\\")) return L"\\\\?\\UNC" + full.substr(1);
+    return L"\\\\?\\" + full;
+}
+
+EntryKind KindOf(DWORD attributes) {
+    if ((attributes & FILE_ATTRIBUTE_DEVICE) != 0) return EntryKind::kOther;
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? EntryKind::kFolder : EntryKind::kFile;
+}
+
+// Where a link or junction leads.
+EntryKind KindOfTarget(const std::wstring& path) {
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE target =
+        CreateFileW(path.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (target == INVALID_HANDLE_VALUE) return EntryKind::kOther;
+    BY_HANDLE_FILE_INFORMATION information{};
+    const bool known = GetFileInformationByHandle(target, &information) != 0;
+    CloseHandle(target);
+    return known ? KindOf(information.dwFileAttributes) : EntryKind::kOther;
+}
+
+// Other reparse points than links (files kept in the cloud, compressed files) are what their attributes say: opening
+// them to look could download them.
+EntryKind KindOf(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
+    const bool reparse = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    const bool link =
+        reparse && (entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK || entry.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+    return link ? KindOfTarget(folder + L'\\' + entry.cFileName) : KindOf(entry.dwFileAttributes);
+}
+
+// False for a name with an unpaired surrogate.
+bool ToUtf8(std::wstring_view wide, std::string& text) {
+    const int length = static_cast<int>(wide.size());
+    text.resize(wide.size() * 3);
+    const int size = WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, wide.data(), length, text.data(),
+                                         static_cast<int>(text.size()), nullptr, nullptr);
+    if (size > 0) {
+        text.resize(static_cast<size_t>(size));
+        return true;
+    }
+    text = Utf8FromWide(wide);
+    return false;
+}
+
+bool Fail(DWORD code, std::string& error) {
+    error = SystemErrorText(code);
+    return false;
+}
+
+}  // namespace
+
+bool IsFolder(const std::string& path) {
+    if (path.empty() || path.find('\0') != std::string::npos) return false;
+    const std::wstring wide = LongPath(path);
+    const DWORD attributes = GetFileAttributesW(wide.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return false;
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return KindOfTarget(wide) == EntryKind::kFolder;
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool ListFolder(const std::string& path, const std::function<void(const FolderEntry&)>& take, std::string& error) {
+    if (path.empty() || path.find('\0') != std::string::npos) return Fail(ERROR_PATH_NOT_FOUND, error);
+    std::wstring folder = LongPath(path);
+    while (folder.ends_with(L'\\')) folder.pop_back();
+
+    WIN32_FIND_DATAW entry{};
+    const HANDLE search = FindFirstFileExW((folder + L"\\*").c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch,
+                                           nullptr, FIND_FIRST_EX_LARGE_FETCH);
+    // Only the root of an empty drive lacks "." and "..".
+    if (search == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_FILE_NOT_FOUND || Fail(GetLastError(), error);
+    const std::unique_ptr<void, decltype(&FindClose)> close(search, FindClose);
+
+    std::string name;
+    do {
+        const std::wstring_view wide = entry.cFileName;
+        if (wide == L"." || wide == L"..") continue;
+        const bool isText = ToUtf8(wide, name);
+        take({name, isText, KindOf(folder, entry)});
+    } while (FindNextFileW(search, &entry) != 0);
+    return GetLastError() == ERROR_NO_MORE_FILES || Fail(GetLastError(), error);
+}
+
+}  // namespace hullrider
