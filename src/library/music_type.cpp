@@ -24,6 +24,14 @@ MusicType GetMusicType(std::string_view extension) {
     return found == kTypes.end() ? kUnsupported : found->second;
 }
 
+MusicType MusicTypeOf(std::string_view path) {
+    const size_t separator = path.find_last_of("/\\");
+    const std::string_view name = separator == std::string_view::npos ? path : path.substr(separator + 1);
+    const size_t dot = name.rfind('.');
+    if (dot == std::string_view::npos || dot == 0) return kUnsupported;
+    return GetMusicType(ToLower(name.substr(dot)));
+}
+
 std::string ToLower(std::string_view text) {
     std::string lower(text);
     std::transform(lower.begin(), lower.end(), lower.begin(),

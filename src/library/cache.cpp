@@ -1,0 +1,113 @@
+#include "library/cache.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "library/cache_reader.h"
+#include "platform/console.h"
+#include "platform/files.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr size_t kMaxCacheBytes = size_t{512} << 20;
+
+bool IsAscii(std::string_view text) {
+    return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
+// The text as a JSON string with its quotes. Bytes that are not UTF-8 become U+FFFD.
+std::string Quoted(const std::string& text) {
+    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+// `before` is the punctuation and the key.
+void AppendNumber(std::string& text, std::string_view before, int32_t number) {
+    text += before;
+    text += std::to_string(number);
+}
+
+void AppendSong(std::string& text, const Song& song) {
+    AppendNumber(text, R"({"favoriteCount":)", song.favoriteCount);
+    AppendNumber(text, R"(,"isFavorite":)", song.isFavorite);
+    AppendNumber(text, R"(,"musicType":)", song.musicType);
+    AppendNumber(text, R"(,"playCount":)", song.playCount);
+    text += R"(,"songPath":)";
+    text += Quoted(song.songPath);
+    text += '}';
+}
+
+void AppendPlaylist(std::string& text, const Playlist& playlist) {
+    text += R"({"albumName":)";
+    text += Quoted(playlist.albumName);
+    AppendNumber(text, R"(,"favoriteCount":)", playlist.favoriteCount);
+    AppendNumber(text, R"(,"iRadioMode":)", playlist.iRadioMode);
+    AppendNumber(text, R"(,"isFavorite":)", playlist.isFavorite);
+    text += R"(,"songs":[)";
+    std::string_view separator = "\n";
+    for (const Song& song : playlist.songs) {
+        if (!IsAscii(song.songPath)) continue;
+        text += std::exchange(separator, ",\n");
+        AppendSong(text, song);
+    }
+    text += "]}";
+}
+
+// Written song by song, one a line: a tree of the whole would take several times the library's own memory.
+std::string CacheText(const std::vector<Playlist>& playlists) {
+    std::string text = R"({"playlists":[)";
+    std::string_view separator = "\n";
+    for (const Playlist& playlist : playlists) {
+        text += std::exchange(separator, ",\n");
+        AppendPlaylist(text, playlist);
+    }
+    text += "]}\n";
+    return text;
+}
+
+}  // namespace
+
+bool SaveMusicLibraryCache(const std::string& path, const MusicLibrary& library) {
+    if (library.playlists.empty()) {
+        PrintErrorLine("Error: No valid data to save. Aborting file write.");
+        return false;
+    }
+    std::string moveError;
+    switch (WriteWholeFile(path, path + ".temp", CacheText(library.playlists), moveError)) {
+        case WriteResult::kWritten:
+            PrintLine("Successfully saved cache to " + path);
+            return true;
+        case WriteResult::kCannotOpen:
+            PrintErrorLine("Error: Unable to open temporary file for writing.");
+            return false;
+        case WriteResult::kCannotWrite:
+            PrintErrorLine("Error: Failed to write to temporary file.");
+            return false;
+        case WriteResult::kCannotMove:
+            break;
+    }
+    PrintErrorLine("Error: Failed to rename temporary file to cache file. " + moveError);
+    return false;
+}
+
+std::vector<Playlist> LoadMusicLibraryCache(const std::string& path) {
+    const std::optional<std::string> text = ReadWholeFile(path, kMaxCacheBytes);
+    if (!text) {
+        PrintErrorLine("Unable to open file: " + path);
+        if (IsFile(path)) KeepBadFile(path);
+        return {};
+    }
+    CacheReading reading = ReadMusicLibraryCache(*text);
+    if (!reading.parseError.empty()) PrintErrorLine("JSON parsing error: " + reading.parseError);
+    if (!reading.isCache) KeepBadFile(path);
+    if (reading.droppedSongs > 0) {
+        PrintErrorLine("Left out of the cache, never playable: " + std::to_string(reading.droppedSongs) + " songs");
+    }
+    return std::move(reading.playlists);
+}
+
+}  // namespace hullrider

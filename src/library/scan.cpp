@@ -1,0 +1,114 @@
+#include "library/scan.h"
+
+#include <iterator>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "library/cache.h"
+#include "library/music_type.h"
+#include "platform/console.h"
+#include "platform/folder.h"
+
+namespace hullrider {
+
+namespace {
+
+bool IsFavoritesFile(std::string_view name) {
+    static constexpr std::string_view kName = "favorite.json";
+    return name.size() == kName.size() && ToLower(name) == kName;
+}
+
+void TellFavorites(std::string_view folder, std::string_view name, const FavoritesFound& favoritesFound) {
+    if (favoritesFound && IsFavoritesFile(name)) favoritesFound(JoinPath(folder, name));
+}
+
+std::string NotText(std::string_view folder) {
+    return "a name in " + std::string(folder) + " is not valid text";
+}
+
+// The song that a file is, or nothing when it is none.
+std::optional<Song> SongFrom(const std::string& folder, std::string_view name) {
+    const MusicType type = MusicTypeOf(name);
+    if (type == kUnsupported) return std::nullopt;
+    Song song;
+    song.songPath = JoinPath(folder, name);
+    song.musicType = type;
+    return song;
+}
+
+void ListOrReport(const std::string& folder, const std::function<void(const FolderEntry&)>& take) {
+    std::string error;
+    if (!ListFolder(folder, take, error)) PrintErrorLine("Failed to read folder: " + folder + ": " + error);
+}
+
+std::vector<Song> ScanAlbum(const std::string& folder, const FavoritesFound& favoritesFound) {
+    std::vector<Song> songs;
+    ListOrReport(folder, [&](const FolderEntry& entry) {
+        if (entry.kind != EntryKind::kFile) return;
+        if (!entry.nameIsText) {
+            PrintErrorLine("Failed to process file: " + NotText(folder));
+            return;
+        }
+        TellFavorites(folder, entry.name, favoritesFound);
+        if (std::optional<Song> song = SongFrom(folder, entry.name)) songs.push_back(std::move(*song));
+    });
+    return songs;
+}
+
+// The names of the album folders; tells of the favourites files on the way.
+std::vector<std::string> AlbumNames(const std::string& path, const FavoritesFound& favoritesFound) {
+    std::vector<std::string> names;
+    ListOrReport(path, [&](const FolderEntry& entry) {
+        if (entry.kind == EntryKind::kFile && entry.nameIsText) TellFavorites(path, entry.name, favoritesFound);
+        if (entry.kind != EntryKind::kFolder) return;
+        if (entry.nameIsText) {
+            names.emplace_back(entry.name);
+        } else {
+            PrintErrorLine("Error processing folder name. Exception: " + NotText(path));
+        }
+    });
+    return names;
+}
+
+void ScanInto(MusicLibrary& library, const std::string& path, const FavoritesFound& favoritesFound) {
+    std::vector<Playlist> found = ScanDirectory(path, library, favoritesFound);
+    library.playlists.insert(library.playlists.end(), std::make_move_iterator(found.begin()),
+                             std::make_move_iterator(found.end()));
+}
+
+}  // namespace
+
+std::vector<Playlist> ScanDirectory(const std::string& path, MusicLibrary& library,
+                                    const FavoritesFound& favoritesFound) {
+    if (!IsFolder(path)) {
+        PrintErrorLine("Directory does not exist or is not a directory: " + path);
+        return {};
+    }
+    std::vector<Playlist> playlists;
+    for (std::string& name : AlbumNames(path, favoritesFound)) {
+        Playlist playlist;
+        playlist.songs = ScanAlbum(JoinPath(path, name), favoritesFound);
+        if (playlist.songs.empty()) continue;
+        playlist.albumName = std::move(name);
+        playlist.songCount = static_cast<int32_t>(playlist.songs.size());
+        library.totalSongs += playlist.songCount;
+        library.playlistCount += 1;
+        playlists.push_back(std::move(playlist));
+    }
+    return playlists;
+}
+
+void RescanMusicLibrary(MusicLibrary& library, const std::vector<std::string>& directoryPaths,
+                        const std::string& cachePath, const FavoritesFound& favoritesFound) {
+    library.playlists.clear();
+    for (const std::string& path : directoryPaths) ScanInto(library, path, favoritesFound);
+    if (!cachePath.empty()) SaveMusicLibraryCache(cachePath, library);
+}
+
+void ScanDefaultMusicFolder(MusicLibrary& library, const std::string& workingFolder, const std::string& cachePath,
+                            const FavoritesFound& favoritesFound) {
+    RescanMusicLibrary(library, {JoinPath(workingFolder, "Music")}, cachePath, favoritesFound);
+}
+
+}  // namespace hullrider

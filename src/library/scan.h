@@ -1,0 +1,33 @@
+// Turns music directories into playlists. A music directory is a container of album folders: every folder directly
+// inside it becomes one playlist with the songs that lie directly in that folder. Nothing deeper is looked at, so that
+// no loop of links can trap a scan.
+//
+// UI thread. No scan throws: what cannot be read is one line on the error stream, and the rest is scanned.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "state/music_library.h"
+
+namespace hullrider {
+
+// Receives the full path of every favourites file ("favorite.json", in any case) that a scan meets.
+using FavoritesFound = std::function<void(const std::string& path)>;
+
+// The playlists of one music directory, folders and songs in the order in which the system lists them. Raises
+// `library`'s totalSongs and playlistCount and touches nothing else of it. Folders without songs give no playlist.
+std::vector<Playlist> ScanDirectory(const std::string& path, MusicLibrary& library,
+                                    const FavoritesFound& favoritesFound = {});
+
+// Replaces the playlists with those of the directories, in their order, and saves the cache; an empty `cachePath` saves
+// nothing. Indices of songs and playlists that anyone kept are void after it, and the caller recounts.
+void RescanMusicLibrary(MusicLibrary& library, const std::vector<std::string>& directoryPaths,
+                        const std::string& cachePath, const FavoritesFound& favoritesFound = {});
+
+// The same for the one directory of last resort, "Music" in the folder that the program was started in.
+void ScanDefaultMusicFolder(MusicLibrary& library, const std::string& workingFolder, const std::string& cachePath,
+                            const FavoritesFound& favoritesFound = {});
+
+}  // namespace hullrider

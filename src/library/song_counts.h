@@ -1,0 +1,34 @@
+// How many songs of which kind the library holds. UI thread.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "state/music_library.h"
+
+namespace hullrider {
+
+// The recount: brings the library's counters up to date and sets the weight of every kind that has nothing to play to
+// 0; other weights stay. Due after every change of the library or of the station list.
+void UpdateSongCounts(MusicLibrary& library, SelectionWeights& weights, int32_t internetStationCount);
+
+// True when some song is of that MusicType; for 3, when some song has isFavorite 1. The recount's favouriteSongCount
+// asks for favoriteCount instead: the two marks are kept apart.
+bool HasSongOfKind(const MusicLibrary& library, int32_t kind);
+
+// Where a song stands.
+struct SongPosition {
+    int32_t playlist = 0;
+    int32_t song = 0;  // within the playlist
+};
+
+// All songs of the library as it stands, whether scanned or loaded: the range for a draw over every song. The songs are
+// numbered from 0 in library order; there is no position for a number outside the range.
+int64_t SongCountOf(const MusicLibrary& library);
+std::optional<SongPosition> SongAt(const MusicLibrary& library, int64_t number);
+
+// "-1,234,567" for -1234567.
+std::string FormatWithThousands(int32_t value);
+
+}  // namespace hullrider

@@ -1,0 +1,162 @@
+#include "library/cache.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "tests/console_capture.h"
+#include "tests/temporary_folder.h"
+
+namespace hullrider {
+namespace {
+
+MusicLibrary SmallLibrary() {
+    MusicLibrary library;
+    Playlist playlist;
+    playlist.albumName = "Quote \" \\ \xC3\xA4";
+    playlist.iRadioMode = 1;
+    playlist.favoriteCount = 2;
+    playlist.isFavorite = 3;
+    playlist.songs = {{"C:\\Music\\a \"b\".mp3", 1, 5, 7, kMp3}, {"/music/b.mid", 0, 0, -1, kMidi}};
+    library.playlists = {playlist, {}};
+    return library;
+}
+
+TEST(Cache, WhatWasSavedIsLoaded) {
+    const TemporaryFolder folder;
+    const std::string path = folder.At("cache.json");
+    folder.Write("cache.json", "old");
+    folder.Write("cache.json.temp", "left over from an interrupted save");
+    ConsoleCapture console;
+    ASSERT_TRUE(SaveMusicLibraryCache(path, SmallLibrary()));
+    const std::vector<Playlist> loaded = LoadMusicLibraryCache(path);
+    EXPECT_EQ(console.Output(), "Successfully saved cache to " + path + "\n");
+    EXPECT_EQ(console.Errors(), "");
+    EXPECT_FALSE(folder.Has("cache.json.temp"));
+
+    const std::vector<Playlist> expected = SmallLibrary().playlists;
+    ASSERT_EQ(loaded.size(), 2U);
+    EXPECT_EQ(loaded[0].albumName, expected[0].albumName);
+    EXPECT_EQ(loaded[0].iRadioMode, 1);
+    EXPECT_EQ(loaded[0].favoriteCount, 2);
+    EXPECT_EQ(loaded[0].isFavorite, 3);
+    ASSERT_EQ(loaded[0].songs.size(), 2U);
+    for (size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(loaded[0].songs[i].songPath, expected[0].songs[i].songPath);
+        EXPECT_EQ(loaded[0].songs[i].isFavorite, expected[0].songs[i].isFavorite);
+        EXPECT_EQ(loaded[0].songs[i].playCount, expected[0].songs[i].playCount);
+        EXPECT_EQ(loaded[0].songs[i].favoriteCount, expected[0].songs[i].favoriteCount);
+        EXPECT_EQ(loaded[0].songs[i].musicType, expected[0].songs[i].musicType);
+    }
+}
+
+TEST(Cache, TheKeysStandInAlphabeticalOrderAndTheTextIsJson) {
+    const TemporaryFolder folder;
+    ConsoleCapture console;
+    ASSERT_TRUE(SaveMusicLibraryCache(folder.At("cache.json"), SmallLibrary()));
+    const auto object = nlohmann::ordered_json::parse(folder.Read("cache.json"));  // keeps the order of the text
+    const auto keys = [](const nlohmann::ordered_json& from) {
+        std::vector<std::string> names;
+        for (const auto& [name, value] : from.items()) names.push_back(name);
+        return names;
+    };
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(keys(object), Names{"playlists"});
+    const auto& playlist = object["playlists"][0];
+    EXPECT_EQ(keys(playlist), (Names{"albumName", "favoriteCount", "iRadioMode", "isFavorite", "songs"}));
+    EXPECT_EQ(keys(playlist["songs"][0]), (Names{"favoriteCount", "isFavorite", "musicType", "playCount", "songPath"}));
+}
+
+TEST(Cache, SongsWithAPathOutsideAsciiAreLeftOutAndTheirPlaylistStays) {
+    const TemporaryFolder folder;
+    MusicLibrary library;
+    library.playlists.resize(2);
+    library.playlists[0].songs = {{"/m/\xC3\xA4.mp3", 0, 0, 0, kMp3}};
+    library.playlists[1].songs = {
+        {"/m/\xC3\xA4.mp3", 0, 0, 0, kMp3}, {"/m/a.mp3", 0, 0, 0, kMp3}, {"/m/\x80.mp3", 0, 0, 0, kMp3}};
+    library.playlists[1].albumName = "not text \xFF";
+    ConsoleCapture console;
+    ASSERT_TRUE(SaveMusicLibraryCache(folder.At("cache.json"), library));
+    const std::vector<Playlist> loaded = LoadMusicLibraryCache(folder.At("cache.json"));
+    EXPECT_EQ(console.Errors(), "");
+    ASSERT_EQ(loaded.size(), 2U);
+    EXPECT_TRUE(loaded[0].songs.empty());
+    ASSERT_EQ(loaded[1].songs.size(), 1U);
+    EXPECT_EQ(loaded[1].songs[0].songPath, "/m/a.mp3");
+}
+
+TEST(Cache, AnEmptyLibraryLeavesTheOldCache) {
+    const TemporaryFolder folder;
+    folder.Write("cache.json", "old");
+    ConsoleCapture console;
+    EXPECT_FALSE(SaveMusicLibraryCache(folder.At("cache.json"), {}));
+    EXPECT_EQ(console.Errors(), "Error: No valid data to save. Aborting file write.\n");
+    EXPECT_EQ(folder.Read("cache.json"), "old");
+}
+
+TEST(Cache, AFailedSaveSaysWhereItFailedAndLeavesTheOldCache) {
+    const TemporaryFolder folder;
+    folder.Write("taken/cache.json", "old");
+    std::filesystem::create_directory(folder.Path() / "taken" / "cache.json.temp");
+    folder.Write("folder.json/inside", "");
+    const std::pair<std::string, std::string> table[] = {
+        {folder.At("missing/cache.json"), "Error: Unable to open temporary file for writing.\n"},
+        {folder.At("taken/cache.json"), "Error: Unable to open temporary file for writing.\n"},
+        {folder.At("folder.json"), "Error: Failed to rename temporary file to cache file. "}};
+    for (const auto& [path, message] : table) {
+        ConsoleCapture console;
+        EXPECT_FALSE(SaveMusicLibraryCache(path, SmallLibrary()));
+        const std::string errors = console.Errors();
+        EXPECT_EQ(errors.substr(0, message.size()), message);
+        EXPECT_GT(errors.size(), message.back() == '\n' ? 0 : message.size() + 1) << "the system's text is missing";
+        EXPECT_EQ(console.Output(), "");
+    }
+    EXPECT_EQ(folder.Read("taken/cache.json"), "old");
+    EXPECT_TRUE(folder.Has("folder.json/inside"));
+}
+
+#ifdef __linux__
+TEST(Cache, AFullDiskIsTold) {
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("/dev/full", folder.Path() / "cache.json.temp");
+    folder.Write("cache.json", "old");
+    ConsoleCapture console;
+    EXPECT_FALSE(SaveMusicLibraryCache(folder.At("cache.json"), SmallLibrary()));
+    EXPECT_EQ(console.Errors(), "Error: Failed to write to temporary file.\n");
+    EXPECT_EQ(folder.Read("cache.json"), "old");
+}
+#endif
+
+TEST(Cache, AFileThatCannotBeOpenedIsOneLine) {
+    const TemporaryFolder folder;
+    for (const std::string& path : {folder.At("missing.json"), folder.Text()}) {
+        ConsoleCapture console;
+        EXPECT_TRUE(LoadMusicLibraryCache(path).empty());
+        EXPECT_EQ(console.Errors(), "Unable to open file: " + path + "\n");
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(Cache, AFileThatIsNoCacheIsKeptBesideBeforeASaveReplacesIt) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("cache.json", R"({"playlists":[{"albumName":"A")");
+    {
+        ConsoleCapture console;
+        EXPECT_TRUE(LoadMusicLibraryCache(path).empty());
+        const std::string errors = console.Errors();
+        EXPECT_EQ(errors.find("JSON parsing error: [json.exception.parse_error.101] parse error at line 1, column "),
+                  0U);
+        EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1);
+        EXPECT_TRUE(SaveMusicLibraryCache(path, SmallLibrary()));
+    }
+    EXPECT_EQ(folder.Read("cache.json.bad"), R"({"playlists":[{"albumName":"A")");
+
+    const std::string other = folder.Write("other.json", R"({"stations":[]})");
+    ConsoleCapture console;
+    EXPECT_TRUE(LoadMusicLibraryCache(other).empty());
+    EXPECT_EQ(console.Errors(), "");
+    EXPECT_TRUE(folder.Has("other.json.bad"));
+}
+
+}  // namespace
+}  // namespace hullrider
