@@ -1,0 +1,159 @@
+#include "app/settings_file.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <utility>
+
+#include "app/settings_keys.h"
+#include "platform/console.h"
+#include "platform/files.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr size_t kMaxSettingsBytes = size_t{4} << 20;
+
+using Json = nlohmann::json;
+
+// Puts a value into its field. False when it is of another JSON type than the field wants, or a number that its record
+// type cannot hold.
+struct Taking {
+    const Json& value;
+    Settings& settings;
+
+    bool operator()(const WholeNumberField& field) const {
+        if (!value.is_number_integer()) return false;
+        const bool fits = value.is_number_unsigned() ? std::in_range<int32_t>(value.get<uint64_t>())
+                                                     : std::in_range<int32_t>(value.get<int64_t>());
+        if (fits) settings.*field.member = std::clamp(value.get<int32_t>(), field.lowest, field.highest);
+        return fits;
+    }
+
+    bool operator()(const NumberField& field) const {
+        if (!value.is_number()) return false;
+        const double number = value.get<double>();
+        const bool fits = std::abs(number) <= std::numeric_limits<float>::max();
+        if (fits) settings.*field.member = std::clamp(static_cast<float>(number), field.lowest, field.highest);
+        return fits;
+    }
+
+    bool operator()(FlagField field) const {
+        if (value.is_boolean()) settings.*field = value.get<bool>();
+        return value.is_boolean();
+    }
+
+    bool operator()(TextField field) const {
+        if (value.is_string()) settings.*field = value.get<std::string>();
+        return value.is_string();
+    }
+
+    bool operator()(TextListField field) const {
+        const auto isText = [](const Json& element) { return element.is_string(); };
+        if (!value.is_array() || !std::all_of(value.begin(), value.end(), isText)) return false;
+        settings.*field = value.get<std::vector<std::string>>();
+        return true;
+    }
+};
+
+// The shortest decimal number that is this float and no other: 0.1 and not 0.10000000149011612.
+double ShortestDouble(float value) {
+    char digits[32] = {};
+    const std::to_chars_result end = std::to_chars(std::begin(digits), std::end(digits), value);
+    double number = 0.0;
+    std::from_chars(std::begin(digits), end.ptr, number);
+    return number;
+}
+
+struct Giving {
+    const Settings& settings;
+
+    nlohmann::ordered_json operator()(const WholeNumberField& field) const { return settings.*field.member; }
+    nlohmann::ordered_json operator()(const NumberField& field) const {
+        const float value = settings.*field.member;
+        // JSON has no infinity: written as null it would end the next reading.
+        return ShortestDouble(std::isfinite(value) ? value : Settings{}.*field.member);
+    }
+    nlohmann::ordered_json operator()(FlagField field) const { return settings.*field; }
+    nlohmann::ordered_json operator()(TextField field) const { return settings.*field; }
+    nlohmann::ordered_json operator()(TextListField field) const { return settings.*field; }
+};
+
+enum class Taken { kYes, kMissing, kWrongType };
+
+Taken Take(const Json& object, const SettingsKey& key, Settings& settings) {
+    const auto found = object.find(key.name);
+    if (found == object.end()) return Taken::kMissing;
+    return std::visit(Taking{*found, settings}, key.field) ? Taken::kYes : Taken::kWrongType;
+}
+
+std::string Complaint(const SettingsKey& key, Taken taken) {
+    return std::string(key.name) + (taken == Taken::kMissing ? " is missing" : " has a value of the wrong type");
+}
+
+SettingsReading TakeAll(const Json& object, Settings& settings, std::string& error) {
+    for (const SettingsKey& key : RequiredSettingsKeys()) {
+        const Taken taken = Take(object, key, settings);
+        if (taken == Taken::kYes) continue;
+        error = Complaint(key, taken) + ", what follows it keeps its built-in value";
+        return SettingsReading::kPartly;
+    }
+    for (const SettingsKey& key : OptionalSettingsKeys()) {
+        const Taken taken = Take(object, key, settings);
+        if (taken == Taken::kWrongType) error = Complaint(key, taken) + ", it keeps its built-in value";
+    }
+    return error.empty() ? SettingsReading::kWhole : SettingsReading::kPartly;
+}
+
+}  // namespace
+
+SettingsReading ReadSettings(std::string_view text, Settings& settings, std::string& error) {
+    settings = {};
+    error.clear();
+    try {
+        const Json object = Json::parse(text);
+        if (object.is_object()) return TakeAll(object, settings, error);
+        error = "it holds no object";
+    } catch (const Json::exception& exception) {
+        error = exception.what();
+    }
+    return SettingsReading::kUnreadable;
+}
+
+std::string SettingsText(const Settings& settings) {
+    nlohmann::ordered_json object;  // the file keeps the order of the table
+    const auto give = [&](const SettingsKey& key) {
+        object[std::string(key.name)] = std::visit(Giving{settings}, key.field);
+    };
+    std::ranges::for_each(RequiredSettingsKeys(), give);
+    std::ranges::for_each(OptionalSettingsKeys(), give);
+    return object.dump(4, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+}
+
+SettingsReading LoadSettings(const std::string& path, Settings& settings) {
+    const std::optional<std::string> text = ReadWholeFile(path, kMaxSettingsBytes);
+    if (!text) {
+        settings = {};
+        PrintErrorLine("Failed to open file for reading: " + path);
+        if (IsFile(path)) KeepBadFile(path);
+        return SettingsReading::kUnreadable;
+    }
+    std::string error;
+    const SettingsReading reading = ReadSettings(*text, settings, error);
+    if (reading == SettingsReading::kWhole) return reading;
+    PrintErrorLine("Failed to read " + path + ": " + error);
+    KeepBadFile(path);
+    return reading;
+}
+
+bool SaveSettings(const std::string& path, const Settings& settings) {
+    if (WriteWholeFile(path, SettingsText(settings))) return true;
+    PrintErrorLine("Failed to open file for writing: " + path);
+    return false;
+}
+
+}  // namespace hullrider
