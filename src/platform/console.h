@@ -2,6 +2,9 @@
 // never mixed with another.
 #pragma once
 
+#include <chrono>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace hullrider {
@@ -18,5 +21,18 @@ void ReleaseConsole();
 // Calls `handler` on a thread of its own when the user or the system asks the program to end (Ctrl+C, a closed console,
 // a termination signal), instead of ending at once. Once, at start-up.
 void OnInterrupt(void (*handler)());
+
+// Lines typed at the console, for a front without windows. Not on Windows, whose front has a window.
+class ConsoleInput {
+public:
+    // The next line without its end, as soon as there is one. Nothing once `timeout` has passed, or earlier when only
+    // part of a line has arrived. The end of the input is not an event: from then on nothing arrives.
+    std::optional<std::string> WaitForLine(std::chrono::milliseconds timeout);
+
+private:
+    static constexpr size_t kLongestLine = 65536;  // what is longer is no command and is dropped
+    std::string pending_;
+    bool ended_ = false;
+};
 
 }  // namespace hullrider

@@ -1,8 +1,11 @@
 #include "platform/console.h"
 
+#include <poll.h>
 #include <pthread.h>
 #include <signal.h>
+#include <unistd.h>
 
+#include <array>
 #include <cstdio>
 #include <string>
 #include <thread>
@@ -33,6 +36,7 @@ void ReleaseConsole() {}
 // The signals are blocked for every thread started from now on and waited for on one of our own, so that the handler
 // runs as ordinary code and not inside a signal. A second signal ends the program at once.
 void OnInterrupt(void (*handler)()) {
+    signal(SIGPIPE, SIG_IGN);  // a reader of our output that goes away must not end the music
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGINT);
@@ -46,6 +50,27 @@ void OnInterrupt(void (*handler)()) {
         sigwait(&signals, &received);
         std::_Exit(128 + received);
     }).detach();
+}
+
+std::optional<std::string> ConsoleInput::WaitForLine(std::chrono::milliseconds timeout) {
+    const size_t end = pending_.find('\n');
+    if (end != std::string::npos) {
+        std::string line = pending_.substr(0, end);
+        pending_.erase(0, end + 1);
+        if (line.ends_with('\r')) line.pop_back();
+        return line;
+    }
+    pollfd input{ended_ ? -1 : STDIN_FILENO, POLLIN, 0};
+    if (poll(&input, 1, static_cast<int>(timeout.count())) <= 0) return std::nullopt;
+    std::array<char, 4096> buffer;
+    const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
+    if (count <= 0) {
+        ended_ = true;
+    } else {
+        pending_.append(buffer.data(), static_cast<size_t>(count));
+    }
+    if (pending_.size() > kLongestLine) pending_.clear();
+    return std::nullopt;
 }
 
 }  // namespace hullrider

@@ -53,9 +53,10 @@ std::string Utf8FromPath(const std::filesystem::path& path) {
 
 std::string StatePath(std::string_view folder, std::string_view name) {
     while (!name.empty() && (name.front() == '\\' || name.front() == '/')) name.remove_prefix(1);
+    constexpr char kSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
     std::string path(folder);
-    path += static_cast<char>(std::filesystem::path::preferred_separator);
-    path += name;
+    path += kSeparator;
+    for (const char c : name) path += c == '\\' ? kSeparator : c;
     return path;
 }
 

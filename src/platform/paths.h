@@ -18,8 +18,8 @@ std::string Utf8FromPath(const std::filesystem::path& path);
 // True when every byte sequence is well-formed UTF-8 (RFC 3629).
 bool IsUtf8(std::string_view text);
 
-// `folder` joined with a file name that may begin with a backslash or slash ("\config.json"), with the separator of
-// this system.
+// `folder` joined with a relative path written with backslashes that may begin with one ("\config.json"), with the
+// separators of this system.
 std::string StatePath(std::string_view folder, std::string_view name);
 
 // The user's Documents folder, or nothing when the system does not tell.

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
+#include <string>
+#include <vector>
 
 namespace hullrider {
 
@@ -16,6 +19,9 @@ struct SongChoice {
     int32_t reserved = 0;  // always 0
 };
 
+// Why nothing is to be heard, for the panel.
+enum class PlaybackTrouble { kNone, kNoMusic, kNothingPlayable };
+
 struct PlaybackState {
     // UI thread only.
     StreamSlot musicStream = 0, musicStreamNext = 0;
@@ -25,15 +31,26 @@ struct PlaybackState {
     int32_t previousType = 0;
     bool firstPick = true;
     int32_t currentPlaylist = 0;
-    int32_t currentSongInPlaylist = -1;
+    int32_t currentSongInPlaylist = -1;  // -1: before the first song
+    std::string currentAlbum;            // of what plays, UTF-8; they survive a rescan
+    std::string currentTitle;
     double songLengthSec = 0.0;
     double startSec = 0.0;
     double endSec = 0.0;  // start + play length, in stream time
-    bool songOverPending = false;
-    bool paused = false;
+    PlaybackTrouble trouble = PlaybackTrouble::kNone;
+    std::chrono::steady_clock::time_point lastAttempt;  // when play-next last ran
 
     // UI thread and the fade workers.
     std::atomic<bool> fadeInProgress{false};
+    std::atomic<uint32_t> fadeSerial{0};  // of the latest fade; an older worker leaves the flag alone
+};
+
+// The fonts that MIDI songs are played through. UI thread only.
+struct SoundFontState {
+    std::vector<std::string> soundFontFiles;  // UTF-8 paths, sorted
+    int32_t currentSoundFont = 0;
+    uint32_t midiStreamFont = 0;      // audio handle of the font of musicStream, 0: none
+    uint32_t midiStreamNextFont = 0;  // and of musicStreamNext
 };
 
 }  // namespace hullrider

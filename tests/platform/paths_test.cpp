@@ -30,6 +30,8 @@ TEST(Paths, AStateFileLiesInItsFolderWhateverSlashItsNameBeginsWith) {
     EXPECT_EQ(StatePath("folder", "\\config.json"), expected);
     EXPECT_EQ(StatePath("folder", "/config.json"), expected);
     EXPECT_EQ(StatePath("folder", "config.json"), expected);
+    EXPECT_EQ(StatePath("folder", "\\sub\\a b.txt"),
+              Utf8FromPath((std::filesystem::path("folder") / "sub" / "a b.txt").make_preferred()));
 }
 
 TEST(Paths, NamesOutsideAsciiSurviveTheWayThroughThePathType) {

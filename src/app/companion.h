@@ -1,0 +1,24 @@
+// The companion game: where it lies, and what the player writes into its folder. UI thread.
+#pragma once
+
+#include <string>
+
+#include "state/app_state.h"
+
+namespace hullrider {
+
+#ifdef HULLRIDER_COMPANION_EDITION
+inline constexpr bool kCompanionEdition = true;
+#else
+inline constexpr bool kCompanionEdition = false;
+#endif
+
+// The nearest folder, from `programFolder` upwards, that holds the game's content folder; empty when none does.
+std::string FindCompanionGame(const std::string& programFolder);
+
+// The plain-text lists that the game reads, one entry a line, into the game's folder: the songs' paths as
+// "MusicLibraryCache.txt", the music directories as "MusicPaths.txt", the SoundFont folder as "SoundFontsPath.Txt". A
+// file that cannot be written is told on the error stream.
+void WriteCompanionExports(const AppState& state);
+
+}  // namespace hullrider

@@ -1,0 +1,78 @@
+// hullrider-radio: the player without a window. It prints what it plays, takes commands on its standard input, and ends
+// with "quit" or Ctrl+C, saving as the window does.
+#include <atomic>
+#include <chrono>
+#include <exception>
+
+#include "app/options.h"
+#include "app/player.h"
+#include "app/shutdown.h"
+#include "app/startup.h"
+#include "audio/output_choice.h"
+#include "platform/console.h"
+#include "playback/play_next.h"
+
+namespace hullrider {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kPollPeriod{100};
+
+std::atomic<bool> interrupted{false};
+
+// True when the player is to end.
+bool RunCommand(Player& player, const std::string& line) {
+    if (line == "quit") return true;
+    if (line == "NEXT_SONG") {
+        PrintLine("Next Song...");
+        PlayNext(player.state, player.random);
+    }
+    return false;
+}
+
+void RunUntilTheEnd(Player& player) {
+    const Clock::time_point start = Clock::now();
+    ConsoleInput input;
+    while (!interrupted) {
+        const std::optional<std::string> line = input.WaitForLine(kPollPeriod);
+        if (line && RunCommand(player, *line)) return;
+        PollPlayer(player);
+        const std::chrono::duration<double> elapsed = Clock::now() - start;
+        if (player.options.forSec && elapsed.count() >= *player.options.forSec) return;
+    }
+}
+
+int Run(const RunOptions& options) {
+    OnInterrupt([] { interrupted = true; });
+    static Player& player = *new Player;  // never destroyed: a fade worker may outlive this function
+    player.options = options;
+    StartPlayer(player);
+    PrintLine("Output: " + OutputDescription());
+    RunUntilTheEnd(player);
+    SaveAndShutdown(player);
+    return 0;
+}
+
+}  // namespace
+}  // namespace hullrider
+
+int main(int argc, char* argv[]) {
+    using namespace hullrider;
+    RunOptions options;
+    std::string error;
+    if (!ParseOptions({argv + 1, argv + argc}, options, error)) {
+        PrintErrorLine(error);
+        return 2;
+    }
+    if (options.showHelp || options.showVersion) {
+        PrintLine(options.showHelp ? HelpText() : VersionText());
+        return 0;
+    }
+    try {
+        return Run(options);
+    } catch (const std::exception& failure) {
+        PrintErrorLine(failure.what());
+        return 1;
+    }
+}

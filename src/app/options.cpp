@@ -1,0 +1,101 @@
+#include "app/options.h"
+
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+namespace hullrider {
+
+namespace {
+
+constexpr std::string_view kHelp =
+    R"(Hullrider Radio: plays your music like a radio station.
+
+  --data-dir DIR        keep the settings and all other state in DIR
+  --music DIR           play the albums (folders) in DIR, this time only; may be given again
+  --fallback-music DIR  the same, if no music folder is configured
+  --output OUTPUT       default: the system's sound device
+                        null: keep time, make no sound
+                        wav:FILE: record to FILE what would be heard
+  --for SECONDS         end by itself after that time
+  --version, --help)";
+
+bool ParseOutput(const std::string& value, OutputChoice& output) {
+    if (value == "default") {
+        output = {OutputKind::kDefault, ""};
+    } else if (value == "null") {
+        output = {OutputKind::kNull, ""};
+    } else if (value.starts_with("wav:") && value.size() > 4) {
+        output = {OutputKind::kWav, value.substr(4)};
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool ParseSeconds(const std::string& value, std::optional<double>& seconds) {
+    constexpr double kMost = 1e9;
+    double parsed = 0.0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), parsed);
+    if (error != std::errc() || end != value.data() + value.size()) return false;
+    if (!(parsed >= 0.0 && parsed <= kMost)) return false;
+    seconds = parsed;
+    return true;
+}
+
+// An option that takes a value. False when the value makes no sense for it.
+bool ApplyValue(std::string_view name, const std::string& value, RunOptions& options) {
+    if (value.empty()) return false;
+    if (name == "--data-dir") {
+        options.dataDir = value;
+    } else if (name == "--music") {
+        options.music.push_back(value);
+    } else if (name == "--fallback-music") {
+        options.fallbackMusic = value;
+    } else if (name == "--output") {
+        return ParseOutput(value, options.output);
+    } else {
+        return ParseSeconds(value, options.forSec);
+    }
+    return true;
+}
+
+bool TakesValue(std::string_view name) {
+    return name == "--data-dir" || name == "--music" || name == "--fallback-music" || name == "--output" ||
+           name == "--for";
+}
+
+}  // namespace
+
+bool ParseOptions(const std::vector<std::string>& arguments, RunOptions& options, std::string& error) {
+    RunOptions parsed;
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& name = arguments[i];
+        if (name == "--version") {
+            parsed.showVersion = true;
+        } else if (name == "--help") {
+            parsed.showHelp = true;
+        } else if (!TakesValue(name)) {
+            error = "unknown option: " + name + " (see --help)";
+            return false;
+        } else if (i + 1 == arguments.size()) {
+            error = name + " needs a value (see --help)";
+            return false;
+        } else if (!ApplyValue(name, arguments[++i], parsed)) {
+            error = "bad value for " + name + ": " + arguments[i] + " (see --help)";
+            return false;
+        }
+    }
+    options = parsed;
+    return true;
+}
+
+std::string HelpText() {
+    return std::string(kHelp);
+}
+
+std::string VersionText() {
+    return "Hullrider Radio " HULLRIDER_VERSION;
+}
+
+}  // namespace hullrider

@@ -1,0 +1,30 @@
+// The command line, the same for both fronts.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "audio/output_choice.h"
+
+namespace hullrider {
+
+struct RunOptions {
+    std::optional<std::string> dataDir;        // instead of the folder under Documents
+    std::vector<std::string> music;            // music directories for this run, not saved
+    std::optional<std::string> fallbackMusic;  // music directory for this run if none is configured, not saved
+    OutputChoice output;
+    std::optional<double> forSec;  // end orderly after this time
+    bool showVersion = false;
+    bool showHelp = false;
+};
+
+// Reads the arguments, UTF-8 and without the program's name. On a bad one `error` receives one line that says what is
+// wrong, and `options` is left alone.
+bool ParseOptions(const std::vector<std::string>& arguments, RunOptions& options, std::string& error);
+
+// What --help prints, and --version.
+std::string HelpText();
+std::string VersionText();
+
+}  // namespace hullrider

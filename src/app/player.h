@@ -1,0 +1,24 @@
+// All there is of one running player. The fronts own one each.
+#pragma once
+
+#include <functional>
+
+#include "app/options.h"
+#include "input/controllers.h"
+#include "playback/random.h"
+#include "state/app_state.h"
+
+namespace hullrider {
+
+struct Player {
+    RunOptions options;
+    AppState state;
+    Random random;
+    ControllerSlots controllers;
+
+    // What the front must let go at its place in the shutdown: timers, drawing objects, hotkeys. May be empty.
+    std::function<void()> releaseFront;
+    bool shutDown = false;
+};
+
+}  // namespace hullrider

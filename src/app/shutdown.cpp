@@ -1,0 +1,30 @@
+#include "app/shutdown.h"
+
+#include "app/companion.h"
+#include "app/settings_file.h"
+#include "library/cache.h"
+#include "platform/console.h"
+#include "platform/paths.h"
+#include "playback/running_marker.h"
+#include "playback/stream_slots.h"
+
+namespace hullrider {
+
+void SaveAndShutdown(Player& player) {
+    if (player.shutDown) return;
+    player.shutDown = true;
+
+    AppState& state = player.state;
+    const ShellState& shell = state.shell;
+    const bool gameIsKnown = !state.folders.hullriderPath.empty();
+    if (player.releaseFront) player.releaseFront();
+    if (state.audiobooks.bookCount == 0) PrintLine("No audiobooks to save. Skipping save operation.");
+    SaveSettings(StatePath(shell.dataDirectory, "\\MusicSettings.json"), state.settings);
+    if (!shell.libraryCachePath.empty()) SaveMusicLibraryCache(shell.libraryCachePath, state.library);
+    if (shell.companionExport && gameIsKnown) WriteCompanionExports(state);
+    FreeAllStreams(state.playback, state.soundFonts);
+    CloseControllers(player.controllers);
+    if (gameIsKnown) WriteRunningMarker(state.folders.hullriderPath, "no");
+}
+
+}  // namespace hullrider

@@ -1,0 +1,19 @@
+// Brings a player up. UI thread, once.
+#pragma once
+
+#include "app/player.h"
+
+namespace hullrider {
+
+// Fixes the data directory, opens the controllers and runs the start-up sequence. Throws
+// std::filesystem::filesystem_error when the data directory cannot be created; nothing else ends the start.
+void StartPlayer(Player& player);
+
+// The ordered loader: audio, library, SoundFonts, settings, the companion game, the first song. A state file that is
+// missing or unreadable leaves its defaults in place. Called by StartPlayer.
+void RunStartupSequence(Player& player);
+
+// The 30 ms poll: when the song's window has ended, plays the next one.
+void PollPlayer(Player& player);
+
+}  // namespace hullrider

@@ -1,0 +1,51 @@
+#include "input/controllers.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+
+#include "platform/console.h"
+
+namespace hullrider {
+
+namespace {
+
+void OpenController(int index, ControllerSlot& slot) {
+    slot.controller = SDL_GameControllerOpen(index);
+    if (slot.controller == nullptr) {
+        PrintLine("Warning: Unable to open game controller " + std::to_string(index) +
+                  "! SDL Error: " + SDL_GetError());
+        return;
+    }
+    const char* const name = SDL_GameControllerName(slot.controller);
+    slot.name = name == nullptr ? "" : name;
+    PrintLine("Controller " + std::to_string(index) + " is connected: " + slot.name);
+}
+
+}  // namespace
+
+void OpenControllers(ControllerSlots& slots) {
+    SDL_SetMainReady();
+    // The player is in the background while its user plays: presses must arrive all the same. And ending the program on
+    // Ctrl+C is ours.
+    SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    if (SDL_Init(SDL_INIT_GAMECONTROLLER) != 0) {
+        PrintLine(std::string("SDL could not initialize! SDL Error: ") + SDL_GetError());
+        return;
+    }
+    const int count = std::min(SDL_NumJoysticks(), kControllerSlots);
+    for (int index = 0; index < count; ++index) {
+        if (SDL_IsGameController(index) == SDL_TRUE) OpenController(index, slots[static_cast<size_t>(index)]);
+    }
+}
+
+void CloseControllers(ControllerSlots& slots) {
+    for (ControllerSlot& slot : slots) {
+        if (slot.controller != nullptr) SDL_GameControllerClose(slot.controller);
+        slot = {};
+    }
+    SDL_Quit();
+}
+
+}  // namespace hullrider

@@ -1,0 +1,45 @@
+#include "playback/fade_out.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+#include "audio/bass.h"
+
+namespace hullrider {
+
+namespace {
+
+// The slide begins with the next block that is mixed, so it ends a little after the clock says.
+constexpr std::chrono::milliseconds kSlideMargin{200};
+
+}  // namespace
+
+std::mutex& StreamMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
+
+void FreeStream(StreamSlot& slot) {
+    if (slot == 0) return;
+    const std::lock_guard lock(StreamMutex());
+    BASS_ChannelStop(slot);
+    BASS_StreamFree(slot);
+    slot = 0;
+}
+
+void FadeOutAndFreeStream(PlaybackState& playback, StreamSlot handle, int32_t fadeMs) {
+    const uint32_t serial = ++playback.fadeSerial;
+    playback.fadeInProgress = true;
+    std::thread([&playback, handle, serial, fadeMs] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(std::max(fadeMs, 0)) + kSlideMargin);
+        {
+            const std::lock_guard lock(StreamMutex());
+            BASS_ChannelStop(handle);
+            BASS_StreamFree(handle);
+        }
+        if (playback.fadeSerial == serial) playback.fadeInProgress = false;
+    }).detach();
+}
+
+}  // namespace hullrider

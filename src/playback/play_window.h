@@ -1,0 +1,21 @@
+// Where a song starts and when it ends. Pure: reads what it is given, touches no globals.
+#pragma once
+
+#include <cstdint>
+
+#include "playback/random.h"
+#include "state/settings.h"
+
+namespace hullrider {
+
+// Seconds in stream time. The cross-fade into the next song begins at `endSec`.
+struct PlayWindow {
+    double startSec = 0.0;
+    double endSec = 0.0;
+};
+
+// Chooses the window of a song of the type `musicType` that is `lengthSec` long. A file under 30 s plays whole, less
+// 2 s; tracker modules have no such rule. A song without the length for the shortest play time plays from its start.
+PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const Settings& settings, Random& random);
+
+}  // namespace hullrider

@@ -1,0 +1,13 @@
+// Tells the companion game whether the player runs, in a file of one word in the game's folder.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace hullrider {
+
+// Writes `text` into "/MusicRunning.txt" of the command folder, or of the working directory when `commandFolder` is
+// empty. Says on the console where it tries to write and what came of it.
+void WriteRunningMarker(const std::string& commandFolder, std::string_view text);
+
+}  // namespace hullrider

@@ -1,0 +1,25 @@
+// What the shell knows of the process: where its files lie, its window, and how far start-up has come.
+#pragma once
+
+#include <string>
+
+namespace hullrider {
+
+// The panel is laid out in a space of this size and scaled to the window.
+inline constexpr float kPanelWidth = 500.0F;
+inline constexpr float kPanelHeight = 155.0F;
+
+struct ShellState {
+    std::string dataDirectory;     // folder of all state files, UTF-8, no trailing separator
+    std::string libraryCachePath;  // empty: the library of this run is not kept
+    void* instance = nullptr;      // the system's handle of the program, null without windows
+    void* mainWindow = nullptr;    // the one top-level window; null until created
+    float horizontalScale = 1.0F;  // client width / kPanelWidth
+    float verticalScale = 1.0F;    // client height / kPanelHeight
+
+    // Both are set at the end of start-up, and only in the companion edition.
+    bool companionExport = false;  // write the plain-text exports for the companion game
+    bool startupFinished = false;  // poll the command file
+};
+
+}  // namespace hullrider

@@ -1,0 +1,43 @@
+#include "app/options.h"
+
+#include <gtest/gtest.h>
+
+namespace hullrider {
+namespace {
+
+TEST(Options, EveryOptionIsRead) {
+    RunOptions options;
+    std::string error;
+    ASSERT_TRUE(ParseOptions({"--data-dir", "d", "--music", "a b", "--music", "\xC3\xA4", "--fallback-music", "f",
+                              "--output", "wav:C:\\x.wav", "--for", "1.5"},
+                             options, error))
+        << error;
+    EXPECT_EQ(options.dataDir, "d");
+    EXPECT_EQ(options.music, (std::vector<std::string>{"a b", "\xC3\xA4"}));
+    EXPECT_EQ(options.fallbackMusic, "f");
+    EXPECT_EQ(options.output.kind, OutputKind::kWav);
+    EXPECT_EQ(options.output.wavPath, "C:\\x.wav");
+    EXPECT_EQ(options.forSec, 1.5);
+}
+
+TEST(Options, ABadOneIsOneLineAndChangesNothing) {
+    const std::vector<std::vector<std::string>> junk = {
+        {"--nonsense"},       {"song.mp3"},          {""},
+        {"--music"},          {"--music", ""},       {"--output", "tape"},
+        {"--output", "wav:"}, {"--for", "soon"},     {"--for", "-1"},
+        {"--for", "nan"},     {"--for", "inf"},      {"--for", "1e300"},
+        {"--for", "12s"},     {"--help", "--music"}, {"--for", "0x10"},
+    };
+    for (const std::vector<std::string>& arguments : junk) {
+        RunOptions options;
+        options.dataDir = "kept";
+        std::string error;
+        EXPECT_FALSE(ParseOptions(arguments, options, error)) << arguments.front();
+        EXPECT_FALSE(error.empty());
+        EXPECT_EQ(error.find('\n'), std::string::npos);
+        EXPECT_EQ(options.dataDir, "kept");
+    }
+}
+
+}  // namespace
+}  // namespace hullrider

@@ -1,0 +1,138 @@
+// Starts whole players on folders of the test's own, without a front, and looks at what they play and leave behind.
+#include "app/startup.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "app/shutdown.h"
+#include "platform/message_box.h"
+#include "tests/temporary_folder.h"
+
+namespace hullrider {
+namespace {
+
+using nlohmann::json;
+
+class StartupTest : public testing::Test {
+protected:
+    StartupTest() {
+        // There is no SoundFont beside a test program.
+        SetErrorBoxHandler([](std::string_view text) { EXPECT_EQ(text, "No soundfont files found."); });
+        for (const char* song : {"music/Album/one.mp3", "music/Album/two.mid", "music/Z\xC3\xBCrich/three.xm"}) {
+            folder_.Write(song, "not music at all");
+        }
+    }
+    ~StartupTest() override { SetErrorBoxHandler(nullptr); }
+
+    // A fade worker may outlive a player, so players are never destroyed.
+    Player& Start(RunOptions options = {}) {
+        Player& player = *new Player;
+        options.dataDir = folder_.At("data");
+        options.output.kind = OutputKind::kNull;
+        player.options = options;
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        StartPlayer(player);
+        return player;
+    }
+
+    void Stop(Player& player) {
+        SaveAndShutdown(player);
+        output_ = testing::internal::GetCapturedStdout();
+        errors_ = testing::internal::GetCapturedStderr();
+    }
+
+    bool Printed(const std::string& text) const { return output_.find(text) != std::string::npos; }
+    json StateFile(const std::string& name) const { return json::parse(folder_.Read("data/" + name)); }
+
+    void ConfigureMusic() {
+        json settings;
+        settings["directoryPaths"] = {folder_.At("music")};
+        folder_.Write("data/MusicSettings.json", settings.dump());
+    }
+
+    TemporaryFolder folder_;
+    std::string output_, errors_;
+};
+
+TEST_F(StartupTest, TheFirstStartMakesItsFolderAndLeavesItsFiles) {
+    Player& player = Start();
+    EXPECT_TRUE(player.state.library.playlists.empty());
+    EXPECT_EQ(player.state.playback.trouble, PlaybackTrouble::kNoMusic);
+    Stop(player);
+    EXPECT_EQ(StateFile("MusicSettings.json").size(), 44U);
+    EXPECT_EQ(StateFile("config.json").size(), 2U);
+    EXPECT_FALSE(folder_.Has("data/musicLibraryCache.json"));  // an empty library is never written
+    EXPECT_TRUE(Printed("Music library cache is empty or couldn't be loaded."));
+    EXPECT_TRUE(Printed("No directory paths available to update music library."));
+    EXPECT_TRUE(Printed("No audiobooks to save. Skipping save operation."));
+}
+
+TEST_F(StartupTest, ALostCacheHealsFromTheConfiguredFoldersAndServesTheNextStart) {
+    ConfigureMusic();
+    Player& scanning = Start();
+    EXPECT_EQ(scanning.state.library.typedSongCount, 3);
+    Stop(scanning);
+    EXPECT_TRUE(Printed("Updating music library from directories..."));
+    EXPECT_TRUE(Printed("Successfully saved cache to "));
+
+    Player& loading = Start();
+    EXPECT_EQ(loading.state.library.typedSongCount, 2);  // the cache leaves paths outside ASCII out
+    EXPECT_EQ(loading.state.library.totalSongs, 0);
+    Stop(loading);
+    EXPECT_FALSE(Printed("Updating music library from directories..."));
+    EXPECT_EQ(StateFile("MusicSettings.json")["directoryPaths"], json::array({folder_.At("music")}));
+}
+
+TEST_F(StartupTest, MusicForOneRunLeavesTheUsersLibraryAlone) {
+    ConfigureMusic();
+    Stop(Start());
+    const std::string cache = folder_.Read("data/musicLibraryCache.json");
+
+    folder_.Write("other/Album/four.flac", "x");
+    RunOptions options;
+    options.music = {folder_.At("other")};
+    Player& player = Start(options);
+    EXPECT_EQ(player.state.library.typedSongCount, 1);
+    Stop(player);
+    EXPECT_EQ(folder_.Read("data/musicLibraryCache.json"), cache);
+    EXPECT_EQ(StateFile("MusicSettings.json")["directoryPaths"], json::array({folder_.At("music")}));
+}
+
+TEST_F(StartupTest, FallbackMusicServesOnlyWhoHasConfiguredNone) {
+    folder_.Write("demo/Album/four.flac", "x");
+    RunOptions options;
+    options.fallbackMusic = folder_.At("demo");
+    Player& player = Start(options);
+    EXPECT_EQ(player.state.library.typedSongCount, 1);
+    Stop(player);
+    EXPECT_EQ(StateFile("MusicSettings.json")["directoryPaths"], json::array());
+
+    ConfigureMusic();
+    std::filesystem::remove(folder_.Path() / "data" / "musicLibraryCache.json");
+    Player& configured = Start(options);
+    EXPECT_EQ(configured.state.library.typedSongCount, 3);
+    Stop(configured);
+}
+
+TEST_F(StartupTest, StateFilesFullOfJunkStopNothingAndAreKept) {
+    const std::string junk[] = {"",
+                                "{",
+                                "[1,2",
+                                "null",
+                                "{\"playlists\":7,\"directoryPaths\":{}}",
+                                std::string(100000, '['),
+                                std::string("\xFF\xFE\0\0", 4)};
+    for (const std::string& text : junk) {
+        for (const char* name : {"MusicSettings.json", "config.json", "musicLibraryCache.json"}) {
+            folder_.Write(std::string("data/") + name, text);
+        }
+        Stop(Start());
+        EXPECT_EQ(StateFile("MusicSettings.json").size(), 44U) << text.substr(0, 20);
+        EXPECT_EQ(folder_.Read("data/MusicSettings.json.bad"), text) << text.substr(0, 20);
+    }
+}
+
+}  // namespace
+}  // namespace hullrider
