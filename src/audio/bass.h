@@ -26,6 +26,7 @@ inline constexpr int BASS_ERROR_FORMAT = 6;     // sample format not supported
 inline constexpr int BASS_ERROR_POSITION = 7;   // no such position
 inline constexpr int BASS_ERROR_INIT = 8;       // BASS_Init has not succeeded
 inline constexpr int BASS_ERROR_ALREADY = 14;   // already done
+inline constexpr int BASS_ERROR_NOCHAN = 18;    // too many channels
 inline constexpr int BASS_ERROR_ILLTYPE = 19;   // unknown attribute or position mode
 inline constexpr int BASS_ERROR_ILLPARAM = 20;  // value out of range
 inline constexpr int BASS_ERROR_DEVICE = 23;    // no such device

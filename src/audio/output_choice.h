@@ -19,4 +19,7 @@ struct OutputChoice {
 // Redirects the default device (-1) of the next BASS_Init. UI thread.
 void ChooseOutput(const OutputChoice& choice);
 
+// The output in use, for a person to read: a device's name or the file, and the sample rate. Empty before BASS_Init.
+std::string OutputDescription();
+
 }  // namespace hullrider

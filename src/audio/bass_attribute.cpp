@@ -1,0 +1,61 @@
+// Volume and level of a channel.
+#include <algorithm>
+#include <cmath>
+
+#include "audio/channel_call.h"
+
+using namespace hullrider;
+
+namespace {
+
+constexpr float kLoudest = 64.0f;
+
+// Leaves the error when the call cannot go on.
+bool IsVolume(uint32_t attribute, float value) {
+    if (attribute != BASS_ATTRIB_VOL) return Fail(BASS_ERROR_ILLTYPE);
+    return (value >= 0.0f && value <= kLoudest) || Fail(BASS_ERROR_ILLPARAM);
+}
+
+uint32_t LevelWord(float peak) {
+    return static_cast<uint32_t>(std::lround(std::min(peak, 1.0f) * 32768.0f));
+}
+
+}  // namespace
+
+bool BASS_ChannelSetAttribute(uint32_t handle, uint32_t attribute, float value) {
+    const ChannelCall call(handle);
+    if (!call || !IsVolume(attribute, value)) return false;
+    call.channel->ChannelVolume().Set(value);
+    return true;
+}
+
+bool BASS_ChannelGetAttribute(uint32_t handle, uint32_t attribute, float* value) {
+    const ChannelCall call(handle);
+    if (!call || !IsVolume(attribute, 0.0f)) return false;
+    if (value == nullptr) return Fail(BASS_ERROR_ILLPARAM);
+    *value = call.channel->ChannelVolume().Get();
+    return true;
+}
+
+bool BASS_ChannelSlideAttribute(uint32_t handle, uint32_t attribute, float value, uint32_t timeMs) {
+    const ChannelCall call(handle);
+    if (!call || !IsVolume(attribute, value)) return false;
+    call.channel->ChannelVolume().SlideTo(value, timeMs);
+    return true;
+}
+
+bool BASS_ChannelIsSliding(uint32_t handle, uint32_t attribute) {
+    const ChannelCall call(handle);
+    if (!call || !IsVolume(attribute, 0.0f)) return false;
+    return call.channel->ChannelVolume().Sliding();
+}
+
+uint32_t BASS_ChannelGetLevel(uint32_t handle) {
+    const ChannelCall call(handle);
+    if (!call) return BASS_LEVEL_ERROR;
+    if (call.channel->State() != RunState::kPlaying || call.channel->Starved()) {
+        return Fail(BASS_ERROR_NOPLAY), BASS_LEVEL_ERROR;
+    }
+    const StereoPeak peak = call.channel->Level().Peak();
+    return LevelWord(peak.right) << 16 | LevelWord(peak.left);
+}

@@ -1,0 +1,101 @@
+// Playing, places and times of a channel.
+#include <algorithm>
+#include <cmath>
+
+#include "audio/channel_call.h"
+
+using namespace hullrider;
+
+namespace {
+
+uint64_t FrameBytes(const Channel& channel) {
+    return uint64_t{4} * channel.Format().channels;
+}
+
+}  // namespace
+
+bool BASS_ChannelPlay(uint32_t handle, bool restart) {
+    const ChannelCall call(handle);
+    if (!call) return false;
+    call.channel->Play(restart);
+    call.engine->Decoders().Attend(call.channel);
+    return true;
+}
+
+bool BASS_ChannelPause(uint32_t handle) {
+    const ChannelCall call(handle);
+    if (!call) return false;
+    return call.channel->Pause() || Fail(BASS_ERROR_NOPLAY);
+}
+
+bool BASS_ChannelStop(uint32_t handle) {
+    const ChannelCall call(handle);
+    if (!call) return false;
+    call.channel->Stop();
+    return true;
+}
+
+uint32_t BASS_ChannelIsActive(uint32_t handle) {
+    const ChannelCall call(handle);
+    if (!call) return BASS_ACTIVE_STOPPED;
+    switch (call.channel->State()) {
+        case RunState::kPlaying:
+            return call.channel->Starved() ? BASS_ACTIVE_STALLED : BASS_ACTIVE_PLAYING;
+        case RunState::kPaused:
+            return BASS_ACTIVE_PAUSED;
+        default:
+            return BASS_ACTIVE_STOPPED;
+    }
+}
+
+bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info) {
+    const ChannelCall call(handle);
+    if (!call) return false;
+    if (info == nullptr) return Fail(BASS_ERROR_ILLPARAM);
+    const SourceFormat& format = call.channel->Format();
+    *info = {format.rate, format.channels, call.channel->Flags(), format.type, call.channel->Path().c_str()};
+    return true;
+}
+
+uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t mode) {
+    const ChannelCall call(handle);
+    if (!call) return BASS_QWORD_ERROR;
+    if (mode != BASS_POS_BYTE) return Fail(BASS_ERROR_ILLTYPE), BASS_QWORD_ERROR;
+    return static_cast<uint64_t>(call.channel->Length()) * FrameBytes(*call.channel);
+}
+
+uint64_t BASS_ChannelGetPosition(uint32_t handle, uint32_t mode) {
+    const ChannelCall call(handle);
+    if (!call) return BASS_QWORD_ERROR;
+    if (mode != BASS_POS_BYTE) return Fail(BASS_ERROR_ILLTYPE), BASS_QWORD_ERROR;
+    const uint32_t latency = call.engine->TheOutput().LatencyFrames();
+    return static_cast<uint64_t>(call.channel->Position(latency)) * FrameBytes(*call.channel);
+}
+
+bool BASS_ChannelSetPosition(uint32_t handle, uint64_t position, uint32_t mode) {
+    const ChannelCall call(handle);
+    if (!call) return false;
+    if (mode != BASS_POS_BYTE) return Fail(BASS_ERROR_ILLTYPE);
+    const uint64_t frame = position / FrameBytes(*call.channel);
+    if (frame >= static_cast<uint64_t>(std::max<int64_t>(call.channel->Length(), 1))) return Fail(BASS_ERROR_POSITION);
+    call.channel->SetPosition(static_cast<int64_t>(frame));
+    call.engine->Decoders().Attend(call.channel);
+    return true;
+}
+
+double BASS_ChannelBytes2Seconds(uint32_t handle, uint64_t bytes) {
+    const ChannelCall call(handle);
+    if (!call) return -1.0;
+    const uint64_t frames = bytes / FrameBytes(*call.channel);
+    return static_cast<double>(frames) / call.channel->Format().rate;
+}
+
+uint64_t BASS_ChannelSeconds2Bytes(uint32_t handle, double seconds) {
+    const ChannelCall call(handle);
+    if (!call) return BASS_QWORD_ERROR;
+    const double frames = seconds * call.channel->Format().rate;
+    constexpr double kMostFrames = 1e15;
+    if (!(frames >= 0.0 && frames < kMostFrames)) return Fail(BASS_ERROR_ILLPARAM), BASS_QWORD_ERROR;
+    // A time that stands for a whole frame must not fall short of it by its rounding.
+    return static_cast<uint64_t>(frames + 1e-6) * FrameBytes(*call.channel);
+}

@@ -1,0 +1,54 @@
+// Creating and freeing streams and modules.
+#include "audio/bass.h"
+#include "audio/channel.h"
+#include "audio/engine.h"
+#include "audio/error.h"
+#include "audio/source.h"
+
+using namespace hullrider;
+
+namespace {
+
+SourceRequest RequestFor(const Engine& engine, const char* file, uint32_t flags) {
+    return {.path = file, .mixRate = engine.Rate(), .loop = (flags & BASS_SAMPLE_LOOP) != 0};
+}
+
+uint32_t AddChannel(Engine& engine, std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags,
+                    int error) {
+    if (source == nullptr) return Fail(error);
+    const uint32_t handle = engine.AddChannel(std::make_shared<Channel>(std::move(source), request, flags));
+    SetAudioError(handle == 0 ? BASS_ERROR_NOCHAN : BASS_OK);
+    return handle;
+}
+
+}  // namespace
+
+HSTREAM BASS_StreamCreateFile(bool fromMemory, const char* file, uint64_t offset, uint64_t length, uint32_t flags) {
+    const std::shared_ptr<Engine> engine = CurrentEngine();
+    if (engine == nullptr) return 0;
+    if (fromMemory || file == nullptr || offset != 0 || length != 0) return Fail(BASS_ERROR_ILLPARAM);
+    const SourceRequest request = RequestFor(*engine, file, flags);
+    int error = BASS_OK;
+    std::unique_ptr<Source> source = OpenStreamSource(request, engine->DefaultFonts(), error);
+    return AddChannel(*engine, std::move(source), request, flags, error);
+}
+
+HMUSIC BASS_MusicLoad(bool fromMemory, const char* file, uint64_t offset, uint32_t length, uint32_t flags, uint32_t) {
+    const std::shared_ptr<Engine> engine = CurrentEngine();
+    if (engine == nullptr) return 0;
+    if (fromMemory || file == nullptr || offset != 0 || length != 0) return Fail(BASS_ERROR_ILLPARAM);
+    const SourceRequest request = RequestFor(*engine, file, flags);
+    int error = BASS_OK;
+    std::unique_ptr<Source> source = OpenModuleSource(request, error);
+    return AddChannel(*engine, std::move(source), request, flags, error);
+}
+
+bool BASS_StreamFree(HSTREAM handle) {
+    const std::shared_ptr<Engine> engine = CurrentEngine();
+    if (engine == nullptr) return false;
+    return engine->FreeChannel(handle) ? Succeed() : Fail(BASS_ERROR_HANDLE);
+}
+
+bool BASS_MusicFree(HMUSIC handle) {
+    return BASS_StreamFree(handle);
+}

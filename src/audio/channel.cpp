@@ -1,0 +1,110 @@
+#include "audio/channel.h"
+
+#include <algorithm>
+
+#include "audio/bass.h"
+
+namespace hullrider {
+
+namespace {
+
+// Room for two seconds ahead, and some more so that the first piece after a seek fits beside what it makes void.
+size_t RingFrames(uint32_t mixRate) {
+    return size_t{mixRate} * 5 / 2;
+}
+
+}  // namespace
+
+Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags)
+    : source_(std::move(source)),
+      format_(source_->Format()),
+      path_(request.path),
+      flags_(flags),
+      mixRate_(request.mixRate),
+      ring_(RingFrames(request.mixRate)),
+      volume_(request.mixRate),
+      level_(request.mixRate),
+      control_(Pack({1, RunState::kStopped})) {}
+
+uint64_t Channel::Pack(Control control) {
+    return control.generation << 2 | static_cast<uint64_t>(control.state);
+}
+
+Channel::Control Channel::Unpack(uint64_t word) {
+    return {word >> 2, static_cast<RunState>(word & 3)};
+}
+
+// The callback may end the channel at the same moment: then the end stands.
+void Channel::ChangeState(RunState state) {
+    uint64_t word = control_.load();
+    do {
+        if (Unpack(word).state == RunState::kEnded) return;
+    } while (!control_.compare_exchange_weak(word, Pack({Unpack(word).generation, state})));
+}
+
+void Channel::BeginGeneration(int64_t frame, RunState state) {
+    seekFrame_ = frame;
+    control_.store(Pack({LoadControl().generation + 1, state}));
+}
+
+// At the beginning of a generation that begins at the beginning: nothing was taken of it.
+bool Channel::IsFresh() const {
+    if (seekFrame_ != 0) return false;
+    return ready_.load() != LoadControl().generation || ring_.Taken() <= begin_.load();
+}
+
+void Channel::Play(bool restart) {
+    const std::lock_guard lock(mutex_);
+    starved_.store(false);
+    if (LoadControl().state == RunState::kEnded || (restart && !IsFresh())) {
+        BeginGeneration(0, RunState::kPlaying);
+    } else {
+        ChangeState(RunState::kPlaying);
+    }
+}
+
+bool Channel::Pause() {
+    const std::lock_guard lock(mutex_);
+    if (LoadControl().state != RunState::kPlaying) return false;
+    ChangeState(RunState::kPaused);
+    return true;
+}
+
+void Channel::Stop() {
+    const std::lock_guard lock(mutex_);
+    ChangeState(RunState::kStopped);
+}
+
+RunState Channel::State() const {
+    return LoadControl().state;
+}
+
+void Channel::SetPosition(int64_t frame) {
+    const std::lock_guard lock(mutex_);
+    const RunState state = LoadControl().state;
+    BeginGeneration(frame, state == RunState::kEnded ? RunState::kStopped : state);
+}
+
+int64_t Channel::Position(uint32_t latencyFrames) const {
+    const std::lock_guard lock(mutex_);
+    const Control control = LoadControl();
+    if (ready_.load() != control.generation) return seekFrame_;
+    const uint64_t begin = begin_.load();
+    const uint64_t taken = std::max(ring_.Taken(), begin) - begin;
+    // At the end, all of it was heard; before, what the device still holds was not.
+    const uint64_t latency = control.state == RunState::kEnded ? 0 : latencyFrames;
+    const uint64_t heard = taken - std::min(taken, latency);
+    const int64_t position =
+        seekFrame_ + static_cast<int64_t>(static_cast<double>(heard) * format_.rate / mixRate_ + 0.5);
+    const int64_t loop = source_->LoopLength();
+    return loop > 0 ? position % loop : position;
+}
+
+bool Channel::ReadyFor(size_t frames) const {
+    const Control control = LoadControl();
+    if (control.state != RunState::kPlaying) return true;
+    if (ready_.load() != control.generation) return false;
+    return end_.load() != kNoEnd || ring_.Written() - std::max(ring_.Taken(), begin_.load()) >= frames;
+}
+
+}  // namespace hullrider

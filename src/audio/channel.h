@@ -1,0 +1,122 @@
+// One stream or module: a source, the ring that is decoded ahead, its volume and its level. Three kinds of threads meet
+// here, each with its own functions below:
+//
+// - callers, any thread, behind the channel's mutex;
+// - one decoder thread at a time, which fills the ring;
+// - the callback, which takes from it and never waits.
+//
+// A seek begins a new generation: the callback is silent until the decoder has frames of that generation ready, and
+// then passes over all earlier ones. So nothing from before a seek is heard after it.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "audio/level_meter.h"
+#include "audio/ring.h"
+#include "audio/source.h"
+#include "audio/volume.h"
+
+namespace hullrider {
+
+using SteadyTime = std::chrono::steady_clock::time_point;
+
+// What a channel has been told to do, or has come to.
+enum class RunState : uint32_t { kStopped, kPlaying, kPaused, kEnded };
+
+// A stretch of one block in which a channel was heard, from the block's beginning on.
+struct Sounded {
+    size_t frames = 0;
+    float left = 0.0f, right = 0.0f;  // the last of them, as mixed
+};
+
+class Channel {
+public:
+    Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags);
+
+    // --- Callers.
+    void Play(bool restart);
+    bool Pause();  // false when it does not play
+    void Stop();
+    RunState State() const;
+    bool Starved() const { return starved_.load(); }  // plays, and has had nothing to play for a while
+
+    // Frames of the source. What is heard lies `latencyFrames` of mixing behind what was taken.
+    int64_t Position(uint32_t latencyFrames) const;
+    int64_t Length() const { return source_->Length(); }
+    void SetPosition(int64_t frame);
+    bool SetFonts(const FontList& fonts) { return source_->SetFonts(fonts); }
+
+    Volume& ChannelVolume() { return volume_; }
+    const LevelMeter& Level() const { return level_; }
+    const SourceFormat& Format() const { return format_; }
+    const std::string& Path() const { return path_; }
+    uint32_t Flags() const { return flags_; }
+
+    // Whether the callback would get `frames` frames, or all there will be, now. For rendering faster than time.
+    bool ReadyFor(size_t frames) const;
+
+    // --- Decoder. Decodes a piece, if one is wanted, and tells when it wants to be called next, if nobody asks
+    // earlier.
+    SteadyTime DecodeAhead(SteadyTime now);
+
+    // --- Callback. Adds the next `frames` frames to `mix`; `scratch` has room for as many.
+    Sounded Render(float* scratch, float* mix, size_t frames);
+
+private:
+    // The state and the generation that it belongs to change together.
+    struct Control {
+        uint64_t generation;
+        RunState state;
+    };
+    static uint64_t Pack(Control control);
+    static Control Unpack(uint64_t word);
+    Control LoadControl() const { return Unpack(control_.load()); }
+    void ChangeState(RunState state);
+    void BeginGeneration(int64_t frame, RunState state);
+    bool IsFresh() const;
+
+    bool TakeSeek();
+    size_t FramesWanted() const;
+    size_t FramesAhead() const;
+    size_t DecodePiece(size_t frames);
+    SteadyTime NextCall(SteadyTime now, bool progressed) const;
+
+    size_t Take(Control control, float* out, size_t frames);
+
+    // Fixed at creation.
+    std::unique_ptr<Source> source_;
+    SourceFormat format_;
+    std::string path_;
+    uint32_t flags_, mixRate_;
+
+    FrameRing ring_;
+    Volume volume_;
+    LevelMeter level_;
+
+    std::atomic<uint64_t> control_;
+    // Written by the decoder, read by the callback: the generation that can be heard, the ring frame where it begins,
+    // and the one where it ends (kNoEnd: not known yet).
+    static constexpr uint64_t kNoEnd = ~uint64_t{0};
+    std::atomic<uint64_t> ready_{0}, begin_{0}, end_{kNoEnd};
+    std::atomic<bool> starved_{false};
+
+    // Callers and decoder, behind the mutex.
+    mutable std::mutex mutex_;
+    int64_t seekFrame_ = 0;  // where the newest generation begins in the source
+
+    // Decoder only.
+    uint64_t decoding_ = 0;  // the generation
+    bool sourceEnded_ = false;
+
+    // Callback only.
+    bool sounding_ = false;  // was heard in the block before
+    size_t missing_ = 0;     // frames in a row that were not there
+};
+
+}  // namespace hullrider

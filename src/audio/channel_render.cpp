@@ -1,0 +1,52 @@
+// The callback's side of a channel: no lock, no allocation, no call that waits.
+#include <algorithm>
+
+#include "audio/channel.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr size_t kStarvedMs = 100;
+
+}  // namespace
+
+Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
+    const Control control = LoadControl();
+    const bool playing = control.state == RunState::kPlaying;
+    const size_t taken = playing ? Take(control, scratch, frames) : 0;
+    if (taken > 0) {
+        if (!sounding_) level_.Reset();
+        level_.Note(scratch, taken);
+    }
+    volume_.MixInto(scratch, taken, mix, frames, sounding_);
+    sounding_ = taken == frames;
+
+    Sounded sounded;
+    if (taken == 0) return sounded;
+    const float gain = volume_.LastGain();
+    sounded.frames = taken;
+    sounded.left = scratch[(taken - 1) * kStereo] * gain;
+    sounded.right = scratch[(taken - 1) * kStereo + 1] * gain;
+    return sounded;
+}
+
+// Takes what there is of the generation wanted; notes the end and a lack.
+size_t Channel::Take(Control control, float* out, size_t frames) {
+    const bool ready = ready_.load() == control.generation;
+    size_t taken = 0;
+    if (ready) {
+        ring_.SkipTo(begin_.load());
+        taken = ring_.Take(out, frames);
+        if (taken < frames && ring_.Taken() == end_.load()) {
+            uint64_t expected = Pack(control);
+            control_.compare_exchange_strong(expected, Pack({control.generation, RunState::kEnded}));
+            return taken;
+        }
+    }
+    missing_ = taken == frames ? 0 : missing_ + (frames - taken);
+    starved_.store(missing_ * 1000 > kStarvedMs * mixRate_);
+    return taken;
+}
+
+}  // namespace hullrider

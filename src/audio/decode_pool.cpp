@@ -1,0 +1,127 @@
+#include "audio/decode_pool.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace hullrider {
+
+namespace {
+
+constexpr int kThreads = 2;
+constexpr std::chrono::milliseconds kClearUpRetry(50);
+
+SteadyTime Now() {
+    return std::chrono::steady_clock::now();
+}
+
+}  // namespace
+
+DecodePool::DecodePool(std::function<bool()> clearUp) : clearUp_(std::move(clearUp)) {
+    for (int i = 0; i < kThreads; i++) threads_.emplace_back([this] { Run(); });
+}
+
+DecodePool::~DecodePool() {
+    {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+    }
+    wake_.notify_all();
+    for (std::thread& thread : threads_) thread.join();
+}
+
+std::vector<DecodePool::Job>::iterator DecodePool::Find(const Channel* channel) {
+    return std::find_if(jobs_.begin(), jobs_.end(), [&](const Job& job) { return job.channel.get() == channel; });
+}
+
+void DecodePool::Attend(const std::shared_ptr<Channel>& channel) {
+    {
+        const std::lock_guard lock(mutex_);
+        const auto job = Find(channel.get());
+        if (job == jobs_.end()) {
+            jobs_.push_back({.channel = channel, .due = Now()});
+        } else {
+            job->due = Now();
+            job->calledAgain = true;
+        }
+    }
+    wake_.notify_one();
+}
+
+void DecodePool::Drop(const std::shared_ptr<Channel>& channel) {
+    {
+        const std::lock_guard lock(mutex_);
+        clearUpDue_ = Now();
+        const auto job = Find(channel.get());
+        if (job != jobs_.end() && job->running) job->dropped = true;
+        if (job != jobs_.end() && !job->running) jobs_.erase(job);
+    }
+    wake_.notify_one();
+}
+
+std::vector<DecodePool::Job>::iterator DecodePool::NextDue() {
+    return std::min_element(jobs_.begin(), jobs_.end(), [](const Job& a, const Job& b) {
+        return std::pair(a.running, a.due) < std::pair(b.running, b.due);
+    });
+}
+
+void DecodePool::Run() {
+    std::unique_lock lock(mutex_);
+    while (!stopping_) {
+        const auto job = NextDue();
+        if (job != jobs_.end() && !job->running && job->due <= Now()) {
+            RunJob(*job, lock);
+        } else if (clearUpDue_ <= Now()) {
+            ClearUp(lock);
+        } else {
+            Wait(lock);
+        }
+    }
+}
+
+void DecodePool::RunJob(Job& job, std::unique_lock<std::mutex>& lock) {
+    job.running = true;
+    job.calledAgain = false;
+    std::shared_ptr<Channel> channel = job.channel;
+    lock.unlock();
+    const SteadyTime due = channel->DecodeAhead(Now());
+    lock.lock();
+    const auto same = Find(channel.get());  // others may have come and gone meanwhile
+    same->running = false;
+    if (same->dropped) {
+        jobs_.erase(same);
+        lock.unlock();
+        channel.reset();  // perhaps the last to know it, and what it leaves behind takes time to free
+        lock.lock();
+    } else if (!same->calledAgain) {
+        same->due = due;
+    }
+}
+
+void DecodePool::ClearUp(std::unique_lock<std::mutex>& lock) {
+    clearUpDue_ = SteadyTime::max();
+    lock.unlock();
+    const bool done = clearUp_();
+    lock.lock();
+    if (!done) clearUpDue_ = std::min(clearUpDue_, Now() + kClearUpRetry);
+}
+
+void DecodePool::Wait(std::unique_lock<std::mutex>& lock) {
+    if (timekeeping_) {
+        wake_.wait(lock);
+        return;
+    }
+    const auto job = NextDue();
+    SteadyTime until = clearUpDue_;
+    if (job != jobs_.end() && !job->running) until = std::min(until, job->due);
+    timekeeping_ = true;
+    if (until == SteadyTime::max()) {
+        wake_.wait(lock);
+    } else {
+        wake_.wait_until(lock, until);
+    }
+    timekeeping_ = false;
+    // This thread is going to be busy: another one watches the time of what is left.
+    if (jobs_.size() > 1) wake_.notify_one();
+}
+
+}  // namespace hullrider

@@ -1,0 +1,52 @@
+// The few threads that decode ahead for all channels. Each channel says when it needs them next; until then they sleep.
+// Callable from any thread but the callback.
+#pragma once
+
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "audio/channel.h"
+
+namespace hullrider {
+
+class DecodePool {
+public:
+    // `clearUp` is called on these threads after channels were dropped; while it returns false, again soon.
+    explicit DecodePool(std::function<bool()> clearUp);
+    ~DecodePool();
+
+    // Decodes for this channel as soon as possible, now and whenever it asks for it.
+    void Attend(const std::shared_ptr<Channel>& channel);
+    // Never again, once a piece that is being decoded is done.
+    void Drop(const std::shared_ptr<Channel>& channel);
+
+private:
+    struct Job {
+        std::shared_ptr<Channel> channel;
+        SteadyTime due;
+        bool running = false;
+        bool calledAgain = false;  // attended to while running
+        bool dropped = false;
+    };
+    void Run();
+    std::vector<Job>::iterator Find(const Channel* channel);
+    std::vector<Job>::iterator NextDue();
+    void RunJob(Job& job, std::unique_lock<std::mutex>& lock);
+    void ClearUp(std::unique_lock<std::mutex>& lock);
+    void Wait(std::unique_lock<std::mutex>& lock);
+
+    std::function<bool()> clearUp_;
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::vector<Job> jobs_;
+    SteadyTime clearUpDue_ = SteadyTime::max();
+    bool timekeeping_ = false;  // one thread waits for the next due time; the others until they are called
+    bool stopping_ = false;
+    std::vector<std::thread> threads_;
+};
+
+}  // namespace hullrider

@@ -1,0 +1,221 @@
+#include "audio/ffmpeg_reader.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "audio/bass.h"
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libavutil/channel_layout.h>
+#include <libavutil/opt.h>
+}
+
+namespace hullrider {
+
+namespace {
+
+// The same few on every system. No playlists, no scripts: a song file never makes the player open another one.
+constexpr const char* kFormats = "mp3,aac,mov,flac,ogg,wav";
+constexpr int kMaxChannels = 64;
+constexpr int kMinRate = 1000;
+constexpr int kMaxRate = 768000;
+constexpr int kMaxBadPackets = 250;  // in a row, before the rest of a file is given up
+constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
+
+bool IsPlayable(int rate, int channels) {
+    return rate >= kMinRate && rate <= kMaxRate && channels >= 1 && channels <= kMaxChannels;
+}
+
+// How far before a place decoding begins so that the place itself is right: lossy codecs lean on what came before, an
+// mp3 frame on up to 511 bytes of earlier frames.
+int64_t PrerollFrames(const AVCodecContext& decoder, uint32_t rate) {
+    const AVCodecDescriptor* descriptor = avcodec_descriptor_get(decoder.codec_id);
+    const bool lossless = descriptor != nullptr && (descriptor->props & AV_CODEC_PROP_LOSSY) == 0;
+    return lossless ? 0 : rate * 3 / 10;
+}
+
+}  // namespace
+
+void FfmpegDeleter::operator()(AVCodecContext* context) const {
+    avcodec_free_context(&context);
+}
+void FfmpegDeleter::operator()(AVFormatContext* context) const {
+    avformat_close_input(&context);
+}
+void FfmpegDeleter::operator()(AVFrame* frame) const {
+    av_frame_free(&frame);
+}
+void FfmpegDeleter::operator()(AVPacket* packet) const {
+    av_packet_free(&packet);
+}
+
+FfmpegReader::FfmpegReader() : packet_(av_packet_alloc()), frame_(av_frame_alloc()) {}
+FfmpegReader::~FfmpegReader() = default;
+
+int FfmpegReader::Open(const std::string& path) {
+    av_log_set_level(AV_LOG_QUIET);
+    if (!packet_ || !frame_) return BASS_ERROR_MEM;
+    AVDictionary* options = nullptr;
+    av_dict_set(&options, "format_whitelist", kFormats, 0);
+    av_dict_set(&options, "protocol_whitelist", "file", 0);
+    AVFormatContext* format = nullptr;
+    const int opened = avformat_open_input(&format, ("file:" + path).c_str(), nullptr, &options);
+    av_dict_free(&options);
+    if (opened == AVERROR(ENOENT) || opened == AVERROR(EACCES)) return BASS_ERROR_FILEOPEN;
+    if (opened < 0) return BASS_ERROR_FILEFORM;
+    format_.reset(format);
+
+    if (const int error = FindAudio(); error != BASS_OK) return error;
+    if (const int error = OpenDecoder(); error != BASS_OK) return error;
+
+    // Only what decodes is a song, whatever its name and its first bytes say. The decoder also knows the true rate,
+    // which a container may tell wrongly (HE-AAC).
+    origin_ = stream_->start_time == AV_NOPTS_VALUE ? 0 : stream_->start_time;
+    rate_ = static_cast<uint32_t>(std::max(1, stream_->codecpar->sample_rate));
+    endFrame_ = kNoEnd;
+    if (!Decode()) return BASS_ERROR_FILEFORM;
+    rate_ = static_cast<uint32_t>(frame_->sample_rate);
+    channels_ = static_cast<uint32_t>(frame_->ch_layout.nb_channels);
+    const int64_t duration = stream_->duration != AV_NOPTS_VALUE ? stream_->duration
+                                                                 : av_rescale_q(std::max<int64_t>(0, format_->duration),
+                                                                                AV_TIME_BASE_Q, stream_->time_base);
+    length_ = av_rescale_q(std::max<int64_t>(0, duration), stream_->time_base, {1, static_cast<int>(rate_)});
+    if (std::string_view(format_->iformat->name).starts_with("mov") && length_ > 0) endFrame_ = length_;
+    held_ = true;
+    return BASS_OK;
+}
+
+int FfmpegReader::FindAudio() {
+    if (avformat_find_stream_info(format_.get(), nullptr) < 0) return BASS_ERROR_FILEFORM;
+    const int index = av_find_best_stream(format_.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
+    if (index < 0) return BASS_ERROR_FILEFORM;
+    for (unsigned i = 0; i < format_->nb_streams; i++) {
+        if (static_cast<int>(i) != index) format_->streams[i]->discard = AVDISCARD_ALL;
+    }
+    stream_ = format_->streams[index];
+    return BASS_OK;
+}
+
+int FfmpegReader::OpenDecoder() {
+    const AVCodec* codec = avcodec_find_decoder(stream_->codecpar->codec_id);
+    if (codec == nullptr) return BASS_ERROR_CODEC;
+    decoder_.reset(avcodec_alloc_context3(codec));
+    if (!decoder_) return BASS_ERROR_MEM;
+    if (avcodec_parameters_to_context(decoder_.get(), stream_->codecpar) < 0) return BASS_ERROR_FORMAT;
+    decoder_->pkt_timebase = stream_->time_base;
+    decoder_->thread_count = 1;
+    return avcodec_open2(decoder_.get(), codec, nullptr) < 0 ? BASS_ERROR_CODEC : BASS_OK;
+}
+
+// Leaves the next decoded frame in frame_ and its end in position_.
+bool FfmpegReader::Decode() {
+    for (int bad = 0; bad < kMaxBadPackets;) {
+        const int received = avcodec_receive_frame(decoder_.get(), frame_.get());
+        if (received == AVERROR_EOF) return false;
+        if (received == AVERROR(EAGAIN)) {
+            if (!SendPacket()) bad++;
+            continue;
+        }
+        if (received < 0 || !IsPlayable(frame_->sample_rate, frame_->ch_layout.nb_channels)) {
+            bad++;
+            continue;
+        }
+        if (!placed_) {
+            const int64_t timestamp = frame_->best_effort_timestamp;
+            position_ = timestamp == AV_NOPTS_VALUE ? wantedFrame_ : FrameOfTimestamp(timestamp);
+            placed_ = true;
+        }
+        // Should the rate change midway, places go on being counted at the first one.
+        position_ += av_rescale(frame_->nb_samples, rate_, frame_->sample_rate);
+        return true;
+    }
+    return false;
+}
+
+// False when the packet was bad, and skipped.
+bool FfmpegReader::SendPacket() {
+    if (drained_) return false;
+    int read = 0;
+    do {
+        av_packet_unref(packet_.get());
+        read = av_read_frame(format_.get(), packet_.get());
+    } while (read >= 0 && packet_->stream_index != stream_->index);
+    drained_ = read < 0;
+    const int sent = avcodec_send_packet(decoder_.get(), drained_ ? nullptr : packet_.get());
+    av_packet_unref(packet_.get());
+    return sent >= 0;
+}
+
+const AVFrame* FfmpegReader::Next() {
+    while (held_ || Decode()) {
+        held_ = false;
+        if (TrimFrame()) return frame_.get();
+        if (position_ >= endFrame_) return nullptr;
+    }
+    return nullptr;
+}
+
+// Cuts off what lies before the wanted frame and after the end; false when nothing is left.
+bool FfmpegReader::TrimFrame() {
+    const auto ownSamples = [&](int64_t frames) {
+        return static_cast<int>(std::min<int64_t>(frame_->nb_samples, av_rescale(frames, frame_->sample_rate, rate_)));
+    };
+    const int64_t begin = FrameBegin();
+    const int before = begin < wantedFrame_ ? ownSamples(wantedFrame_ - begin) : 0;
+    const int after = position_ > endFrame_ ? ownSamples(position_ - endFrame_) : 0;
+    if (before + after >= frame_->nb_samples) return false;
+    if (before > 0) {
+        const auto format = static_cast<AVSampleFormat>(frame_->format);
+        const bool planar = av_sample_fmt_is_planar(format) != 0;
+        const int channels = frame_->ch_layout.nb_channels;
+        const ptrdiff_t bytes = ptrdiff_t{before} * av_get_bytes_per_sample(format) * (planar ? 1 : channels);
+        for (int i = 0; i < (planar ? channels : 1); i++) frame_->extended_data[i] += bytes;
+    }
+    frame_->nb_samples -= before + after;
+    return true;
+}
+
+bool FfmpegReader::Seek(int64_t frame) {
+    // A seek may land late: by guessing from the bit rate, or on a frame that leans on a lost one. Then begin earlier.
+    const int64_t preroll = PrerollFrames(*decoder_, rate_);
+    for (const int64_t before : {preroll, preroll + int64_t{rate_} * 5, frame}) {
+        if (SeekBefore(frame, before) && FrameBegin() <= frame) return true;
+    }
+    return held_;
+}
+
+bool FfmpegReader::SeekBefore(int64_t frame, int64_t prerollFrames) {
+    held_ = placed_ = drained_ = false;
+    wantedFrame_ = frame;
+    const int64_t target = frame - prerollFrames;
+    if (target > 0 ? !Jump(TimestampOfFrame(target)) : !JumpToStart()) return false;
+    avcodec_flush_buffers(decoder_.get());
+    held_ = Decode();
+    return held_;
+}
+
+bool FfmpegReader::Jump(int64_t timestamp) {
+    return av_seek_frame(format_.get(), stream_->index, timestamp, AVSEEK_FLAG_BACKWARD) >= 0;
+}
+
+// The packets that prime the decoder may lie before time 0, where not every format lets itself be sent.
+bool FfmpegReader::JumpToStart() {
+    const int64_t second = av_rescale_q(1, {1, 1}, stream_->time_base);
+    return Jump(std::min<int64_t>(origin_, 0) - second) || Jump(std::min<int64_t>(origin_, 0)) || Jump(origin_);
+}
+
+int64_t FfmpegReader::FrameBegin() const {
+    return position_ - av_rescale(frame_->nb_samples, rate_, frame_->sample_rate);
+}
+
+int64_t FfmpegReader::FrameOfTimestamp(int64_t timestamp) const {
+    return av_rescale_q(timestamp - origin_, stream_->time_base, {1, static_cast<int>(rate_)});
+}
+
+int64_t FfmpegReader::TimestampOfFrame(int64_t frame) const {
+    return origin_ + av_rescale_q(frame, {1, static_cast<int>(rate_)}, stream_->time_base);
+}
+
+}  // namespace hullrider

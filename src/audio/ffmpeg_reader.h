@@ -1,0 +1,78 @@
+// Decodes the first audio stream of a file, from any place of it on. One thread at a time.
+//
+// Frames are counted at the sample rate of the file's first decoded packet, from the first frame that is meant to be
+// heard: what an encoder put before and after it (gapless data) is left out.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+struct AVCodecContext;
+struct AVFormatContext;
+struct AVFrame;
+struct AVPacket;
+struct AVStream;
+
+namespace hullrider {
+
+// Frees FFmpeg's objects, each with its own function.
+struct FfmpegDeleter {
+    void operator()(AVCodecContext* context) const;
+    void operator()(AVFormatContext* context) const;
+    void operator()(AVFrame* frame) const;
+    void operator()(AVPacket* packet) const;
+};
+template <typename T>
+using FfmpegPtr = std::unique_ptr<T, FfmpegDeleter>;
+
+class FfmpegReader {
+public:
+    FfmpegReader();
+    ~FfmpegReader();
+
+    // Returns BASS_OK, or the error that says what is wrong with the file.
+    int Open(const std::string& path);
+
+    uint32_t Rate() const { return rate_; }
+    uint32_t Channels() const { return channels_; }
+    int64_t Length() const { return length_; }      // frames; an estimate where the file does not say
+    int64_t Position() const { return position_; }  // of the frame after those that Next returned last
+
+    // What follows is the stream from `frame` on. False: not possible, and the stream is at its end.
+    bool Seek(int64_t frame);
+
+    // The next decoded samples, already without those before the place sought; null at the end or when the rest cannot
+    // be decoded. Valid until the next call.
+    const AVFrame* Next();
+
+private:
+    int FindAudio();
+    int OpenDecoder();
+    bool Decode();
+    bool SendPacket();
+    bool SeekBefore(int64_t frame, int64_t prerollFrames);
+    bool Jump(int64_t timestamp);
+    bool JumpToStart();
+    bool TrimFrame();
+    int64_t FrameBegin() const;
+    int64_t FrameOfTimestamp(int64_t timestamp) const;
+    int64_t TimestampOfFrame(int64_t frame) const;
+
+    FfmpegPtr<AVFormatContext> format_;
+    FfmpegPtr<AVCodecContext> decoder_;
+    FfmpegPtr<AVPacket> packet_;
+    FfmpegPtr<AVFrame> frame_;
+    AVStream* stream_ = nullptr;
+    uint32_t rate_ = 0, channels_ = 0;
+    int64_t length_ = 0;
+    int64_t origin_ = 0;    // the timestamp of frame 0, in the stream's time base
+    int64_t endFrame_ = 0;  // where the file says that the sound ends; what the last packet holds beyond is padding
+    int64_t position_ = 0;
+    int64_t wantedFrame_ = 0;  // samples before it are dropped
+    bool placed_ = false;      // position_ is known: a packet was decoded since the beginning or the last seek
+    bool held_ = false;        // frame_ was decoded already, and not handed out
+    bool drained_ = false;     // no packets are left
+};
+
+}  // namespace hullrider

@@ -1,0 +1,26 @@
+// SoundFonts. A font is known by its file; its samples are in memory once, however many streams sound through it, and
+// for as long as one of them or a handle has it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace hullrider {
+
+struct Font {
+    std::string path;  // UTF-8
+};
+
+struct FontEntry {
+    std::shared_ptr<const Font> font;
+    int bank = 0;  // added to the bank numbers of the font's presets
+};
+
+// The first font that has a preset sounds it.
+using FontList = std::vector<FontEntry>;
+
+// Checks that the file is a SoundFont, and readies it. Null on failure, with a BASS_ERROR code. Any thread.
+std::shared_ptr<const Font> LoadFont(const std::string& path, int& error);
+
+}  // namespace hullrider

@@ -1,0 +1,63 @@
+#include "audio/manual_output.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+#include <vector>
+
+#include "audio/channel.h"
+#include "audio/engine.h"
+
+namespace hullrider {
+
+namespace {
+
+using std::chrono::microseconds;
+
+constexpr std::chrono::seconds kPatience(10);  // with a channel that gets nothing decoded
+
+class ManualOutput : public Output {
+public:
+    explicit ManualOutput(uint32_t rate) : rate_(rate) {}
+    uint32_t Rate() const override { return rate_; }
+    bool Start(Mixer&) override { return true; }
+    void Stop() override {}
+    uint32_t LatencyFrames() const override { return 0; }
+    std::string Description() const override { return "rendered on demand, " + std::to_string(rate_) + " Hz"; }
+
+private:
+    uint32_t rate_;
+};
+
+void WaitForDecoders(Engine& engine, size_t frames) {
+    std::vector<std::shared_ptr<Channel>> channels;
+    engine.Channels().ForEach([&](const std::shared_ptr<Channel>& channel) { channels.push_back(channel); });
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
+    for (const std::shared_ptr<Channel>& channel : channels) {
+        if (!channel->ReadyFor(frames)) engine.Decoders().Attend(channel);
+        while (!channel->ReadyFor(frames) && std::chrono::steady_clock::now() < deadline) {
+            std::this_thread::sleep_for(microseconds(50));
+        }
+    }
+}
+
+}  // namespace
+
+bool InitManualOutput(uint32_t rate) {
+    return InstallEngine(std::make_unique<ManualOutput>(rate));
+}
+
+bool RenderManually(float* out, size_t frames, size_t blockFrames) {
+    const std::shared_ptr<Engine> engine = CurrentEngine();
+    if (engine == nullptr) return false;
+    while (frames > 0) {
+        const size_t now = std::min(frames, blockFrames);
+        WaitForDecoders(*engine, now);
+        engine->TheMixer().Render(out, now);
+        out += now * kStereo;
+        frames -= now;
+    }
+    return true;
+}
+
+}  // namespace hullrider

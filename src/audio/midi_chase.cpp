@@ -1,0 +1,110 @@
+#include "audio/midi_chase.h"
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "audio/midi_file.h"
+#include "audio/synth.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr uint8_t kUnset = 0xFF;
+
+// Controllers that mean something only in the order in which they came: data entry, and the parameter it is for.
+bool IsParameterController(uint8_t number) {
+    return number == 6 || number == 38 || (number >= 96 && number <= 101);
+}
+
+// GM System On or Off, GS Reset, XG System On: what came before them is void.
+bool IsSystemReset(const uint8_t* bytes, size_t count) {
+    const std::string_view text(reinterpret_cast<const char*>(bytes), count);
+    if (count >= 4 && bytes[0] == 0x7E) return bytes[2] == 0x09;
+    if (count >= 8 && bytes[0] == 0x41) return text.substr(2, 6) == std::string_view("\x42\x12\x40\x00\x7F\x00", 6);
+    if (count >= 7 && bytes[0] == 0x43) return text.substr(2, 5) == std::string_view("\x4C\x00\x00\x7E\x00", 5);
+    return false;
+}
+
+struct ChannelState {
+    std::array<uint8_t, 128> controllers;
+    uint8_t program = kUnset, programBankMsb = kUnset, programBankLsb = kUnset;
+    uint8_t pressure = kUnset, bendLow = kUnset, bendHigh = kUnset;
+
+    ChannelState() { controllers.fill(kUnset); }
+
+    void Note(const MidiEvent& event) {
+        switch (event.status & 0xF0) {
+            case 0xB0:
+                NoteController(event.data[0], event.data[1]);
+                break;
+            case 0xC0:
+                program = event.data[0];
+                programBankMsb = controllers[0];
+                programBankLsb = controllers[32];
+                break;
+            case 0xD0:
+                pressure = event.data[0];
+                break;
+            case 0xE0:
+                bendLow = event.data[0];
+                bendHigh = event.data[1];
+                break;
+            default:
+                break;
+        }
+    }
+
+    void NoteController(uint8_t number, uint8_t value) {
+        if (number < 120) {
+            controllers[number] = value;
+        } else if (number == 121) {
+            ResetControllers();
+        }
+    }
+
+    // What "reset all controllers" resets, by the MIDI recommended practice RP-015; volume, pan and banks stay.
+    void ResetControllers() {
+        for (const size_t number : {1, 11, 64, 65, 66, 67}) controllers[number] = kUnset;
+        pressure = bendLow = bendHigh = kUnset;
+    }
+
+    void Send(uint8_t channel, Synth& synth) const {
+        const auto control = [&](uint8_t number, uint8_t value) {
+            if (value != kUnset) synth.Send(static_cast<uint8_t>(0xB0 | channel), number, value);
+        };
+        // The program was chosen with the bank of its time; a bank chosen since waits for the next program.
+        control(0, programBankMsb);
+        control(32, programBankLsb);
+        if (program != kUnset) synth.Send(static_cast<uint8_t>(0xC0 | channel), program, 0);
+        for (uint8_t number = 0; number < 120; number++) {
+            if (!IsParameterController(number)) control(number, controllers[number]);
+        }
+        if (pressure != kUnset) synth.Send(static_cast<uint8_t>(0xD0 | channel), pressure, 0);
+        if (bendHigh != kUnset) synth.Send(static_cast<uint8_t>(0xE0 | channel), bendLow, bendHigh);
+    }
+};
+
+}  // namespace
+
+void ChaseMidi(const MidiSong& song, size_t count, Synth& synth) {
+    std::array<ChannelState, 16> channels;
+    for (size_t i = 0; i < count; i++) {
+        const MidiEvent& event = song.events[i];
+        const uint8_t kind = event.status & 0xF0;
+        if (event.status == 0xF0) {
+            // It may be a reset, or may choose a channel for drums: whatever it was, in its place.
+            const uint8_t* bytes = song.sysex.data() + event.sysexBegin;
+            synth.SendSysex(bytes, event.sysexLength);
+            if (IsSystemReset(bytes, event.sysexLength)) channels = {};
+        } else if (kind == 0xB0 && IsParameterController(event.data[0])) {
+            synth.Send(event.status, event.data[0], event.data[1]);
+        } else {
+            channels[event.status & 0x0F].Note(event);
+        }
+    }
+    for (uint8_t channel = 0; channel < channels.size(); channel++) channels[channel].Send(channel, synth);
+}
+
+}  // namespace hullrider

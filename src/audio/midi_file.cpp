@@ -1,0 +1,230 @@
+#include "audio/midi_file.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+namespace hullrider {
+
+namespace {
+
+constexpr size_t kMaxEvents = 1'500'000;
+constexpr double kMaxSeconds = 24.0 * 3600.0;  // what is said to happen later does not happen
+constexpr double kDefaultTempo = 500'000.0;    // microseconds a quarter note, 120 quarter notes a minute
+
+// Takes numbers off the front of some bytes; past their end, all are 0 and `good` is false.
+struct ByteReader {
+    std::string_view bytes;
+    bool good = true;
+
+    uint8_t Byte() {
+        if (bytes.empty()) {
+            good = false;
+            return 0;
+        }
+        const auto byte = static_cast<uint8_t>(bytes.front());
+        bytes.remove_prefix(1);
+        return byte;
+    }
+    uint32_t BigEndian(int count) {
+        uint32_t value = 0;
+        for (int i = 0; i < count; i++) value = value << 8 | Byte();
+        return value;
+    }
+    // Seven bits a byte, highest first, at most four bytes.
+    uint32_t VariableLength() {
+        uint32_t value = 0;
+        for (int i = 0; i < 4; i++) {
+            const uint8_t byte = Byte();
+            value = value << 7 | (byte & 0x7fu);
+            if (byte < 0x80) return value;
+        }
+        good = false;
+        return 0;
+    }
+    std::string_view Take(uint32_t count) {
+        if (count > bytes.size()) {
+            good = false;
+            bytes = {};
+            return {};
+        }
+        const std::string_view taken = bytes.substr(0, count);
+        bytes.remove_prefix(count);
+        return taken;
+    }
+};
+
+struct TempoChange {
+    double tick;
+    double microsPerQuarter;
+};
+
+// A file while it is read: the events' `seconds` are ticks still.
+struct Reading {
+    MidiSong song;
+    std::vector<TempoChange> tempos;
+    double endTick = 0.0;
+    bool tooMany = false;
+};
+
+void ReadMeta(uint8_t type, std::string_view data, double tick, Reading& reading) {
+    if (type != 0x51 || data.size() < 3) return;
+    ByteReader in{data};
+    const uint32_t micros = in.BigEndian(3);
+    if (reading.tempos.size() < kMaxEvents) reading.tempos.push_back({tick, micros == 0 ? kDefaultTempo : micros});
+}
+
+void AddEvent(const MidiEvent& event, Reading& reading) {
+    if (reading.song.events.size() >= kMaxEvents) {
+        reading.tooMany = true;
+    } else {
+        reading.song.events.push_back(event);
+    }
+}
+
+void AddSysex(std::string_view data, double tick, Reading& reading) {
+    // A message may come in several packets, each but the last without the closing F7: none that matters does.
+    if (data.empty() || static_cast<uint8_t>(data.back()) != 0xF7) return;
+    data.remove_suffix(1);
+    MidiEvent event;
+    event.seconds = tick;
+    event.status = 0xF0;
+    event.sysexBegin = static_cast<uint32_t>(reading.song.sysex.size());
+    event.sysexLength = static_cast<uint32_t>(data.size());
+    reading.song.sysex.insert(reading.song.sysex.end(), data.begin(), data.end());
+    AddEvent(event, reading);
+}
+
+// One channel message, whose first byte after any status is `first`. False when its data bytes are none.
+bool ReadChannelMessage(uint8_t status, uint8_t first, ByteReader& in, double tick, Reading& reading) {
+    MidiEvent event;
+    event.seconds = tick;
+    event.status = status;
+    event.data[0] = first;
+    const bool one = (status & 0xE0) == 0xC0;  // program change and channel pressure
+    if (!one) event.data[1] = in.Byte();
+    if (!in.good || event.data[0] >= 0x80 || event.data[1] >= 0x80) return false;
+    AddEvent(event, reading);
+    return true;
+}
+
+// Reads a track that begins at `startTick`, up to its end or to the first byte that makes no sense. Returns where it
+// ends.
+double ReadTrack(std::string_view bytes, double startTick, Reading& reading) {
+    ByteReader in{bytes};
+    double tick = startTick;
+    uint8_t running = 0;
+    while (!in.bytes.empty() && !reading.tooMany) {
+        const uint32_t delta = in.VariableLength();
+        if (!in.good) break;
+        tick += delta;
+        const uint8_t byte = in.Byte();
+        if (byte == 0xFF) {
+            const uint8_t type = in.Byte();
+            const std::string_view data = in.Take(in.VariableLength());
+            if (!in.good || type == 0x2F) break;
+            ReadMeta(type, data, tick, reading);
+        } else if (byte == 0xF0 || byte == 0xF7) {
+            const std::string_view data = in.Take(in.VariableLength());
+            if (!in.good) break;
+            if (byte == 0xF0) AddSysex(data, tick, reading);
+        } else if (byte > 0xF0) {
+            break;
+        } else {
+            // Files in use keep the running status across meta events, against the letter of the standard.
+            const bool isStatus = byte >= 0x80;
+            if (isStatus) running = byte;
+            if (running == 0) break;
+            if (!ReadChannelMessage(running, isStatus ? in.Byte() : byte, in, tick, reading)) break;
+        }
+    }
+    return tick;
+}
+
+// Walks time forward through the tempo map.
+class TickClock {
+public:
+    TickClock(uint16_t division, const std::vector<TempoChange>& tempos) : tempos_(tempos) {
+        if (division & 0x8000) {  // frames a second, negative, and ticks a frame
+            const int frames = 256 - (division >> 8);
+            fixed_ = true;
+            secondsPerTick_ = 1.0 / ((frames == 29 ? 29.97 : frames) * std::max(1, division & 0xFF));
+        } else {
+            ticksPerQuarter_ = division;
+            secondsPerTick_ = kDefaultTempo / 1e6 / ticksPerQuarter_;
+        }
+    }
+
+    // `tick` is not before that of the last call.
+    double SecondsAt(double tick) {
+        while (!fixed_ && next_ < tempos_.size() && tempos_[next_].tick <= tick) {
+            MoveTo(tempos_[next_].tick);
+            secondsPerTick_ = tempos_[next_].microsPerQuarter / 1e6 / ticksPerQuarter_;
+            next_++;
+        }
+        MoveTo(tick);
+        return seconds_;
+    }
+
+private:
+    void MoveTo(double tick) {
+        seconds_ += (tick - tick_) * secondsPerTick_;
+        tick_ = tick;
+    }
+
+    const std::vector<TempoChange>& tempos_;
+    size_t next_ = 0;
+    bool fixed_ = false;
+    double ticksPerQuarter_ = 1.0, secondsPerTick_ = 0.0;
+    double tick_ = 0.0, seconds_ = 0.0;
+};
+
+void PlaceInTime(uint16_t division, Reading& reading) {
+    std::vector<MidiEvent>& events = reading.song.events;
+    const auto earlier = [](const MidiEvent& a, const MidiEvent& b) { return a.seconds < b.seconds; };
+    std::stable_sort(events.begin(), events.end(), earlier);
+    std::stable_sort(reading.tempos.begin(), reading.tempos.end(),
+                     [](const TempoChange& a, const TempoChange& b) { return a.tick < b.tick; });
+    TickClock clock(division, reading.tempos);
+    for (MidiEvent& event : events) event.seconds = clock.SecondsAt(event.seconds);
+    reading.song.seconds = std::min(clock.SecondsAt(reading.endTick), kMaxSeconds);
+    const auto late = [](const MidiEvent& event) { return event.seconds > kMaxSeconds; };
+    events.erase(std::find_if(events.begin(), events.end(), late), events.end());
+}
+
+// The MIDI file inside a RIFF container, or the file itself.
+std::string_view Unwrap(std::string_view file) {
+    if (!file.starts_with("RIFF") || file.substr(8, 4) != "RMID") return file;
+    const size_t at = file.find("MThd", 12);
+    return at == std::string_view::npos ? std::string_view{} : file.substr(at);
+}
+
+}  // namespace
+
+std::optional<MidiSong> ReadMidiFile(std::string_view file) {
+    ByteReader in{Unwrap(file)};
+    if (in.Take(4) != "MThd") return std::nullopt;
+    ByteReader header{in.Take(in.BigEndian(4))};
+    const uint32_t format = header.BigEndian(2);
+    header.BigEndian(2);  // the number of tracks: those that are there count
+    const auto division = static_cast<uint16_t>(header.BigEndian(2));
+    if (!header.good || format > 2 || division == 0) return std::nullopt;
+
+    Reading reading;
+    bool anyTrack = false;
+    while (in.bytes.size() >= 8 && !reading.tooMany) {
+        const bool isTrack = in.Take(4) == "MTrk";
+        const uint32_t length = std::min(in.BigEndian(4), static_cast<uint32_t>(in.bytes.size()));
+        const std::string_view chunk = in.Take(length);
+        if (!isTrack) continue;
+        anyTrack = true;
+        // The tracks of format 2 are pieces of their own, one after the other.
+        const double end = ReadTrack(chunk, format == 2 ? reading.endTick : 0.0, reading);
+        reading.endTick = std::max(reading.endTick, end);
+    }
+    if (!anyTrack || reading.tooMany) return std::nullopt;
+    PlaceInTime(division, reading);
+    return std::move(reading.song);
+}
+
+}  // namespace hullrider

@@ -1,0 +1,2 @@
+#define MINIAUDIO_IMPLEMENTATION
+#include "audio/miniaudio_setup.h"

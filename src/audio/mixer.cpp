@@ -1,0 +1,105 @@
+#include "audio/mixer.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "audio/channel.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr float kDecaySeconds = 0.0005f;  // time constant
+constexpr float kInaudible = 1e-5f;
+
+}  // namespace
+
+Mixer::Mixer(uint32_t rate)
+    : rate_(rate), decay_(std::exp(-1.0f / (kDecaySeconds * static_cast<float>(rate)))), channels_(kMaxChannels) {}
+
+bool Mixer::Add(std::shared_ptr<Channel> channel) {
+    const std::lock_guard lock(mutex_);
+    const auto place = std::find(channels_.begin(), channels_.end(), nullptr);
+    if (place == channels_.end()) return false;
+    slots_[static_cast<size_t>(place - channels_.begin())].channel.store(channel.get());
+    *place = std::move(channel);
+    return true;
+}
+
+void Mixer::Remove(const std::shared_ptr<Channel>& channel) {
+    const std::lock_guard lock(mutex_);
+    const auto place = std::find(channels_.begin(), channels_.end(), channel);
+    if (place == channels_.end()) return;
+    slots_[static_cast<size_t>(place - channels_.begin())].channel.store(nullptr);
+    // A block that begins after this cannot see the channel: all these accesses are in one total order.
+    removed_.push_back({std::move(*place), begun_.load()});
+}
+
+bool Mixer::Collect() {
+    std::vector<Removed> done;  // destroyed after the lock is let go
+    const std::lock_guard lock(mutex_);
+    const uint64_t ended = ended_.load();
+    const auto inUse = [&](const Removed& removed) { return removed.begun > ended; };
+    const auto firstDone = std::partition(removed_.begin(), removed_.end(), inUse);
+    std::move(firstDone, removed_.end(), std::back_inserter(done));
+    removed_.erase(firstDone, removed_.end());
+    return removed_.empty();
+}
+
+void Mixer::Render(float* out, size_t frames) {
+    if (rendering_.test_and_set(std::memory_order_acquire)) {
+        std::fill_n(out, frames * kStereo, 0.0f);
+        return;
+    }
+    begun_.fetch_add(1);
+    while (frames > 0) {
+        const size_t now = std::min(frames, kBlockFrames);
+        RenderBlock(out, now);
+        out += now * kStereo;
+        frames -= now;
+    }
+    ended_.fetch_add(1);
+    rendering_.clear(std::memory_order_release);
+}
+
+void Mixer::RenderBlock(float* out, size_t frames) {
+    std::fill_n(out, frames * kStereo, 0.0f);
+    const float left = restLeft_, right = restRight_;
+    restLeft_ = restRight_ = 0.0f;
+    LetDecay(left, right, out, frames);
+    for (Slot& slot : slots_) RenderSlot(slot, out, frames);
+}
+
+// Where a channel breaks off (paused, freed, out of data), its last value dies away, because a step would be a click.
+void Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
+    Channel* channel = slot.channel.load();
+    if (channel != slot.heard) {
+        LetDecay(slot.left, slot.right, out, frames);
+        slot.heard = channel;
+        slot.left = slot.right = 0.0f;
+    }
+    if (channel == nullptr) return;
+    const Sounded sounded = channel->Render(scratch_.data(), out, frames);
+    if (sounded.frames == 0) {
+        LetDecay(slot.left, slot.right, out, frames);
+    } else if (sounded.frames < frames) {
+        LetDecay(sounded.left, sounded.right, out + sounded.frames * kStereo, frames - sounded.frames);
+    }
+    const bool whole = sounded.frames == frames;
+    slot.left = whole ? sounded.left : 0.0f;
+    slot.right = whole ? sounded.right : 0.0f;
+}
+
+void Mixer::LetDecay(float left, float right, float* out, size_t frames) {
+    for (size_t i = 0; i < frames; i++) {
+        if (std::fabs(left) < kInaudible && std::fabs(right) < kInaudible) return;
+        left *= decay_;
+        right *= decay_;
+        out[i * kStereo] += left;
+        out[i * kStereo + 1] += right;
+    }
+    restLeft_ += left;
+    restRight_ += right;
+}
+
+}  // namespace hullrider

@@ -1,0 +1,69 @@
+// Adds all channels up, block by block. Render is the device callback's work: no lock, no allocation, no file, no
+// print. Everything else is for callers on any thread.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "audio/ring.h"
+
+namespace hullrider {
+
+class Channel;
+
+class Mixer {
+public:
+    explicit Mixer(uint32_t rate);
+
+    uint32_t Rate() const { return rate_; }
+
+    // False when there are too many channels already.
+    bool Add(std::shared_ptr<Channel> channel);
+    // From the next block on the channel is not heard. It is destroyed by a later Collect.
+    void Remove(const std::shared_ptr<Channel>& channel);
+    // Destroys removed channels that no block can still be using. False when some are left for later.
+    bool Collect();
+
+    // Writes the next `frames` stereo frames. Should two threads come at once, the second gets silence.
+    void Render(float* out, size_t frames);
+
+private:
+    static constexpr size_t kMaxChannels = 256;
+    static constexpr size_t kBlockFrames = 1024;
+
+    struct Slot {
+        std::atomic<Channel*> channel{nullptr};
+        // Callback only: the last frame heard from this slot, and from which channel.
+        const Channel* heard = nullptr;
+        float left = 0.0f, right = 0.0f;
+    };
+    struct Removed {
+        std::shared_ptr<Channel> channel;
+        uint64_t begun;  // blocks begun when it was removed
+    };
+    void RenderBlock(float* out, size_t frames);
+    void RenderSlot(Slot& slot, float* out, size_t frames);
+    void LetDecay(float left, float right, float* out, size_t frames);
+
+    uint32_t rate_;
+    float decay_;  // a frame
+
+    std::mutex mutex_;
+    std::vector<std::shared_ptr<Channel>> channels_;  // at the same index as in slots_
+    std::vector<Removed> removed_;
+
+    std::array<Slot, kMaxChannels> slots_;
+    std::atomic<uint64_t> begun_{0}, ended_{0};  // calls of Render
+    std::atomic_flag rendering_;
+
+    // Callback only.
+    std::array<float, kBlockFrames * kStereo> scratch_;
+    float restLeft_ = 0.0f, restRight_ = 0.0f;  // of sounds that broke off
+};
+
+}  // namespace hullrider

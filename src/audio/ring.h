@@ -1,0 +1,41 @@
+// A channel's frames between the decoder thread that writes them and the callback that takes them: one producer, one
+// consumer, no lock. A frame is two floats, left and right, at the mixing rate. Frames are numbered from 0 for the life
+// of the ring, so that either side can name a place in the sound.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace hullrider {
+
+inline constexpr size_t kStereo = 2;  // floats in a frame
+
+class FrameRing {
+public:
+    explicit FrameRing(size_t capacityFrames);
+
+    // Producer. The longest stretch in one piece that can be written now, at most `maxFrames`; then what was written.
+    std::span<float> Writable(size_t maxFrames);
+    void Commit(size_t frames);
+
+    // Consumer. Copies up to `frames` out, and returns how many there were.
+    size_t Take(float* out, size_t frames);
+    // Consumer. Passes over everything before frame `number`, which is written already.
+    void SkipTo(uint64_t number);
+
+    // Any thread: the number of the next frame to be written and to be taken.
+    uint64_t Written() const { return written_.load(std::memory_order_acquire); }
+    uint64_t Taken() const { return taken_.load(std::memory_order_acquire); }
+    size_t Capacity() const { return capacity_; }
+
+private:
+    size_t capacity_;
+    std::vector<float> frames_;
+    alignas(64) std::atomic<uint64_t> written_{0};
+    alignas(64) std::atomic<uint64_t> taken_{0};
+};
+
+}  // namespace hullrider

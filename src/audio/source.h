@@ -1,0 +1,63 @@
+// What a channel plays: something that yields stereo frames at the mixing rate. A source is used by one thread at a
+// time, the decoder thread that has its channel; Length and LoopLength may be asked from any.
+//
+// Its own frames, in which places and lengths are told, are those of the file: at the file's sample rate, whatever the
+// mixing rate is.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "audio/fonts.h"
+
+namespace hullrider {
+
+struct SourceFormat {
+    uint32_t rate = 0;      // Hz
+    uint32_t channels = 0;  // of the file; what Read yields is always stereo
+    uint32_t type = 0;      // one of the BASS_CTYPE values
+};
+
+struct SourceRead {
+    size_t frames = 0;   // written
+    bool atEnd = false;  // nothing follows; never so for a source that loops, unless it is broken
+};
+
+class Source {
+public:
+    virtual ~Source() = default;
+
+    virtual SourceFormat Format() const = 0;
+    // In own frames. Known from the start, perhaps as an estimate, which gives way to the truth when the end is
+    // reached.
+    virtual int64_t Length() const = 0;
+    // The period after which a looping source repeats, in own frames; 0 while it has not come round yet.
+    virtual int64_t LoopLength() const = 0;
+
+    // Yields up to `frames` frames at the mixing rate. Fewer than asked, and not at the end: what there is for now.
+    virtual SourceRead Read(float* out, size_t frames) = 0;
+    // The next Read yields from own frame `frame` on. False: the source is broken, and at its end.
+    virtual bool Seek(int64_t frame) = 0;
+
+    // Any thread: the fonts that a MIDI source sounds through from now on. False for other sources.
+    virtual bool SetFonts(const FontList&) { return false; }
+};
+
+struct SourceRequest {
+    std::string path;  // UTF-8
+    uint32_t mixRate = 0;
+    bool loop = false;
+};
+
+// Each opens a file, or returns null and leaves a BASS_ERROR code. Any thread.
+std::unique_ptr<Source> OpenStreamSource(const SourceRequest& request, const FontList& fonts, int& error);
+std::unique_ptr<Source> OpenModuleSource(const SourceRequest& request, int& error);
+
+// The kinds of OpenStreamSource, told apart by the file's first bytes.
+std::unique_ptr<Source> OpenFfmpegSource(const SourceRequest& request, int& error);
+std::unique_ptr<Source> OpenMidiSource(const SourceRequest& request, const FontList& fonts, int& error);
+
+}  // namespace hullrider

@@ -1,0 +1,104 @@
+#include "audio/stereo_converter.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "audio/ring.h"
+
+extern "C" {
+#include <libavutil/channel_layout.h>
+#include <libavutil/frame.h>
+#include <libavutil/opt.h>
+#include <libswresample/swresample.h>
+}
+
+namespace hullrider {
+
+namespace {
+
+// Input of no samples that does not mean the end of all input, as a null pointer would.
+const uint8_t* const kNoSamples[AV_NUM_DATA_POINTERS] = {};
+
+size_t RunSwr(SwrContext* swr, float* out, size_t maxFrames, const uint8_t* const* in, int count) {
+    if (swr == nullptr) return 0;
+    auto* bytes = reinterpret_cast<uint8_t*>(out);
+    // FFmpeg 5 declares the input pointers without the const that they have since.
+    const int done = swr_convert(swr, &bytes, static_cast<int>(maxFrames), const_cast<const uint8_t**>(in), count);
+    return static_cast<size_t>(std::max(done, 0));
+}
+
+uint64_t LayoutMask(const AVChannelLayout& layout) {
+    return layout.order == AV_CHANNEL_ORDER_NATIVE ? layout.u.mask : 0;
+}
+
+}  // namespace
+
+void StereoConverter::SwrDeleter::operator()(SwrContext* context) const {
+    swr_free(&context);
+}
+
+bool StereoConverter::Fits(const AVFrame& frame) const {
+    return swr_ != nullptr && frame.format == format_ && frame.sample_rate == rate_ &&
+           frame.ch_layout.nb_channels == channels_ && LayoutMask(frame.ch_layout) == layout_;
+}
+
+bool StereoConverter::Prepare(const AVFrame& frame) {
+    ending_ = std::move(swr_);
+    AVChannelLayout in = {};
+    // Without a known order of channels, the usual one for their number.
+    if (LayoutMask(frame.ch_layout) != 0) {
+        av_channel_layout_copy(&in, &frame.ch_layout);
+    } else {
+        av_channel_layout_default(&in, frame.ch_layout.nb_channels);
+    }
+    AVChannelLayout stereo = AV_CHANNEL_LAYOUT_STEREO;
+    SwrContext* swr = nullptr;
+    const int made = swr_alloc_set_opts2(&swr, &stereo, AV_SAMPLE_FMT_FLT, static_cast<int>(mixRate_), &in,
+                                         static_cast<AVSampleFormat>(frame.format), frame.sample_rate, 0, nullptr);
+    const bool mono = in.nb_channels == 1;
+    av_channel_layout_uninit(&in);
+    std::unique_ptr<SwrContext, SwrDeleter> prepared(swr);
+    if (made < 0) return false;
+    // Many channels folded into two must not exceed full scale; one is heard at its own level on both sides.
+    av_opt_set_double(swr, "rematrix_maxval", 1.0, 0);
+    constexpr double kBothSides[] = {1.0, 1.0};
+    if (mono && swr_set_matrix(swr, kBothSides, 1) < 0) return false;
+    if (swr_init(swr) < 0) return false;
+    swr_ = std::move(prepared);
+    format_ = frame.format;
+    rate_ = frame.sample_rate;
+    channels_ = frame.ch_layout.nb_channels;
+    layout_ = LayoutMask(frame.ch_layout);
+    return true;
+}
+
+size_t StereoConverter::TakeEnding(float* out, size_t maxFrames) {
+    if (ending_ == nullptr) return 0;
+    const size_t frames = RunSwr(ending_.get(), out, maxFrames, nullptr, 0);
+    if (frames < maxFrames) ending_.reset();
+    return frames;
+}
+
+size_t StereoConverter::Convert(const AVFrame& frame, float* out, size_t maxFrames) {
+    if (!Fits(frame) && !Prepare(frame)) return 0;
+    const size_t before = TakeEnding(out, maxFrames);
+    return before +
+           RunSwr(swr_.get(), out + before * kStereo, maxFrames - before, frame.extended_data, frame.nb_samples);
+}
+
+size_t StereoConverter::Take(float* out, size_t maxFrames) {
+    const size_t before = TakeEnding(out, maxFrames);
+    return before + RunSwr(swr_.get(), out + before * kStereo, maxFrames - before, kNoSamples, 0);
+}
+
+size_t StereoConverter::Drain(float* out, size_t maxFrames) {
+    const size_t before = TakeEnding(out, maxFrames);
+    return before + RunSwr(swr_.get(), out + before * kStereo, maxFrames - before, nullptr, 0);
+}
+
+void StereoConverter::Reset() {
+    swr_.reset();
+    ending_.reset();
+}
+
+}  // namespace hullrider

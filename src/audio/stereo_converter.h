@@ -1,0 +1,46 @@
+// Turns decoded samples of any format, rate and channel layout into interleaved stereo float at the mixing rate. A
+// change of any of them midway is followed. One thread.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+struct AVFrame;
+struct SwrContext;
+
+namespace hullrider {
+
+class StereoConverter {
+public:
+    explicit StereoConverter(uint32_t mixRate) : mixRate_(mixRate) {}
+
+    // Takes in all samples of `frame` and writes up to `maxFrames` frames; what does not fit is kept. Returns the
+    // frames written, 0 also for samples that cannot be converted.
+    size_t Convert(const AVFrame& frame, float* out, size_t maxFrames);
+
+    // Writes what was kept.
+    size_t Take(float* out, size_t maxFrames);
+
+    // Writes what was kept and what the filter still holds. Less than `maxFrames`: that was all.
+    size_t Drain(float* out, size_t maxFrames);
+
+    // Forgets everything taken in.
+    void Reset();
+
+private:
+    struct SwrDeleter {
+        void operator()(SwrContext* context) const;
+    };
+    bool Fits(const AVFrame& frame) const;
+    bool Prepare(const AVFrame& frame);
+    size_t TakeEnding(float* out, size_t maxFrames);
+
+    uint32_t mixRate_;
+    std::unique_ptr<SwrContext, SwrDeleter> swr_;
+    std::unique_ptr<SwrContext, SwrDeleter> ending_;  // of samples of another shape, whose rest comes first
+    int format_ = -1, rate_ = 0, channels_ = 0;
+    uint64_t layout_ = 0;
+};
+
+}  // namespace hullrider

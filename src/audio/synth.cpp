@@ -1,0 +1,116 @@
+#include "audio/synth.h"
+
+#include <fluidsynth.h>
+
+#include <cstddef>
+#include <mutex>
+#include <string>
+
+#include "platform/console.h"
+
+namespace hullrider {
+
+namespace {
+
+void PrintSynthError(int, const char* message, void*) {
+    PrintErrorLine(std::string("MIDI synthesizer: ") + message);
+}
+
+void QuietLog() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        fluid_set_log_function(FLUID_PANIC, PrintSynthError, nullptr);
+        // Even errors: they are about files, and whoever opened the file is told by a result.
+        for (const int level : {FLUID_ERR, FLUID_WARN, FLUID_INFO, FLUID_DBG}) {
+            fluid_set_log_function(level, nullptr, nullptr);
+        }
+    });
+}
+
+}  // namespace
+
+void SynthDeleter::operator()(_fluid_hashtable_t* settings) const {
+    delete_fluid_settings(settings);
+}
+void SynthDeleter::operator()(_fluid_synth_t* synth) const {
+    delete_fluid_synth(synth);
+}
+
+Synth::Synth(uint32_t rate) {
+    QuietLog();
+    settings_.reset(new_fluid_settings());
+    if (!settings_) return;
+    fluid_settings_setnum(settings_.get(), "synth.sample-rate", rate);
+    fluid_settings_setint(settings_.get(), "synth.reverb.active", 1);
+    fluid_settings_setint(settings_.get(), "synth.chorus.active", 1);
+    fluid_settings_setint(settings_.get(), "synth.threadsafe-api", 0);
+    fluid_settings_setint(settings_.get(), "synth.lock-memory", 0);
+    // A song uses a few of a font's presets; only their samples are read.
+    fluid_settings_setint(settings_.get(), "synth.dynamic-sample-loading", 1);
+    synth_.reset(new_fluid_synth(settings_.get()));
+}
+
+Synth::~Synth() = default;
+
+int Synth::Load(const std::string& path) {
+    return fluid_synth_sfload(synth_.get(), path.c_str(), 0);
+}
+
+void Synth::UseFonts(const FontList& fonts) {
+    const std::vector<int> old = std::move(loaded_);
+    loaded_.clear();
+    // FluidSynth asks the font loaded last first, and the list names the first choice first.
+    for (auto entry = fonts.rbegin(); entry != fonts.rend(); ++entry) {
+        const int number = Load(entry->font->path);
+        if (number < 0) continue;
+        fluid_synth_set_bank_offset(synth_.get(), number, entry->bank);
+        loaded_.push_back(number);
+    }
+    for (const int number : old) fluid_synth_sfunload(synth_.get(), number, 0);
+    fluid_synth_program_reset(synth_.get());
+}
+
+void Synth::Reset() {
+    fluid_synth_system_reset(synth_.get());
+}
+
+void Synth::Send(uint8_t status, uint8_t data1, uint8_t data2) {
+    fluid_synth_t* synth = synth_.get();
+    const int channel = status & 0x0F;
+    switch (status & 0xF0) {
+        case 0x80:
+            fluid_synth_noteoff(synth, channel, data1);
+            break;
+        case 0x90:
+            fluid_synth_noteon(synth, channel, data1, data2);
+            break;
+        case 0xA0:
+            fluid_synth_key_pressure(synth, channel, data1, data2);
+            break;
+        case 0xB0:
+            fluid_synth_cc(synth, channel, data1, data2);
+            break;
+        case 0xC0:
+            fluid_synth_program_change(synth, channel, data1);
+            break;
+        case 0xD0:
+            fluid_synth_channel_pressure(synth, channel, data1);
+            break;
+        case 0xE0:
+            fluid_synth_pitch_bend(synth, channel, data2 << 7 | data1);
+            break;
+        default:
+            break;
+    }
+}
+
+void Synth::SendSysex(const uint8_t* bytes, size_t count) {
+    fluid_synth_sysex(synth_.get(), reinterpret_cast<const char*>(bytes), static_cast<int>(count), nullptr, nullptr,
+                      nullptr, 0);
+}
+
+void Synth::Render(float* out, size_t frames) {
+    fluid_synth_write_float(synth_.get(), static_cast<int>(frames), out, 0, 2, out, 1, 2);
+}
+
+}  // namespace hullrider

@@ -1,0 +1,52 @@
+// One FluidSynth with reverb and chorus, quiet on the console. One thread at a time.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "audio/fonts.h"
+
+struct _fluid_hashtable_t;
+struct _fluid_synth_t;
+
+namespace hullrider {
+
+struct SynthDeleter {
+    void operator()(_fluid_hashtable_t* settings) const;
+    void operator()(_fluid_synth_t* synth) const;
+};
+
+class Synth {
+public:
+    explicit Synth(uint32_t rate);
+    ~Synth();
+
+    // False: not enough memory for one; nothing else may be called then.
+    bool Good() const { return synth_ != nullptr; }
+
+    // Sounds through these fonts from the next note on; notes that sound go on. A font that cannot be loaded is left
+    // out.
+    void UseFonts(const FontList& fonts);
+    bool HasFonts() const { return !loaded_.empty(); }
+
+    // Silence, every controller and program as after power-on.
+    void Reset();
+    // A channel message.
+    void Send(uint8_t status, uint8_t data1, uint8_t data2);
+    // A system exclusive message without its F0 and F7.
+    void SendSysex(const uint8_t* bytes, size_t count);
+
+    // Interleaved stereo.
+    void Render(float* out, size_t frames);
+
+    // For LoadFont: a font's number, or a negative one on failure.
+    int Load(const std::string& path);
+
+private:
+    std::unique_ptr<_fluid_hashtable_t, SynthDeleter> settings_;
+    std::unique_ptr<_fluid_synth_t, SynthDeleter> synth_;
+    std::vector<int> loaded_;
+};
+
+}  // namespace hullrider

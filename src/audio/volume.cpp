@@ -1,0 +1,123 @@
+#include "audio/volume.h"
+
+#include <bit>
+
+#include "audio/ring.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr uint32_t kSmoothMs = 6;
+constexpr uint32_t kOrderMask = 0x7fffffff;  // an order's number in a report; what is left holds "sliding"
+
+uint64_t Pack(uint32_t high, uint32_t low) {
+    return uint64_t{high} << 32 | low;
+}
+
+uint32_t High(uint64_t word) {
+    return static_cast<uint32_t>(word >> 32);
+}
+
+uint32_t Low(uint64_t word) {
+    return static_cast<uint32_t>(word);
+}
+
+}  // namespace
+
+Volume::Volume(uint32_t mixRate) : mixRate_(mixRate) {
+    PostReport();
+}
+
+void Volume::Set(float value) {
+    const std::lock_guard lock(mutex_);
+    Order order;
+    order.jumps = true;
+    order.jumpTo = value;
+    Post(order);
+}
+
+void Volume::SlideTo(float target, uint32_t timeMs) {
+    const std::lock_guard lock(mutex_);
+    Order order;
+    if (LastReport().orderNumber != number_) {  // not obeyed yet: its jump still stands
+        order.jumps = order_.jumps;
+        order.jumpTo = order_.jumpTo;
+    }
+    order.slides = true;
+    order.slideTo = target;
+    order.timeMs = timeMs;
+    Post(order);
+}
+
+float Volume::Get() const {
+    const std::lock_guard lock(mutex_);
+    const Report report = LastReport();
+    const bool waiting = report.orderNumber != number_;
+    if (waiting && order_.slides && order_.timeMs == 0) return order_.slideTo;
+    return waiting && order_.jumps ? order_.jumpTo : report.value;
+}
+
+bool Volume::Sliding() const {
+    const std::lock_guard lock(mutex_);
+    const Report report = LastReport();
+    return report.orderNumber != number_ ? order_.slides && order_.timeMs > 0 : report.sliding;
+}
+
+void Volume::Post(const Order& order) {
+    order_ = order;
+    number_ = (number_ + 1) & kOrderMask;
+    sequence_.store(number_ * 2 - 1);
+    values_.store(Pack(std::bit_cast<uint32_t>(order.jumpTo), std::bit_cast<uint32_t>(order.slideTo)));
+    timing_.store(Pack(order.timeMs, (order.jumps ? 2u : 0u) | (order.slides ? 1u : 0u)));
+    sequence_.store(number_ * 2);
+}
+
+bool Volume::ReadOrder(Order& order, uint32_t& number) const {
+    const uint32_t before = sequence_.load();
+    const uint64_t values = values_.load();
+    const uint64_t timing = timing_.load();
+    if (before % 2 != 0 || sequence_.load() != before) return false;
+    order.jumpTo = std::bit_cast<float>(High(values));
+    order.slideTo = std::bit_cast<float>(Low(values));
+    order.timeMs = High(timing);
+    order.jumps = (Low(timing) & 2u) != 0;
+    order.slides = (Low(timing) & 1u) != 0;
+    number = before / 2;
+    return true;
+}
+
+void Volume::Obey(bool sounding) {
+    Order order;
+    uint32_t number = 0;
+    // A caller that is writing this very moment is heard with the next block.
+    if (!ReadOrder(order, number) || number == obeyed_) return;
+    obeyed_ = number;
+    const size_t smoothFrames = sounding ? size_t{mixRate_} * kSmoothMs / 1000 : 0;
+    if (order.jumps) line_.JumpTo(order.jumpTo, smoothFrames);
+    if (!order.slides) return;
+    if (order.timeMs == 0) {
+        line_.JumpTo(order.slideTo, smoothFrames);
+    } else {
+        line_.SlideTo(order.slideTo, uint64_t{order.timeMs} * mixRate_ / 1000);
+    }
+}
+
+void Volume::MixInto(const float* frames, size_t count, float* mix, size_t blockFrames, bool sounding) {
+    Obey(sounding);
+    line_.MixInto(frames, count, mix);
+    lastGain_ = line_.Gain();
+    line_.Advance(blockFrames - count);
+    PostReport();
+}
+
+void Volume::PostReport() {
+    report_.store(Pack(std::bit_cast<uint32_t>(line_.Value()), obeyed_ << 1 | (line_.Sliding() ? 1u : 0u)));
+}
+
+Volume::Report Volume::LastReport() const {
+    const uint64_t report = report_.load();
+    return {std::bit_cast<float>(High(report)), Low(report) >> 1, (Low(report) & 1u) != 0};
+}
+
+}  // namespace hullrider

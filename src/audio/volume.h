@@ -1,0 +1,68 @@
+// A channel's volume between the callers, who set it from any thread, and the callback, which applies it. Orders that
+// arrive between two blocks are put together: "set, then slide" is a slide from the set value.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <mutex>
+
+#include "audio/gain_line.h"
+
+namespace hullrider {
+
+class Volume {
+public:
+    explicit Volume(uint32_t mixRate);
+
+    // Callers. Both end a running slide. `value` is finite and not negative; 1.0 is the data as it is.
+    void Set(float value);
+    void SlideTo(float target, uint32_t timeMs);
+    float Get() const;
+    bool Sliding() const;
+
+    // Callback: obeys what was ordered, then mixes `count` frames into the first of `blockFrames` places of `mix` and
+    // lets the time of the whole block pass. `sounding`: the channel was heard up to here, so a hard set is smoothed.
+    void MixInto(const float* frames, size_t count, float* mix, size_t blockFrames, bool sounding);
+    // Callback: the gain of the last frame mixed.
+    float LastGain() const { return lastGain_; }
+
+private:
+    struct Order {
+        bool jumps = false, slides = false;
+        float jumpTo = 1.0f, slideTo = 1.0f;
+        uint32_t timeMs = 0;
+    };
+    // What the callback last reported; packed into one word so that its parts belong together.
+    struct Report {
+        float value;
+        uint32_t orderNumber;  // of the last order obeyed
+        bool sliding;
+    };
+    void Post(const Order& order);
+    bool ReadOrder(Order& order, uint32_t& number) const;
+    void Obey(bool sounding);
+    void PostReport();
+    Report LastReport() const;
+
+    uint32_t mixRate_;
+
+    mutable std::mutex mutex_;  // callers only
+    Order order_;               // the last one posted
+    uint32_t number_ = 0;       // its number
+
+    // The posted order, written by callers and read by the callback: a sequence lock made of atomics. Odd: being
+    // written.
+    std::atomic<uint32_t> sequence_{0};
+    std::atomic<uint64_t> values_{0};  // jumpTo, slideTo
+    std::atomic<uint64_t> timing_{0};  // timeMs, jumps, slides
+
+    std::atomic<uint64_t> report_;
+
+    // Callback only.
+    GainLine line_;
+    float lastGain_ = 1.0f;
+    uint32_t obeyed_ = 0;
+};
+
+}  // namespace hullrider
