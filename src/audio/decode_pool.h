@@ -44,7 +44,7 @@ private:
     std::condition_variable wake_;
     std::vector<Job> jobs_;
     SteadyTime clearUpDue_ = SteadyTime::max();
-    bool timekeeping_ = false;  // one thread waits for the next due time; the others until they are called
+    SteadyTime keptUntil_ = SteadyTime::max();  // until when a waiting thread watches the time
     bool stopping_ = false;
     std::vector<std::thread> threads_;
 };
