@@ -24,3 +24,8 @@ if(HULLRIDER_SANITIZE)
         -fsanitize=${HULLRIDER_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(hullrider_options INTERFACE -fsanitize=${HULLRIDER_SANITIZE})
 endif()
+if(HULLRIDER_FUZZ)
+    # Coverage for the fuzz targets' rooms; the targets themselves bring the main function.
+    target_compile_options(hullrider_options INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(hullrider_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

@@ -7,7 +7,7 @@ readonly cache=${HULLRIDER_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/hullrider-radi
 
 # What each job needs from Debian.
 readonly build_packages="g++ cmake ninja-build make pkg-config xz-utils nlohmann-json3-dev libavformat-dev libavcodec-dev
-    libavutil-dev libswresample-dev libfluidsynth-dev libopenmpt-dev libsdl2-dev timgm6mb-soundfont ffmpeg"
+    libavutil-dev libswresample-dev libfluidsynth-dev libopenmpt-dev libsdl2-dev timgm6mb-soundfont ffmpeg libebur128-dev"
 readonly windows_packages="g++-mingw-w64-x86-64-posix nasm patch googletest wine wine64 fonts-dejavu-core"
 readonly screen_packages="xvfb"
 readonly test_packages="libgtest-dev googletest xvfb xdotool x11-utils imagemagick python3"

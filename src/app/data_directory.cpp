@@ -19,19 +19,10 @@ bool IsPortable() {
     return kPortableBuild || std::filesystem::exists(PathFromUtf8(StatePath(ProgramFolder(), "portable.txt")), error);
 }
 
-std::string Absolute(const std::string& folder) {
-    std::error_code error;
-    std::filesystem::path path = std::filesystem::absolute(PathFromUtf8(folder), error).lexically_normal();
-    if (error) return folder;
-    if (!path.has_filename()) path = path.parent_path();  // "dir/" is the same folder as "dir"
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
 }  // namespace
 
 std::string ChooseDataDirectory(const RunOptions& options) {
-    if (options.dataDir) return Absolute(*options.dataDir);
+    if (options.dataDir) return *options.dataDir;
     if (IsPortable()) return WorkingFolder();
     return StatePath(DocumentsFolder().value_or(WorkingFolder()), "\\Hullrider Radio v1.1");
 }

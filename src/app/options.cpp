@@ -1,8 +1,9 @@
 #include "app/options.h"
 
 #include <charconv>
-#include <cmath>
 #include <string_view>
+
+#include "platform/paths.h"
 
 namespace hullrider {
 
@@ -47,11 +48,11 @@ bool ParseSeconds(const std::string& value, std::optional<double>& seconds) {
 bool ApplyValue(std::string_view name, const std::string& value, RunOptions& options) {
     if (value.empty()) return false;
     if (name == "--data-dir") {
-        options.dataDir = value;
+        options.dataDir = AbsolutePath(value);
     } else if (name == "--music") {
-        options.music.push_back(value);
+        options.music.push_back(AbsolutePath(value));
     } else if (name == "--fallback-music") {
-        options.fallbackMusic = value;
+        options.fallbackMusic = AbsolutePath(value);
     } else if (name == "--output") {
         return ParseOutput(value, options.output);
     } else {

@@ -9,6 +9,7 @@
 
 namespace hullrider {
 
+// Folders are absolute.
 struct RunOptions {
     std::optional<std::string> dataDir;        // instead of the folder under Documents
     std::vector<std::string> music;            // music directories for this run, not saved

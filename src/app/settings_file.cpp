@@ -1,6 +1,7 @@
 #include "app/settings_file.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -17,6 +18,7 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMaxSettingsBytes = size_t{4} << 20;
+constexpr size_t kMaxErrorBytes = 1000;  // the parser quotes what it stumbled over, however long that is
 
 using Json = nlohmann::json;
 
@@ -62,10 +64,10 @@ struct Taking {
 
 // The shortest decimal number that is this float and no other: 0.1 and not 0.10000000149011612.
 double ShortestDouble(float value) {
-    char digits[32] = {};
-    const std::to_chars_result end = std::to_chars(std::begin(digits), std::end(digits), value);
+    std::array<char, 32> digits{};
+    const std::to_chars_result written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
     double number = 0.0;
-    std::from_chars(std::begin(digits), end.ptr, number);
+    std::from_chars(digits.data(), written.ptr, number);
     return number;
 }
 
@@ -119,7 +121,7 @@ SettingsReading ReadSettings(std::string_view text, Settings& settings, std::str
         if (object.is_object()) return TakeAll(object, settings, error);
         error = "it holds no object";
     } catch (const Json::exception& exception) {
-        error = exception.what();
+        error = std::string(exception.what()).substr(0, kMaxErrorBytes);
     }
     return SettingsReading::kUnreadable;
 }

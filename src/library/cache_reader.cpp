@@ -40,7 +40,7 @@ class CacheHandler final : public nlohmann::json_sax<nlohmann::json> {
 public:
     explicit CacheHandler(CacheReading& reading) : reading_(reading) {}
 
-    bool start_object(size_t) override {
+    bool start_object(size_t /*size*/) override {
         if (passedOver_ > 0 || !TakesObjects()) return PassOver();
         place_ = Inside(place_);
         if (place_ == Place::kPlaylist) return AddPlaylist();
@@ -48,7 +48,7 @@ public:
         return true;
     }
 
-    bool start_array(size_t) override {
+    bool start_array(size_t /*size*/) override {
         if (passedOver_ > 0 || !TakesArray()) return PassOver();
         place_ = Inside(place_);
         // A key that comes twice: the last one counts.
@@ -77,12 +77,13 @@ public:
 
     bool number_integer(int64_t value) override { return Number(Int32From(value)); }
     bool number_unsigned(uint64_t value) override { return Number(Int32From(value)); }
-    bool number_float(double, const std::string&) override { return true; }
+    bool number_float(double /*value*/, const std::string& /*text*/) override { return true; }
     bool null() override { return true; }
-    bool boolean(bool) override { return true; }
-    bool binary(binary_t&) override { return true; }
+    bool boolean(bool /*value*/) override { return true; }
+    bool binary(binary_t& /*value*/) override { return true; }
 
-    bool parse_error(size_t, const std::string&, const nlohmann::detail::exception& error) override {
+    bool parse_error(size_t /*position*/, const std::string& /*token*/,
+                     const nlohmann::detail::exception& error) override {
         reading_.parseError = std::string(error.what()).substr(0, kMaxErrorBytes);
         return false;
     }

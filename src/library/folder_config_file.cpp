@@ -12,6 +12,7 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMaxConfigBytes = size_t{1} << 20;
+constexpr size_t kMaxErrorBytes = 1000;  // the parser quotes what it stumbled over, however long that is
 constexpr const char* kSoundFontKey = "soundFontDirectoryPath";
 constexpr const char* kCompanionKey = "hullriderPath";
 
@@ -38,7 +39,7 @@ bool ReadFolderConfig(std::string_view text, FolderConfig& config, std::string& 
         const bool soundFontGood = TakeText(object, kSoundFontKey, config.soundFontDirectoryPath, error);
         return TakeText(object, kCompanionKey, config.hullriderPath, error) && soundFontGood;
     } catch (const nlohmann::json::exception& exception) {
-        error = exception.what();
+        error = std::string(exception.what()).substr(0, kMaxErrorBytes);
         return false;
     }
 }

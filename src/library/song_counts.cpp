@@ -64,7 +64,7 @@ int64_t SongCountOf(const MusicLibrary& library) {
 std::optional<SongPosition> SongAt(const MusicLibrary& library, int64_t number) {
     if (number < 0) return std::nullopt;
     for (size_t i = 0; i < library.playlists.size(); ++i) {
-        const int64_t size = static_cast<int64_t>(library.playlists[i].songs.size());
+        const auto size = static_cast<int64_t>(library.playlists[i].songs.size());
         if (number < size) return SongPosition{static_cast<int32_t>(i), static_cast<int32_t>(number)};
         number -= size;
     }

@@ -60,6 +60,15 @@ std::string StatePath(std::string_view folder, std::string_view name) {
     return path;
 }
 
+std::string AbsolutePath(const std::string& path) {
+    std::error_code error;
+    std::filesystem::path absolute = std::filesystem::absolute(PathFromUtf8(path), error).lexically_normal();
+    if (error) return path;
+    if (!absolute.has_filename() && absolute.has_relative_path()) absolute = absolute.parent_path();
+    const std::u8string text = absolute.u8string();
+    return {text.begin(), text.end()};
+}
+
 std::string WorkingFolder() {
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::current_path(error);

@@ -33,8 +33,8 @@ TEST(DataDirectory, TheOptionBeatsThePortableFileBeatsTheDocuments) {
     EXPECT_TRUE(ChooseDataDirectory(options).ends_with("Hullrider Radio v1.1"));
     std::ofstream(PathFromUtf8(portable)) << "";
     EXPECT_EQ(ChooseDataDirectory(options), WorkingFolder());
-    options.dataDir = "some/";
-    EXPECT_EQ(ChooseDataDirectory(options), StatePath(WorkingFolder(), "some"));
+    options.dataDir = "some";
+    EXPECT_EQ(ChooseDataDirectory(options), "some");
     std::filesystem::remove(PathFromUtf8(portable));
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/paths.h"
+
 namespace hullrider {
 namespace {
 
@@ -12,9 +14,9 @@ TEST(Options, EveryOptionIsRead) {
                               "--output", "wav:C:\\x.wav", "--for", "1.5"},
                              options, error))
         << error;
-    EXPECT_EQ(options.dataDir, "d");
-    EXPECT_EQ(options.music, (std::vector<std::string>{"a b", "\xC3\xA4"}));
-    EXPECT_EQ(options.fallbackMusic, "f");
+    EXPECT_EQ(options.dataDir, AbsolutePath("d"));
+    EXPECT_EQ(options.music, (std::vector<std::string>{AbsolutePath("a b"), AbsolutePath("\xC3\xA4")}));
+    EXPECT_EQ(options.fallbackMusic, AbsolutePath("f"));
     EXPECT_EQ(options.output.kind, OutputKind::kWav);
     EXPECT_EQ(options.output.wavPath, "C:\\x.wav");
     EXPECT_EQ(options.forSec, 1.5);

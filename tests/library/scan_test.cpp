@@ -85,21 +85,21 @@ TEST(Scan, FavouritesFilesAreToldOfTheDirectorysOwnFirstAndAreNoSongs) {
     EXPECT_EQ(library.totalSongs, 1);
 }
 
-TEST(Scan, AnAlbumThatGoesAwayMeanwhileIsOneLine) {
+TEST(Scan, AnAlbumThatGoesAwayMeanwhileIsOneLineAndTheRestIsScanned) {
     const TemporaryFolder music;
-    for (const char* file : {"A/a.mp3", "B/b.mp3", "favorite.json"}) music.Write(file, "");
+    for (const char* file : {"A/a.mp3", "A/favorite.json", "B/b.mp3", "B/favorite.json"}) music.Write(file, "");
+    std::string gone;
+    const auto removeTheOther = [&](const std::string& favorites) {
+        gone = favorites == music.At("A/favorite.json") ? "B" : "A";
+        fs::remove_all(music.Path() / gone);
+    };
     MusicLibrary library;
     ConsoleCapture console;
-    // The favourites file of the directory is told of before the albums are opened.
-    const std::vector<Playlist> playlists =
-        ScanDirectory(music.Text(), library, [&](const std::string&) { fs::remove_all(music.Path() / "A"); });
+    EXPECT_EQ(ScanDirectory(music.Text(), library, removeTheOther).size(), 1U);
     const std::string errors = console.Errors();
-    EXPECT_EQ(playlists.size(), 1U);
-    // Listed or not before it went: at most one line, and it names the folder.
-    if (!errors.empty()) {
-        EXPECT_EQ(errors.find("Failed to read folder: " + music.At("A") + ": "), 0U);
-        EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1);
-    }
+    EXPECT_EQ(errors.find("Failed to read folder: " + music.At(gone) + ": "), 0U) << errors;
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+    EXPECT_EQ(library.totalSongs, 1);
 }
 
 TEST(Scan, ARescanReplacesThePlaylistsInTheOrderOfTheDirectoriesAndRaisesTheCounters) {
@@ -184,12 +184,22 @@ TEST(Scan, LinksCountAsWhatTheyLeadToAndLoopsEnd) {
     EXPECT_EQ(Sorted(ScanDirectory(music.At("inside"), library)), expected);
     EXPECT_EQ(console.Errors(), "");
 }
+#endif
+
+// A name with no UTF-8 form: an unpaired surrogate on Windows, a stray byte elsewhere.
+fs::path NoText() {
+    if constexpr (std::is_same_v<fs::path::value_type, wchar_t>) return std::wstring(1, wchar_t{0xD800});
+    return std::string("\xFF");
+}
 
 TEST(Scan, NamesThatAreNoTextAreReportedAndSkipped) {
     const TemporaryFolder music;
     music.Write("Album/good.mp3", "");
-    std::ofstream(music.Path() / "Album" / "bad\xFF.mp3") << "";
-    fs::create_directory(music.Path() / "fol\xC3(der");
+    fs::path file = music.Path() / "Album" / NoText();
+    std::ofstream(file += ".mp3") << "";
+    std::error_code refused;
+    fs::create_directory(music.Path() / NoText(), refused);
+    if (refused || !fs::exists(file, refused)) GTEST_SKIP() << "this file system takes no such names";
     MusicLibrary library;
     ConsoleCapture console;
     EXPECT_EQ(ScanDirectory(music.Text(), library).size(), 1U);
@@ -198,7 +208,6 @@ TEST(Scan, NamesThatAreNoTextAreReportedAndSkipped) {
                                     " is not valid text\n");
     EXPECT_EQ(library.totalSongs, 1);
 }
-#endif
 
 }  // namespace
 }  // namespace hullrider

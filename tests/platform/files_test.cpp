@@ -1,6 +1,11 @@
 #include "platform/files.h"
 
 #include <gtest/gtest.h>
+#ifdef __linux__
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
 
 #include "tests/temporary_folder.h"
 
@@ -49,6 +54,24 @@ TEST(Files, ABadFileIsKeptBesideAndReplacesAnOlderOne) {
     EXPECT_EQ(folder.Read("a.json"), "{broken");
     EXPECT_FALSE(KeepBadFile(folder.At("missing")));
 }
+
+#ifdef __linux__
+TEST(Files, ABadFileThatCannotBeCopiedIsMovedThere) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("a.json", "{broken");
+    rlimit unlimited{};
+    getrlimit(RLIMIT_FSIZE, &unlimited);
+    const rlimit fullDisk{1, unlimited.rlim_max};
+    const auto old = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &fullDisk);
+    const bool kept = KeepBadFile(path);
+    setrlimit(RLIMIT_FSIZE, &unlimited);
+    std::signal(SIGXFSZ, old);
+    EXPECT_TRUE(kept);
+    EXPECT_EQ(folder.Read("a.json.bad"), "{broken");
+    EXPECT_FALSE(folder.Has("a.json"));
+}
+#endif
 
 }  // namespace
 }  // namespace hullrider

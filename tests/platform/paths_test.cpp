@@ -39,6 +39,12 @@ TEST(Paths, NamesOutsideAsciiSurviveTheWayThroughThePathType) {
     EXPECT_EQ(Utf8FromPath(PathFromUtf8(name)), name);
 }
 
+TEST(Paths, AnAbsolutePathIsTheSamePlaceInItsShortestForm) {
+    EXPECT_EQ(AbsolutePath("a/../some/./folder/"), StatePath(WorkingFolder(), "some\\folder"));
+    const std::string root = Utf8FromPath(std::filesystem::current_path().root_path());
+    EXPECT_EQ(AbsolutePath(root), root);
+}
+
 #ifndef _WIN32
 TEST(Paths, ANameThatIsNotTextIsRefused) {
     EXPECT_THROW(Utf8FromPath(std::filesystem::path("\xFF\xFE")), std::range_error);
