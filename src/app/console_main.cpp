@@ -45,7 +45,7 @@ void RunUntilTheEnd(Player& player) {
 
 int Run(const RunOptions& options) {
     OnInterrupt([] { interrupted = true; });
-    static Player& player = *new Player;  // never destroyed: a fade worker may outlive this function
+    Player player;
     player.options = options;
     StartPlayer(player);
     PrintLine("Output: " + OutputDescription());

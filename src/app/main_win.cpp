@@ -48,7 +48,7 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
     const INITCOMMONCONTROLSEX controls{sizeof(INITCOMMONCONTROLSEX), 255};
     InitCommonControlsEx(&controls);
 
-    static Player& player = *new Player;  // never destroyed: a fade worker may outlive this function
+    Player player;
     player.options = options;
     const HWND window = CreateMainWindow(instance, player);
     if (window == nullptr) return -1;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/menu_win.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "display/panel_view_win.h"
@@ -17,8 +18,6 @@ constexpr int kIconResource = 32512;
 constexpr float kLargestWidth = 1250.0F;
 constexpr float kLargestHeight = 458.0F;
 constexpr float kScreenShare = 0.9F;
-
-enum Command : WORD { kExit = 3 };
 
 enum Timer : UINT_PTR {
     kPanelTimer = 1,     // redraws the panel
@@ -78,7 +77,7 @@ LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, L
     if (GetWindowLongPtrW(window, GWLP_USERDATA) == 0) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
         case WM_COMMAND:
-            if (LOWORD(wParam) == kExit) EndProgram(window);
+            if (LOWORD(wParam) == kExitCommand) EndProgram(window);
             return 0;
         case WM_TIMER:
             OnTimer(window, wParam);
@@ -123,14 +122,6 @@ SIZE ChooseClientSize() {
             static_cast<LONG>(std::min(kLargestHeight, share(SM_CYSCREEN)))};
 }
 
-HMENU BuildMenu() {
-    const HMENU menu = CreateMenu();
-    const HMENU file = CreatePopupMenu();
-    AppendMenuW(file, MF_STRING, kExit, L"Exit");
-    AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(file), L"&File");
-    return menu;
-}
-
 }  // namespace
 
 HWND CreateMainWindow(HINSTANCE instance, Player& player) {
@@ -149,8 +140,8 @@ HWND CreateMainWindow(HINSTANCE instance, Player& player) {
     shell.instance = instance;
     shell.mainWindow = window;
 
-    static MainWindow* const self = new MainWindow{player, {}};  // there is one, and it lives as long as the program
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    static MainWindow self{player, {}};  // there is one
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&self));
     player.releaseFront = [window] {
         for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer}) KillTimer(window, timer);
         Self(window).panel.ReleaseBuffer();
@@ -168,7 +159,7 @@ void ActivateMainWindow(HWND window, Player& player) {
         const double ms = std::min(*player.options.forSec * 1000.0, static_cast<double>(USER_TIMER_MAXIMUM));
         SetTimer(window, kEndTimer, static_cast<UINT>(ms), nullptr);
     }
-    SetMenu(window, BuildMenu());
+    SetMenu(window, BuildMainMenu());
 }
 
 }  // namespace hullrider

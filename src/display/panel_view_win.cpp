@@ -81,7 +81,9 @@ private:
         if (line.empty()) return;
         const std::wstring wide = WideFromUtf8(line);
         const Gdiplus::Font font(family_.get(), size, Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
-        Gdiplus::StringFormat format(Gdiplus::StringFormatFlagsNoWrap);
+        // The plain format leaves a margin that grows with the font; this one begins where it is told.
+        Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
+        format.SetFormatFlags(Gdiplus::StringFormatFlagsNoWrap);
         format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
         format.SetAlignment(alignment);
         const SolidBrush brush(color);

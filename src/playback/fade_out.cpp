@@ -28,18 +28,23 @@ void FreeStream(StreamSlot& slot) {
     slot = 0;
 }
 
-void FadeOutAndFreeStream(PlaybackState& playback, StreamSlot handle, int32_t fadeMs) {
-    const uint32_t serial = ++playback.fadeSerial;
-    playback.fadeInProgress = true;
-    std::thread([&playback, handle, serial, fadeMs] {
+void FadeOutAndFreeStream(const std::shared_ptr<FadeState>& fade, StreamSlot handle, int32_t fadeMs) {
+    const uint32_t serial = ++fade->serial;
+    fade->fadeInProgress = true;
+    std::thread([fade, handle, serial, fadeMs] {
         std::this_thread::sleep_for(std::chrono::milliseconds(std::max(fadeMs, 0)) + kSlideMargin);
         {
             const std::lock_guard lock(StreamMutex());
             BASS_ChannelStop(handle);
             BASS_StreamFree(handle);
         }
-        if (playback.fadeSerial == serial) playback.fadeInProgress = false;
+        if (fade->serial == serial) fade->fadeInProgress = false;
     }).detach();
+}
+
+void ForgetFade(FadeState& fade) {
+    ++fade.serial;
+    fade.fadeInProgress = false;
 }
 
 }  // namespace hullrider

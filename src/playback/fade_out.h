@@ -2,6 +2,7 @@
 // and the fade workers both do it.
 #pragma once
 
+#include <memory>
 #include <mutex>
 
 #include "state/playback_state.h"
@@ -14,8 +15,11 @@ std::mutex& StreamMutex();
 void FreeStream(StreamSlot& slot);
 
 // Starts the worker that waits until `handle` has slid to silence and then frees it. Sets `fadeInProgress` for that
-// time. The worker is detached; what it touches lives as long as the process, and a handle that was freed meanwhile is
-// refused by the audio library.
-void FadeOutAndFreeStream(PlaybackState& playback, StreamSlot handle, int32_t fadeMs);
+// time. The worker is detached and may outlive the player: it owns its part of `fade`, and the audio library refuses a
+// handle that was freed meanwhile.
+void FadeOutAndFreeStream(const std::shared_ptr<FadeState>& fade, StreamSlot handle, int32_t fadeMs);
+
+// Clears `fadeInProgress` when the fading stream was cut off; its worker changes nothing any more.
+void ForgetFade(FadeState& fade);
 
 }  // namespace hullrider

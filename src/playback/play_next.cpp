@@ -84,13 +84,12 @@ void StartSilentInWindow(PlaybackState& playback, const LoadedSong& loaded, cons
 
 // Lets the old song slide away, or cuts it off when another fade is still under way.
 void LetOldSongGo(PlaybackState& playback, StreamSlot old, StreamSlot loaded, int32_t fadeMs) {
-    if (playback.fadeInProgress) {
+    if (playback.fade->fadeInProgress) {
         CutStreamsBut(playback, loaded);
-        ++playback.fadeSerial;  // the worker of the cut fade is not waited for
-        playback.fadeInProgress = false;
+        ForgetFade(*playback.fade);
     } else if (old != 0) {
         BASS_ChannelSlideAttribute(old, BASS_ATTRIB_VOL, 0.0F, static_cast<uint32_t>(fadeMs));
-        FadeOutAndFreeStream(playback, old, fadeMs);
+        FadeOutAndFreeStream(playback.fade, old, fadeMs);
     }
 }
 

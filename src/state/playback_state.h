@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,12 @@ struct SongChoice {
 
 // Why nothing is to be heard, for the panel.
 enum class PlaybackTrouble { kNone, kNoMusic, kNothingPlayable };
+
+// UI thread and the fade workers, which may outlive everything else and so own it together.
+struct FadeState {
+    std::atomic<bool> fadeInProgress{false};
+    std::atomic<uint32_t> serial{0};  // of the latest fade; the worker of an older one leaves the flag alone
+};
 
 struct PlaybackState {
     // UI thread only.
@@ -40,9 +47,7 @@ struct PlaybackState {
     PlaybackTrouble trouble = PlaybackTrouble::kNone;
     std::chrono::steady_clock::time_point lastAttempt;  // when play-next last ran
 
-    // UI thread and the fade workers.
-    std::atomic<bool> fadeInProgress{false};
-    std::atomic<uint32_t> fadeSerial{0};  // of the latest fade; an older worker leaves the flag alone
+    std::shared_ptr<FadeState> fade = std::make_shared<FadeState>();
 };
 
 // The fonts that MIDI songs are played through. UI thread only.

@@ -25,9 +25,9 @@ protected:
     }
     ~StartupTest() override { SetErrorBoxHandler(nullptr); }
 
-    // A fade worker may outlive a player, so players are never destroyed.
     Player& Start(RunOptions options = {}) {
-        Player& player = *new Player;
+        player_ = std::make_unique<Player>();
+        Player& player = *player_;
         options.dataDir = folder_.At("data");
         options.output.kind = OutputKind::kNull;
         player.options = options;
@@ -53,6 +53,7 @@ protected:
     }
 
     TemporaryFolder folder_;
+    std::unique_ptr<Player> player_;
     std::string output_, errors_;
 };
 

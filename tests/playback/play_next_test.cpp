@@ -39,11 +39,8 @@ std::string ToneFile(double lengthSec) {
 
 class PlayNextTest : public testing::Test {
 protected:
-    PlayNextTest() : app_(*new AppState) { BASS_Init(0, 44100, 0, nullptr, nullptr); }
-    ~PlayNextTest() override {
-        FreeAllStreams(app_.playback, app_.soundFonts);
-        // A fade worker may still hold on to the state for the length of a fade; it is never destroyed.
-    }
+    PlayNextTest() { BASS_Init(0, 44100, 0, nullptr, nullptr); }
+    ~PlayNextTest() override { FreeAllStreams(app_.playback, app_.soundFonts); }
 
     void Add(const std::string& path) {
         if (app_.library.playlists.empty()) app_.library.playlists.push_back({"Album", {}});
@@ -58,7 +55,7 @@ protected:
     }
 
     TemporaryFolder folder_;
-    AppState& app_;
+    AppState app_;
     Random random_{11};
 };
 
@@ -68,16 +65,16 @@ TEST_F(PlayNextTest, SlotsAlternateAndTheOldSongIsFreedWhenItsFadeIsOver) {
     ASSERT_TRUE(PlayNext(app_, random_));
     const StreamSlot first = CurrentHandle(app_.playback);
     EXPECT_EQ(first, app_.playback.musicStreamNext);
-    EXPECT_FALSE(app_.playback.fadeInProgress);  // there was nothing to fade out
+    EXPECT_FALSE(app_.playback.fade->fadeInProgress);  // there was nothing to fade out
     EXPECT_EQ(app_.playback.currentTitle, "t\xC3\xB6ne");
     EXPECT_TRUE(Eventually([&] { return Plays(first); }));
 
     ASSERT_TRUE(PlayNext(app_, random_));
     const StreamSlot second = CurrentHandle(app_.playback);
     EXPECT_EQ(second, app_.playback.musicStream);
-    EXPECT_TRUE(app_.playback.fadeInProgress);
+    EXPECT_TRUE(app_.playback.fade->fadeInProgress);
     EXPECT_TRUE(BASS_ChannelIsSliding(first, BASS_ATTRIB_VOL));
-    EXPECT_TRUE(Eventually([&] { return !app_.playback.fadeInProgress.load(); }));
+    EXPECT_TRUE(Eventually([&] { return !app_.playback.fade->fadeInProgress.load(); }));
     EXPECT_EQ(BASS_ChannelGetLength(first, BASS_POS_BYTE), BASS_QWORD_ERROR);  // freed
     EXPECT_TRUE(Plays(second));
     float volume = 0.0F;
@@ -95,13 +92,13 @@ TEST_F(PlayNextTest, APlayNextWithinAFadeCutsTheOldStreamsAndItsWorkerHarmsNoLat
     ASSERT_TRUE(PlayNext(app_, random_));
     EXPECT_EQ(BASS_ChannelGetLength(first, BASS_POS_BYTE), BASS_QWORD_ERROR);
     EXPECT_EQ(BASS_ChannelGetLength(second, BASS_POS_BYTE), BASS_QWORD_ERROR);
-    EXPECT_FALSE(app_.playback.fadeInProgress);
+    EXPECT_FALSE(app_.playback.fade->fadeInProgress);
 
     app_.settings.FADE_DURATION_MS = 2000;
     const StreamSlot third = CurrentHandle(app_.playback);
     ASSERT_TRUE(PlayNext(app_, random_));
     std::this_thread::sleep_for(900ms);  // the first fade's worker has woken by now
-    EXPECT_TRUE(app_.playback.fadeInProgress);
+    EXPECT_TRUE(app_.playback.fade->fadeInProgress);
     EXPECT_TRUE(Plays(third));
 }
 

@@ -26,7 +26,7 @@ TEST(SoundFonts, OnlyFontFilesOfTheFolderItselfAreFoundInOrder) {
 TEST(SoundFonts, AFontThatCannotBeTakenLeavesTheOldOneAndSaysSo) {
     SetErrorBoxHandler([](std::string_view text) { shownError = text; });
     const TemporaryFolder folder;
-    static PlaybackState playback;
+    const PlaybackState playback;
     SoundFontState fonts;
     fonts.soundFontFiles = {folder.Write("not a font.sf2", "text")};
     fonts.midiStreamFont = 77;
