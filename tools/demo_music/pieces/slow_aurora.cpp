@@ -42,7 +42,7 @@ std::vector<Sample> Samples() {
         Sampled("bell", FrequencyModulated(bell), {72}, 3, 3, 72, 32000),
         Sampled("drop", FrequencyModulated(drop), {84}, 1.2, 1.2, 84, 32000),
         Additive("deep", {1, 0.3, 0.12, 0.05}, {1, 0.15, 0.04, 0.01}, 1, 40, 11025),
-        EndlessPad("wind", {1, 0.4}, 900, 4, 72, 16000, 22),
+        EndlessPad("wind", {1}, 600, 3, 72, 12000, 22),
     };
     samples[kPad - 1].attackSeconds = 1.6;
     samples[kPad - 1].releaseSeconds = 3;
