@@ -83,8 +83,9 @@ TrackerPiece ComposeCloudJumper() {
     const Phrase chords = Rest(16) + chordsOf(a) + chordsOf(b) + Transposed(chordsOf(a) + chordsOf(end), higher);
     const Phrase bass = Rest(8) + Slice(bassOf(a), 0, 8) + bassOf(a) + bassOf(b) +
                         Transposed(bassOf(a) + Slice(bassOf(end), 0, 12) + ReadMelody("o2 c1"), higher);
-    const Phrase beat = Rest(8) + WithFill(Beat(8)) + WithFill(Beat(64)) + WithFill(Beat(64)) + WithFill(Beat(64)) +
-                        Beat(12) + Drums({{kKick, "X"}, {kHat, "x"}}, 4, 4);
+    const Phrase lull = WithFill(Drums({{kKick, "x..............."}, {kHat, "x...o...x...o.o."}}, 0.25, 16));
+    const Phrase beat = Rest(8) + WithFill(Beat(8)) + WithFill(Beat(64)) + lull + WithFill(Beat(48)) +
+                        WithFill(Beat(64)) + Beat(12) + Drums({{kKick, "X"}, {kHat, "x"}}, 4, 4);
 
     const auto singing = [](const Phrase& phrase) { return Detached(phrase, 0.9); };
     return {"Cloud Jumper",
