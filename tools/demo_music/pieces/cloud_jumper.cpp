@@ -37,13 +37,13 @@ std::vector<Sample> Samples() {
         Sampled("snare", SoftDrums(), {kSnare}, 1, 0.3, kSnare, 22050),
         Sampled("hat", SoftDrums(), {kHat}, 1, 0.1, kHat, 32000),
     };
-    for (const auto& [number, volume] : {std::pair{kLead, 0.55},
-                                         {kThin, 0.3},
-                                         {kRoundPulse, 0.3},
-                                         {kTriangle, 1.0},
+    for (const auto& [number, volume] : {std::pair{kLead, 0.42},
+                                         {kThin, 0.25},
+                                         {kRoundPulse, 0.22},
+                                         {kTriangle, 0.8},
                                          {kKickSample, 1.0},
-                                         {kSnareSample, 0.7},
-                                         {kHatSample, 0.35}}) {
+                                         {kSnareSample, 0.9},
+                                         {kHatSample, 0.4}}) {
         samples[static_cast<size_t>(number) - 1].volume = volume;
     }
     return samples;
