@@ -105,16 +105,6 @@ double BeatsOf(const MidiSong& song) {
 
 }  // namespace
 
-double SecondsOf(const MidiSong& song) {
-    double seconds = 0;
-    const double end = BeatsOf(song);
-    for (size_t i = 0; i < song.tempo.size() && song.tempo[i].beat < end; ++i) {
-        const double until = i + 1 < song.tempo.size() ? std::min(song.tempo[i + 1].beat, end) : end;
-        seconds += (until - song.tempo[i].beat) * 60 / song.tempo[i].beatsPerMinute;
-    }
-    return seconds;
-}
-
 std::string WriteMidiFile(const MidiSong& song) {
     Bytes file;
     file.Text("MThd");

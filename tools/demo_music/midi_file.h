@@ -48,9 +48,6 @@ struct MidiSong {
     std::vector<MidiTrack> tracks;  // at most 15, and one of kDrumKit
 };
 
-// How long the song plays, to the end of its longest phrase.
-double SecondsOf(const MidiSong& song);
-
 // The bytes of the file.
 std::string WriteMidiFile(const MidiSong& song);
 

@@ -39,6 +39,7 @@ private:
                 velocity_ = ReadNumber() / 10.0;
                 return;
             case 'l':
+                if (!IsDigit()) Fail("a number is missing");
                 length_ = ReadLength();
                 return;
             case 'r':

@@ -82,14 +82,14 @@ TrackerPiece ComposeBackstreetShuffle() {
     const auto bassA = Bass(a, "R..R..8.R.7.5.a.", 0.25, 38), bassB = Bass(b, "R--R..5.8-.5..a.", 0.25, 38);
     const auto bassPause = Bass(pause, "R.....8.7.5.R...", 0.25, 38);
 
-    const Phrase bass =
-        Rest(8) + Slice(bassA, 0, 8) + bassA * 2 + bassB + bassA + bassPause + bassB + Slice(bassA, 0, 16);
+    const Phrase bass = Rest(8) + Slice(bassA, 0, 8) + bassA * 2 + bassB + bassA + bassPause + bassB +
+                        Slice(bassA, 16, 28) + ReadMelody("o2 d1");
     const Phrase beat = WithFill(Beat(16)) + WithFill(Beat(32)) * 4 + WithFill(Drums({{kHat, "x...x..."}}, 0.25, 16)) +
                         WithFill(Beat(32)) + Beat(12) + Drums({{kKick, "X"}}, 4, 4);
-    const Phrase lead = Rest(16) + tuneA + Rest(32) + tuneB + tuneA + tunePause + tuneB + Slice(tuneA, 0, 16);
+    const Phrase lead = Rest(16) + tuneA + Rest(32) + tuneB + tuneA + tunePause + tuneB + Slice(tuneA, 16, 32);
     const auto stabs = [&](bool minor) {
         const Phrase inA = Stabs(a, minor), inB = Stabs(b, minor);
-        return Rest(16) + inA * 2 + inB + inA + Rest(16) + inB + Slice(inA, 0, 16);
+        return Rest(16) + inA * 2 + inB + inA + Rest(16) + inB + Slice(inA, 16, 32);
     };
 
     return {"Backstreet Shuffle",

@@ -20,7 +20,7 @@ constexpr auto kMelodyB =
     "v8 g4. b-8^4 >d8 c8< | >c4.< a8^4 f4 | e-4 g8 a8^4 >c4< | v7 >c4< a4 f+2";
 
 FmPatch ElectricPiano() {
-    return {{{1, 1, 1.1, 0.9, 3.2, 1}, {1, 14, 0.5, 0.09, 1.2, 0.25}}, 4.6, 0.28, 0.25};
+    return {{{1, 1, 1.7, 1.1, 3.2, 1}, {1, 14, 0.9, 0.12, 1.2, 0.3}}, 4.6, 0.28, 0.25};
 }
 
 SubtractivePatch MutedLead() {
@@ -30,7 +30,7 @@ SubtractivePatch MutedLead() {
             .width = 0.4,
             .loudness = {0.03, 0.7, 0.6, 0.25},
             .brightness = {0.04, 0.6, 0.3, 0.2},
-            .cutoffHz = 480,
+            .cutoffHz = 650,
             .brightnessOctaves = 1.6,
             .resonance = 0.15,
             .vibratoCents = 10};

@@ -37,13 +37,13 @@ std::vector<Sample> Samples() {
         Sampled("snare", SoftDrums(), {kSnare}, 1, 0.3, kSnare, 22050),
         Sampled("hat", SoftDrums(), {kHat}, 1, 0.1, kHat, 32000),
     };
-    for (const auto& [number, volume] : {std::pair{kLead, 0.55},
-                                         {kThin, 0.3},
-                                         {kRoundPulse, 0.3},
-                                         {kTriangle, 1.0},
+    for (const auto& [number, volume] : {std::pair{kLead, 0.42},
+                                         {kThin, 0.25},
+                                         {kRoundPulse, 0.22},
+                                         {kTriangle, 0.8},
                                          {kKickSample, 1.0},
-                                         {kSnareSample, 0.7},
-                                         {kHatSample, 0.35}}) {
+                                         {kSnareSample, 0.9},
+                                         {kHatSample, 0.4}}) {
         samples[static_cast<size_t>(number) - 1].volume = volume;
     }
     return samples;
@@ -83,8 +83,9 @@ TrackerPiece ComposeCloudJumper() {
     const Phrase chords = Rest(16) + chordsOf(a) + chordsOf(b) + Transposed(chordsOf(a) + chordsOf(end), higher);
     const Phrase bass = Rest(8) + Slice(bassOf(a), 0, 8) + bassOf(a) + bassOf(b) +
                         Transposed(bassOf(a) + Slice(bassOf(end), 0, 12) + ReadMelody("o2 c1"), higher);
-    const Phrase beat = Rest(8) + WithFill(Beat(8)) + WithFill(Beat(64)) + WithFill(Beat(64)) + WithFill(Beat(64)) +
-                        Beat(12) + Drums({{kKick, "X"}, {kHat, "x"}}, 4, 4);
+    const Phrase lull = WithFill(Drums({{kKick, "x..............."}, {kHat, "x...o...x...o.o."}}, 0.25, 16));
+    const Phrase beat = Rest(8) + WithFill(Beat(8)) + WithFill(Beat(64)) + lull + WithFill(Beat(48)) +
+                        WithFill(Beat(64)) + Beat(12) + Drums({{kKick, "X"}, {kHat, "x"}}, 4, 4);
 
     const auto singing = [](const Phrase& phrase) { return Detached(phrase, 0.9); };
     return {"Cloud Jumper",

@@ -69,12 +69,12 @@ MidiSong ComposeCornerTable() {
         return Humanised(Pulsed(phrase, 4, 0.1), random, time, 0.15);
     };
     song.tracks = {
-        {"Flute", kFlute, 108, 72, 60, 0, play(flute, 0.05), {}},
-        {"Vibraphone", kVibraphone, 106, 50, 55, 20, play(vibes, 0.04), {}},
-        {"Guitar", kNylonGuitar, 100, 40, 40, 0, play(Strummed(guitar, 0.02), 0.02), {}},
-        {"Bass", kAcousticBass, 112, 64, 20, 0, play(bass, 0.02), {}},
-        {"Strings", kStrings, 62, 84, 80, 0, play(strings, 0), {}},
-        {"Drums", kDrumKit, 92, 64, 30, 0, play(drums, 0.015), {}},
+        {"Flute", kFlute, 98, 72, 60, 0, play(flute, 0.05), {}},
+        {"Vibraphone", kVibraphone, 96, 50, 55, 20, play(vibes, 0.04), {}},
+        {"Guitar", kNylonGuitar, 90, 40, 40, 0, play(Strummed(guitar, 0.02), 0.02), {}},
+        {"Bass", kAcousticBass, 102, 64, 20, 0, play(bass, 0.02), {}},
+        {"Strings", kStrings, 57, 84, 80, 0, play(strings, 0), {}},
+        {"Drums", kDrumKit, 84, 64, 30, 0, play(drums, 0.015), {}},
     };
     return song;
 }

@@ -80,12 +80,12 @@ MidiSong ComposeNeonBoulevard() {
     MidiSong song{"Neon Boulevard", 4, {{0, 112}}, {}};
     const auto play = [&](const Phrase& phrase) { return Humanised(Pulsed(phrase, 4, 0.12), random, 0.015, 0.1); };
     song.tracks = {
-        {"Lead", kSawLead, 78, 64, 60, 30, play(Detached(lead, 0.95)), {}},
-        {"Arpeggio", kSquareLead, 54, 92, 70, 20, play(Detached(arpeggio, 0.6)), {}},
-        {"Chords", kPolySynth, 70, 40, 50, 40, play(Detached(chords, 0.8)), {}},
-        {"Pad", kWarmPad, 70, 80, 80, 30, play(pad), {}},
-        {"Bass", kSynthBass, 100, 64, 10, 0, play(Detached(bass, 0.85)), {}},
-        {"Drums", kDrumKit, 108, 64, 30, 0, play(drums), {}},
+        {"Lead", kSawLead, 72, 64, 60, 30, play(Detached(lead, 0.95)), {}},
+        {"Arpeggio", kSquareLead, 50, 92, 70, 20, play(Detached(arpeggio, 0.6)), {}},
+        {"Chords", kPolySynth, 64, 40, 50, 40, play(Detached(chords, 0.8)), {}},
+        {"Pad", kWarmPad, 64, 80, 80, 30, play(pad), {}},
+        {"Bass", kSynthBass, 92, 64, 10, 0, play(Detached(bass, 0.85)), {}},
+        {"Drums", kDrumKit, 99, 64, 30, 0, play(drums), {}},
     };
     return song;
 }

@@ -37,13 +37,12 @@ MidiSong ComposeQuietHarbour() {
     Random random(1);
     const Progression a = ReadChords(kChordsA, kBar), b = ReadChords(kChordsB, kBar),
                       end = ReadChords(kChordsEnd, kBar);
-    const Phrase melodyA = ReadMelody(kMelodyA, kBar);
+    const Phrase melodyA = ReadMelody(kMelodyA, kBar), melodyB = ReadMelody(kMelodyB, kBar);
     const Phrase returning = Embellished(melodyA, Major(kEFlat), 0.5);
 
     const Phrase intro = Slice(LeftHand(a), 0, 2 * kBar);
-    Phrase right = Rest(intro.beats) + melodyA + ReadMelody(kMelodyB, kBar) +
-                   (returning & Louder(Harmonised(Slice(melodyA, 0, 8 * kBar), Major(kEFlat), -2), 0.7)) +
-                   ReadMelody(kMelodyEnd, kBar);
+    Phrase right = Rest(intro.beats) + melodyA + (melodyB & Louder(Transposed(melodyB, -12), 0.6)) +
+                   (returning & Louder(Harmonised(melodyA, Major(kEFlat), -2), 0.7)) + ReadMelody(kMelodyEnd, kBar);
     Phrase left = Louder(intro, 0.85) + LeftHand(a) + Swelling(LeftHand(b), 0.95, 1.15) + LeftHand(a) +
                   Swelling(LeftHand(end), 0.9, 0.55);
 
@@ -63,10 +62,11 @@ MidiSong ComposeQuietHarbour() {
     song.tempo.push_back({28 * kBar, 74});
     song.tempo.push_back({29 * kBar, 60});
 
-    song.tracks.push_back({"Right hand", kGrandPiano, 118, 68, 70, 0,
-                           Humanised(Pulsed(std::move(right), kBar, 0.08), random, 0.04, 0.12), pedal});
-    song.tracks.push_back(
-        {"Left hand", kGrandPiano, 104, 58, 70, 0, Humanised(Louder(std::move(left), 0.8), random, 0.03, 0.15), pedal});
+    const auto play = [&](const Phrase& phrase, double time) {
+        return Humanised(Pulsed(phrase, kBar, 0.08), random, time, 0.12);
+    };
+    song.tracks = {{"Right hand", kGrandPiano, 127, 68, 70, 0, play(Louder(right, 1.4), 0.04), pedal},
+                   {"Left hand", kGrandPiano, 127, 58, 70, 0, play(Louder(left, 1.15), 0.03), pedal}};
     return song;
 }
 

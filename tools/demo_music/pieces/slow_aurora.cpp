@@ -42,7 +42,7 @@ std::vector<Sample> Samples() {
         Sampled("bell", FrequencyModulated(bell), {72}, 3, 3, 72, 32000),
         Sampled("drop", FrequencyModulated(drop), {84}, 1.2, 1.2, 84, 32000),
         Additive("deep", {1, 0.3, 0.12, 0.05}, {1, 0.15, 0.04, 0.01}, 1, 40, 11025),
-        EndlessPad("wind", {1, 0.4}, 900, 4, 72, 16000, 22),
+        EndlessPad("wind", {1}, 600, 3, 72, 12000, 22),
     };
     samples[kPad - 1].attackSeconds = 1.6;
     samples[kPad - 1].releaseSeconds = 3;
@@ -93,15 +93,15 @@ TrackerPiece ComposeSlowAurora() {
 
     const auto pad = [&](size_t parity) {
         return Swelling(Slice(PadPart(a, parity), 0, 16), 0.7, 1) + PadPart(a, parity) + PadPart(b, parity) +
-               PadPart(a, parity) + Swelling(PadPart(end, parity), 1, 0.8);
+               PadPart(a, parity) + Detached(PadPart(end, parity), 0.6);
     };
     const auto deepOf = [](const Progression& chords) { return Bass(chords, "R---", 2, 28); };
     const Phrase bell = Rest(16) + tuneA + tuneB + Embellished(tuneA, Major(kE), 0.5) + Louder(tuneEnd, 0.8);
     const Phrase drops = Drops(16, 0.12, random) + Drops(partBeats, 0.2, random) + Drops(partBeats, 0.35, random) +
                          Drops(partBeats, 0.25, random) + Drops(16, 0.12, random);
-    const Phrase deep = Rest(16) + deepOf(a) + deepOf(b) + deepOf(a) + deepOf(end);
+    const Phrase deep = Rest(16) + deepOf(a) + deepOf(b) + deepOf(a) + Detached(deepOf(end), 0.6);
     const Phrase wind =
-        ReadMelody("o5 e1^1^1^1 | b1^1^1^1^1^1 | e1^1^1^1^1^1 | b1^1^1^1^1^1 | e1^1^1^1^1^1 | b1^1^1^1");
+        ReadMelody("o5 e1^1^1^1 | b1^1^1^1^1^1 | e1^1^1^1^1^1 | b1^1^1^1^1^1 | e1^1^1^1^1^1 | b1^1 r1 r1");
 
     return {"Slow Aurora",
             72,

@@ -29,6 +29,10 @@ struct Pair {
     }
 };
 
+bool IsHeard(const std::vector<Pair>& pairs) {
+    return std::any_of(pairs.begin(), pairs.end(), [](const Pair& pair) { return pair.level > 1e-4; });
+}
+
 void AddFmTone(const FmPatch& patch, const Tone& tone, size_t start, Stereo& sound) {
     std::vector<Pair> pairs;
     double total = 0;
@@ -36,15 +40,10 @@ void AddFmTone(const FmPatch& patch, const Tone& tone, size_t start, Stereo& sou
         pairs.emplace_back(pair, tone);
         total += pair.level;
     }
-    const double longest = std::max_element(patch.pairs.begin(), patch.pairs.end(),
-                                            [](const auto& a, const auto& b) { return a.ringSeconds < b.ringSeconds; })
-                               ->ringSeconds *
-                           2;
-    const size_t letGo = FramesOf(tone.seconds);
-    const size_t end = std::min(letGo + FramesOf(patch.releaseSeconds), FramesOf(longest));
+    const size_t letGo = FramesOf(tone.seconds), end = letGo + FramesOf(patch.releaseSeconds);
     const double releaseFactor = DecayFactor(patch.releaseSeconds);
     double gain = 1 / total;
-    for (size_t i = 0; i < end && start + i < sound.frames(); ++i) {
+    for (size_t i = 0; i < end && start + i < sound.frames() && IsHeard(pairs); ++i) {
         if (i >= letGo) gain *= releaseFactor;
         double value = 0;
         for (Pair& pair : pairs) value += pair.Next();

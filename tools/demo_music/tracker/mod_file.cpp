@@ -31,7 +31,7 @@ int PeriodOf(const Cell& cell, const Sample& sample) {
 }
 
 int DefaultVolume(const Sample& sample) {
-    return static_cast<int>(std::lround(sample.volume * 64 * 0.7));
+    return static_cast<int>(std::lround(sample.volume * 64));
 }
 
 // A cell has one command only: a volume gives way to an effect, and need not be said when it is near the sample's own.

@@ -122,7 +122,7 @@ void PutHeader(Bytes& file, const Module& module, size_t orders) {
     file.U8(64);  // global volume
     file.U8(kSpeed);
     file.U8(module.beatsPerMinute);
-    file.U8(0x80 | 48);  // stereo; master volume
+    file.U8(0x80 | 46);  // stereo; master volume
     file.U8(0);
     file.U8(252);  // pans follow
     file.Zeros(10);

@@ -14,7 +14,7 @@ struct Sample {
     double rate = 8363;        // frames a second at which it sounds as `key`
     int key = 60;
     size_t loopStart = 0, loopLength = 0;  // loopLength 0: plays once
-    double volume = 1;                     // 0..1
+    double volume = 1;                     // 0..1, at a velocity of 0.7
     // Only for formats that keep these with the sample: XM.
     double attackSeconds = 0, releaseSeconds = 0;
     double pan = 0;  // -1 left, 1 right

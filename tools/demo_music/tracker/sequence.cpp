@@ -8,6 +8,7 @@ namespace {
 
 constexpr int kRowsOfBeat = 4;
 constexpr size_t kVibratoAfterRows = 3;
+constexpr double kNominalVelocity = 0.7;  // at which a sample plays at its own volume
 
 using Grid = std::vector<Row>;
 
@@ -74,7 +75,8 @@ private:
     void PutNote(const ModuleVoice& voice, const Note& note, size_t channel, int arpeggio) {
         const size_t row = RowOf(note.start);
         if (row >= grid_.size()) return;
-        const double volume = note.velocity * 64 * piece_.samples[static_cast<size_t>(voice.sample) - 1].volume;
+        const double volume =
+            note.velocity / kNominalVelocity * 64 * piece_.samples[static_cast<size_t>(voice.sample) - 1].volume;
         grid_[row].cells[channel] = {note.key, voice.sample, std::clamp(static_cast<int>(std::lround(volume)), 1, 64),
                                      arpeggio != 0 ? Effect::kArpeggio : Effect::kNone, arpeggio};
     }

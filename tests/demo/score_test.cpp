@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <numeric>
+#include <stdexcept>
+
+#include "demo_music/accompaniment.h"
+#include "demo_music/feel.h"
+#include "demo_music/notation.h"
+
+namespace hullrider::demo {
+namespace {
+
+// "key:start+beats" of every note.
+std::string Listed(const Phrase& phrase) {
+    std::string text;
+    for (const Note& note : phrase.notes) {
+        char entry[64];
+        std::snprintf(entry, sizeof entry, "%s%d:%g+%g", text.empty() ? "" : " ", note.key, note.start, note.beats);
+        text += entry;
+    }
+    return text;
+}
+
+TEST(Notation, ReadsNotesOctavesLengthsTiesAndRests) {
+    const struct {
+        const char* text;
+        const char* notes;
+    } cases[] = {
+        {"o5 c4 d8. e16 f2", "72:0+1 74:1+0.75 76:1.75+0.25 77:2+2"},
+        {"o4 l8 c+ b- r g ^8 c4 r8", "61:0+0.5 70:0.5+0.5 67:1.5+1 60:2.5+1"},
+        {"o4 b2 >c2 | ^2 <b2", "71:0+2 72:2+4 71:6+2"},
+        {"r2 ^4. c8", "60:3.5+0.5"},
+    };
+    for (const auto& [text, notes] : cases) {
+        EXPECT_EQ(Listed(ReadMelody(text)), notes) << text;
+    }
+}
+
+TEST(Notation, RefusesWhatIsNotMusic) {
+    for (const char* text : {"o4 h4", "c0", "o", "^4", "v", "l", "c4 | d1", "o4 c2 d4", "l. c"}) {
+        EXPECT_THROW(ReadMelody(text), std::invalid_argument) << text;
+    }
+}
+
+TEST(Harmony, ReadsBarsOfChords) {
+    const Progression chords = ReadChords("Dm9 | G13 C/E | %");
+    ASSERT_EQ(chords.size(), 4u);
+    EXPECT_EQ(BeatsOf(chords), 12);
+    EXPECT_EQ(chords[2].start, 6);
+    EXPECT_EQ(chords[3].beats, 4);
+    EXPECT_EQ(chords[3].chord.root, 0);
+    EXPECT_EQ(chords[3].chord.bass, 4);
+    EXPECT_EQ(chords[0].chord.intervals, (std::vector<int>{0, 3, 7, 10, 14}));
+    for (const char* text : {"H", "Cfoo", "%", "C | | D", "C/"}) {
+        EXPECT_THROW(ReadChords(text), std::invalid_argument) << text;
+    }
+}
+
+bool IsIn(const Chord& chord, int key) {
+    return std::any_of(chord.intervals.begin(), chord.intervals.end(),
+                       [&](int interval) { return (chord.root + interval) % 12 == key % 12; });
+}
+
+TEST(Harmony, VoicesLieOnChordTonesNearTheMiddleAndMoveLittle) {
+    const Progression chords = ReadChords("Dm9 | G13 | Cmaj9 | A7b9 | Dm9 | Db | Gm7b5 | F6");
+    for (const int voices : {3, 4}) {
+        const Voicings voicings = LeadVoices(chords, voices, 60);
+        for (size_t i = 0; i < chords.size(); ++i) {
+            SCOPED_TRACE(i);
+            const std::vector<int>& keys = voicings[i];
+            ASSERT_EQ(keys.size(), static_cast<size_t>(voices));
+            EXPECT_TRUE(std::is_sorted(keys.begin(), keys.end(), std::less_equal<>()));
+            EXPECT_NEAR(std::accumulate(keys.begin(), keys.end(), 0) / voices, 60, 7);
+            for (const int key : keys) EXPECT_TRUE(IsIn(chords[i].chord, key)) << key;
+            for (size_t v = 0; i > 0 && v < keys.size(); ++v) EXPECT_LE(std::abs(keys[v] - voicings[i - 1][v]), 5);
+        }
+    }
+}
+
+TEST(Harmony, AScaleIsWalkedInBothDirections) {
+    const struct {
+        int key, steps, expected;
+    } cases[] = {{60, 2, 64}, {60, -1, 59}, {60, 7, 72}, {61, 1, 62}, {61, 0, 60}, {71, -8, 57}};
+    for (const auto& [key, steps, expected] : cases) {
+        EXPECT_EQ(StepInScale(Major(0), key, steps), expected) << key << " " << steps;
+    }
+}
+
+TEST(Accompaniment, StepsStrikeHoldAndPause) {
+    const Progression chords = ReadChords("C | F/A");
+    EXPECT_EQ(Listed(Bass(chords, "R-.5n---", 0.5, 36)), "36:0+1 43:1.5+0.5 45:2+2 45:4+1 48:5.5+0.5 36:6+2");
+    EXPECT_EQ(Listed(Arpeggio(chords, {{60, 64}, {60, 65}}, "13.2", 1)), "60:0+1 72:1+1 64:3+1 60:4+1 72:5+1 65:7+1");
+    EXPECT_THROW(Bass(chords, "q", 1, 36), std::invalid_argument);
+    EXPECT_THROW(Arpeggio(chords, {{60}, {60}}, "x", 1), std::invalid_argument);
+}
+
+TEST(Feel, SwingDelaysOffBeatsOnlyAndKeepsNotesJoined) {
+    const Phrase swung = Swung(ReadMelody("o4 l8 c d e f g4 a4"), 0.5, 0.6);
+    EXPECT_EQ(Listed(swung), "60:0+0.6 62:0.6+0.4 64:1+0.6 65:1.6+0.4 67:2+1 69:3+1");
+}
+
+}  // namespace
+}  // namespace hullrider::demo
