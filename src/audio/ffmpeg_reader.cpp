@@ -87,7 +87,8 @@ int FfmpegReader::Open(const std::string& path) {
 void FfmpegReader::FindLength() {
     int64_t duration = stream_->duration;
     if (duration == AV_NOPTS_VALUE) {
-        duration = av_rescale_q(std::max<int64_t>(0, format_->duration), AV_TIME_BASE_Q, stream_->time_base);
+        duration =
+            av_rescale_q(std::max<int64_t>(0, format_->duration), AVRational{1, AV_TIME_BASE}, stream_->time_base);
     }
     const std::string_view name = format_->iformat->name;
     if (name == "mp3") duration -= origin_;  // what is skipped at the beginning is counted there
