@@ -65,7 +65,10 @@ public:
     // earlier.
     SteadyTime DecodeAhead(SteadyTime now);
 
-    // --- Callback. Adds the next `frames` frames to `mix`; `scratch` has room for as many.
+    // --- Callback. What Render does first in any case; for an output that waits for decoders before it renders.
+    void PassOverVoid() { PassOverVoid(LoadControl()); }
+
+    // Adds the next `frames` frames to `mix`; `scratch` has room for as many.
     Sounded Render(float* scratch, float* mix, size_t frames);
 
 private:
@@ -87,6 +90,7 @@ private:
     size_t DecodePiece(size_t frames);
     SteadyTime NextCall(SteadyTime now, bool progressed) const;
 
+    void PassOverVoid(Control control);
     size_t Take(Control control, float* out, size_t frames);
 
     // Fixed at creation.

@@ -13,8 +13,8 @@ constexpr size_t kStarvedMs = 100;
 
 Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     const Control control = LoadControl();
-    const bool playing = control.state == RunState::kPlaying;
-    const size_t taken = playing ? Take(control, scratch, frames) : 0;
+    PassOverVoid(control);
+    const size_t taken = control.state == RunState::kPlaying ? Take(control, scratch, frames) : 0;
     if (taken > 0) {
         if (!sounding_) level_.Reset();
         level_.Note(scratch, taken);
@@ -31,12 +31,15 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     return sounded;
 }
 
+// Frames from before the last seek make room in the ring, also while nothing plays.
+void Channel::PassOverVoid(Control control) {
+    if (ready_.load() == control.generation) ring_.SkipTo(begin_.load());
+}
+
 // Takes what there is of the generation wanted; notes the end and a lack.
 size_t Channel::Take(Control control, float* out, size_t frames) {
-    const bool ready = ready_.load() == control.generation;
     size_t taken = 0;
-    if (ready) {
-        ring_.SkipTo(begin_.load());
+    if (ready_.load() == control.generation) {
         taken = ring_.Take(out, frames);
         if (taken < frames && ring_.Taken() == end_.load()) {
             uint64_t expected = Pack(control);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <string_view>
 
 #include "audio/bass.h"
 
@@ -78,13 +79,22 @@ int FfmpegReader::Open(const std::string& path) {
     if (!Decode()) return BASS_ERROR_FILEFORM;
     rate_ = static_cast<uint32_t>(frame_->sample_rate);
     channels_ = static_cast<uint32_t>(frame_->ch_layout.nb_channels);
-    const int64_t duration = stream_->duration != AV_NOPTS_VALUE ? stream_->duration
-                                                                 : av_rescale_q(std::max<int64_t>(0, format_->duration),
-                                                                                AV_TIME_BASE_Q, stream_->time_base);
-    length_ = av_rescale_q(std::max<int64_t>(0, duration), stream_->time_base, {1, static_cast<int>(rate_)});
-    if (std::string_view(format_->iformat->name).starts_with("mov") && length_ > 0) endFrame_ = length_;
+    FindLength();
     held_ = true;
     return BASS_OK;
+}
+
+void FfmpegReader::FindLength() {
+    int64_t duration = stream_->duration;
+    if (duration == AV_NOPTS_VALUE) {
+        duration =
+            av_rescale_q(std::max<int64_t>(0, format_->duration), AVRational{1, AV_TIME_BASE}, stream_->time_base);
+    }
+    const std::string_view name = format_->iformat->name;
+    if (name == "mp3") duration -= origin_;  // what is skipped at the beginning is counted there
+    length_ = av_rescale_q(std::max<int64_t>(0, duration), stream_->time_base, {1, static_cast<int>(rate_)});
+    // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there.
+    if (name.starts_with("mov") && length_ > 0) endFrame_ = length_;
 }
 
 int FfmpegReader::FindAudio() {
@@ -106,7 +116,7 @@ int FfmpegReader::OpenDecoder() {
     if (avcodec_parameters_to_context(decoder_.get(), stream_->codecpar) < 0) return BASS_ERROR_FORMAT;
     decoder_->pkt_timebase = stream_->time_base;
     decoder_->thread_count = 1;
-    return avcodec_open2(decoder_.get(), codec, nullptr) < 0 ? BASS_ERROR_CODEC : BASS_OK;
+    return avcodec_open2(decoder_.get(), codec, nullptr) < 0 ? BASS_ERROR_FILEFORM : BASS_OK;
 }
 
 // Leaves the next decoded frame in frame_ and its end in position_.

@@ -4,6 +4,7 @@
 // heard: what an encoder put before and after it (gapless data) is left out.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -36,8 +37,10 @@ public:
 
     uint32_t Rate() const { return rate_; }
     uint32_t Channels() const { return channels_; }
-    int64_t Length() const { return length_; }      // frames; an estimate where the file does not say
-    int64_t Position() const { return position_; }  // of the frame after those that Next returned last
+    int64_t Length() const { return length_; }  // frames; an estimate where the file does not say
+    int64_t Position() const {
+        return std::min(position_, endFrame_);
+    }  // of the frame after those that Next returned last
 
     // What follows is the stream from `frame` on. False: not possible, and the stream is at its end.
     bool Seek(int64_t frame);
@@ -48,6 +51,7 @@ public:
 
 private:
     int FindAudio();
+    void FindLength();
     int OpenDecoder();
     bool Decode();
     bool SendPacket();

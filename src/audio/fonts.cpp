@@ -1,7 +1,9 @@
 #include "audio/fonts.h"
 
+#include <cstdint>
+#include <cstring>
 #include <filesystem>
-#include <mutex>
+#include <fstream>
 #include <system_error>
 
 #include "audio/bass.h"
@@ -10,10 +12,32 @@
 
 namespace hullrider {
 
+namespace {
+
+// Whether the file is as long as a SoundFont says that it is ("SoundFont Technical Specification 2.04", section 4). The
+// synthesizer would try what is not as another format, with complaints on the error stream.
+bool LooksLikeFont(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    unsigned char head[12] = {};
+    in.read(reinterpret_cast<char*>(head), sizeof head);
+    if (!in || std::memcmp(head, "RIFF", 4) != 0 || std::memcmp(head + 8, "sfbk", 4) != 0) return false;
+    const uint32_t bytes =
+        uint32_t{head[4]} | uint32_t{head[5]} << 8 | uint32_t{head[6]} << 16 | uint32_t{head[7]} << 24;
+    std::error_code error;
+    const uintmax_t size = std::filesystem::file_size(file, error);
+    return !error && size >= uintmax_t{bytes} + 8;
+}
+
+}  // namespace
+
 std::shared_ptr<const Font> LoadFont(const std::string& path, int& error) {
     std::error_code missing;
     if (!std::filesystem::is_regular_file(PathFromUtf8(path), missing)) {
         error = BASS_ERROR_FILEOPEN;
+        return nullptr;
+    }
+    if (!LooksLikeFont(PathFromUtf8(path))) {
+        error = BASS_ERROR_FILEFORM;
         return nullptr;
     }
     // A synthesizer that never sounds tries it; those of the streams load it again, which costs its directory only.

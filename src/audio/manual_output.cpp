@@ -36,6 +36,7 @@ void WaitForDecoders(Engine& engine, size_t frames) {
     for (const std::shared_ptr<Channel>& channel : channels) {
         if (!channel->ReadyFor(frames)) engine.Decoders().Attend(channel);
         while (!channel->ReadyFor(frames) && std::chrono::steady_clock::now() < deadline) {
+            channel->PassOverVoid();
             std::this_thread::sleep_for(microseconds(50));
         }
     }

@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <exception>
 #include <libopenmpt/libopenmpt.hpp>
 #include <optional>
 #include <sstream>
+#include <vector>
 
 #include "audio/bass.h"
 #include "audio/ring.h"
@@ -17,7 +19,7 @@ namespace {
 
 constexpr size_t kMaxFileBytes = size_t{128} << 20;
 constexpr double kMaxSeconds = 6.0 * 3600.0;  // a module that claims more ends there
-constexpr double kMaxRowSeconds = 10.0;       // decoded and dropped to reach a place inside a row
+constexpr double kMaxDropSeconds = 20.0;      // rendered and dropped to reach a place inside a row
 
 class ModuleSource : public Source {
 public:
@@ -25,7 +27,7 @@ public:
     ModuleSource(const SourceRequest& request, const std::string& file)
         : rate_(request.mixRate), loop_(request.loop), module_(file.data(), file.size(), log_) {
         module_.select_subsong(0);
-        module_.set_repeat_count(0);
+        module_.set_repeat_count(loop_ ? -1 : 0);
         module_.set_render_param(openmpt::module::RENDER_INTERPOLATIONFILTER_LENGTH, 8);
         const double seconds = std::clamp(module_.get_duration_seconds(), 0.0, kMaxSeconds);
         length_ = static_cast<int64_t>(seconds * rate_);
@@ -33,14 +35,14 @@ public:
 
     SourceFormat Format() const override { return {rate_, kStereo, BASS_CTYPE_MUSIC_MOD}; }
     int64_t Length() const override { return length_; }
-    int64_t LoopLength() const override { return loopLength_; }
+    int64_t LoopLength() const override { return loop_ ? length_.load() : 0; }
 
     SourceRead Read(float* out, size_t frames) override try {
         size_t done = 0;
         while (done < frames && !ended_) {
             const size_t now = Render(out + done * kStereo, frames - done);
             done += now;
-            if (now == 0) ended_ = !ComeRound();
+            if (now == 0) End();
         }
         return {done, ended_};
     } catch (const std::exception&) {
@@ -49,11 +51,8 @@ public:
     }
 
     bool Seek(int64_t frame) override try {
-        const double seconds = static_cast<double>(frame) / rate_;
-        const double reached = module_.set_position_seconds(seconds);
+        position_ = GoToRowBefore(frame);
         ended_ = false;
-        // A row begins there, before the place wanted.
-        position_ = static_cast<int64_t>(reached * rate_);
         DropUntil(frame);
         return true;
     } catch (const std::exception&) {
@@ -63,15 +62,26 @@ public:
 
 private:
     size_t Render(float* out, size_t frames) {
-        const int64_t left = static_cast<int64_t>(kMaxSeconds * rate_) - position_;
-        const size_t now = std::min(frames, static_cast<size_t>(std::max<int64_t>(0, left)));
+        const int64_t left = loop_ ? INT64_MAX : static_cast<int64_t>(kMaxSeconds * rate_) - position_;
+        const auto now = static_cast<size_t>(std::clamp<int64_t>(left, 0, static_cast<int64_t>(frames)));
         const size_t got = module_.read_interleaved_stereo(static_cast<int32_t>(rate_), now, out);
         position_ += static_cast<int64_t>(got);
         return got;
     }
 
+    // The library goes to a row near the place, perhaps to the one after it. Returns the frame at which the row begins.
+    int64_t GoToRowBefore(int64_t frame) {
+        int64_t reached = 0;
+        for (const double back : {0.0, 0.25, 1.0, 4.0, 16.0}) {
+            const double seconds = std::max(0.0, static_cast<double>(frame) / rate_ - back);
+            reached = static_cast<int64_t>(module_.set_position_seconds(seconds) * rate_);
+            if (reached <= frame) break;
+        }
+        return reached;
+    }
+
     void DropUntil(int64_t frame) {
-        if (frame - position_ > static_cast<int64_t>(kMaxRowSeconds * rate_)) return;
+        if (frame - position_ > static_cast<int64_t>(kMaxDropSeconds * rate_)) return;
         std::vector<float> dropped(1024 * kStereo);
         while (position_ < frame) {
             const auto now = static_cast<size_t>(std::min<int64_t>(1024, frame - position_));
@@ -79,13 +89,9 @@ private:
         }
     }
 
-    bool ComeRound() {
-        length_ = position_;
-        if (!loop_ || position_ <= 0) return false;
-        loopLength_ = position_;
-        module_.set_position_seconds(0.0);
-        position_ = 0;
-        return true;
+    void End() {
+        ended_ = true;
+        length_ = position_;  // a little more than was reckoned, because the last notes are let fade
     }
 
     uint32_t rate_;
@@ -94,7 +100,7 @@ private:
     openmpt::module module_;
     int64_t position_ = 0;
     bool ended_ = false;
-    std::atomic<int64_t> length_{0}, loopLength_{0};
+    std::atomic<int64_t> length_{0};
 };
 
 }  // namespace

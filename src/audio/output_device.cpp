@@ -12,6 +12,7 @@
 #include "audio/miniaudio_setup.h"
 #include "audio/mixer.h"
 #include "audio/output.h"
+#include "audio/quiet_backend.h"
 
 namespace hullrider {
 
@@ -92,6 +93,7 @@ bool DeviceOutput::Open() {
         context_.reset();
         return false;
     }
+    QuietBackend(*context_);
     if (!OpenDevice(0)) return false;
     uint32_t rate = device_.sampleRate;
     while (rate > kMaxRate) rate /= 2;

@@ -16,6 +16,13 @@ void PrintSynthError(int, const char* message, void*) {
     PrintErrorLine(std::string("MIDI synthesizer: ") + message);
 }
 
+// Over everything that may load samples or let them go: all synthesizers share them, and a change of program may load
+// some.
+std::mutex& SampleMutex() {
+    static auto* const mutex = new std::mutex;  // outlives every synthesizer
+    return *mutex;
+}
+
 void QuietLog() {
     static std::once_flag once;
     std::call_once(once, [] {
@@ -33,6 +40,7 @@ void SynthDeleter::operator()(_fluid_hashtable_t* settings) const {
     delete_fluid_settings(settings);
 }
 void SynthDeleter::operator()(_fluid_synth_t* synth) const {
+    const std::lock_guard lock(SampleMutex());
     delete_fluid_synth(synth);
 }
 
@@ -53,6 +61,7 @@ Synth::Synth(uint32_t rate) {
 Synth::~Synth() = default;
 
 int Synth::Load(const std::string& path) {
+    const std::lock_guard lock(SampleMutex());
     return fluid_synth_sfload(synth_.get(), path.c_str(), 0);
 }
 
@@ -66,11 +75,13 @@ void Synth::UseFonts(const FontList& fonts) {
         fluid_synth_set_bank_offset(synth_.get(), number, entry->bank);
         loaded_.push_back(number);
     }
+    const std::lock_guard lock(SampleMutex());
     for (const int number : old) fluid_synth_sfunload(synth_.get(), number, 0);
     fluid_synth_program_reset(synth_.get());
 }
 
 void Synth::Reset() {
+    const std::lock_guard lock(SampleMutex());
     fluid_synth_system_reset(synth_.get());
 }
 
@@ -91,7 +102,7 @@ void Synth::Send(uint8_t status, uint8_t data1, uint8_t data2) {
             fluid_synth_cc(synth, channel, data1, data2);
             break;
         case 0xC0:
-            fluid_synth_program_change(synth, channel, data1);
+            ChangeProgram(channel, data1);
             break;
         case 0xD0:
             fluid_synth_channel_pressure(synth, channel, data1);
@@ -104,7 +115,13 @@ void Synth::Send(uint8_t status, uint8_t data1, uint8_t data2) {
     }
 }
 
+void Synth::ChangeProgram(int channel, int program) {
+    const std::lock_guard lock(SampleMutex());
+    fluid_synth_program_change(synth_.get(), channel, program);
+}
+
 void Synth::SendSysex(const uint8_t* bytes, size_t count) {
+    const std::lock_guard lock(SampleMutex());  // it may be a reset
     fluid_synth_sysex(synth_.get(), reinterpret_cast<const char*>(bytes), static_cast<int>(count), nullptr, nullptr,
                       nullptr, 0);
 }

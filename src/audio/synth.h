@@ -44,6 +44,8 @@ public:
     int Load(const std::string& path);
 
 private:
+    void ChangeProgram(int channel, int program);
+
     std::unique_ptr<_fluid_hashtable_t, SynthDeleter> settings_;
     std::unique_ptr<_fluid_synth_t, SynthDeleter> synth_;
     std::vector<int> loaded_;

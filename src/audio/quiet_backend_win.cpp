@@ -1,0 +1,7 @@
+#include "audio/quiet_backend.h"
+
+namespace hullrider {
+
+void QuietBackend(ma_context&) {}
+
+}  // namespace hullrider

@@ -1,0 +1,199 @@
+// The calls' contract: handles, errors, states of the library.
+#include "audio/bass.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+#include <thread>
+
+#include "audio/manual_output.h"
+#include "audio/output_choice.h"
+#include "tests/audio/midi_bytes.h"
+#include "tests/audio/module_bytes.h"
+#include "tests/sound/sound.h"
+
+namespace hullrider {
+
+namespace {
+
+uint32_t Create(const std::string& path) {
+    return BASS_StreamCreateFile(false, path.c_str(), 0, 0, BASS_SAMPLE_FLOAT | BASS_SAMPLE_LOOP);
+}
+
+}  // namespace
+
+TEST(BassLibrary, NothingWorksBeforeInitOrAfterFree) {
+    const auto check = [] {
+        float value = 0.0f;
+        BASS_CHANNELINFO info;
+        const BASS_MIDI_FONT font{1, -1, 0};
+        EXPECT_EQ(BASS_StreamCreateFile(false, "x.mp3", 0, 0, 0), 0u);
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_INIT);
+        EXPECT_EQ(BASS_MusicLoad(false, "x.mod", 0, 0, 0, 0), 0u);
+        EXPECT_EQ(BASS_PluginLoad("bassmidi.dll", 0), 0u);
+        EXPECT_EQ(BASS_MIDI_FontInit("x.sf2", 0), 0u);
+        EXPECT_FALSE(BASS_MIDI_StreamSetFonts(0, &font, 1) || BASS_MIDI_FontFree(1) || BASS_PluginFree(1));
+        EXPECT_FALSE(BASS_ChannelPlay(1, false) || BASS_ChannelPause(1) || BASS_ChannelStop(1) || BASS_StreamFree(1));
+        EXPECT_FALSE(BASS_ChannelGetInfo(1, &info) || BASS_ChannelSetPosition(1, 0, 0));
+        EXPECT_FALSE(BASS_ChannelSetAttribute(1, 2, 0.5f) || BASS_ChannelGetAttribute(1, 2, &value));
+        EXPECT_FALSE(BASS_ChannelSlideAttribute(1, 2, 0.5f, 10) || BASS_ChannelIsSliding(1, 2));
+        EXPECT_EQ(BASS_ChannelIsActive(1), BASS_ACTIVE_STOPPED);
+        EXPECT_EQ(BASS_ChannelGetLength(1, 0), BASS_QWORD_ERROR);
+        EXPECT_EQ(BASS_ChannelGetLevel(1), BASS_LEVEL_ERROR);
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_INIT);
+        EXPECT_FALSE(BASS_Free());
+        EXPECT_EQ(OutputDescription(), "");
+    };
+    check();
+    for (int i = 0; i < 5; i++) {
+        ASSERT_TRUE(BASS_Init(0, 44100, 0, nullptr, nullptr));
+        EXPECT_FALSE(BASS_Init(0, 44100, 0, nullptr, nullptr));
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_ALREADY);
+        EXPECT_NE(OutputDescription(), "");
+        ASSERT_TRUE(BASS_Free());
+    }
+    check();
+    for (const uint32_t rate : {0u, 1u, 4'000'000'000u}) EXPECT_FALSE(BASS_Init(0, rate, 0, nullptr, nullptr));
+    EXPECT_FALSE(BASS_Init(7, 44100, 0, nullptr, nullptr));
+    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_DEVICE);
+}
+
+class BassCalls : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(InitManualOutput(44100)); }
+    void TearDown() override { BASS_Free(); }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(BassCalls, HandlesAreNeverUsedAgainAndDeadOnesAreRefused) {
+    const std::string path = folder_.Write("a.wav", WavBytes(Noise(44100, 1000)));
+    std::set<uint32_t> seen;
+    for (int i = 0; i < 20; i++) {
+        const uint32_t stream = Create(path);
+        const uint32_t plugin = BASS_PluginLoad("bassmidi.dll", 0);
+        ASSERT_TRUE(seen.insert(stream).second && seen.insert(plugin).second);
+        EXPECT_FALSE(BASS_PluginFree(stream));
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_HANDLE);
+        EXPECT_FALSE(BASS_MIDI_FontFree(stream));
+        EXPECT_FALSE(BASS_ChannelPlay(plugin, false));
+        EXPECT_TRUE(BASS_StreamFree(stream));
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_OK);
+        EXPECT_TRUE(BASS_PluginFree(plugin));
+        for (const uint32_t dead : {stream, 0u, 0xFFFFFFFFu}) {
+            EXPECT_FALSE(BASS_ChannelPlay(dead, false) || BASS_StreamFree(dead) ||
+                         BASS_ChannelSetAttribute(dead, 2, 1.0f));
+            EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_HANDLE);
+        }
+    }
+    const uint32_t kept = Create(path);
+    BASS_Free();
+    ASSERT_TRUE(InitManualOutput(44100));
+    EXPECT_FALSE(BASS_ChannelPlay(kept, false));
+    EXPECT_TRUE(seen.insert(Create(path)).second);
+}
+
+TEST_F(BassCalls, FilesThatAreNoSongsAreRefused) {
+    std::minstd_rand random(3);
+    std::string noise;
+    for (int i = 0; i < 100000; i++) noise += static_cast<char>(random() >> 8);
+    const std::string wav = WavBytes(Noise(44100, 1000));
+    const auto patched = [&](size_t at, uint32_t value, int bytes) {
+        std::string copy = wav;
+        for (int i = 0; i < bytes; i++) copy[at + static_cast<size_t>(i)] = static_cast<char>(value >> (8 * i));
+        return copy;
+    };
+    struct Case {
+        const char* name;
+        std::string bytes;
+    };
+    const Case cases[] = {
+        {"text", "This is no music, only a text. "},
+        {"long text",
+         [] {
+             std::string s;
+             for (int i = 0; i < 5000; i++) s += "no music\n";
+             return s;
+         }()},
+        {"nothing", ""},
+        {"one byte", "x"},
+        {"zeros", std::string(100000, '\0')},
+        {"ones", std::string(100000, '\xFF')},
+        {"noise", noise},
+        {"wav header only", wav.substr(0, 44)},
+        {"half a wav header", wav.substr(0, 30)},
+        {"a million channels", patched(22, 0xFFFF, 2)},
+        {"no channels", patched(22, 0, 2)},
+        {"rate 0", patched(24, 0, 4)},
+        {"rate 4 GHz", patched(24, 0xFFFFFFFF, 4)},
+        {"midi header only", MidiFile(1, 96, {})},
+        {"midi cut", "MThd\0\0"},
+        {"flac marker", "fLaC" + noise.substr(0, 5000)},
+        {"ogg marker", "OggS" + noise.substr(0, 5000)},
+        {"id3 and nothing", "ID3\x03" + std::string(3, '\0') + "\x7F\x7F\x7F" + noise.substr(0, 1000)},
+        {"mp4 marker", std::string("\0\0\0\x20"
+                                   "ftypM4A ",
+                                   12) +
+                           noise.substr(0, 5000)},
+        {"module marker", std::string(1080, '\0') + "M.K." + noise.substr(0, 100)},
+    };
+    for (const Case& test : cases) {
+        for (const char* extension : {".mp3", ".mid", ".flac", ".m4a", ".wav", ".mod"}) {
+            const std::string path = folder_.Write(std::string("x") + extension, test.bytes);
+            const uint32_t stream = Create(path);
+            EXPECT_EQ(stream, 0u) << test.name << " as " << extension;
+            EXPECT_TRUE(stream != 0 || BASS_ErrorGetCode() == BASS_ERROR_FILEFORM)
+                << test.name << ": " << BASS_ErrorGetCode();
+            if (std::string_view(test.name) == "module marker") continue;  // a module of silence may look so
+            EXPECT_EQ(BASS_MusicLoad(false, path.c_str(), 0, 0, 0, 0), 0u) << test.name << " as " << extension;
+            EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM) << test.name;
+        }
+    }
+    for (const std::string& path : {folder_.At("missing.mp3"), folder_.Text(), std::string(), std::string("\0x", 2)}) {
+        EXPECT_EQ(Create(path), 0u);
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEOPEN);
+        EXPECT_EQ(BASS_MusicLoad(false, path.c_str(), 0, 0, 0, 0), 0u);
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEOPEN);
+    }
+    EXPECT_EQ(BASS_StreamCreateFile(false, nullptr, 0, 0, 0), 0u);
+    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_ILLPARAM);
+}
+
+TEST_F(BassCalls, ContentsDecideAndNotTheName) {
+    EXPECT_NE(Create(folder_.Write("wav.mp3", WavBytes(Noise(44100, 1000)))), 0u);
+    EXPECT_NE(Create(folder_.Write("midi.flac", MidiFile(0, 96, {At(9, {0x90, 60, 1})}))), 0u);
+    EXPECT_NE(Create(folder_.Write("\xC3\xBC\xE2\x82\xAC\xF0\x9F\x8E\xB5.wav", WavBytes(Noise(44100, 1000)))), 0u);
+    EXPECT_NE(BASS_MusicLoad(false, folder_.Write("mod.txt", ModuleBytes()).c_str(), 0, 0, 0, 0), 0u);
+}
+
+TEST_F(BassCalls, TooManyChannelsAreRefusedAndFreedOnesMakeRoom) {
+    const std::string path = folder_.Write("a.wav", WavBytes(Noise(44100, 100)));
+    std::vector<uint32_t> streams;
+    while (const uint32_t stream = Create(path)) {
+        streams.push_back(stream);
+        ASSERT_LE(streams.size(), 1000u);
+    }
+    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_NOCHAN);
+    EXPECT_GE(streams.size(), 64u);
+    EXPECT_TRUE(BASS_StreamFree(streams.front()));
+    EXPECT_NE(Create(path), 0u);
+}
+
+TEST_F(BassCalls, OnlyTheBuiltInPluginsLoad) {
+    for (const char* name : {"bassmidi.dll", "bass_aac.dll", "BASSFLAC.dll"}) EXPECT_NE(BASS_PluginLoad(name, 0), 0u);
+    for (const char* name : {"other.dll", "", static_cast<const char*>(nullptr)}) {
+        EXPECT_EQ(BASS_PluginLoad(name, 0), 0u);
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEOPEN);
+    }
+}
+
+TEST_F(BassCalls, ErrorsBelongToTheirThread) {
+    BASS_ChannelPlay(12345, false);
+    int elsewhere = -1;
+    std::thread([&] { elsewhere = BASS_ErrorGetCode(); }).join();
+    EXPECT_EQ(elsewhere, BASS_OK);
+    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_HANDLE);
+}
+
+}  // namespace hullrider

@@ -1,0 +1,134 @@
+// MIDI as it sounds through a real SoundFont.
+#include "tests/audio/midi_bytes.h"
+#include "tests/sound/sound.h"
+
+namespace hullrider {
+
+class MidiSound : public SoundTest {
+protected:
+    static constexpr int kOrgan = 19;    // steady
+    static constexpr int kOcarina = 79;  // nearly a sine
+
+    void SetUp() override {
+        SoundTest::SetUp();
+        font_ = BASS_MIDI_FontInit(HULLRIDER_TEST_SOUNDFONT, 0);
+        ASSERT_NE(font_, 0u) << "no SoundFont at " HULLRIDER_TEST_SOUNDFONT;
+    }
+    bool UseFont(HSTREAM stream, HSOUNDFONT font) {
+        const BASS_MIDI_FONT entry{font, -1, 0};
+        return BASS_MIDI_StreamSetFonts(stream, &entry, 1);
+    }
+    // A file of one track, 500 ticks a quarter: a tick is a millisecond.
+    std::string SaveSong(const std::string& track) {
+        return folder_.Write("song.mid", MidiFile(0, 500, {track + EndOfTrack()}));
+    }
+    static double LoudnessAt(double hz) { return AmplitudeAt(Left(Render(kRate / 2)), kRate, hz); }
+
+    HSOUNDFONT font_ = 0;
+};
+
+TEST_F(MidiSound, NotesSoundAtTheirTimeAndPitch) {
+    ASSERT_TRUE(UseFont(0, font_));
+    const HSTREAM stream = Play(SaveSong(At(0, {0xC0, kOrgan}) + At(1000, {0x90, 69, 100}) + At(2000, {0x80, 69, 0})));
+    BASS_CHANNELINFO info{};
+    ASSERT_TRUE(BASS_ChannelGetInfo(stream, &info));
+    EXPECT_EQ(info.ctype, BASS_CTYPE_STREAM_MIDI);
+    EXPECT_EQ(info.freq, kRate);
+    EXPECT_NEAR(LengthSec(stream), 4.5, 0.001);
+    EXPECT_LT(Peak(Render(44000)), 1e-4f);
+    EXPECT_GT(Peak(Render(1500)), 1e-3f);  // within the 64 frames of a block, and the attack
+    Render(kRate / 2);
+    const Samples organ = Left(Render(kRate));
+    EXPECT_GT(AmplitudeAt(organ, kRate, 440.0), 10 * AmplitudeAt(organ, kRate, 466.2));
+    Render(kRate * 3);
+    EXPECT_EQ(BASS_ChannelIsActive(stream), BASS_ACTIVE_STOPPED);
+}
+
+TEST_F(MidiSound, ASeekCutsNotesAndCatchesUpWithProgramsControllersAndBends) {
+    ASSERT_TRUE(UseFont(0, font_));
+    // Ocarina, which has one strong partial, with the volume down, a bend range of 12 by parameter number, bent up an
+    // octave, then the volume up again.
+    const std::string setUp = At(0, {0xC0, kOcarina}) + At(0, {0xB0, 7, 0}) + At(0, {0xB0, 101, 0}) +
+                              At(0, {0xB0, 100, 0}) + At(0, {0xB0, 6, 12}) + At(0, {0xE0, 0x7F, 0x7F});
+    const std::string notes =
+        At(100, {0x90, 57, 100}) + At(1000, {0xB0, 7, 127}) + At(900, {0x90, 57, 100}) + At(1000, {0x80, 57, 0});
+    const HSTREAM stream = Play(SaveSong(setUp + notes));
+    // In the middle of the first note: it was cut, and is silent although its volume comes up.
+    ASSERT_TRUE(SeekToFrame(stream, kRate));
+    EXPECT_LT(Peak(Render(kRate / 2)), 1e-4f);
+    // Before the second: it sounds an octave up, as it would have without the seek.
+    ASSERT_TRUE(SeekToFrame(stream, kRate * 19 / 10));
+    Render(kRate / 4);
+    const Samples bent = Left(Render(kRate / 2));
+    EXPECT_NEAR(FrequencyOf(bent, kRate), 440.0, 5.0);
+    // Back to the beginning, nothing of it is left.
+    ASSERT_TRUE(SeekToFrame(stream, 0));
+    Render(480);  // the last block's value dies away
+    EXPECT_LT(Peak(Render(2000)), 1e-4f);
+}
+
+TEST_F(MidiSound, WithoutAFontItPlaysSilenceInTimeAndSoundsWhenItGetsOne) {
+    const HSTREAM stream = Play(SaveSong(At(0, {0xC0, kOrgan}) + At(0, {0x90, 69, 100}) + At(60000, {0x80, 69, 0})));
+    EXPECT_LT(Peak(Render(kRate)), 1e-6f);
+    EXPECT_NEAR(PositionSec(stream), 1.0, 1e-6);
+    ASSERT_TRUE(UseFont(stream, font_));
+    const HSTREAM other = Play(SaveSong(At(0, {0xC0, kOrgan}) + At(4000, {0x90, 69, 100}) + At(60000, {0x80, 69, 0})));
+    ASSERT_TRUE(UseFont(other, font_));
+    Render(kRate * 5);
+    EXPECT_GT(LoudnessAt(440.0), 0.003);
+}
+
+TEST_F(MidiSound, FontsAreReplacedAndFreedWhileTheyAreHeard) {
+    ASSERT_TRUE(UseFont(0, font_));
+    std::string song = At(0, {0xC0, kOrgan});
+    for (int i = 0; i < 100; i++) song += At(0, {0x90, 69, 100}) + At(200, {0x80, 69, 0});
+    Play(SaveSong(song));
+    const HSTREAM stream = Play(SaveSong(song));
+    Render(kRate);
+    for (int round = 0; round < 5; round++) {
+        const HSOUNDFONT next = BASS_MIDI_FontInit(HULLRIDER_TEST_SOUNDFONT, 0);
+        ASSERT_NE(next, 0u);
+        EXPECT_TRUE(BASS_MIDI_FontFree(font_));
+        EXPECT_GT(LoudnessAt(440.0), 0.001);
+        EXPECT_TRUE(UseFont(stream, next));
+        EXPECT_GT(LoudnessAt(440.0), 0.001);
+        font_ = next;
+    }
+    EXPECT_FALSE(BASS_MIDI_FontFree(9999));
+    EXPECT_FALSE(UseFont(stream, 9999));
+    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_HANDLE);
+}
+
+TEST_F(MidiSound, LoopsComeRound) {
+    ASSERT_TRUE(UseFont(0, font_));
+    const HSTREAM stream =
+        Play(SaveSong(At(0, {0xC0, kOrgan}) + At(0, {0x90, 69, 100}) + At(500, {0x80, 69, 0})), BASS_SAMPLE_LOOP);
+    Render(kRate * 5);
+    EXPECT_NEAR(PositionSec(stream), 1.0, 0.001);
+    Render(kRate);
+    EXPECT_GT(LoudnessAt(440.0), 0.003);  // the third round begins at 4.0 s, the fourth at 6.0 s
+}
+
+TEST_F(MidiSound, RefusesFontsThatAreNone) {
+    const std::string real = [] {
+        std::ifstream in(HULLRIDER_TEST_SOUNDFONT, std::ios::binary);
+        std::string start(200000, '\0');
+        in.read(start.data(), 200000);
+        return start;
+    }();
+    struct Case {
+        const char* name;
+        std::string bytes;
+    };
+    for (const Case& test : {Case{"empty.sf2", ""},
+                             {"text.sf2", "no SoundFont"},
+                             {"wav.sf2", WavBytes(Noise(8000, 100))},
+                             {"cut.sf2", real}}) {
+        EXPECT_EQ(BASS_MIDI_FontInit(folder_.Write(test.name, test.bytes).c_str(), 0), 0u) << test.name;
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM) << test.name;
+    }
+    EXPECT_EQ(BASS_MIDI_FontInit(folder_.At("missing.sf2").c_str(), 0), 0u);
+    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEOPEN);
+}
+
+}  // namespace hullrider

@@ -1,0 +1,53 @@
+#include "tests/audio/module_bytes.h"
+#include "tests/sound/sound.h"
+
+namespace hullrider {
+
+class ModuleSound : public SoundTest {
+protected:
+    HMUSIC Load(const std::string& bytes, uint32_t flags = 0) {
+        const HMUSIC music = BASS_MusicLoad(false, folder_.Write("song.mod", bytes).c_str(), 0, 0, flags, 0);
+        EXPECT_NE(music, 0u) << BASS_ErrorGetCode();
+        return music;
+    }
+    // 64 rows of 6 ticks of 20 ms.
+    static constexpr double kPatternSec = 7.68;
+};
+
+TEST_F(ModuleSound, PlaysAtItsPitchForItsLength) {
+    // The PAL clock over twice the period is the sample rate (8287 Hz at 428), and 32 samples are one wave.
+    for (const int period : {428, 214}) {
+        const HMUSIC music = Load(ModuleBytes(period));
+        EXPECT_NEAR(LengthSec(music), kPatternSec, 0.01);
+        BASS_CHANNELINFO info{};
+        ASSERT_TRUE(BASS_ChannelGetInfo(music, &info));
+        EXPECT_EQ(info.ctype, BASS_CTYPE_MUSIC_MOD);
+        ASSERT_TRUE(BASS_ChannelPlay(music, false));
+        Render(kRate / 4);
+        EXPECT_NEAR(FrequencyOf(Left(Render(kRate / 2)), kRate), 7093789.2 / (2 * period) / 32, 1.0);
+        Render(kRate * 8);
+        EXPECT_EQ(BASS_ChannelIsActive(music), BASS_ACTIVE_STOPPED);
+        EXPECT_TRUE(BASS_MusicFree(music));
+        Render(1000);
+    }
+}
+
+TEST_F(ModuleSound, AnEndlessModuleHasALengthAndAnEnd) {
+    const HMUSIC music = Load(ModuleBytes(428, 1, true));
+    EXPECT_NEAR(LengthSec(music), kPatternSec, 0.01);
+    BASS_ChannelPlay(music, false);
+    Render(kRate * 8);
+    EXPECT_EQ(BASS_ChannelIsActive(music), BASS_ACTIVE_STOPPED);
+}
+
+TEST_F(ModuleSound, LoopsAndSeeks) {
+    const HMUSIC music = Load(ModuleBytes(428, 4), BASS_SAMPLE_LOOP);
+    BASS_ChannelPlay(music, false);
+    ASSERT_TRUE(SeekToFrame(music, static_cast<int64_t>(kRate * 30)));
+    Render(kRate);
+    EXPECT_NEAR(PositionSec(music), 31.0 - 4 * kPatternSec, 0.03);
+    EXPECT_GT(Rms(Render(kRate)), 0.05);
+    EXPECT_EQ(BASS_ChannelIsActive(music), BASS_ACTIVE_PLAYING);
+}
+
+}  // namespace hullrider

@@ -1,0 +1,142 @@
+#include "tests/sound/sound.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <random>
+
+namespace hullrider {
+
+namespace {
+
+void Append(std::string& text, uint64_t value, int bytes) {
+    for (int i = 0; i < bytes; i++) text += static_cast<char>(value >> (8 * i) & 0xFF);
+}
+
+void AppendSample(std::string& text, float value, WavFormat format) {
+    const auto scaled = [&](double full) {
+        return static_cast<uint64_t>(std::llround(static_cast<double>(value) * full));
+    };
+    switch (format) {
+        case WavFormat::kPcm8:
+            Append(text, scaled(127.0) + 128, 1);
+            break;
+        case WavFormat::kPcm16:
+            Append(text, scaled(32768.0), 2);
+            break;
+        case WavFormat::kPcm24:
+            Append(text, scaled(8388608.0), 3);
+            break;
+        case WavFormat::kFloat:
+            text.append(reinterpret_cast<const char*>(&value), 4);
+            break;
+    }
+}
+
+}  // namespace
+
+TestSound Tone(uint32_t rate, uint32_t channels, double hz, double seconds, double amplitude) {
+    TestSound sound{rate, channels, {}};
+    const auto frames = static_cast<size_t>(seconds * rate);
+    for (size_t i = 0; i < frames; i++) {
+        const double phase = 2.0 * std::numbers::pi * hz * static_cast<double>(i) / rate;
+        sound.samples.insert(sound.samples.end(), channels, static_cast<float>(amplitude * std::sin(phase)));
+    }
+    return sound;
+}
+
+TestSound Constant(uint32_t rate, size_t frames, float value) {
+    return {rate, 2, Samples(frames * 2, value)};
+}
+
+TestSound Noise(uint32_t rate, size_t frames) {
+    TestSound sound{rate, 2, {}};
+    std::minstd_rand random(7);
+    for (size_t i = 0; i < frames * 2; i++) {
+        sound.samples.push_back(static_cast<float>(static_cast<int>(random() % 40000) - 20000) / 32768.0f);
+    }
+    return sound;
+}
+
+std::string WavBytes(const TestSound& sound, WavFormat format) {
+    constexpr uint32_t kBytes[] = {1, 2, 3, 4};
+    const uint32_t sampleBytes = kBytes[static_cast<int>(format)];
+    const size_t dataBytes = sound.samples.size() * sampleBytes;
+    std::string text = "RIFF";
+    Append(text, 36 + dataBytes, 4);
+    text += "WAVEfmt ";
+    Append(text, 16, 4);
+    Append(text, format == WavFormat::kFloat ? 3 : 1, 2);
+    Append(text, sound.channels, 2);
+    Append(text, sound.rate, 4);
+    Append(text, sound.rate * sound.channels * sampleBytes, 4);
+    Append(text, sound.channels * sampleBytes, 2);
+    Append(text, sampleBytes * 8, 2);
+    text += "data";
+    Append(text, dataBytes, 4);
+    for (const float sample : sound.samples) AppendSample(text, sample, format);
+    return text;
+}
+
+Samples Left(const Samples& stereo) {
+    Samples left;
+    for (size_t i = 0; i < stereo.size(); i += 2) left.push_back(stereo[i]);
+    return left;
+}
+
+double FrequencyOf(const Samples& mono, uint32_t rate) {
+    double first = -1.0, last = -1.0;
+    int periods = -1;
+    for (size_t i = 1; i < mono.size(); i++) {
+        if (!(mono[i - 1] < 0.0f && mono[i] >= 0.0f)) continue;
+        const double fall = static_cast<double>(mono[i - 1]) / static_cast<double>(mono[i - 1] - mono[i]);
+        last = static_cast<double>(i - 1) + fall;
+        if (first < 0.0) first = last;
+        periods++;
+    }
+    return periods < 1 ? 0.0 : periods * static_cast<double>(rate) / (last - first);
+}
+
+double AmplitudeAt(const Samples& mono, uint32_t rate, double hz) {
+    double real = 0.0, imaginary = 0.0;
+    for (size_t i = 0; i < mono.size(); i++) {
+        const double phase = 2.0 * std::numbers::pi * hz * static_cast<double>(i) / rate;
+        real += static_cast<double>(mono[i]) * std::cos(phase);
+        imaginary += static_cast<double>(mono[i]) * std::sin(phase);
+    }
+    return 2.0 * std::hypot(real, imaginary) / static_cast<double>(mono.size());
+}
+
+double Rms(const Samples& samples) {
+    double sum = 0.0;
+    for (const float sample : samples) sum += static_cast<double>(sample) * static_cast<double>(sample);
+    return samples.empty() ? 0.0 : std::sqrt(sum / static_cast<double>(samples.size()));
+}
+
+float Peak(const Samples& samples) {
+    float peak = 0.0f;
+    for (const float sample : samples) peak = std::max(peak, std::fabs(sample));
+    return peak;
+}
+
+Samples SoundTest::Render(size_t frames, size_t blockFrames) {
+    Samples out(frames * 2);
+    EXPECT_TRUE(RenderManually(out.data(), frames, blockFrames));
+    return out;
+}
+
+bool SoundTest::SeekToFrame(uint32_t channel, int64_t frame) {
+    BASS_CHANNELINFO info{};
+    BASS_ChannelGetInfo(channel, &info);
+    return BASS_ChannelSetPosition(channel, static_cast<uint64_t>(frame) * 4 * info.chans, BASS_POS_BYTE);
+}
+
+double SoundTest::PositionSec(uint32_t channel) {
+    return BASS_ChannelBytes2Seconds(channel, BASS_ChannelGetPosition(channel, BASS_POS_BYTE));
+}
+
+double SoundTest::LengthSec(uint32_t channel) {
+    return BASS_ChannelBytes2Seconds(channel, BASS_ChannelGetLength(channel, BASS_POS_BYTE));
+}
+
+}  // namespace hullrider
