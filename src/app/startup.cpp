@@ -115,6 +115,7 @@ void HealLibrary(Player& player) {
     if (directories.empty() && SongCountOf(state.library) == 0) directories = state.settings.directoryPaths;
     if (state.settings.directoryPaths.empty() && player.options.music.empty() && player.options.fallbackMusic) {
         directories = {*player.options.fallbackMusic};
+        state.playback.demonstration = true;
     }
     if (directories.empty()) return;
     PrintLine(kUpdatingText);

@@ -68,7 +68,8 @@ LoadedSong LoadSomeSong(AppState& app, Random& random) {
 void StartSilentInWindow(PlaybackState& playback, const LoadedSong& loaded, const Settings& settings, Random& random) {
     const StreamSlot handle = loaded.handle;
     playback.songLengthSec = SecondsOf(handle, BASS_ChannelGetLength(handle, BASS_POS_BYTE));
-    const PlayWindow window = ChoosePlayWindow(playback.songLengthSec, loaded.song->musicType, settings, random);
+    const PlayDurations durations = ChooseDurations(settings, playback.demonstration);
+    const PlayWindow window = ChoosePlayWindow(playback.songLengthSec, loaded.song->musicType, durations, random);
     playback.startSec = window.startSec;
     playback.endSec = window.endSec;
     // Before it starts, so that nothing is decoded that will not be heard.

@@ -12,31 +12,38 @@ constexpr double kShortFileSec = 30.0;
 constexpr double kShortFileTailSec = 2.0;
 constexpr double kLeastPlaySec = 3.0;
 
+constexpr double kDemonstrationMinSec = 25.0;
+constexpr double kDemonstrationMaxSec = 40.0;
+
 PlayWindow FromStart(double playSec) {
     return {0.0, std::max(playSec, 0.0)};
 }
 
 // The window of a song that is long enough to start somewhere in the middle.
-PlayWindow RandomWindow(double lengthSec, double fadeSec, const Settings& settings, Random& random) {
-    const double minSec = settings.songPlayDurationMin;
-    const double maxSec = settings.songPlayDurationMax;
-    const double latestStartSec = lengthSec - std::max(minSec, kLeastPlaySec);
+PlayWindow RandomWindow(double lengthSec, const PlayDurations& durations, Random& random) {
+    const double latestStartSec = lengthSec - std::max(durations.minSec, kLeastPlaySec);
     const double startSec = std::max(random.Fraction() * latestStartSec, 0.0);
-    if (fadeSec >= lengthSec - startSec) return {startSec, std::max(lengthSec - fadeSec, startSec)};
+    const double fadeStartSec = std::max(lengthSec - durations.fadeSec, startSec);
+    if (durations.fadeSec >= lengthSec - startSec) return {startSec, fadeStartSec};
 
-    double endSec = startSec + minSec + random.Fraction() * (maxSec - minSec);
-    if (endSec > lengthSec) endSec = lengthSec - fadeSec;
-    return {startSec, std::max(endSec, startSec)};
+    const double endSec = startSec + durations.minSec + random.Fraction() * (durations.maxSec - durations.minSec);
+    return {startSec, endSec > lengthSec ? fadeStartSec : std::max(endSec, startSec)};
 }
 
 }  // namespace
 
-PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const Settings& settings, Random& random) {
+PlayDurations ChooseDurations(const Settings& settings, bool demonstration) {
     const double fadeSec = std::max(settings.FADE_DURATION_MS, 0) / 1000.0;
-    if (lengthSec < 2.0) return FromStart(lengthSec - fadeSec);
+    if (demonstration) return {kDemonstrationMinSec, kDemonstrationMaxSec, fadeSec};
+    return {static_cast<double>(settings.songPlayDurationMin), static_cast<double>(settings.songPlayDurationMax),
+            fadeSec};
+}
+
+PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const PlayDurations& durations, Random& random) {
+    if (lengthSec < 2.0) return FromStart(lengthSec - durations.fadeSec);
     if (musicType != kTracker && lengthSec < kShortFileSec) return FromStart(lengthSec - kShortFileTailSec);
-    if (settings.songPlayDurationMax < 1) return FromStart(lengthSec - fadeSec);
-    return RandomWindow(lengthSec, fadeSec, settings, random);
+    if (durations.maxSec < 1.0) return FromStart(lengthSec - durations.fadeSec);
+    return RandomWindow(lengthSec, durations, random);
 }
 
 }  // namespace hullrider

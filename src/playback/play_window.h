@@ -14,8 +14,18 @@ struct PlayWindow {
     double endSec = 0.0;
 };
 
+// How long songs are played.
+struct PlayDurations {
+    double minSec = 0.0;
+    double maxSec = 0.0;  // below 1: songs play whole
+    double fadeSec = 0.0;
+};
+
+// What the user has set. A demonstration has shorter turns, so that a newcomer soon hears a cross-fade.
+PlayDurations ChooseDurations(const Settings& settings, bool demonstration);
+
 // Chooses the window of a song of the type `musicType` that is `lengthSec` long. A file under 30 s plays whole, less
 // 2 s; tracker modules have no such rule. A song without the length for the shortest play time plays from its start.
-PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const Settings& settings, Random& random);
+PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const PlayDurations& durations, Random& random);
 
 }  // namespace hullrider

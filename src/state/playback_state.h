@@ -43,7 +43,8 @@ struct PlaybackState {
     std::string currentTitle;
     double songLengthSec = 0.0;
     double startSec = 0.0;
-    double endSec = 0.0;  // start + play length, in stream time
+    double endSec = 0.0;         // start + play length, in stream time
+    bool demonstration = false;  // plays music that the user has not chosen
     PlaybackTrouble trouble = PlaybackTrouble::kNone;
     std::chrono::steady_clock::time_point lastAttempt;  // when play-next last ran
 

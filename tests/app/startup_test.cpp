@@ -107,13 +107,16 @@ TEST_F(StartupTest, FallbackMusicServesOnlyWhoHasConfiguredNone) {
     options.fallbackMusic = folder_.At("demo");
     Player& player = Start(options);
     EXPECT_EQ(player.state.library.typedSongCount, 1);
+    EXPECT_TRUE(player.state.playback.demonstration);
     Stop(player);
     EXPECT_EQ(StateFile("MusicSettings.json")["directoryPaths"], json::array());
+    EXPECT_EQ(StateFile("MusicSettings.json")["songPlayDurationMin"], 45);
 
     ConfigureMusic();
     std::filesystem::remove(folder_.Path() / "data" / "musicLibraryCache.json");
     Player& configured = Start(options);
     EXPECT_EQ(configured.state.library.typedSongCount, 3);
+    EXPECT_FALSE(configured.state.playback.demonstration);
     Stop(configured);
 }
 

@@ -9,12 +9,12 @@
 namespace hullrider {
 namespace {
 
-Settings WithDurations(int32_t minSec, int32_t maxSec, int32_t fadeMs) {
+PlayDurations WithDurations(int32_t minSec, int32_t maxSec, int32_t fadeMs) {
     Settings settings;
     settings.songPlayDurationMin = minSec;
     settings.songPlayDurationMax = maxSec;
     settings.FADE_DURATION_MS = fadeMs;
-    return settings;
+    return ChooseDurations(settings, false);
 }
 
 TEST(PlayWindow, ALongSongStartsAnywhereAndPlaysBetweenTheTwoDurations) {
@@ -42,7 +42,7 @@ TEST(PlayWindow, ShortAndSpecialSongsFollowTheirRules) {
         const char* what;
         double lengthSec;
         int32_t type;
-        Settings settings;
+        PlayDurations durations;
         double startSec, endSec;
     };
     const Case cases[] = {
@@ -57,7 +57,7 @@ TEST(PlayWindow, ShortAndSpecialSongsFollowTheirRules) {
     };
     for (const Case& test : cases) {
         Random random(7);
-        const PlayWindow window = ChoosePlayWindow(test.lengthSec, test.type, test.settings, random);
+        const PlayWindow window = ChoosePlayWindow(test.lengthSec, test.type, test.durations, random);
         EXPECT_NEAR(window.startSec, test.startSec, 1e-9) << test.what;
         EXPECT_NEAR(window.endSec, test.endSec, 1e-9) << test.what;
     }
