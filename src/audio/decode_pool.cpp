@@ -106,21 +106,17 @@ void DecodePool::ClearUp(std::unique_lock<std::mutex>& lock) {
 }
 
 void DecodePool::Wait(std::unique_lock<std::mutex>& lock) {
-    if (timekeeping_) {
-        wake_.wait(lock);
-        return;
-    }
     const auto job = NextDue();
     SteadyTime until = clearUpDue_;
     if (job != jobs_.end() && !job->running) until = std::min(until, job->due);
-    timekeeping_ = true;
-    if (until == SteadyTime::max()) {
+    if (until >= watched_) {
         wake_.wait(lock);
-    } else {
-        wake_.wait_until(lock, until);
+        return;
     }
-    timekeeping_ = false;
-    // This thread is going to be busy: another one watches the time of what is left.
+    watched_ = until;
+    wake_.wait_until(lock, until);
+    if (watched_ == until) watched_ = SteadyTime::max();
+    // This thread is going to be busy: another one watches over what is left.
     if (jobs_.size() > 1) wake_.notify_one();
 }
 
