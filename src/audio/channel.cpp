@@ -100,6 +100,14 @@ int64_t Channel::Position(uint32_t latencyFrames) const {
     return loop > 0 ? position % loop : position;
 }
 
+bool Channel::SetFonts(const FontList& fonts, uint32_t latencyFrames) {
+    const bool wasSilent = source_->LacksFonts();
+    if (!source_->SetFonts(fonts)) return false;
+    // The silence that was rendered ahead gives way at once. Between two fonts the notes go on instead.
+    if (wasSilent) SetPosition(Position(latencyFrames));
+    return true;
+}
+
 bool Channel::ReadyFor(size_t frames) const {
     const Control control = LoadControl();
     if (control.state != RunState::kPlaying) return true;

@@ -50,7 +50,8 @@ public:
     int64_t Position(uint32_t latencyFrames) const;
     int64_t Length() const { return source_->Length(); }
     void SetPosition(int64_t frame);
-    bool SetFonts(const FontList& fonts) { return source_->SetFonts(fonts); }
+    // False when the source has no use for fonts.
+    bool SetFonts(const FontList& fonts, uint32_t latencyFrames);
 
     Volume& ChannelVolume() { return volume_; }
     const LevelMeter& Level() const { return level_; }

@@ -105,19 +105,18 @@ void DecodePool::ClearUp(std::unique_lock<std::mutex>& lock) {
     if (!done) clearUpDue_ = std::min(clearUpDue_, Now() + kClearUpRetry);
 }
 
-// One waiting thread keeps the time for all. A thread that comes with an earlier time takes over from it.
 void DecodePool::Wait(std::unique_lock<std::mutex>& lock) {
     const auto job = NextDue();
     SteadyTime until = clearUpDue_;
     if (job != jobs_.end() && !job->running) until = std::min(until, job->due);
-    if (until >= keptUntil_) {
+    if (until >= watched_) {
         wake_.wait(lock);
         return;
     }
-    keptUntil_ = until;
+    watched_ = until;
     wake_.wait_until(lock, until);
-    if (keptUntil_ == until) keptUntil_ = SteadyTime::max();
-    // This thread is going to be busy: another one watches the time of what is left.
+    if (watched_ == until) watched_ = SteadyTime::max();
+    // This thread is going to be busy: another one watches over what is left.
     if (jobs_.size() > 1) wake_.notify_one();
 }
 

@@ -44,7 +44,8 @@ private:
     std::condition_variable wake_;
     std::vector<Job> jobs_;
     SteadyTime clearUpDue_ = SteadyTime::max();
-    SteadyTime keptUntil_ = SteadyTime::max();  // until when a waiting thread watches the time
+    // Until when a thread waits at most. Only one needs to wake for the next due time; the others wait to be called.
+    SteadyTime watched_ = SteadyTime::max();
     bool stopping_ = false;
     std::vector<std::thread> threads_;
 };

@@ -32,7 +32,7 @@ bool LooksLikeFont(const std::filesystem::path& file) {
 
 std::shared_ptr<const Font> LoadFont(const std::string& path, int& error) {
     std::error_code missing;
-    if (!std::filesystem::is_regular_file(PathFromUtf8(path), missing)) {
+    if (!IsUtf8(path) || !std::filesystem::is_regular_file(PathFromUtf8(path), missing)) {
         error = BASS_ERROR_FILEOPEN;
         return nullptr;
     }

@@ -194,7 +194,7 @@ void PlaceInTime(uint16_t division, Reading& reading) {
 
 // The MIDI file inside a RIFF container, or the file itself.
 std::string_view Unwrap(std::string_view file) {
-    if (!file.starts_with("RIFF") || file.substr(8, 4) != "RMID") return file;
+    if (file.size() < 12 || !file.starts_with("RIFF") || file.substr(8, 4) != "RMID") return file;
     const size_t at = file.find("MThd", 12);
     return at == std::string_view::npos ? std::string_view{} : file.substr(at);
 }

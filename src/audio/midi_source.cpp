@@ -22,7 +22,12 @@ constexpr int64_t kBlockFrames = 64;     // FluidSynth's own; events take effect
 class MidiSource : public Source {
 public:
     MidiSource(const SourceRequest& request, MidiSong song, const FontList& fonts)
-        : rate_(request.mixRate), loop_(request.loop), song_(std::move(song)), synth_(rate_), fonts_(fonts) {
+        : rate_(request.mixRate),
+          loop_(request.loop),
+          song_(std::move(song)),
+          synth_(rate_),
+          lacksFonts_(fonts.empty()),
+          fonts_(fonts) {
         length_ = static_cast<int64_t>((song_.seconds + kReleaseSeconds) * rate_);
     }
 
@@ -34,6 +39,7 @@ public:
     SourceRead Read(float* out, size_t frames) override;
     bool Seek(int64_t frame) override;
     bool SetFonts(const FontList& fonts) override;
+    bool LacksFonts() const override { return lacksFonts_; }
 
 private:
     int64_t FrameOf(const MidiEvent& event) const { return static_cast<int64_t>(event.seconds * rate_); }
@@ -49,6 +55,7 @@ private:
     int64_t position_ = 0;
     size_t next_ = 0;  // of song_.events
 
+    std::atomic<bool> lacksFonts_;
     std::mutex fontMutex_;
     std::optional<FontList> fonts_;  // to be taken into use
 };
@@ -103,6 +110,7 @@ bool MidiSource::Seek(int64_t frame) {
 bool MidiSource::SetFonts(const FontList& fonts) {
     const std::lock_guard lock(fontMutex_);
     fonts_ = fonts;
+    lacksFonts_ = fonts.empty();
     return true;
 }
 

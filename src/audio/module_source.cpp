@@ -106,7 +106,8 @@ private:
 }  // namespace
 
 std::unique_ptr<Source> OpenModuleSource(const SourceRequest& request, int& error) {
-    const std::optional<std::string> file = ReadWholeFile(request.path, kMaxFileBytes);
+    std::optional<std::string> file;
+    if (IsUtf8(request.path)) file = ReadWholeFile(request.path, kMaxFileBytes);
     if (!file) {
         error = BASS_ERROR_FILEOPEN;
         return nullptr;

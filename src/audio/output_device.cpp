@@ -39,7 +39,7 @@ public:
     bool Start(Mixer& mixer) override;
     void Stop() override;
     uint32_t LatencyFrames() const override { return latencyFrames_; }
-    std::string Description() const override { return name_ + ", " + std::to_string(rate_) + " Hz"; }
+    std::string Description() const override;
 
 private:
     bool OpenDevice(uint32_t rate);
@@ -54,7 +54,6 @@ private:
     ma_device device_;
     bool open_ = false;
     uint32_t rate_ = 0;
-    std::string name_;
     std::atomic<uint32_t> latencyFrames_{0};
     std::atomic<Mixer*> mixer_{nullptr};
     std::atomic<Clock::rep> lastAsked_{0};
@@ -64,7 +63,8 @@ private:
     std::vector<float> unheard_;
     Clock::time_point nextAttempt_;
 
-    std::mutex mutex_;
+    mutable std::mutex mutex_;
+    std::string name_;  // behind the mutex: another device may be opened
     std::condition_variable wake_;
     bool stopping_ = false;
     std::thread watcher_;
@@ -120,12 +120,18 @@ bool DeviceOutput::OpenDevice(uint32_t rate) {
     open_ = true;
     char name[MA_MAX_DEVICE_NAME_LENGTH + 1] = "";
     ma_device_get_name(&device_, ma_device_type_playback, name, sizeof name, nullptr);
+    const std::lock_guard lock(mutex_);
     name_ = std::string(name) + " (" + ma_get_backend_name(context_->backend) + ")";
     const uint64_t bufferFrames =
         uint64_t{device_.playback.internalPeriodSizeInFrames} * device_.playback.internalPeriods;
     const uint32_t internalRate = device_.playback.internalSampleRate;
     latencyFrames_ = internalRate == 0 ? 0 : static_cast<uint32_t>(bufferFrames * device_.sampleRate / internalRate);
     return true;
+}
+
+std::string DeviceOutput::Description() const {
+    const std::lock_guard lock(mutex_);
+    return name_ + ", " + std::to_string(rate_) + " Hz";
 }
 
 void DeviceOutput::CloseDevice() {

@@ -13,6 +13,7 @@ namespace {
 
 // The first bytes of the file, enough to know a MIDI file by; nothing when it is no readable file.
 bool ReadStart(const std::string& path, std::string& start) {
+    if (!IsUtf8(path)) return false;
     const std::filesystem::path file = PathFromUtf8(path);
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) return false;
@@ -25,7 +26,7 @@ bool ReadStart(const std::string& path, std::string& start) {
 }
 
 bool IsMidi(std::string_view start) {
-    return start.starts_with("MThd") || (start.starts_with("RIFF") && start.substr(8) == "RMID");
+    return start.starts_with("MThd") || (start.starts_with("RIFF") && start.ends_with("RMID") && start.size() == 12);
 }
 
 }  // namespace

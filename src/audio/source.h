@@ -42,8 +42,10 @@ public:
     // The next Read yields from own frame `frame` on. False: the source is broken, and at its end.
     virtual bool Seek(int64_t frame) = 0;
 
-    // Any thread: the fonts that a MIDI source sounds through from now on. False for other sources.
+    // Any thread: the fonts that a source sounds through from now on, and whether it has had none until now. Only a
+    // MIDI source takes any; others return false.
     virtual bool SetFonts(const FontList&) { return false; }
+    virtual bool LacksFonts() const { return false; }
 };
 
 struct SourceRequest {

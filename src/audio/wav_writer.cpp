@@ -56,6 +56,7 @@ std::string WavHeader(uint32_t rate, uint64_t dataBytes) {
 bool WavWriter::Open(const std::string& path, uint32_t rate) {
     rate_ = rate;
     dataBytes_ = 0;
+    if (!IsUtf8(path)) return false;
     const std::filesystem::path file = PathFromUtf8(path);
     data_.open(file, std::ios::binary | std::ios::trunc);
     const std::string header = WavHeader(rate_, 0);

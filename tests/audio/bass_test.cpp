@@ -118,6 +118,8 @@ TEST_F(BassCalls, FilesThatAreNoSongsAreRefused) {
          }()},
         {"nothing", ""},
         {"one byte", "x"},
+        {"four bytes of a RIFF", "RIFF"},
+        {"twelve bytes of a RIFF", "RIFF1234RMID"},
         {"zeros", std::string(100000, '\0')},
         {"ones", std::string(100000, '\xFF')},
         {"noise", noise},
@@ -150,7 +152,8 @@ TEST_F(BassCalls, FilesThatAreNoSongsAreRefused) {
             EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM) << test.name;
         }
     }
-    for (const std::string& path : {folder_.At("missing.mp3"), folder_.Text(), std::string(), std::string("\0x", 2)}) {
+    for (const std::string& path :
+         {folder_.At("missing.mp3"), folder_.Text(), std::string(), std::string("\xFF\xC3.mp3")}) {
         EXPECT_EQ(Create(path), 0u);
         EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEOPEN);
         EXPECT_EQ(BASS_MusicLoad(false, path.c_str(), 0, 0, 0, 0), 0u);

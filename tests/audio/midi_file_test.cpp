@@ -84,6 +84,8 @@ TEST(MidiFile, RefusesWhatIsNoMidiFile) {
         "MThd",
         "MThd" + BigEndian(6, 4),
         "MThd" + BigEndian(0xFFFFFFFF, 4) + std::string(100, 'x'),
+        "RIFF",
+        "RIFF1234RMI",
         "RIFF1234RMID",
         "ID3" + std::string(100, '\0'),
         MidiFile(0, 0, {track}),

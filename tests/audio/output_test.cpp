@@ -36,6 +36,26 @@ TEST(Outputs, TheNullOutputKeepsTime) {
     EXPECT_TRUE(BASS_Free());
 }
 
+// Longer than is decoded ahead, with pauses of the kind in which the decoders have nothing to do.
+TEST(Outputs, DecodingGoesOnForAsLongAsItPlays) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("a.wav", WavBytes(Noise(8000, 80000)));
+    ASSERT_TRUE(BASS_Init(0, 44100, 0, nullptr, nullptr));
+    std::this_thread::sleep_for(milliseconds(50));
+    std::vector<HSTREAM> streams;
+    for (int i = 0; i < 3; i++) {
+        streams.push_back(BASS_StreamCreateFile(false, path.c_str(), 0, 0, 0));
+        std::this_thread::sleep_for(milliseconds(30));
+        ASSERT_TRUE(BASS_ChannelPlay(streams.back(), false));
+    }
+    std::this_thread::sleep_for(milliseconds(3500));
+    for (const HSTREAM stream : streams) {
+        EXPECT_EQ(BASS_ChannelIsActive(stream), BASS_ACTIVE_PLAYING);
+        EXPECT_GT(BASS_ChannelBytes2Seconds(stream, BASS_ChannelGetPosition(stream, BASS_POS_BYTE)), 3.3);
+    }
+    EXPECT_TRUE(BASS_Free());
+}
+
 TEST(Outputs, TheRecordingIsPlayableWhileItGrowsAndHoldsWhatWasHeard) {
     const TemporaryFolder folder;
     const TestSound sound = Noise(44100, 44100);
