@@ -2,7 +2,7 @@
 """Processor time per second of sound and resident memory of this player beside mpd and mpv, on the same files in the
 same run, each playing in real time into a null output.
 
-    bench/players.py --player build/linux-release/src/app/hullrider-radio MUSIC
+    bench/players.py --player build/linux-release/bin/hullrider-radio MUSIC
 
 MUSIC is any folder with songs in it: the first flac, mp3, m4a, MIDI and module file found below it are played. Without
 --player only the other two run. Installs mpd, mpv and the SoundFont from Debian when they are missing. Run it on a quiet

@@ -1,12 +1,18 @@
-# hullrider_room(NAME SOURCES FILE... [USES ROOM...] [LIBRARIES TARGET...])
+# hullrider_room(NAME [SOURCES FILE...] [USES ROOM...] [LIBRARIES TARGET...])
 #
-# A room is a folder under src/ and a static library, room::NAME. Other rooms include its headers as "NAME/file.h", and
+# A room is a folder under src/ and a static library, room::NAME; one without sources is headers only. Other rooms include its headers as "NAME/file.h", and
 # can do so only when they say that they use it: each room's headers are reached through an include folder of its own
 # that holds nothing but a link to the room. So a room that includes from one it does not use does not compile.
 function(hullrider_room name)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES;LIBRARIES" ${ARGN})
     set(target hullrider_${name})
-    add_library(${target} STATIC ${ARG_SOURCES})
+    if(ARG_SOURCES)
+        add_library(${target} STATIC ${ARG_SOURCES})
+        set(visibility PUBLIC)
+    else()
+        add_library(${target} INTERFACE)
+        set(visibility INTERFACE)
+    endif()
     add_library(room::${name} ALIAS ${target})
 
     set(includes ${CMAKE_BINARY_DIR}/rooms/${name})
@@ -17,8 +23,10 @@ function(hullrider_room name)
     else()
         file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${includes}/${name} SYMBOLIC)
     endif()
-    target_include_directories(${target} PUBLIC ${includes})
-
-    list(TRANSFORM ARG_USES PREPEND room:: OUTPUT_VARIABLE uses)
-    target_link_libraries(${target} PUBLIC ${uses} PRIVATE ${ARG_LIBRARIES} hullrider_options)
+    target_include_directories(${target} ${visibility} ${includes})
+    if(ARG_SOURCES)
+        # Private, so that a room does not see what the rooms that it uses see.
+        list(TRANSFORM ARG_USES PREPEND room:: OUTPUT_VARIABLE uses)
+        target_link_libraries(${target} PRIVATE ${uses} ${ARG_LIBRARIES} hullrider_options)
+    endif()
 endfunction()

@@ -2,7 +2,7 @@
 #
 # Cache layout ($HULLRIDER_CACHE, by default ~/.cache/hullrider-radio):
 #   apt/       private package lists, so that the machine's own apt configuration stays as it is
-#   sources/   downloaded source packages, verified by apt
+#   sources/   downloaded source packages, PACKAGE-VERSION/, verified against the package list's checksums
 #   built/     one prefix for each library and recipe key: NAME-KEY/
 #   prefix/    one merged prefix for each target and set of keys, what CMake sees
 #   log/       one log for each build
@@ -23,48 +23,67 @@ debian_mirrors() {
         awk '$3 == "Debian" && $2 !~ /-/ { print $1 }' | sort -u
 }
 
-# apt-get with lists of its own that name the source packages of bookworm and trixie.
+# An apt command with lists of its own that name the source packages of bookworm and trixie.
 source_apt() {
-    apt-get -o Dir::Etc::sourcelist="$cache/apt/sources.list" -o Dir::Etc::sourceparts=- \
+    local command=$1
+    shift
+    "$command" -o Dir::Etc::sourcelist="$cache/apt/sources.list" -o Dir::Etc::sourceparts=- \
         -o Dir::State::Lists="$cache/apt/lists" -o Dir::Cache="$cache/apt/cache" "$@"
 }
 
 prepare_source_apt() {
-    [ -n "${source_apt_ready:-}" ] && return
+    [ -z "${source_apt_ready:-}" ] || return 0
     source_apt_ready=yes
     mkdir -p "$sources" "$cache"/apt/lists/partial "$cache"/apt/cache/archives/partial
     local mirror
     mirror=$(debian_mirrors | head -1)
-    [ -n "$mirror" ] || fail "no Debian mirror in this machine's apt configuration"
+    [ -n "$mirror" ] || fail "apt knows no Debian mirror here: run apt-get update"
     local keyring=/usr/share/keyrings/debian-archive-keyring.gpg suite
     for suite in bookworm trixie; do
         echo "deb-src [signed-by=$keyring] $mirror $suite main"
     done > "$cache/apt/sources.list"
-    source_apt -qq update
+    source_apt apt-get -qq update
 }
 
-# fetch PACKAGE VERSION PATTERN...: makes one file for each pattern appear in $sources.
-# A mirror may lack some of a package's files, so apt's exit status says nothing: each wanted file is looked for by name.
-fetch() {
-    local package=$1 version=$2 pattern
+# is_whole PACKAGE FILE: the file's checksum stands in the package lists. An interrupted download leaves half a file.
+is_whole() {
+    local sum
+    sum=$(sha256sum "$2" | cut -d' ' -f1)
+    source_apt apt-cache showsrc "$1" | grep -q "^ $sum "
+}
+
+# download PACKAGE[=VERSION] FOLDER PATTERN...: true when one whole file for each pattern has arrived in the folder. A
+# mirror may lack some of a package's files, so apt's exit status says nothing about those that are wanted.
+download() {
+    local package=$1 folder=$2 pattern file
     shift 2
-    have_all() { for pattern in "$@"; do compgen -G "$sources/$pattern" > /dev/null || return 1; done; }
-    have_all "$@" && return
-    prepare_source_apt
-    (cd "$sources" && source_apt -qq --download-only source "$package=$version") || true
-    have_all "$@" && return
-    say "$package $version is not on the mirror; taking the version that is there"
-    (cd "$sources" && source_apt -qq --download-only source "$package") || true
+    rm -rf "$folder.part"
+    mkdir -p "$folder.part"
+    (cd "$folder.part" && source_apt apt-get -qq --download-only source "$package") || true
     for pattern in "$@"; do
-        compgen -G "$sources/$pattern" > /dev/null || fail "missing file: $pattern (source package $package $version)"
+        file=$(compgen -G "$folder.part/$pattern" | head -1) || return 1
+        is_whole "${package%%=*}" "$file" || return 1
     done
+    mv "$folder.part" "$folder"
 }
 
-# unpack PATTERN [MEMBER...]: unpacks the newest matching archive into the current folder.
+# fetch PACKAGE VERSION PATTERN...: makes one file for each pattern appear in the package's folder below $sources.
+fetch() {
+    local package=$1 version=$2 folder
+    shift 2
+    folder=$sources/$package-$version
+    [ ! -d "$folder" ] || return 0
+    prepare_source_apt
+    ! download "$package=$version" "$folder" "$@" || return 0
+    say "$package $version could not be had; taking the version that is there"
+    download "$package" "$folder" "$@" || fail "missing files of the source package $package $version: $*"
+}
+
+# unpack PACKAGE PATTERN [OPTION...]: unpacks the archive into the current folder.
 unpack() {
-    local pattern=$1 archive
-    shift
-    archive=$(compgen -G "$sources/$pattern" | sort -V | tail -1)
+    local archive
+    archive=$(compgen -G "$sources/$1-*/$2" | sort -V | tail -1)
+    shift 2
     tar xf "$archive" "$@"
 }
 

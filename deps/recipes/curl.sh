@@ -1,8 +1,8 @@
 # curl: HTTP and HTTPS only, on the system's own TLS (Schannel), with Debian's security patches.
 fetch_sources() { fetch curl 8.14.1-2+deb13u5 'curl_*.orig.tar.gz' 'curl_*.debian.tar.xz'; }
 build() {
-    unpack 'curl_*.orig.tar.gz'
-    unpack 'curl_*.debian.tar.xz'
+    unpack curl 'curl_*.orig.tar.gz'
+    unpack curl 'curl_*.debian.tar.xz'
     cd curl-*/
     local patch
     for patch in $(grep -E '^(CVE|cookie)' ../debian/patches/series); do

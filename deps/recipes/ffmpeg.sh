@@ -2,7 +2,7 @@
 # segmented streams, whose demuxer insists on them.
 fetch_sources() { fetch ffmpeg 7:7.1.5-0+deb13u1 'ffmpeg_7*.orig.tar.xz'; }
 build() {
-    unpack 'ffmpeg_7*.orig.tar.xz'
+    unpack ffmpeg 'ffmpeg_7*.orig.tar.xz'
     cd ffmpeg-7*/
     local pcm=pcm_u8,pcm_s16le,pcm_s16be,pcm_s24le,pcm_s24be,pcm_s32le,pcm_s32be,pcm_f32le,pcm_f32be,pcm_f64le
     pcm+=,pcm_f64be,pcm_alaw,pcm_mulaw

@@ -42,8 +42,8 @@ C
 }
 
 build() {
-    unpack 'wine_*.orig.tar.xz' --wildcards '*/libs/fluidsynth/*' '*/COPYING.LIB'
-    unpack 'fluidsynth_*.debian.tar.xz'
+    unpack wine 'wine_*.orig.tar.xz' --wildcards '*/libs/fluidsynth/*' '*/COPYING.LIB'
+    unpack fluidsynth 'fluidsynth_*.debian.tar.xz'
     cd wine-*/libs/fluidsynth
     undo_wine_changes
     local fix

@@ -1,7 +1,7 @@
 # libopenmpt: tracker modules. Without mpg123 and vorbis: modules with compressed samples (MO3, OXM) are not in our list.
 fetch_sources() { fetch libopenmpt 0.7.13-1 'libopenmpt_*.orig.tar.xz'; }
 build() {
-    unpack 'libopenmpt_*.orig.tar.xz'
+    unpack libopenmpt 'libopenmpt_*.orig.tar.xz'
     cd libopenmpt-*/
     ./configure --host=$cross --prefix="$prefix" --enable-static --disable-shared --disable-dependency-tracking \
         --disable-openmpt123 --disable-examples --disable-tests --disable-doxygen-doc --without-zlib \

@@ -40,30 +40,46 @@ int RunMessageLoop() {
     return static_cast<int>(message.wParam);
 }
 
+class GdiplusSession {
+public:
+    GdiplusSession() {
+        const Gdiplus::GdiplusStartupInput input;
+        Gdiplus::GdiplusStartup(&token_, &input, nullptr);
+    }
+    ~GdiplusSession() { Gdiplus::GdiplusShutdown(token_); }
+    GdiplusSession(const GdiplusSession&) = delete;
+    GdiplusSession& operator=(const GdiplusSession&) = delete;
+
+private:
+    ULONG_PTR token_ = 0;
+};
+
+void PrintErrorBox(std::string_view text) {
+    PrintErrorLine("Error: " + std::string(text));
+}
+
 int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
     SetProcessDpiAwareness(PROCESS_PER_MONITOR_DPI_AWARE);
-    ULONG_PTR gdiplusToken = 0;
-    const Gdiplus::GdiplusStartupInput gdiplusInput;
-    Gdiplus::GdiplusStartup(&gdiplusToken, &gdiplusInput, nullptr);
+    const GdiplusSession gdiplus;
     const INITCOMMONCONTROLSEX controls{sizeof(INITCOMMONCONTROLSEX), 255};
     InitCommonControlsEx(&controls);
 
     Player player;
     player.options = options;
-    const HWND window = CreateMainWindow(instance, player);
-    if (window == nullptr) return -1;
-
+    if (options.forSec) SetErrorBoxHandler(PrintErrorBox);  // nobody may be there to close a box
+    MainWindow window(instance, player);
+    if (window.Handle() == nullptr) {
+        PrintErrorLine("The window could not be created.");
+        return -1;
+    }
     StartPlayer(player);
     PrintLine("Output: " + OutputDescription());
-    ActivateMainWindow(window, player);
-    interruptedWindow = window;
+    window.Activate();
+    interruptedWindow = window.Handle();
     OnInterrupt([] { PostMessageW(interruptedWindow, WM_CLOSE, 0, 0); });
-    ShowWindow(window, showCommand);
-    UpdateWindow(window);
-    const int exitCode = RunMessageLoop();
-
-    Gdiplus::GdiplusShutdown(gdiplusToken);
-    return exitCode;
+    ShowWindow(window.Handle(), showCommand);
+    UpdateWindow(window.Handle());
+    return RunMessageLoop();
 }
 
 int Main(HINSTANCE instance, int showCommand) {

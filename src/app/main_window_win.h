@@ -4,14 +4,38 @@
 #include <windows.h>
 
 #include "app/player.h"
+#include "display/panel_view_win.h"
 
 namespace hullrider {
 
-// Registers the class and creates the window, hidden, without a menu; stores it and the scales in the player's shell
-// state. The player must outlive the window. Null when the window cannot be created.
-HWND CreateMainWindow(HINSTANCE instance, Player& player);
+// The window, from its creation to the end of the object. The player must outlive it.
+class MainWindow {
+public:
+    // Registers the class and creates the window, hidden and without a menu; stores it and the scales in the player's
+    // shell state.
+    MainWindow(HINSTANCE instance, Player& player);
+    ~MainWindow();  // what is left of it is destroyed, without saving anything
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
 
-// The last step of start-up: opacity, timers and menu.
-void ActivateMainWindow(HWND window, Player& player);
+    HWND Handle() const { return window_; }  // null when the window could not be created
+
+    // The last step of start-up: opacity, timers and menu.
+    void Activate();
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static bool RegisterMainClass(HINSTANCE instance);
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnTimer(WPARAM timer);
+    void OnSize(WPARAM kind, LPARAM size);
+    void RefreshPanel();
+    void EndProgram();
+    void KillTimers();
+
+    Player& player_;
+    PanelView panel_;
+    HWND window_ = nullptr;
+};
 
 }  // namespace hullrider

@@ -3,8 +3,10 @@
 
 #include <functional>
 
+#include "app/companion.h"
 #include "app/options.h"
 #include "input/controllers.h"
+#include "platform/paths.h"
 #include "playback/random.h"
 #include "state/app_state.h"
 
@@ -12,6 +14,8 @@ namespace hullrider {
 
 struct Player {
     RunOptions options;
+    bool companionEdition = kCompanionEdition;
+    std::string programFolder = ProgramFolder();
     AppState state;
     Random random;
     ControllerSlots controllers;

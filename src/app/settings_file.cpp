@@ -12,6 +12,7 @@
 #include "app/settings_keys.h"
 #include "platform/console.h"
 #include "platform/files.h"
+#include "platform/folder.h"
 
 namespace hullrider {
 

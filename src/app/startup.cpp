@@ -1,8 +1,8 @@
 #include "app/startup.h"
 
+#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <random>
+#include <stdexcept>
 
 #include "app/companion.h"
 #include "app/data_directory.h"
@@ -28,6 +28,8 @@ constexpr uint32_t kMixingRateHz = 44100;
 constexpr const char* kUpdatingText = "Updating music library from directories...";
 
 void Recount(AppState& state) {
+    const Settings& settings = state.settings;
+    state.weights = {settings.rawFav, settings.rawMIDI, settings.rawMP3, settings.rawTracker, settings.rawRadio};
     UpdateSongCounts(state.library, state.weights, 0);
 }
 
@@ -37,8 +39,10 @@ void Rescan(AppState& state, const std::vector<std::string>& directories) {
 }
 
 void InitAudio(Player& player) {
-    ChooseOutput(player.options.output);
+    const OutputChoice& output = player.options.output;
+    ChooseOutput(output);
     if (!BASS_Init(-1, kMixingRateHz, 0, player.state.shell.mainWindow, nullptr)) {
+        if (output.kind == OutputKind::kWav) throw std::runtime_error("Cannot record to " + output.wavPath);
         ShowErrorBox("Failed to initialize BASS library!");
         PrintErrorLine("No sound device could be opened: playing silently.");
         BASS_Init(0, kMixingRateHz, 0, player.state.shell.mainWindow, nullptr);
@@ -67,12 +71,13 @@ void LoadLibrary(AppState& state) {
 
 // Tries the configured folder, that of the companion game and the one beside the program, in this order, until one
 // holds fonts.
-void FindSoundFontFolder(AppState& state) {
+void FindSoundFontFolder(Player& player) {
+    AppState& state = player.state;
     std::vector<std::string> candidates{state.folders.soundFontDirectoryPath};
-    if (kCompanionEdition && !state.folders.hullriderPath.empty()) {
+    if (player.companionEdition && !state.folders.hullriderPath.empty()) {
         candidates.push_back(CompanionSoundFontFolder(state.folders.hullriderPath));
     }
-    candidates.push_back(StatePath(ProgramFolder(), "\\Soundfonts"));
+    candidates.push_back(StatePath(player.programFolder, "\\Soundfonts"));
     for (const std::string& folder : candidates) {
         state.soundFonts.soundFontFiles = FindSoundFonts(folder);
         if (state.soundFonts.soundFontFiles.empty()) continue;
@@ -81,14 +86,15 @@ void FindSoundFontFolder(AppState& state) {
     }
 }
 
-void LoadFoldersAndSoundFonts(AppState& state) {
+void LoadFoldersAndSoundFonts(Player& player) {
+    AppState& state = player.state;
     const std::string config = StatePath(state.shell.dataDirectory, "\\config.json");
     LoadFolderConfig(config, state.folders);
-    if (kCompanionEdition) {
-        const std::string game = FindCompanionGame(ProgramFolder());
+    if (player.companionEdition) {
+        const std::string game = FindCompanionGame(player.programFolder);
         if (!game.empty()) state.folders.hullriderPath = game;
     }
-    FindSoundFontFolder(state);
+    FindSoundFontFolder(player);
     SaveFolderConfig(config, state.folders);
     if (state.soundFonts.soundFontFiles.empty()) {
         ShowErrorBox("No soundfont files found.");
@@ -102,24 +108,57 @@ void LoadSettingsFile(AppState& state) {
     if (LoadSettings(path, state.settings) == SettingsReading::kUnreadable) {
         LoadSettings("MusicSettings.json", state.settings);
     }
-    const Settings& settings = state.settings;
-    state.weights = {settings.rawFav, settings.rawMIDI, settings.rawMP3, settings.rawTracker, settings.rawRadio};
     Recount(state);
 }
 
-// Makes the library hold what this run asks for: the music given for this run, else the configured folders when the
-// cache had nothing of them, else the fallback music.
-void HealLibrary(Player& player) {
-    AppState& state = player.state;
-    std::vector<std::string> directories = player.options.music;
-    if (directories.empty() && SongCountOf(state.library) == 0) directories = state.settings.directoryPaths;
-    if (state.settings.directoryPaths.empty() && player.options.music.empty() && player.options.fallbackMusic) {
-        directories = {*player.options.fallbackMusic};
-        state.playback.demonstration = true;
+// True when the library is not what a scan of the folders would find: songs of other folders, or none of one that is
+// there. A folder that is not there now (a drive that is not plugged in) keeps its songs.
+bool IsOfOtherFolders(const MusicLibrary& library, const std::vector<std::string>& directories) {
+    std::vector<bool> met(directories.size(), false);
+    for (const Playlist& playlist : library.playlists) {
+        if (playlist.songs.empty()) continue;
+        const auto holds = [&](const std::string& directory) {
+            return playlist.songs.front().songPath.starts_with(JoinPath(directory, ""));
+        };
+        const auto found = std::find_if(directories.begin(), directories.end(), holds);
+        if (found == directories.end()) return true;
+        met[static_cast<size_t>(found - directories.begin())] = true;
     }
-    if (directories.empty()) return;
+    for (size_t i = 0; i < directories.size(); ++i) {
+        if (!met[i] && IsFolder(directories[i])) return true;
+    }
+    return false;
+}
+
+void UpdateLibrary(AppState& state, const std::vector<std::string>& directories) {
     PrintLine(kUpdatingText);
     Rescan(state, directories);
+}
+
+// Music that the user has not chosen. A library of his own that the cache still holds is left on the disk.
+void PlayFallbackMusic(AppState& state, const std::string& directory) {
+    const std::vector<std::string> directories{directory};
+    if (SongCountOf(state.library) > 0 && IsOfOtherFolders(state.library, directories)) {
+        state.shell.libraryCachePath.clear();
+    }
+    state.playback.demonstration = true;
+    UpdateLibrary(state, directories);
+}
+
+// Makes the library hold what this run asks for: the music given for this run, else the configured folders when the
+// cache was lost or is of others, else the fallback music.
+void HealLibrary(Player& player) {
+    AppState& state = player.state;
+    const std::vector<std::string>& configured = state.settings.directoryPaths;
+    if (!player.options.music.empty()) {
+        UpdateLibrary(state, player.options.music);
+    } else if (!configured.empty()) {
+        if (SongCountOf(state.library) == 0 || IsOfOtherFolders(state.library, configured)) {
+            UpdateLibrary(state, configured);
+        }
+    } else if (player.options.fallbackMusic) {
+        PlayFallbackMusic(state, *player.options.fallbackMusic);
+    }
 }
 
 // The companion edition, started without any music folder, takes over the game's music.
@@ -129,12 +168,12 @@ void AddCompanionMusic(AppState& state) {
         for (const std::string& folder : CompanionMusicFolders(state.folders.hullriderPath)) {
             if (IsFolder(folder)) state.settings.directoryPaths.push_back(folder);
         }
-        Rescan(state, state.settings.directoryPaths);
         Settings& settings = state.settings;
         settings.rawMIDI = 50;
         settings.rawMP3 = 50;
         settings.rawRadio = 20;
         settings.rawTracker = 50;
+        Rescan(state, settings.directoryPaths);
     }
     state.shell.companionExport = true;
     state.shell.startupFinished = true;
@@ -159,8 +198,6 @@ void PrintAudiobookSummary(const AudiobookState& audiobooks) {
 }  // namespace
 
 void StartPlayer(Player& player) {
-    const unsigned seed = std::random_device{}();
-    std::srand(seed);
     player.state.shell.dataDirectory = ChooseDataDirectory(player.options);
     CreateDataDirectory(player.state.shell.dataDirectory);
     OpenControllers(player.controllers);
@@ -175,9 +212,9 @@ void RunStartupSequence(Player& player) {
     }
     InitAudio(player);
     LoadLibrary(state);
-    LoadFoldersAndSoundFonts(state);
+    LoadFoldersAndSoundFonts(player);
     LoadSettingsFile(state);
-    if (kCompanionEdition) AddCompanionMusic(state);
+    if (player.companionEdition) AddCompanionMusic(state);
     HealLibrary(player);
     TryDefaultMusicFolder(state);
     if (!state.folders.hullriderPath.empty()) WriteRunningMarker(state.folders.hullriderPath, "yes");

@@ -6,7 +6,8 @@
 namespace hullrider {
 
 // Fixes the data directory, opens the controllers and runs the start-up sequence. Throws
-// std::filesystem::filesystem_error when the data directory cannot be created; nothing else ends the start.
+// std::filesystem::filesystem_error when the data directory cannot be created, and std::runtime_error when the
+// recording that was asked for cannot be written; nothing else ends the start.
 void StartPlayer(Player& player);
 
 // The ordered loader: audio, library, SoundFonts, settings, the companion game, the first song. A state file that is

@@ -1,4 +1,4 @@
-// What the panel says. Pure, apart from asking the audio library where the song is. UI thread.
+// What the panel says. UI thread.
 #pragma once
 
 #include <string>
@@ -22,8 +22,5 @@ struct PanelText {
 
 // What to show for what plays now; a hint at what to do when nothing does.
 PanelText MakePanelText(const PlaybackState& playback);
-
-// Minutes and seconds, hours when there are any: "1:05", "12:00:07". Negative and absurd times are 0:00.
-std::string FormatTime(double seconds);
 
 }  // namespace hullrider

@@ -49,9 +49,9 @@ void AddRoundedRectangle(Gdiplus::GraphicsPath& path, const RectF& box, float ra
 
 class PanelPainter {
 public:
-    PanelPainter(Graphics& graphics, const Settings& settings)
+    PanelPainter(Graphics& graphics, const Gdiplus::FontFamily& family, const Settings& settings)
         : graphics_(graphics),
-          family_(ChooseFontFamily()),
+          family_(family),
           textColor_(ColorOf(settings.textR, settings.textG, settings.textB)),
           backColor_(ColorOf(settings.bkGrR, settings.bkGrG, settings.bkGrB)),
           songColor_(ColorOf(settings.songR, settings.songG, settings.songB)) {}
@@ -80,7 +80,7 @@ private:
     void DrawLine(const std::string& line, float top, float size, Color color, Gdiplus::StringAlignment alignment) {
         if (line.empty()) return;
         const std::wstring wide = WideFromUtf8(line);
-        const Gdiplus::Font font(family_.get(), size, Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
+        const Gdiplus::Font font(&family_, size, Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
         // The plain format leaves a margin that grows with the font; this one begins where it is told.
         Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
         format.SetFormatFlags(Gdiplus::StringFormatFlagsNoWrap);
@@ -109,20 +109,21 @@ private:
     static Color WithAlpha(Color color, BYTE alpha) { return {alpha, color.GetR(), color.GetG(), color.GetB()}; }
 
     Graphics& graphics_;
-    std::unique_ptr<Gdiplus::FontFamily> family_;
+    const Gdiplus::FontFamily& family_;
     Color textColor_, backColor_, songColor_;
 };
 
 }  // namespace
 
 struct PanelView::Buffer {
-    Buffer(LONG width, LONG height) : bitmap(width, height, PixelFormat32bppPARGB) {}
+    Buffer(LONG width, LONG height) : bitmap(width, height, PixelFormat32bppPARGB), family(ChooseFontFamily()) {}
 
     bool Fits(LONG width, LONG height) {
         return bitmap.GetWidth() == static_cast<UINT>(width) && bitmap.GetHeight() == static_cast<UINT>(height);
     }
 
     Gdiplus::Bitmap bitmap;
+    std::unique_ptr<Gdiplus::FontFamily> family;
 };
 
 PanelView::PanelView() = default;
@@ -152,7 +153,7 @@ void PanelView::Paint(HWND window, const Settings& settings) {
         offScreen.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAliasGridFit);
         offScreen.ScaleTransform(static_cast<float>(client.right) / kPanelWidth,
                                  static_cast<float>(client.bottom) / kPanelHeight);
-        PanelPainter(offScreen, settings).Draw(text_);
+        PanelPainter(offScreen, *buffer_->family, settings).Draw(text_);
         Graphics(target).DrawImage(&buffer_->bitmap, 0, 0, client.right, client.bottom);
     }
     EndPaint(window, &paint);

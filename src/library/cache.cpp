@@ -9,6 +9,7 @@
 #include "library/cache_reader.h"
 #include "platform/console.h"
 #include "platform/files.h"
+#include "platform/folder.h"
 
 namespace hullrider {
 

@@ -39,9 +39,11 @@ void OnInterrupt(void (*handler)()) {
     signal(SIGPIPE, SIG_IGN);  // a reader of our output that goes away must not end the music
     sigset_t signals;
     sigemptyset(&signals);
-    sigaddset(&signals, SIGINT);
-    sigaddset(&signals, SIGTERM);
-    sigaddset(&signals, SIGHUP);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction before {};
+        sigaction(number, nullptr, &before);
+        if (before.sa_handler != SIG_IGN) sigaddset(&signals, number);  // nohup and shells want some ignored
+    }
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     std::thread([signals, handler] {
         int received = 0;

@@ -11,6 +11,7 @@ namespace hullrider {
 namespace {
 
 void (*interruptHandler)() = nullptr;
+UINT codePageBefore = 0;  // of the console that we attached to; it is not ours
 
 // Straight to the handle: the C streams of a program without a console are bound to nothing at start, and stay so.
 void WriteLine(DWORD stream, std::string_view text) {
@@ -50,12 +51,14 @@ void PrintErrorLine(std::string_view text) {
 
 void AttachParentConsole() {
     if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return;
+    codePageBefore = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
     OpenConsoleFor(STD_OUTPUT_HANDLE);
     OpenConsoleFor(STD_ERROR_HANDLE);
 }
 
 void ReleaseConsole() {
+    if (codePageBefore != 0) SetConsoleOutputCP(codePageBefore);
     FreeConsole();
 }
 

@@ -6,6 +6,7 @@
 
 #include "platform/console.h"
 #include "platform/file_system.h"
+#include "platform/folder.h"
 #include "platform/paths.h"
 
 namespace hullrider {
@@ -24,11 +25,6 @@ std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxByte
     if (in.bad()) return std::nullopt;
     text.resize(static_cast<size_t>(in.gcount()));  // it may have shrunk meanwhile
     return text;
-}
-
-bool IsFile(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(PathFromUtf8(path), error);
 }
 
 WriteResult WriteWholeFile(const std::string& path, const std::string& temporaryPath, std::string_view text,
@@ -50,8 +46,11 @@ bool WriteWholeFile(const std::string& path, std::string_view text) {
 
 bool KeepBadFile(const std::string& path) {
     const std::string kept = path + ".bad";
-    if (CopyOver(PathFromUtf8(path), PathFromUtf8(kept))) return true;
+    const std::filesystem::path copy = PathFromUtf8(kept + ".tmp");
     std::string moveError;
+    if (CopyOver(PathFromUtf8(path), copy) && MoveOver(copy, PathFromUtf8(kept), moveError)) return true;
+    std::error_code ignored;
+    std::filesystem::remove(copy, ignored);
     if (IsFile(path) && MoveOver(PathFromUtf8(path), PathFromUtf8(kept), moveError)) return true;
     PrintErrorLine("Could not keep a copy of the unreadable file: " + kept);
     return false;

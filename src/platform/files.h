@@ -13,9 +13,6 @@ namespace hullrider {
 // than `maxBytes`.
 std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxBytes);
 
-// True for a regular file, or a link to one.
-bool IsFile(const std::string& path);
-
 // What became of an attempt to write a file; each failure leaves the old file as it was.
 enum class WriteResult { kWritten, kCannotOpen, kCannotWrite, kCannotMove };
 

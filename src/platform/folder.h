@@ -17,6 +17,7 @@ struct FolderEntry {
 };
 
 bool IsFolder(const std::string& path);
+bool IsFile(const std::string& path);  // a regular one, or a link to one
 
 // Calls `take` for every entry of the folder but "." and "..", in the order in which the system lists them. False when
 // the folder cannot be opened or not be read to its end: `error` receives the system's text, and what was taken until

@@ -39,11 +39,20 @@ bool Fail(int code, std::string& error) {
     return false;
 }
 
+EntryKind KindOf(const std::string& path) {
+    struct stat status {};
+    const bool found = path.find('\0') == std::string::npos && stat(path.c_str(), &status) == 0;
+    return found ? KindOf(status) : EntryKind::kOther;
+}
+
 }  // namespace
 
 bool IsFolder(const std::string& path) {
-    struct stat status {};
-    return path.find('\0') == std::string::npos && stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    return KindOf(path) == EntryKind::kFolder;
+}
+
+bool IsFile(const std::string& path) {
+    return KindOf(path) == EntryKind::kFile;
 }
 
 bool ListFolder(const std::string& path, const std::function<void(const FolderEntry&)>& take, std::string& error) {

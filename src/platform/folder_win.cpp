@@ -38,13 +38,29 @@ EntryKind KindOfTarget(const std::wstring& path) {
     return known ? KindOf(information.dwFileAttributes) : EntryKind::kOther;
 }
 
+bool IsLink(const WIN32_FIND_DATAW& entry) {
+    const bool reparse = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    return reparse && (entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK || entry.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+}
+
 // Other reparse points than links (files kept in the cloud, compressed files) are what their attributes say: opening
 // them to look could download them.
 EntryKind KindOf(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
-    const bool reparse = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-    const bool link =
-        reparse && (entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK || entry.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
-    return link ? KindOfTarget(folder + L'\\' + entry.cFileName) : KindOf(entry.dwFileAttributes);
+    return IsLink(entry) ? KindOfTarget(folder + L'\\' + entry.cFileName) : KindOf(entry.dwFileAttributes);
+}
+
+// A file kept in the cloud counts as what it is and is not opened.
+EntryKind KindOf(const std::string& path) {
+    if (path.empty() || path.find('\0') != std::string::npos) return EntryKind::kOther;
+    WIN32_FIND_DATAW entry{};
+    const std::wstring wide = LongPath(path);
+    const DWORD attributes = GetFileAttributesW(wide.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return EntryKind::kOther;
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return KindOf(attributes);
+    const HANDLE search = FindFirstFileW(wide.c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) return KindOfTarget(wide);  // the root of a drive
+    FindClose(search);
+    return IsLink(entry) ? KindOfTarget(wide) : KindOf(attributes);
 }
 
 // False for a name with an unpaired surrogate.
@@ -69,12 +85,11 @@ bool Fail(DWORD code, std::string& error) {
 }  // namespace
 
 bool IsFolder(const std::string& path) {
-    if (path.empty() || path.find('\0') != std::string::npos) return false;
-    const std::wstring wide = LongPath(path);
-    const DWORD attributes = GetFileAttributesW(wide.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) return false;
-    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return KindOfTarget(wide) == EntryKind::kFolder;
-    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return KindOf(path) == EntryKind::kFolder;
+}
+
+bool IsFile(const std::string& path) {
+    return KindOf(path) == EntryKind::kFile;
 }
 
 bool ListFolder(const std::string& path, const std::function<void(const FolderEntry&)>& take, std::string& error) {

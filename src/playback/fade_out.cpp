@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <system_error>
 #include <thread>
 
 #include "audio/bass.h"
@@ -30,16 +31,20 @@ void FreeStream(StreamSlot& slot) {
 
 void FadeOutAndFreeStream(const std::shared_ptr<FadeState>& fade, StreamSlot handle, int32_t fadeMs) {
     const uint32_t serial = ++fade->serial;
-    fade->fadeInProgress = true;
-    std::thread([fade, handle, serial, fadeMs] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(std::max(fadeMs, 0)) + kSlideMargin);
-        {
-            const std::lock_guard lock(StreamMutex());
-            BASS_ChannelStop(handle);
-            BASS_StreamFree(handle);
-        }
+    const auto finish = [fade, handle, serial] {
+        StreamSlot slot = handle;
+        FreeStream(slot);
         if (fade->serial == serial) fade->fadeInProgress = false;
-    }).detach();
+    };
+    fade->fadeInProgress = true;
+    try {
+        std::thread([finish, fadeMs] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(std::max(fadeMs, 0)) + kSlideMargin);
+            finish();
+        }).detach();
+    } catch (const std::system_error&) {
+        finish();  // out of threads: the old song ends without a fade
+    }
 }
 
 void ForgetFade(FadeState& fade) {

@@ -1,16 +1,16 @@
 #include "playback/play_next.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdio>
 
 #include "audio/bass.h"
+#include "library/song_counts.h"
 #include "platform/console.h"
 #include "platform/paths.h"
 #include "playback/fade_out.h"
 #include "playback/play_window.h"
 #include "playback/song_selection.h"
 #include "playback/stream_slots.h"
+#include "playback/stream_time.h"
 
 namespace hullrider {
 
@@ -26,24 +26,19 @@ constexpr int kMostSongsTried = 20;
 // Streams loop, so a window that ends with the song must be seen to end just before.
 constexpr double kBeforeLoopSec = 0.2;
 
-double SecondsOf(StreamSlot handle, uint64_t bytes) {
-    if (bytes == BASS_QWORD_ERROR) return 0.0;
-    return std::max(BASS_ChannelBytes2Seconds(handle, bytes), 0.0);
-}
-
-std::string FormatTime(double seconds) {
-    const auto whole = static_cast<long long>(seconds);
-    char text[32];
-    std::snprintf(text, sizeof text, "%lld:%02lld", whole / 60, whole % 60);
-    return text;
-}
-
 struct LoadedSong {
     StreamSlot handle = 0;
     const Playlist* playlist = nullptr;
     const Song* song = nullptr;
     SongChoice choice;
 };
+
+// Says once why it is silent, not with every attempt.
+void TellTrouble(PlaybackState& playback, PlaybackTrouble trouble) {
+    if (playback.trouble == trouble) return;
+    playback.trouble = trouble;
+    PrintLine(TroubleText(trouble));
+}
 
 // Draws and loads until a song can be played. An empty handle says that none could, and `trouble` why.
 LoadedSong LoadSomeSong(AppState& app, Random& random) {
@@ -59,23 +54,23 @@ LoadedSong LoadSomeSong(AppState& app, Random& random) {
         if (loaded.handle != 0) return loaded;
         PrintErrorLine("Cannot play " + loaded.song->songPath);
     }
-    SongChoice any;
-    playback.trouble =
-        PickUniformSong(app.library, random, any) ? PlaybackTrouble::kNothingPlayable : PlaybackTrouble::kNoMusic;
+    const bool anySong = SongCountOf(app.library) > 0;
+    TellTrouble(playback, anySong ? PlaybackTrouble::kNothingPlayable : PlaybackTrouble::kNoMusic);
     return {};
 }
 
 void StartSilentInWindow(PlaybackState& playback, const LoadedSong& loaded, const Settings& settings, Random& random) {
     const StreamSlot handle = loaded.handle;
-    playback.songLengthSec = SecondsOf(handle, BASS_ChannelGetLength(handle, BASS_POS_BYTE));
+    playback.songLengthSec = LengthSec(handle);
     const PlayDurations durations = ChooseDurations(settings, playback.demonstration);
     const PlayWindow window = ChoosePlayWindow(playback.songLengthSec, loaded.song->musicType, durations, random);
-    playback.startSec = window.startSec;
-    playback.endSec = window.endSec;
-    // Before it starts, so that nothing is decoded that will not be heard.
-    if (window.startSec > 0.0) {
+    // Before it starts, so that nothing is decoded that will not be heard. A song that cannot be positioned plays as
+    // long as was drawn, from its start.
+    const bool positioned =
+        window.startSec > 0.0 &&
         BASS_ChannelSetPosition(handle, BASS_ChannelSeconds2Bytes(handle, window.startSec), BASS_POS_BYTE);
-    }
+    playback.startSec = positioned ? window.startSec : 0.0;
+    playback.endSec = playback.startSec + (window.endSec - window.startSec);
     if (!BASS_ChannelPlay(handle, false)) {
         const std::string slot = loaded.song->musicType == kTracker ? "trackerStream" : "musicStream";
         PrintErrorLine("Error playing " + slot + (playback.nextSlotActive ? "" : "Next") + ": " +
@@ -111,6 +106,18 @@ void NoteWhatPlays(PlaybackState& playback, const LoadedSong& loaded) {
 
 }  // namespace
 
+const char* TroubleText(PlaybackTrouble trouble) {
+    switch (trouble) {
+        case PlaybackTrouble::kNone:
+            return "";
+        case PlaybackTrouble::kNoMusic:
+            return "No music found. File > Select Local Folders";
+        case PlaybackTrouble::kNothingPlayable:
+            break;
+    }
+    return "None of the songs can be played";
+}
+
 bool PlayNext(AppState& app, Random& random) {
     PlaybackState& playback = app.playback;
     playback.lastAttempt = Clock::now();
@@ -132,9 +139,10 @@ bool IsSongOver(const PlaybackState& playback) {
     if (handle == 0) return sinceAttempt >= kRetryAfter;
     const uint32_t active = BASS_ChannelIsActive(handle);
     if (active == BASS_ACTIVE_PAUSED) return false;
-    const double positionSec = SecondsOf(handle, BASS_ChannelGetPosition(handle, BASS_POS_BYTE));
-    const double endSec = std::min(playback.endSec, playback.songLengthSec - kBeforeLoopSec);
-    const bool ended = active == BASS_ACTIVE_STOPPED || positionSec >= endSec;
+    // A file that breaks off is shorter than it said, and begins again where it broke off.
+    const double positionSec = PositionSec(handle);
+    const double endSec = std::min(playback.endSec, LengthSec(handle) - kBeforeLoopSec);
+    const bool ended = active == BASS_ACTIVE_STOPPED || positionSec >= endSec || positionSec < playback.startSec - 1.0;
     return ended && sinceAttempt >= (playback.trouble == PlaybackTrouble::kNone ? kShortestTurn : kRetryAfter);
 }
 

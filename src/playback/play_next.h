@@ -14,6 +14,9 @@ namespace hullrider {
 // already goes on. True when a new song was started.
 bool PlayNext(AppState& app, Random& random);
 
+// What the user is told when nothing can be heard; empty for no trouble.
+const char* TroubleText(PlaybackTrouble trouble);
+
 // True when the current song has reached the end of its window, has ended or broke off; or when nothing plays and
 // there may be something to play by now.
 bool IsSongOver(const PlaybackState& playback);

@@ -1,10 +1,9 @@
 #include "playback/song_selection.h"
 
-#include <filesystem>
-#include <system_error>
+#include <chrono>
 
 #include "library/song_counts.h"
-#include "platform/paths.h"
+#include "platform/folder.h"
 
 namespace hullrider {
 
@@ -12,6 +11,7 @@ namespace {
 
 // With one file in ten still there, the chance to miss it in so many draws is below 1 in 30 000.
 constexpr int kMostDraws = 100;
+constexpr std::chrono::milliseconds kMostTime{500};  // a network share that is gone takes its time for each
 
 }  // namespace
 
@@ -27,11 +27,10 @@ bool PickUniformSong(const MusicLibrary& library, Random& random, SongChoice& ch
 }
 
 bool SelectNextSong(const MusicLibrary& library, Random& random, SongChoice& choice) {
-    for (int draw = 0; draw < kMostDraws; ++draw) {
+    const auto start = std::chrono::steady_clock::now();
+    for (int draw = 0; draw < kMostDraws && std::chrono::steady_clock::now() - start < kMostTime; ++draw) {
         if (!PickUniformSong(library, random, choice)) return false;
-        std::error_code error;
-        const std::string& path = library.playlists[choice.playlist].songs[choice.song].songPath;
-        if (std::filesystem::exists(PathFromUtf8(path), error)) return true;
+        if (IsFile(library.playlists[choice.playlist].songs[choice.song].songPath)) return true;
     }
     choice = {};
     return false;

@@ -25,7 +25,7 @@ struct Settings {
     int32_t bkGrR = 12, bkGrG = 18, bkGrB = 28;
     int32_t songR = 255, songG = 196, songB = 92;
 
-    int32_t windowAlpha = 255;  // 0 to 255, opaque
+    int32_t windowAlpha = 255;  // 40 to 255, opaque
     float lowVolume = 0.1F;     // 0.0 to 1.0
     float highVolume = 0.8F;
     int32_t useRumble = 1;

@@ -25,8 +25,10 @@ protected:
     }
     ~StartupTest() override { SetErrorBoxHandler(nullptr); }
 
-    Player& Start(RunOptions options = {}) {
+    Player& Start(RunOptions options = {}, const std::string& companionFolder = {}) {
         player_ = std::make_unique<Player>();
+        player_->companionEdition = !companionFolder.empty();
+        if (player_->companionEdition) player_->programFolder = companionFolder;
         Player& player = *player_;
         options.dataDir = folder_.At("data");
         options.output.kind = OutputKind::kNull;
@@ -74,6 +76,8 @@ TEST_F(StartupTest, ALostCacheHealsFromTheConfiguredFoldersAndServesTheNextStart
     ConfigureMusic();
     Player& scanning = Start();
     EXPECT_EQ(scanning.state.library.typedSongCount, 3);
+    EXPECT_EQ(scanning.state.weights.midi, 50);  // the weights of the library as it is now, not as it was found
+    EXPECT_EQ(scanning.state.weights.radio, 0);
     Stop(scanning);
     EXPECT_TRUE(Printed("Updating music library from directories..."));
     EXPECT_TRUE(Printed("Successfully saved cache to "));
@@ -113,11 +117,61 @@ TEST_F(StartupTest, FallbackMusicServesOnlyWhoHasConfiguredNone) {
     EXPECT_EQ(StateFile("MusicSettings.json")["songPlayDurationMin"], 45);
 
     ConfigureMusic();
-    std::filesystem::remove(folder_.Path() / "data" / "musicLibraryCache.json");
     Player& configured = Start(options);
     EXPECT_EQ(configured.state.library.typedSongCount, 3);
     EXPECT_FALSE(configured.state.playback.demonstration);
     Stop(configured);
+
+    // Settings that got lost must not cost the library's cache too.
+    const std::string cache = folder_.Read("data/musicLibraryCache.json");
+    folder_.Write("data/MusicSettings.json", "lost");
+    Player& lost = Start(options);
+    EXPECT_TRUE(lost.state.playback.demonstration);
+    Stop(lost);
+    EXPECT_EQ(folder_.Read("data/musicLibraryCache.json"), cache);
+}
+
+TEST_F(StartupTest, ACacheOfOtherFoldersThanTheConfiguredOnesIsScannedAnew) {
+    ConfigureMusic();
+    Stop(Start());
+    folder_.Write("more/Album/four.flac", "x");
+    json settings = StateFile("MusicSettings.json");
+    const auto songsWith = [&](const json& directories) {
+        settings["directoryPaths"] = directories;
+        folder_.Write("data/MusicSettings.json", settings.dump());
+        Player& player = Start();
+        const int32_t songs = player.state.library.typedSongCount;
+        Stop(player);
+        return songs;
+    };
+    EXPECT_EQ(songsWith({folder_.At("music"), folder_.At("more")}), 4);
+    EXPECT_EQ(songsWith({folder_.At("more")}), 1);
+    // A drive that is not plugged in keeps its songs.
+    std::filesystem::rename(folder_.Path() / "more", folder_.Path() / "away");
+    EXPECT_EQ(songsWith({folder_.At("more")}), 1);
+}
+
+TEST_F(StartupTest, TheCompanionEditionTakesOverTheGamesMusicAndTellsIt) {
+    const std::string song = folder_.Write("game/Tonewell/Mp3 Songs/Album/five.mp3", "x");
+    const std::string font = folder_.Write("game/Tonewell/SoundFonts/font.sf2", "not one");
+    SetErrorBoxHandler([](std::string_view text) { EXPECT_EQ(text, "Failed to load the selected soundfont."); });
+    Player& player = Start({}, folder_.At("game/player"));
+    EXPECT_EQ(folder_.Read("game/MusicRunning.txt"), "yes");
+    EXPECT_EQ(folder_.Read("game/MusicLibraryCache.txt"), song + "\n");
+    EXPECT_TRUE(player.state.shell.companionExport && player.state.shell.startupFinished);
+    EXPECT_EQ(player.state.soundFonts.soundFontFiles, std::vector<std::string>{font});
+    Stop(player);
+    EXPECT_TRUE(Printed("Current directory: "));
+    EXPECT_EQ(folder_.Read("game/MusicRunning.txt"), "no");
+    EXPECT_EQ(StateFile("MusicSettings.json")["directoryPaths"], json::array({folder_.At("game/Tonewell/Mp3 Songs")}));
+    EXPECT_EQ(StateFile("config.json")["hullriderPath"], folder_.At("game"));
+}
+
+TEST_F(StartupTest, ARecordingThatCannotBeWrittenEndsTheStart) {
+    Player player;
+    player.options.dataDir = folder_.At("data");
+    player.options.output = {OutputKind::kWav, folder_.At("missing/heard.wav")};
+    EXPECT_THROW(StartPlayer(player), std::runtime_error);
 }
 
 TEST_F(StartupTest, StateFilesFullOfJunkStopNothingAndAreKept) {

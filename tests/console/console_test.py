@@ -88,18 +88,18 @@ class ConsoleTest(unittest.TestCase):
         self.write_settings(directoryPaths=[str(self.folder / "music")], songPlayDurationMin=4,
                             songPlayDurationMax=5, FADE_DURATION_MS=2000, volumeLevel=0.5)
         recording = self.folder / "heard.wav"
-        # Either tone may be drawn again and again: one try in 64 hears only one of them, three in 262 144.
-        for _ in range(3):
-            output, _ = self.run_player("--output", f"wav:{recording}", seconds=32)
+        # Either tone may be drawn again and again: one try in eight hears only one of them, all five in 32 768.
+        for _ in range(5):
+            output, _ = self.run_player("--output", f"wav:{recording}", seconds=20)
             played = re.findall(r"^Playing: .* / (low|high) töne", output, re.M)
-            self.assertGreaterEqual(len(played), 6, output)
+            self.assertGreaterEqual(len(played), 4, output)
             if set(played) == set(tones):
                 break
         self.check_cross_fades(recording, played, tones)
 
     def check_cross_fades(self, recording, played, tones):
         rate, left = read_recording(recording)
-        self.assertAlmostEqual(len(left) / rate, 32, delta=1.5)
+        self.assertAlmostEqual(len(left) / rate, 20, delta=1.5)
         step = rate // 10
         blocks = [left[i:i + step] for i in range(0, len(left) - step, step)]
         envelope = {name: [strength(block, frequency, rate) for block in blocks]

@@ -4,38 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cmath>
-#include <cstring>
 #include <thread>
 
 #include "audio/bass.h"
 #include "playback/stream_slots.h"
 #include "tests/temporary_folder.h"
+#include "tests/tone_wav.h"
 
 namespace hullrider {
 namespace {
 
 using namespace std::chrono_literals;
-
-// A mono 16-bit WAV file of a tone. The player goes by what is in a file, not by its name.
-std::string ToneFile(double lengthSec) {
-    constexpr uint32_t kRate = 8000;
-    const auto frames = static_cast<uint32_t>(lengthSec * kRate);
-    std::string file;
-    const auto put = [&](uint32_t value, int bytes) {
-        for (int i = 0; i < bytes; ++i) file += static_cast<char>(value >> (8 * i) & 0xFF);
-    };
-    file += "RIFF";
-    put(36 + 2 * frames, 4);
-    file += "WAVEfmt ";
-    put(16, 4), put(1, 2), put(1, 2), put(kRate, 4), put(2 * kRate, 4), put(2, 2), put(16, 2);
-    file += "data";
-    put(2 * frames, 4);
-    for (uint32_t i = 0; i < frames; ++i) {
-        put(static_cast<uint32_t>(static_cast<int32_t>(8000 * std::sin(i * 0.3))), 2);
-    }
-    return file;
-}
 
 class PlayNextTest : public testing::Test {
 protected:
@@ -60,7 +39,7 @@ protected:
 };
 
 TEST_F(PlayNextTest, SlotsAlternateAndTheOldSongIsFreedWhenItsFadeIsOver) {
-    Add(folder_.Write("t\xC3\xB6ne.mp3", ToneFile(40.0)));
+    Add(folder_.Write("t\xC3\xB6ne.mp3", ToneWav(400.0, 40.0)));
     app_.settings.FADE_DURATION_MS = 200;
     ASSERT_TRUE(PlayNext(app_, random_));
     const StreamSlot first = CurrentHandle(app_.playback);
@@ -83,7 +62,7 @@ TEST_F(PlayNextTest, SlotsAlternateAndTheOldSongIsFreedWhenItsFadeIsOver) {
 }
 
 TEST_F(PlayNextTest, APlayNextWithinAFadeCutsTheOldStreamsAndItsWorkerHarmsNoLaterFade) {
-    Add(folder_.Write("tone.mp3", ToneFile(40.0)));
+    Add(folder_.Write("tone.mp3", ToneWav(400.0, 40.0)));
     app_.settings.FADE_DURATION_MS = 400;
     ASSERT_TRUE(PlayNext(app_, random_));
     const StreamSlot first = CurrentHandle(app_.playback);
@@ -103,7 +82,7 @@ TEST_F(PlayNextTest, APlayNextWithinAFadeCutsTheOldStreamsAndItsWorkerHarmsNoLat
 }
 
 TEST_F(PlayNextTest, ABadSongIsPassedOverAndWhatPlaysGoesOnWhenNothingElseCan) {
-    Add(folder_.Write("tone.mp3", ToneFile(40.0)));
+    Add(folder_.Write("tone.mp3", ToneWav(400.0, 40.0)));
     Add(folder_.Write("empty.mp3", ""));
     Add(folder_.Write("text.mp3", "this is not music\n"));
     Add(folder_.At("gone.mp3"));
@@ -120,7 +99,7 @@ TEST_F(PlayNextTest, ABadSongIsPassedOverAndWhatPlaysGoesOnWhenNothingElseCan) {
 }
 
 TEST_F(PlayNextTest, TheSongIsOverAtTheEndOfItsWindowAndNotWhilePaused) {
-    Add(folder_.Write("tone.mp3", ToneFile(4.0)));  // plays 2 s
+    Add(folder_.Write("tone.mp3", ToneWav(400.0, 4.0)));  // plays 2 s
     app_.settings.FADE_DURATION_MS = 100;
     ASSERT_TRUE(PlayNext(app_, random_));
     const auto start = std::chrono::steady_clock::now();
@@ -132,6 +111,16 @@ TEST_F(PlayNextTest, TheSongIsOverAtTheEndOfItsWindowAndNotWhilePaused) {
     EXPECT_FALSE(IsSongOver(app_.playback));
     TogglePause(app_.playback);
     EXPECT_TRUE(IsSongOver(app_.playback));
+}
+
+TEST_F(PlayNextTest, AFileThatIsShorterThanItSaysIsOverWhereItBreaksOff) {
+    Add(folder_.Write("cut.mp3", ToneWav(400.0, 60.0).substr(0, 3 * 16000)));  // 3 s of 60
+    app_.settings.songPlayDurationMax = 0;                                     // from its start to its end
+    app_.settings.FADE_DURATION_MS = 100;
+    ASSERT_TRUE(PlayNext(app_, random_));
+    EXPECT_FALSE(IsSongOver(app_.playback));
+    std::this_thread::sleep_for(2s);
+    EXPECT_TRUE(Eventually([&] { return IsSongOver(app_.playback); }));
 }
 
 TEST_F(PlayNextTest, AnEmptyLibraryPlaysNothingAndIsNotAskedAgainAtOnce) {

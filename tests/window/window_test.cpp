@@ -5,6 +5,7 @@
 #include <set>
 
 #include "app/menu_win.h"
+#include "tests/tone_wav.h"
 #include "tests/window/player_process_win.h"
 
 namespace hullrider {
@@ -108,6 +109,15 @@ TEST_F(WindowTest, ClosingItAndTheEndOfItsTimeSaveToo) {
     EXPECT_EQ(player.WaitForExit(), 0);
     EXPECT_TRUE(folder_.Has("data/MusicSettings.json"));
     EXPECT_NE(player.Output().find("No audiobooks to save. Skipping save operation."), std::string::npos);
+}
+
+TEST_F(WindowTest, PlaysTheFallbackMusicThroughASongThatIsBroken) {
+    folder_.Write("music/\xC3\x81lbum/t\xC3\xB6ne.mp3", ToneWav(440.0, 30.0));
+    folder_.Write("music/\xC3\x81lbum/broken.mp3", "this is not music");
+    PlayerProcess player(Arguments({"--fallback-music", folder_.At("music"), "--for", "3"}));
+    EXPECT_EQ(player.WaitForExit(), 0);
+    EXPECT_NE(player.Output().find("Playing: \xC3\x81lbum / t\xC3\xB6ne"), std::string::npos) << player.Output();
+    EXPECT_TRUE(folder_.Has("data/musicLibraryCache.json"));
 }
 
 TEST_F(WindowTest, ABadOptionIsOneLineAndStatusTwo) {
