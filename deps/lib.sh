@@ -49,7 +49,8 @@ prepare_source_apt() {
 is_whole() {
     local sum
     sum=$(sha256sum "$2" | cut -d' ' -f1)
-    source_apt apt-cache showsrc "$1" | grep -q "^ $sum "
+    # To the end, not grep -q: a pipe closed early counts as a failure here.
+    source_apt apt-cache showsrc "$1" | grep "^ $sum " > /dev/null
 }
 
 # download PACKAGE[=VERSION] FOLDER PATTERN...: true when one whole file for each pattern has arrived in the folder. A
