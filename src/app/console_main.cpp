@@ -2,9 +2,8 @@
 // with "quit" or Ctrl+C, saving as the window does.
 #include <atomic>
 #include <chrono>
-#include <exception>
 
-#include "app/options.h"
+#include "app/front.h"
 #include "app/player.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
@@ -58,21 +57,6 @@ int Run(const RunOptions& options) {
 }  // namespace hullrider
 
 int main(int argc, char* argv[]) {
-    using namespace hullrider;
-    RunOptions options;
-    std::string error;
-    if (!ParseOptions({argv + 1, argv + argc}, options, error)) {
-        PrintErrorLine(error);
-        return 2;
-    }
-    if (options.showHelp || options.showVersion) {
-        PrintLine(options.showHelp ? HelpText() : VersionText());
-        return 0;
-    }
-    try {
-        return Run(options);
-    } catch (const std::exception& failure) {
-        PrintErrorLine(failure.what());
-        return 1;
-    }
+    const auto tell = [](const std::string& failure) { hullrider::PrintErrorLine(failure); };
+    return hullrider::RunFront({argv + 1, argv + argc}, hullrider::Run, tell);
 }

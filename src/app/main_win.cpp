@@ -5,10 +5,8 @@
 #include <shellapi.h>
 #include <shellscalingapi.h>
 
-#include <exception>
-
+#include "app/front.h"
 #include "app/main_window_win.h"
-#include "app/options.h"
 #include "app/player.h"
 #include "app/startup.h"
 #include "audio/output_choice.h"
@@ -82,32 +80,19 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
     return RunMessageLoop();
 }
 
-int Main(HINSTANCE instance, int showCommand) {
-    RunOptions options;
-    std::string error;
-    if (!ParseOptions(CommandLineArguments(), options, error)) {
-        PrintErrorLine(error);
-        return 2;
-    }
-    if (options.showHelp || options.showVersion) {
-        PrintLine(options.showHelp ? HelpText() : VersionText());
-        return 0;
-    }
-    try {
-        return Run(instance, showCommand, options);
-    } catch (const std::exception& failure) {
-        PrintErrorLine(failure.what());
-        ShowErrorBox(failure.what());
-        return 1;
-    }
+void TellFailure(const std::string& failure) {
+    PrintErrorLine(failure);
+    ShowErrorBox(failure);
 }
 
 }  // namespace
 }  // namespace hullrider
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int showCommand) {
-    hullrider::AttachParentConsole();
-    const int exitCode = hullrider::Main(instance, showCommand);
-    hullrider::ReleaseConsole();
+    using namespace hullrider;
+    AttachParentConsole();
+    const auto run = [&](const RunOptions& options) { return Run(instance, showCommand, options); };
+    const int exitCode = RunFront(CommandLineArguments(), run, TellFailure);
+    ReleaseConsole();
     return exitCode;
 }

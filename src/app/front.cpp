@@ -1,0 +1,29 @@
+#include "app/front.h"
+
+#include <exception>
+
+#include "platform/console.h"
+
+namespace hullrider {
+
+int RunFront(const std::vector<std::string>& arguments, const std::function<int(const RunOptions&)>& run,
+             const std::function<void(const std::string&)>& tell) {
+    RunOptions options;
+    std::string error;
+    if (!ParseOptions(arguments, options, error)) {
+        PrintErrorLine(error);
+        return 2;
+    }
+    if (options.showHelp || options.showVersion) {
+        PrintLine(options.showHelp ? HelpText() : VersionText());
+        return 0;
+    }
+    try {
+        return run(options);
+    } catch (const std::exception& failure) {
+        tell(failure.what());
+        return 1;
+    }
+}
+
+}  // namespace hullrider

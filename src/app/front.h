@@ -1,0 +1,17 @@
+// What both fronts do around their run.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/options.h"
+
+namespace hullrider {
+
+// Reads the arguments (UTF-8, without the program's name), answers --help and --version itself, and otherwise calls
+// `run`. Returns the exit status: that of `run`, 2 for a bad option, or 1 when `run` threw; then `tell` receives why.
+int RunFront(const std::vector<std::string>& arguments, const std::function<int(const RunOptions&)>& run,
+             const std::function<void(const std::string&)>& tell);
+
+}  // namespace hullrider
