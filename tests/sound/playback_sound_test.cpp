@@ -141,6 +141,20 @@ TEST_F(PlaybackSound, SurroundIsFoldedDownWithoutExceedingFullScale) {
     EXPECT_GT(peak, 0.9f);
 }
 
+// For most large numbers of channels nobody agrees on which is which.
+TEST_F(PlaybackSound, ChannelsOfUnknownPlacesAreHeardOnBothSides) {
+    for (const uint32_t channels : {9u, 10u, 11u, 12u, 13u, 16u, 33u, 64u}) {
+        SCOPED_TRACE(channels);
+        const HSTREAM stream = Play(Save("many.wav", Tone(kRate, channels, 440.0, 0.3, 0.5)), BASS_SAMPLE_LOOP);
+        const float peak = Peak(Render(kRate));
+        EXPECT_LE(peak, 0.501f);
+        EXPECT_GT(peak, 0.4f);
+        EXPECT_EQ(BASS_ChannelIsActive(stream), BASS_ACTIVE_PLAYING);
+        BASS_StreamFree(stream);
+        Render(1000);
+    }
+}
+
 TEST_F(PlaybackSound, PlacesAreInTheFilesOwnTimeAtAnyMixingRate) {
     Reopen(48000);
     const HSTREAM stream = Play(Save("tone.wav", Tone(22050, 1, 440.0, 3.0)));
