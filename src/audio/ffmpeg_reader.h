@@ -57,6 +57,7 @@ private:
     void FindLength();
     int OpenDecoder();
     bool Decode();
+    void Place();
     bool SendPacket();
     bool SeekBefore(int64_t frame, int64_t prerollFrames);
     bool Jump(int64_t timestamp);
