@@ -101,7 +101,8 @@ bool BASS_PluginFree(HPLUGIN plugin);
 HSTREAM BASS_StreamCreateFile(bool fromMemory, const char* file, uint64_t offset, uint64_t length, uint32_t flags);
 bool BASS_StreamFree(HSTREAM handle);  // also takes an HMUSIC
 
-// A tracker module; as BASS_StreamCreateFile. `freq` 0 is the output's rate.
+// A tracker module; as BASS_StreamCreateFile. `freq` is ignored: a module is
+// rendered at the mixing rate.
 HMUSIC BASS_MusicLoad(bool fromMemory, const char* file, uint64_t offset, uint32_t length, uint32_t flags,
                       uint32_t freq);
 bool BASS_MusicFree(HMUSIC handle);
