@@ -12,6 +12,9 @@ namespace hullrider {
 
 namespace {
 
+// As loud as recorded music usually is; by its own default FluidSynth is 14 dB softer.
+constexpr double kGain = 1.0;
+
 void PrintSynthError(int, const char* message, void*) {
     PrintErrorLine(std::string("MIDI synthesizer: ") + message);
 }
@@ -49,6 +52,7 @@ Synth::Synth(uint32_t rate) {
     settings_.reset(new_fluid_settings());
     if (!settings_) return;
     fluid_settings_setnum(settings_.get(), "synth.sample-rate", rate);
+    fluid_settings_setnum(settings_.get(), "synth.gain", kGain);
     fluid_settings_setint(settings_.get(), "synth.reverb.active", 1);
     fluid_settings_setint(settings_.get(), "synth.chorus.active", 1);
     fluid_settings_setint(settings_.get(), "synth.threadsafe-api", 0);
