@@ -97,11 +97,12 @@ HPLUGIN BASS_PluginLoad(const char* file, uint32_t flags);
 bool BASS_PluginFree(HPLUGIN plugin);
 
 // A stream from the file at `file` (UTF-8): mp3, m4a, flac, wav, ogg, opus, MIDI. `fromMemory` must be false, `offset`
-// and `length` 0. Returns 0 on failure: BASS_ERROR_FILEOPEN, _FILEFORM, _CODEC, _INIT, _ILLPARAM.
+// and `length` 0. Returns 0 on failure: BASS_ERROR_FILEOPEN, _FILEFORM, _FORMAT, _CODEC, _INIT, _ILLPARAM.
 HSTREAM BASS_StreamCreateFile(bool fromMemory, const char* file, uint64_t offset, uint64_t length, uint32_t flags);
 bool BASS_StreamFree(HSTREAM handle);  // also takes an HMUSIC
 
-// A tracker module; as BASS_StreamCreateFile. `freq` 0 is the output's rate.
+// A tracker module; as BASS_StreamCreateFile. `freq` is ignored: a module is
+// rendered at the mixing rate.
 HMUSIC BASS_MusicLoad(bool fromMemory, const char* file, uint64_t offset, uint32_t length, uint32_t flags,
                       uint32_t freq);
 bool BASS_MusicFree(HMUSIC handle);

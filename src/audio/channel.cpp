@@ -13,10 +13,16 @@ size_t RingFrames(uint32_t mixRate) {
     return size_t{mixRate} * 5 / 2;
 }
 
+uint64_t NextNumber() {
+    static std::atomic<uint64_t> last{0};
+    return last.fetch_add(1) + 1;
+}
+
 }  // namespace
 
 Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags)
-    : source_(std::move(source)),
+    : number_(NextNumber()),
+      source_(std::move(source)),
       format_(source_->Format()),
       path_(request.path),
       flags_(flags),

@@ -39,6 +39,9 @@ class Channel {
 public:
     Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags);
 
+    // Which one it is, not 0. Unlike its address, it is never that of a later one.
+    uint64_t Number() const { return number_; }
+
     // --- Callers.
     void Play(bool restart);
     bool Pause();  // false when it does not play
@@ -95,6 +98,7 @@ private:
     size_t Take(Control control, float* out, size_t frames);
 
     // Fixed at creation.
+    uint64_t number_;
     std::unique_ptr<Source> source_;
     SourceFormat format_;
     std::string path_;

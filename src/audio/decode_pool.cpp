@@ -33,16 +33,21 @@ std::vector<DecodePool::Job>::iterator DecodePool::Find(const Channel* channel) 
     return std::find_if(jobs_.begin(), jobs_.end(), [&](const Job& job) { return job.channel.get() == channel; });
 }
 
+void DecodePool::Enlist(const std::shared_ptr<Channel>& channel) {
+    {
+        const std::lock_guard lock(mutex_);
+        jobs_.push_back({.channel = channel, .due = Now()});
+    }
+    wake_.notify_one();
+}
+
 void DecodePool::Attend(const std::shared_ptr<Channel>& channel) {
     {
         const std::lock_guard lock(mutex_);
         const auto job = Find(channel.get());
-        if (job == jobs_.end()) {
-            jobs_.push_back({.channel = channel, .due = Now()});
-        } else {
-            job->due = Now();
-            job->calledAgain = true;
-        }
+        if (job == jobs_.end()) return;
+        job->due = Now();
+        job->calledAgain = true;
     }
     wake_.notify_one();
 }

@@ -19,7 +19,9 @@ public:
     explicit DecodePool(std::function<bool()> clearUp);
     ~DecodePool();
 
-    // Decodes for this channel as soon as possible, now and whenever it asks for it.
+    // Decodes for this channel as soon as possible, and whenever it asks for it, until it is dropped.
+    void Enlist(const std::shared_ptr<Channel>& channel);
+    // Decodes for an enlisted channel as soon as possible. Nothing for one that was dropped meanwhile.
     void Attend(const std::shared_ptr<Channel>& channel);
     // Never again, once a piece that is being decoded is done.
     void Drop(const std::shared_ptr<Channel>& channel);

@@ -45,7 +45,7 @@ void Engine::Stop() {
 
 uint32_t Engine::AddChannel(std::shared_ptr<Channel> channel) {
     if (!mixer_.Add(channel)) return 0;
-    decoders_.Attend(channel);
+    decoders_.Enlist(channel);
     return channels_.Add(std::move(channel));
 }
 

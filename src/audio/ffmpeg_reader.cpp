@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <mutex>
 #include <string_view>
 
 #include "audio/bass.h"
@@ -10,6 +11,7 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libavutil/channel_layout.h>
+#include <libavutil/mem.h>
 #include <libavutil/opt.h>
 }
 
@@ -22,8 +24,17 @@ constexpr const char* kFormats = "mp3,aac,mov,flac,ogg,wav";
 constexpr int kMaxChannels = 64;
 constexpr int kMinRate = 1000;
 constexpr int kMaxRate = 768000;
-constexpr int kMaxBadPackets = 250;  // in a row, before the rest of a file is given up
+constexpr int kMaxBadPackets = 250;                   // in a row, before the rest of a file is given up
+constexpr size_t kMaxAllocation = size_t{256} << 20;  // bytes at once; a broken file may claim to need any number
 constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
+
+void SetUpFfmpeg() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        av_log_set_level(AV_LOG_QUIET);
+        av_max_alloc(kMaxAllocation);
+    });
+}
 
 bool IsPlayable(int rate, int channels) {
     return rate >= kMinRate && rate <= kMaxRate && channels >= 1 && channels <= kMaxChannels;
@@ -56,7 +67,7 @@ FfmpegReader::FfmpegReader() : packet_(av_packet_alloc()), frame_(av_frame_alloc
 FfmpegReader::~FfmpegReader() = default;
 
 int FfmpegReader::Open(const std::string& path) {
-    av_log_set_level(AV_LOG_QUIET);
+    SetUpFfmpeg();
     if (!packet_ || !frame_) return BASS_ERROR_MEM;
     AVDictionary* options = nullptr;
     av_dict_set(&options, "format_whitelist", kFormats, 0);
@@ -79,6 +90,8 @@ int FfmpegReader::Open(const std::string& path) {
     if (!Decode()) return BASS_ERROR_FILEFORM;
     rate_ = static_cast<uint32_t>(frame_->sample_rate);
     channels_ = static_cast<uint32_t>(frame_->ch_layout.nb_channels);
+    placed_ = false;
+    Place();
     FindLength();
     held_ = true;
     return BASS_OK;
@@ -132,16 +145,21 @@ bool FfmpegReader::Decode() {
             bad++;
             continue;
         }
-        if (!placed_) {
-            const int64_t timestamp = frame_->best_effort_timestamp;
-            position_ = timestamp == AV_NOPTS_VALUE ? wantedFrame_ : FrameOfTimestamp(timestamp);
-            placed_ = true;
-        }
-        // Should the rate change midway, places go on being counted at the first one.
-        position_ += av_rescale(frame_->nb_samples, rate_, frame_->sample_rate);
+        Place();
         return true;
     }
     return false;
+}
+
+// Moves position_ to the end of frame_: by its timestamp, or on from the frame before.
+void FfmpegReader::Place() {
+    if (!placed_) {
+        const int64_t timestamp = frame_->best_effort_timestamp;
+        position_ = timestamp == AV_NOPTS_VALUE ? wantedFrame_ : FrameOfTimestamp(timestamp);
+        placed_ = true;
+    }
+    // Should the rate change midway, places go on being counted at the first one.
+    position_ += av_rescale(frame_->nb_samples, rate_, frame_->sample_rate);
 }
 
 // False when the packet was bad, and skipped.

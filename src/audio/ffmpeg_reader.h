@@ -35,6 +35,9 @@ public:
     // Returns BASS_OK, or the error that says what is wrong with the file.
     int Open(const std::string& path);
 
+    // After Open, before anything else: the first decoded samples, which Next is going to return.
+    const AVFrame& First() const { return *frame_; }
+
     uint32_t Rate() const { return rate_; }
     uint32_t Channels() const { return channels_; }
     int64_t Length() const { return length_; }  // frames; an estimate where the file does not say
@@ -54,6 +57,7 @@ private:
     void FindLength();
     int OpenDecoder();
     bool Decode();
+    void Place();
     bool SendPacket();
     bool SeekBefore(int64_t frame, int64_t prerollFrames);
     bool Jump(int64_t timestamp);

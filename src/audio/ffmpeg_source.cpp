@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <atomic>
+#include <optional>
 
 #include "audio/bass.h"
 #include "audio/ffmpeg_reader.h"
@@ -17,8 +18,9 @@ public:
 
     int Open(const std::string& path) {
         const int error = reader_.Open(path);
+        if (error != BASS_OK) return error;
         length_ = reader_.Length();
-        return error;
+        return converter_.Accept(reader_.First()) ? BASS_OK : BASS_ERROR_FORMAT;
     }
 
     SourceFormat Format() const override { return {reader_.Rate(), reader_.Channels(), BASS_CTYPE_STREAM}; }
@@ -34,6 +36,7 @@ private:
     FfmpegReader reader_;
     StereoConverter converter_;
     bool ended_ = false;
+    bool yielded_ = false;  // since the start of the file; true also when that is not where reading began
     std::atomic<int64_t> length_{0}, loopLength_{0};
 };
 
@@ -41,7 +44,9 @@ SourceRead FfmpegSource::Read(float* out, size_t frames) {
     size_t done = ended_ ? 0 : converter_.Take(out, frames);
     while (done < frames && !ended_) {
         if (const AVFrame* samples = reader_.Next()) {
-            done += converter_.Convert(*samples, out + done * kStereo, frames - done);
+            const std::optional<size_t> converted = converter_.Convert(*samples, out + done * kStereo, frames - done);
+            if (converted) yielded_ = true;
+            done += converted.value_or(0);
         } else {
             ended_ = !ComeRound();
         }
@@ -53,17 +58,20 @@ SourceRead FfmpegSource::Read(float* out, size_t frames) {
     return {done, false};
 }
 
-// At the end: back to the start if the source loops, without a gap because the converter goes on.
+// At the end: back to the start if the source loops, without a gap because the converter goes on. Not from a
+// whole round without a sound, because one would follow another for ever.
 bool FfmpegSource::ComeRound() {
     const int64_t end = reader_.Position();
     length_ = end;
-    if (!loop_ || end <= 0) return false;
+    if (!loop_ || end <= 0 || !yielded_) return false;
+    yielded_ = false;
     loopLength_ = end;
     return reader_.Seek(0);
 }
 
 bool FfmpegSource::Seek(int64_t frame) {
     converter_.Reset();
+    yielded_ = frame > 0;
     ended_ = !reader_.Seek(frame);
     return !ended_;
 }

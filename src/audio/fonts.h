@@ -1,5 +1,5 @@
-// SoundFonts. A font is known by its file; its samples are in memory once, however many streams sound through it, and
-// for as long as one of them or a handle has it.
+// SoundFonts. A font is known by its file, which each stream that sounds through it opens again. Of its samples, those
+// that some stream's song uses are in memory, once for all streams, and for as long as a stream uses them.
 #pragma once
 
 #include <memory>

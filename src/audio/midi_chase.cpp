@@ -27,6 +27,16 @@ bool IsSystemReset(const uint8_t* bytes, size_t count) {
     return false;
 }
 
+bool IsSystemReset(const MidiSong& song, const MidiEvent& event) {
+    return event.status == 0xF0 && IsSystemReset(song.sysex.data() + event.sysexBegin, event.sysexLength);
+}
+
+// The place of the last reset among the first `count` events, or 0.
+size_t LastReset(const MidiSong& song, size_t count) {
+    while (count > 0 && !IsSystemReset(song, song.events[count - 1])) count--;
+    return count == 0 ? 0 : count - 1;
+}
+
 struct ChannelState {
     std::array<uint8_t, 128> controllers;
     uint8_t program = kUnset, programBankMsb = kUnset, programBankLsb = kUnset;
@@ -90,14 +100,12 @@ struct ChannelState {
 
 void ChaseMidi(const MidiSong& song, size_t count, Synth& synth) {
     std::array<ChannelState, 16> channels;
-    for (size_t i = 0; i < count; i++) {
+    for (size_t i = LastReset(song, count); i < count; i++) {
         const MidiEvent& event = song.events[i];
         const uint8_t kind = event.status & 0xF0;
         if (event.status == 0xF0) {
-            // It may be a reset, or may choose a channel for drums: whatever it was, in its place.
-            const uint8_t* bytes = song.sysex.data() + event.sysexBegin;
-            synth.SendSysex(bytes, event.sysexLength);
-            if (IsSystemReset(bytes, event.sysexLength)) channels = {};
+            // It may choose a channel for drums, or be the reset: whatever it was, in its place.
+            synth.SendSysex(song.sysex.data() + event.sysexBegin, event.sysexLength);
         } else if (kind == 0xB0 && IsParameterController(event.data[0])) {
             synth.Send(event.status, event.data[0], event.data[1]);
         } else {

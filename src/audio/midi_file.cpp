@@ -9,6 +9,7 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMaxEvents = 1'500'000;
+constexpr size_t kMaxSysex = 4'000;            // a reset makes a synthesizer work as hard as a thousand notes do
 constexpr double kMaxSeconds = 24.0 * 3600.0;  // what is said to happen later does not happen
 constexpr double kDefaultTempo = 500'000.0;    // microseconds a quarter note, 120 quarter notes a minute
 
@@ -63,6 +64,7 @@ struct TempoChange {
 struct Reading {
     MidiSong song;
     std::vector<TempoChange> tempos;
+    size_t sysexCount = 0;
     double endTick = 0.0;
     bool tooMany = false;
 };
@@ -85,6 +87,7 @@ void AddEvent(const MidiEvent& event, Reading& reading) {
 void AddSysex(std::string_view data, double tick, Reading& reading) {
     // A message may come in several packets, each but the last without the closing F7: none that matters does.
     if (data.empty() || static_cast<uint8_t>(data.back()) != 0xF7) return;
+    if (++reading.sysexCount > kMaxSysex) return;
     data.remove_suffix(1);
     MidiEvent event;
     event.seconds = tick;

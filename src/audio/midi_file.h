@@ -24,7 +24,8 @@ struct MidiSong {
     double seconds = 0.0;  // the time of the last event, the end of the longest track included
 };
 
-// Nothing when the bytes are no MIDI file, or hold more events than any song. A file that breaks off, or a track that
+// Nothing when the bytes are no MIDI file, or hold more events than any song. System exclusive messages
+// beyond those of any song are left out. A file that breaks off, or a track that
 // is damaged, plays up to there.
 std::optional<MidiSong> ReadMidiFile(std::string_view file);
 

@@ -22,12 +22,7 @@ constexpr int64_t kBlockFrames = 64;     // FluidSynth's own; events take effect
 class MidiSource : public Source {
 public:
     MidiSource(const SourceRequest& request, MidiSong song, const FontList& fonts)
-        : rate_(request.mixRate),
-          loop_(request.loop),
-          song_(std::move(song)),
-          synth_(rate_),
-          lacksFonts_(fonts.empty()),
-          fonts_(fonts) {
+        : rate_(request.mixRate), loop_(request.loop), song_(std::move(song)), synth_(rate_), fonts_(fonts) {
         length_ = static_cast<int64_t>((song_.seconds + kReleaseSeconds) * rate_);
     }
 
@@ -55,7 +50,7 @@ private:
     int64_t position_ = 0;
     size_t next_ = 0;  // of song_.events
 
-    std::atomic<bool> lacksFonts_;
+    std::atomic<bool> lacksFonts_{true};
     std::mutex fontMutex_;
     std::optional<FontList> fonts_;  // to be taken into use
 };
@@ -110,7 +105,6 @@ bool MidiSource::Seek(int64_t frame) {
 bool MidiSource::SetFonts(const FontList& fonts) {
     const std::lock_guard lock(fontMutex_);
     fonts_ = fonts;
-    lacksFonts_ = fonts.empty();
     return true;
 }
 
@@ -120,7 +114,9 @@ void MidiSource::TakeNewFonts() {
         const std::lock_guard lock(fontMutex_);
         fonts.swap(fonts_);
     }
-    if (fonts) synth_.UseFonts(*fonts);
+    if (!fonts) return;
+    synth_.UseFonts(*fonts);
+    lacksFonts_ = !synth_.HasFonts();
 }
 
 }  // namespace

@@ -73,9 +73,10 @@ void Mixer::RenderBlock(float* out, size_t frames) {
 // Where a channel breaks off (paused, freed, out of data), its last value dies away, because a step would be a click.
 void Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     Channel* channel = slot.channel.load();
-    if (channel != slot.heard) {
+    const uint64_t number = channel == nullptr ? 0 : channel->Number();
+    if (number != slot.heard) {
         LetDecay(slot.left, slot.right, out, frames);
-        slot.heard = channel;
+        slot.heard = number;
         slot.left = slot.right = 0.0f;
     }
     if (channel == nullptr) return;

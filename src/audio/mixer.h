@@ -38,8 +38,8 @@ private:
 
     struct Slot {
         std::atomic<Channel*> channel{nullptr};
-        // Callback only: the last frame heard from this slot, and from which channel.
-        const Channel* heard = nullptr;
+        // Callback only: the last frame heard from this slot, and the number of its channel or 0.
+        uint64_t heard = 0;
         float left = 0.0f, right = 0.0f;
     };
     struct Removed {

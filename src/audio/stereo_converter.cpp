@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "audio/ring.h"
 
@@ -19,12 +20,16 @@ namespace {
 // Input of no samples that does not mean the end of all input, as a null pointer would.
 const uint8_t* const kNoSamples[AV_NUM_DATA_POINTERS] = {};
 
-size_t RunSwr(SwrContext* swr, float* out, size_t maxFrames, const uint8_t* const* in, int count) {
+// The frames written, or a negative error.
+int TryRunSwr(SwrContext* swr, float* out, size_t maxFrames, const uint8_t* const* in, int count) {
     if (swr == nullptr) return 0;
     auto* bytes = reinterpret_cast<uint8_t*>(out);
     // FFmpeg 5 declares the input pointers without the const that they have since.
-    const int done = swr_convert(swr, &bytes, static_cast<int>(maxFrames), const_cast<const uint8_t**>(in), count);
-    return static_cast<size_t>(std::max(done, 0));
+    return swr_convert(swr, &bytes, static_cast<int>(maxFrames), const_cast<const uint8_t**>(in), count);
+}
+
+size_t RunSwr(SwrContext* swr, float* out, size_t maxFrames, const uint8_t* const* in, int count) {
+    return static_cast<size_t>(std::max(TryRunSwr(swr, out, maxFrames, in, count), 0));
 }
 
 uint64_t LayoutMask(const AVChannelLayout& layout) {
@@ -42,32 +47,43 @@ bool StereoConverter::Fits(const AVFrame& frame) const {
            frame.ch_layout.nb_channels == channels_ && LayoutMask(frame.ch_layout) == layout_;
 }
 
-bool StereoConverter::Prepare(const AVFrame& frame) {
+bool StereoConverter::Accept(const AVFrame& frame) {
+    if (Fits(frame)) return true;
     ending_ = std::move(swr_);
+    // One channel is heard at its own level on both sides. So are channels whose places are unknown, or such that no
+    // rule folds them into two.
+    return (frame.ch_layout.nb_channels > 1 && Prepare(frame, false)) || Prepare(frame, true);
+}
+
+// `evenly`: every channel has the same share of both sides. Otherwise each is put where its place is.
+bool StereoConverter::Prepare(const AVFrame& frame, bool evenly) {
+    const int channels = frame.ch_layout.nb_channels;
     AVChannelLayout in = {};
-    // Without a known order of channels, the usual one for their number.
-    if (LayoutMask(frame.ch_layout) != 0) {
+    // Without a known order of channels, the usual one for their number, if there is one.
+    if (evenly) {
+        in.order = AV_CHANNEL_ORDER_UNSPEC;
+        in.nb_channels = channels;
+    } else if (LayoutMask(frame.ch_layout) != 0) {
         av_channel_layout_copy(&in, &frame.ch_layout);
     } else {
-        av_channel_layout_default(&in, frame.ch_layout.nb_channels);
+        av_channel_layout_default(&in, channels);
     }
     AVChannelLayout stereo = AV_CHANNEL_LAYOUT_STEREO;
     SwrContext* swr = nullptr;
     const int made = swr_alloc_set_opts2(&swr, &stereo, AV_SAMPLE_FMT_FLT, static_cast<int>(mixRate_), &in,
                                          static_cast<AVSampleFormat>(frame.format), frame.sample_rate, 0, nullptr);
-    const bool mono = in.nb_channels == 1;
     av_channel_layout_uninit(&in);
     std::unique_ptr<SwrContext, SwrDeleter> prepared(swr);
     if (made < 0) return false;
-    // Many channels folded into two must not exceed full scale; one is heard at its own level on both sides.
+    // Many channels folded into two must not exceed full scale.
     av_opt_set_double(swr, "rematrix_maxval", 1.0, 0);
-    constexpr double kBothSides[] = {1.0, 1.0};
-    if (mono && swr_set_matrix(swr, kBothSides, 1) < 0) return false;
+    const std::vector<double> shares(static_cast<size_t>(channels) * kStereo, 1.0 / channels);
+    if (evenly && swr_set_matrix(swr, shares.data(), channels) < 0) return false;
     if (swr_init(swr) < 0) return false;
     swr_ = std::move(prepared);
     format_ = frame.format;
     rate_ = frame.sample_rate;
-    channels_ = frame.ch_layout.nb_channels;
+    channels_ = channels;
     layout_ = LayoutMask(frame.ch_layout);
     return true;
 }
@@ -79,11 +95,13 @@ size_t StereoConverter::TakeEnding(float* out, size_t maxFrames) {
     return frames;
 }
 
-size_t StereoConverter::Convert(const AVFrame& frame, float* out, size_t maxFrames) {
-    if (!Fits(frame) && !Prepare(frame)) return 0;
+std::optional<size_t> StereoConverter::Convert(const AVFrame& frame, float* out, size_t maxFrames) {
+    if (!Accept(frame)) return std::nullopt;
     const size_t before = TakeEnding(out, maxFrames);
-    return before +
-           RunSwr(swr_.get(), out + before * kStereo, maxFrames - before, frame.extended_data, frame.nb_samples);
+    const int converted =
+        TryRunSwr(swr_.get(), out + before * kStereo, maxFrames - before, frame.extended_data, frame.nb_samples);
+    if (converted < 0 && before == 0) return std::nullopt;
+    return before + static_cast<size_t>(std::max(converted, 0));
 }
 
 size_t StereoConverter::Take(float* out, size_t maxFrames) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 struct AVFrame;
 struct SwrContext;
@@ -15,9 +16,12 @@ class StereoConverter {
 public:
     explicit StereoConverter(uint32_t mixRate) : mixRate_(mixRate) {}
 
+    // Readies for samples like those of `frame`. False: such cannot be converted.
+    bool Accept(const AVFrame& frame);
+
     // Takes in all samples of `frame` and writes up to `maxFrames` frames; what does not fit is kept. Returns the
-    // frames written, 0 also for samples that cannot be converted.
-    size_t Convert(const AVFrame& frame, float* out, size_t maxFrames);
+    // frames written; nothing when the samples cannot be converted.
+    std::optional<size_t> Convert(const AVFrame& frame, float* out, size_t maxFrames);
 
     // Writes what was kept.
     size_t Take(float* out, size_t maxFrames);
@@ -33,7 +37,7 @@ private:
         void operator()(SwrContext* context) const;
     };
     bool Fits(const AVFrame& frame) const;
-    bool Prepare(const AVFrame& frame);
+    bool Prepare(const AVFrame& frame, bool evenly);
     size_t TakeEnding(float* out, size_t maxFrames);
 
     uint32_t mixRate_;

@@ -12,6 +12,11 @@ namespace hullrider {
 
 namespace {
 
+constexpr int kNoBank = 1'000'000;  // the offset of a font whose presets are not to be chosen any more
+
+// As loud as recorded music usually is; by its own default FluidSynth is 14 dB softer.
+constexpr double kGain = 1.0;
+
 void PrintSynthError(int, const char* message, void*) {
     PrintErrorLine(std::string("MIDI synthesizer: ") + message);
 }
@@ -49,6 +54,7 @@ Synth::Synth(uint32_t rate) {
     settings_.reset(new_fluid_settings());
     if (!settings_) return;
     fluid_settings_setnum(settings_.get(), "synth.sample-rate", rate);
+    fluid_settings_setnum(settings_.get(), "synth.gain", kGain);
     fluid_settings_setint(settings_.get(), "synth.reverb.active", 1);
     fluid_settings_setint(settings_.get(), "synth.chorus.active", 1);
     fluid_settings_setint(settings_.get(), "synth.threadsafe-api", 0);
@@ -66,23 +72,40 @@ int Synth::Load(const std::string& path) {
 }
 
 void Synth::UseFonts(const FontList& fonts) {
-    const std::vector<int> old = std::move(loaded_);
-    loaded_.clear();
+    std::vector<int> loaded;
     // FluidSynth asks the font loaded last first, and the list names the first choice first.
     for (auto entry = fonts.rbegin(); entry != fonts.rend(); ++entry) {
         const int number = Load(entry->font->path);
         if (number < 0) continue;
         fluid_synth_set_bank_offset(synth_.get(), number, entry->bank);
-        loaded_.push_back(number);
+        loaded.push_back(number);
     }
+    if (loaded.empty() && !fonts.empty()) {
+        PrintErrorLine("cannot load the SoundFont " + fonts.front().font->path);
+        return;
+    }
+    for (const int number : loaded_) {
+        fluid_synth_set_bank_offset(synth_.get(), number, kNoBank);
+        retired_.push_back(number);
+    }
+    loaded_ = std::move(loaded);
     const std::lock_guard lock(SampleMutex());
-    for (const int number : old) fluid_synth_sfunload(synth_.get(), number, 0);
     fluid_synth_program_reset(synth_.get());
+    UnloadRetired();
+}
+
+// A font that sounds still would be unloaded by a timer of FluidSynth's, on a thread of its own. So it waits for the
+// end of all notes. The caller holds the mutex.
+void Synth::UnloadRetired() {
+    if (retired_.empty() || fluid_synth_get_active_voice_count(synth_.get()) > 0) return;
+    for (const int number : retired_) fluid_synth_sfunload(synth_.get(), number, 0);
+    retired_.clear();
 }
 
 void Synth::Reset() {
     const std::lock_guard lock(SampleMutex());
     fluid_synth_system_reset(synth_.get());
+    UnloadRetired();
 }
 
 void Synth::Send(uint8_t status, uint8_t data1, uint8_t data2) {
@@ -128,6 +151,9 @@ void Synth::SendSysex(const uint8_t* bytes, size_t count) {
 
 void Synth::Render(float* out, size_t frames) {
     fluid_synth_write_float(synth_.get(), static_cast<int>(frames), out, 0, 2, out, 1, 2);
+    if (retired_.empty()) return;
+    const std::lock_guard lock(SampleMutex());
+    UnloadRetired();
 }
 
 }  // namespace hullrider

@@ -26,7 +26,7 @@ public:
     bool Good() const { return synth_ != nullptr; }
 
     // Sounds through these fonts from the next note on; notes that sound go on. A font that cannot be loaded is left
-    // out.
+    // out; if none can, a line on the console says so and the fonts until now stay.
     void UseFonts(const FontList& fonts);
     bool HasFonts() const { return !loaded_.empty(); }
 
@@ -45,10 +45,12 @@ public:
 
 private:
     void ChangeProgram(int channel, int program);
+    void UnloadRetired();
 
     std::unique_ptr<_fluid_hashtable_t, SynthDeleter> settings_;
     std::unique_ptr<_fluid_synth_t, SynthDeleter> synth_;
-    std::vector<int> loaded_;
+    std::vector<int> loaded_;   // fonts by their numbers
+    std::vector<int> retired_;  // replaced, and to be unloaded
 };
 
 }  // namespace hullrider

@@ -38,6 +38,7 @@ void Volume::Set(float value) {
 }
 
 void Volume::SlideTo(float target, uint32_t timeMs) {
+    if (timeMs == 0) return Set(target);
     const std::lock_guard lock(mutex_);
     Order order;
     if (LastReport().orderNumber != number_) {  // not obeyed yet: its jump still stands
@@ -54,14 +55,13 @@ float Volume::Get() const {
     const std::lock_guard lock(mutex_);
     const Report report = LastReport();
     const bool waiting = report.orderNumber != number_;
-    if (waiting && order_.slides && order_.timeMs == 0) return order_.slideTo;
     return waiting && order_.jumps ? order_.jumpTo : report.value;
 }
 
 bool Volume::Sliding() const {
     const std::lock_guard lock(mutex_);
     const Report report = LastReport();
-    return report.orderNumber != number_ ? order_.slides && order_.timeMs > 0 : report.sliding;
+    return report.orderNumber != number_ ? order_.slides : report.sliding;
 }
 
 void Volume::Post(const Order& order) {
@@ -95,12 +95,7 @@ void Volume::Obey(bool sounding) {
     obeyed_ = number;
     const size_t smoothFrames = sounding ? size_t{mixRate_} * kSmoothMs / 1000 : 0;
     if (order.jumps) line_.JumpTo(order.jumpTo, smoothFrames);
-    if (!order.slides) return;
-    if (order.timeMs == 0) {
-        line_.JumpTo(order.slideTo, smoothFrames);
-    } else {
-        line_.SlideTo(order.slideTo, uint64_t{order.timeMs} * mixRate_ / 1000);
-    }
+    if (order.slides) line_.SlideTo(order.slideTo, uint64_t{order.timeMs} * mixRate_ / 1000);
 }
 
 void Volume::MixInto(const float* frames, size_t count, float* mix, size_t blockFrames, bool sounding) {

@@ -17,7 +17,7 @@ public:
 
     // Callers. Both end a running slide. `value` is finite and not negative; 1.0 is the data as it is.
     void Set(float value);
-    void SlideTo(float target, uint32_t timeMs);
+    void SlideTo(float target, uint32_t timeMs);  // in no time: as Set
     float Get() const;
     bool Sliding() const;
 

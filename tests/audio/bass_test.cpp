@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <random>
 #include <set>
 #include <thread>
@@ -182,6 +184,37 @@ TEST_F(BassCalls, TooManyChannelsAreRefusedAndFreedOnesMakeRoom) {
     EXPECT_TRUE(BASS_StreamFree(streams.front()));
     EXPECT_NE(Create(path), 0u);
 }
+
+#ifdef __linux__
+TEST_F(BassCalls, AFreedStreamLetsItsFileGoWhoeverElseCallsIt) {
+    const std::string path = folder_.Write("a.wav", WavBytes(Noise(44100, 100000)));
+    const auto isOpen = [&] {
+        for (const auto& link : std::filesystem::directory_iterator("/proc/self/fd")) {
+            std::error_code closedMeanwhile;
+            if (std::filesystem::read_symlink(link, closedMeanwhile) == path) return true;
+        }
+        return false;
+    };
+    std::atomic<uint32_t> newest{0};
+    std::atomic<bool> done{false};
+    std::thread player([&] {
+        while (!done) BASS_ChannelPlay(newest, true);
+    });
+    for (int i = 0; i < 200; i++) {
+        const uint32_t stream = Create(path);
+        newest = stream;
+        for (int turns = 0; turns < i % 50; turns++) BASS_ChannelIsActive(stream);
+        BASS_StreamFree(stream);
+    }
+    done = true;
+    player.join();
+    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (isOpen() && std::chrono::steady_clock::now() < limit) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    EXPECT_FALSE(isOpen());
+}
+#endif
 
 TEST_F(BassCalls, OnlyTheBuiltInPluginsLoad) {
     for (const char* name : {"bassmidi.dll", "bass_aac.dll", "BASSFLAC.dll"}) EXPECT_NE(BASS_PluginLoad(name, 0), 0u);

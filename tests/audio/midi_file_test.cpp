@@ -103,6 +103,17 @@ TEST(MidiFile, SystemExclusiveMessagesAreKeptWithoutTheirFrame) {
     EXPECT_EQ(song->sysex, (std::vector<uint8_t>{0x7E, 0x7F, 9, 1}));
 }
 
+TEST(MidiFile, AFloodOfSystemExclusiveMessagesIsCut) {
+    const std::string reset = At(0, {0xF0, 5, 0x7E, 0x7F, 9, 1, 0xF7});
+    std::string flood;
+    for (int i = 0; i < 50'000; i++) flood += reset;
+    const auto song = ReadMidiFile(MidiFile(1, 96, {flood, flood + At(0, {0x90, 60, 1}), reset}));
+    ASSERT_TRUE(song);
+    EXPECT_GE(song->events.size(), 1000u);
+    EXPECT_LE(song->events.size(), 10'000u);
+    EXPECT_EQ(song->events.back().status, 0x90);
+}
+
 TEST(MidiFile, SurvivesEveryCutAndManyFlips) {
     const std::string whole = MidiFile(1, 96,
                                        {Tempo(0, 300000) + At(5, {0xF0, 2, 1, 0xF7}) + EndOfTrack(),

@@ -1,21 +1,21 @@
 #include "tests/demo/heard.h"
 
-#include <fluidsynth.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <libopenmpt/libopenmpt.hpp>
-#include <memory>
 #include <sstream>
+#include <vector>
+
+#include "audio/bass.h"
+#include "audio/manual_output.h"
+#include "tests/temporary_folder.h"
 
 namespace hullrider::demo {
 namespace {
 
 constexpr auto kSoundFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
-constexpr size_t kBlock = 1024, kLongest = kSampleRate * 600;
-
-template <typename T>
-using Handle = std::unique_ptr<T, void (*)(T*)>;
+constexpr size_t kBlock = 4096, kLongest = kSampleRate * 600;
 
 void Append(Stereo& sound, const float* frames, size_t count) {
     for (size_t i = 0; i < count; ++i) {
@@ -27,24 +27,20 @@ void Append(Stereo& sound, const float* frames, size_t count) {
 }  // namespace
 
 Stereo HearMidi(const std::string& bytes) {
-    const Handle<fluid_settings_t> settings(new_fluid_settings(), delete_fluid_settings);
-    fluid_settings_setnum(settings.get(), "synth.gain", 0.8);
-    fluid_settings_setnum(settings.get(), "synth.sample-rate", kSampleRate);
-    fluid_settings_setstr(settings.get(), "player.timing-source", "sample");
-    const Handle<fluid_synth_t> synth(new_fluid_synth(settings.get()), delete_fluid_synth);
-    const Handle<fluid_player_t> player(new_fluid_player(synth.get()), delete_fluid_player);
-    EXPECT_NE(fluid_synth_sfload(synth.get(), kSoundFont, 1), FLUID_FAILED) << "timgm6mb-soundfont is not installed";
-    EXPECT_EQ(fluid_player_add_mem(player.get(), bytes.data(), bytes.size()), FLUID_OK);
-    fluid_player_play(player.get());
-
     Stereo sound;
-    float block[2 * kBlock];
-    const auto render = [&] {
-        fluid_synth_write_float(synth.get(), kBlock, block, 0, 2, block, 1, 2);
-        Append(sound, block, kBlock);
-    };
-    while (fluid_player_get_status(player.get()) == FLUID_PLAYER_PLAYING && sound.frames() < kLongest) render();
-    for (size_t tail = FramesOf(2), done = 0; done < tail; done += kBlock) render();
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("piece.mid", bytes);
+    EXPECT_TRUE(InitManualOutput(kSampleRate));
+    const BASS_MIDI_FONT font{BASS_MIDI_FontInit(kSoundFont, 0), -1, 0};
+    EXPECT_TRUE(BASS_MIDI_StreamSetFonts(0, &font, 1)) << "timgm6mb-soundfont is not installed";
+    const HSTREAM stream = BASS_StreamCreateFile(false, path.c_str(), 0, 0, 0);
+    EXPECT_TRUE(BASS_ChannelPlay(stream, false));
+    std::vector<float> block(2 * kBlock);
+    while (BASS_ChannelIsActive(stream) != BASS_ACTIVE_STOPPED && sound.frames() < kLongest) {
+        EXPECT_TRUE(RenderManually(block.data(), kBlock, kBlock));
+        Append(sound, block.data(), kBlock);
+    }
+    BASS_Free();
     return sound;
 }
 

@@ -1,4 +1,4 @@
-// Plays demo music through the libraries that the player plays it with.
+// Plays demo music: MIDI through the player's own sound, modules through the library that the player has for them.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace hullrider::demo {
 
-// A MIDI file through FluidSynth and Debian's TimGM6mb SoundFont, with 2 s for the last notes. Empty when either
-// refuses.
+// A MIDI file through Debian's TimGM6mb SoundFont, last notes included. Empty, with a failed expectation, when either
+// is refused.
 Stereo HearMidi(const std::string& bytes);
 
 // A module through libopenmpt, once through. Empty, with a failed expectation, when it is refused or warned about.

@@ -100,6 +100,28 @@ TEST_F(MidiSound, FontsAreReplacedAndFreedWhileTheyAreHeard) {
     EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_HANDLE);
 }
 
+// A font's file may be gone by the time that a stream wants it.
+TEST_F(MidiSound, AFontThatCannotBeLoadedAnyMoreLeavesTheOldOneSounding) {
+    const std::string copy = folder_.At("copy.sf2");
+    std::filesystem::copy_file(HULLRIDER_TEST_SOUNDFONT, PathFromUtf8(copy));
+    const HSOUNDFONT gone = BASS_MIDI_FontInit(copy.c_str(), 0);
+    ASSERT_NE(gone, 0u);
+    std::filesystem::remove(PathFromUtf8(copy));
+    std::string song = At(0, {0xC0, kOrgan});
+    for (int i = 0; i < 100; i++) song += At(0, {0x90, 69, 100}) + At(200, {0x80, 69, 0});
+    const HSTREAM stream = Play(SaveSong(song));
+    testing::internal::CaptureStderr();
+    ASSERT_TRUE(UseFont(stream, gone));
+    EXPECT_LT(LoudnessAt(440.0), 1e-6);  // none at all until now
+    ASSERT_TRUE(UseFont(stream, font_));
+    Render(kRate / 4);
+    EXPECT_GT(LoudnessAt(440.0), 0.001);
+    ASSERT_TRUE(UseFont(stream, gone));
+    Render(kRate * 3);
+    EXPECT_GT(LoudnessAt(440.0), 0.001);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find(copy), std::string::npos);
+}
+
 TEST_F(MidiSound, LoopsComeRound) {
     ASSERT_TRUE(UseFont(0, font_));
     const HSTREAM stream =

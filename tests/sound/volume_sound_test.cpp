@@ -84,6 +84,20 @@ TEST_F(VolumeSound, OrdersBetweenTwoBlocksArePutTogether) {
     }
 }
 
+TEST_F(VolumeSound, ASlideInNoTimeIsASetAlsoForTheSlideAfterIt) {
+    const HSTREAM stream = PlayOnes();
+    Render(441);
+    Slide(stream, 0.9f, 5000);
+    Slide(stream, 0.25f, 0);
+    EXPECT_EQ(Get(stream), 0.25f);
+    EXPECT_FALSE(Slides(stream));
+    Slide(stream, 0.75f, 1000);
+    EXPECT_EQ(Get(stream), 0.25f);
+    const Samples out = Render(44100);
+    EXPECT_NEAR(out[500 * 2], 0.25 + 0.5 * 500 / 44100, 0.0005);
+    EXPECT_NEAR(out[22050 * 2], 0.5, 0.0005);
+}
+
 TEST_F(VolumeSound, AHardSetIsReachedWithinTenMillisecondsAndWithoutAStep) {
     const HSTREAM stream = PlayOnes();
     Render(441);
