@@ -14,7 +14,7 @@ namespace hullrider {
 
 namespace {
 
-// Whether the file is as long as a SoundFont says that it is ("SoundFont Technical Specification 2.04", section 4). The
+// Whether the file is as long as a SoundFont says that it is (the SoundFont 2.04 format, section 4). The
 // synthesizer would try what is not as another format, with complaints on the error stream.
 bool LooksLikeFont(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
