@@ -45,7 +45,7 @@ void CloseControllers(ControllerSlots& slots) {
         if (slot.controller != nullptr) SDL_GameControllerClose(slot.controller);
         slot = {};
     }
-    SDL_Quit();
+    // SDL itself ends with the process: it would unload the system's controller libraries, whose threads may still run.
 }
 
 }  // namespace hullrider
