@@ -179,6 +179,7 @@ TEST_F(PlaybackSound, BrokenNumbersInAFileAreSilence) {
     EXPECT_EQ(Peak(Render(5000)), 0.5f);
 }
 
+#ifndef _WIN32  // there it is up to the system what a file that is cut while it is open still yields
 TEST_F(PlaybackSound, AFileThatIsCutWhileItPlaysEndsOrLoopsWhatIsLeft) {
     constexpr size_t kHeaderBytes = 44, kFramesAhead = 200000;  // frames: more than are read ahead
     struct Case {
@@ -191,12 +192,15 @@ TEST_F(PlaybackSound, AFileThatIsCutWhileItPlaysEndsOrLoopsWhatIsLeft) {
                              {kHeaderBytes + 5000 * 4, 0, false},
                              {kHeaderBytes + 5000 * 4, BASS_SAMPLE_LOOP, true}}) {
         SCOPED_TRACE(testing::Message() << test.bytesLeft << " bytes left, flags " << test.flags);
-        const std::string path = Save("cut.wav", Noise(kRate, 1000000));
+        // A file of its own for each: some systems keep one that was freed open for a moment.
+        const std::string name = "cut" + std::to_string(test.bytesLeft) + std::to_string(test.flags) + ".wav";
+        const std::string path = Save(name, Noise(kRate, 1000000));
         const HSTREAM stream = Play(path, BASS_SAMPLE_FLOAT | test.flags);
         Render(1000);
         std::error_code error;
         std::filesystem::resize_file(PathFromUtf8(path), test.bytesLeft, error);
         if (error) GTEST_SKIP() << "this system does not let a file be cut that is open";
+        ASSERT_EQ(std::filesystem::file_size(PathFromUtf8(path), error), test.bytesLeft);
         Render(kFramesAhead, 4410);
         EXPECT_EQ(BASS_ChannelIsActive(stream), test.goesOn ? BASS_ACTIVE_PLAYING : BASS_ACTIVE_STOPPED);
         EXPECT_EQ(Peak(Render(kRate)) > 0.5f, test.goesOn);
@@ -207,5 +211,6 @@ TEST_F(PlaybackSound, AFileThatIsCutWhileItPlaysEndsOrLoopsWhatIsLeft) {
         Render(1000);
     }
 }
+#endif
 
 }  // namespace hullrider
