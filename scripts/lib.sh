@@ -6,9 +6,9 @@ fail() { printf 'error: %s\n' "$*" >&2; exit 1; }
 readonly cache=${HULLRIDER_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/hullrider-radio}
 
 # What each job needs from Debian.
-readonly build_packages="g++ cmake ninja-build make pkg-config xz-utils nlohmann-json3-dev libavformat-dev libavcodec-dev
-    libavutil-dev libswresample-dev libfluidsynth-dev libopenmpt-dev libsdl2-dev libebur128-dev timgm6mb-soundfont ffmpeg"
-readonly windows_packages="g++-mingw-w64-x86-64-posix nasm patch googletest wine wine64 fonts-wine fonts-dejavu-core
+readonly build_packages="g++ cmake ninja-build make nasm patch pkg-config xz-utils nlohmann-json3-dev libfluidsynth-dev
+    libopenmpt-dev libsdl2-dev libsoundtouch-dev libebur128-dev timgm6mb-soundfont ffmpeg"
+readonly windows_packages="g++-mingw-w64-x86-64-posix googletest wine wine64 fonts-wine fonts-dejavu-core
     x11-utils xvfb"
 readonly test_packages="libgtest-dev python3"
 
