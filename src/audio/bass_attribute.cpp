@@ -26,6 +26,7 @@ bool BASS_ChannelSetAttribute(uint32_t handle, uint32_t attribute, float value) 
     const ChannelCall call(handle);
     if (!call || !IsVolume(attribute, value)) return false;
     call.channel->ChannelVolume().Set(value);
+    call.engine->TheOutput().Hasten();
     return true;
 }
 
@@ -41,6 +42,7 @@ bool BASS_ChannelSlideAttribute(uint32_t handle, uint32_t attribute, float value
     const ChannelCall call(handle);
     if (!call || !IsVolume(attribute, value)) return false;
     call.channel->ChannelVolume().SlideTo(value, timeMs);
+    call.engine->TheOutput().Hasten();
     return true;
 }
 

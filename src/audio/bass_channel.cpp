@@ -19,6 +19,7 @@ bool BASS_ChannelPlay(uint32_t handle, bool restart) {
     if (!call) return false;
     call.channel->Play(restart);
     call.engine->Decoders().Attend(call.channel);
+    call.engine->TheOutput().Hasten();
     return true;
 }
 
@@ -80,6 +81,7 @@ bool BASS_ChannelSetPosition(uint32_t handle, uint64_t position, uint32_t mode) 
     if (frame >= static_cast<uint64_t>(std::max<int64_t>(call.channel->Length(), 1))) return Fail(BASS_ERROR_POSITION);
     call.channel->SetPosition(static_cast<int64_t>(frame));
     call.engine->Decoders().Attend(call.channel);
+    call.engine->TheOutput().Hasten();
     return true;
 }
 

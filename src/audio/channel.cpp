@@ -62,6 +62,7 @@ bool Channel::IsFresh() const {
 void Channel::Play(bool restart) {
     const std::lock_guard lock(mutex_);
     starved_.store(false);
+    if (LoadControl().state != RunState::kPlaying) resumedAt_ = ring_.Taken();
     if (LoadControl().state == RunState::kEnded || (restart && !IsFresh())) {
         BeginGeneration(0, RunState::kPlaying);
     } else {
@@ -97,9 +98,10 @@ int64_t Channel::Position(uint32_t latencyFrames) const {
     if (ready_.load() != control.generation) return seekFrame_;
     const uint64_t begin = begin_.load();
     const uint64_t taken = std::max(ring_.Taken(), begin) - begin;
-    // At the end, all of it was heard; before, what the device still holds was not.
-    const uint64_t latency = control.state == RunState::kEnded ? 0 : latencyFrames;
-    const uint64_t heard = taken - std::min(taken, latency);
+    // What the output still holds was not heard yet. It holds nothing from before a pause.
+    const uint64_t sinceResumed = taken - std::min(taken, std::max(resumedAt_, begin) - begin);
+    const uint64_t latency = control.state == RunState::kPlaying ? latencyFrames : 0;
+    const uint64_t heard = taken - std::min(sinceResumed, latency);
     const int64_t position =
         seekFrame_ + static_cast<int64_t>(static_cast<double>(heard) * format_.rate / mixRate_ + 0.5);
     const int64_t loop = source_->LoopLength();

@@ -117,7 +117,8 @@ private:
 
     // Callers and decoder, behind the mutex.
     mutable std::mutex mutex_;
-    int64_t seekFrame_ = 0;  // where the newest generation begins in the source
+    int64_t seekFrame_ = 0;   // where the newest generation begins in the source
+    uint64_t resumedAt_ = 0;  // the ring frame from which it has played without a pause
 
     // Decoder only.
     uint64_t decoding_ = 0;  // the generation

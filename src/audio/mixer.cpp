@@ -67,11 +67,14 @@ void Mixer::RenderBlock(float* out, size_t frames) {
     const float left = restLeft_, right = restRight_;
     restLeft_ = restRight_ = 0.0f;
     LetDecay(left, right, out, frames);
-    for (Slot& slot : slots_) RenderSlot(slot, out, frames);
+    bool playing = false;
+    for (Slot& slot : slots_) playing |= RenderSlot(slot, out, frames);
+    playing_ = playing;
 }
 
-// Where a channel breaks off (paused, freed, out of data), its last value dies away, because a step would be a click.
-void Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
+// Whether the slot's channel is to play. Where a channel breaks off (paused, freed, out of data), its last value dies
+// away, because a step would be a click.
+bool Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     Channel* channel = slot.channel.load();
     const uint64_t number = channel == nullptr ? 0 : channel->Number();
     if (number != slot.heard) {
@@ -79,7 +82,8 @@ void Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
         slot.heard = number;
         slot.left = slot.right = 0.0f;
     }
-    if (channel == nullptr) return;
+    if (channel == nullptr) return false;
+    const bool plays = channel->State() == RunState::kPlaying;
     const Sounded sounded = channel->Render(scratch_.data(), out, frames);
     if (sounded.frames == 0) {
         LetDecay(slot.left, slot.right, out, frames);
@@ -89,6 +93,7 @@ void Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     const bool whole = sounded.frames == frames;
     slot.left = whole ? sounded.left : 0.0f;
     slot.right = whole ? sounded.right : 0.0f;
+    return plays;
 }
 
 void Mixer::LetDecay(float left, float right, float* out, size_t frames) {

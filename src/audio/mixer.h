@@ -31,6 +31,8 @@ public:
 
     // Writes the next `frames` stereo frames. Should two threads come at once, the second gets silence.
     void Render(float* out, size_t frames);
+    // Whether any channel was to play when the last block was mixed.
+    bool Playing() const { return playing_.load(); }
 
 private:
     static constexpr size_t kMaxChannels = 256;
@@ -47,7 +49,7 @@ private:
         uint64_t begun;  // blocks begun when it was removed
     };
     void RenderBlock(float* out, size_t frames);
-    void RenderSlot(Slot& slot, float* out, size_t frames);
+    bool RenderSlot(Slot& slot, float* out, size_t frames);
     void LetDecay(float left, float right, float* out, size_t frames);
 
     uint32_t rate_;
@@ -60,6 +62,7 @@ private:
     std::array<Slot, kMaxChannels> slots_;
     std::atomic<uint64_t> begun_{0}, ended_{0};  // calls of Render
     std::atomic_flag rendering_;
+    std::atomic<bool> playing_{false};
 
     // Callback only.
     std::array<float, kBlockFrames * kStereo> scratch_;

@@ -18,8 +18,10 @@ public:
     virtual bool Start(Mixer& mixer) = 0;
     // No block is pulled after it has returned. For good; also done by destruction.
     virtual void Stop() = 0;
-    // How much later a frame is heard than it is mixed.
+    // How much of what was mixed is still to be heard.
     virtual uint32_t LatencyFrames() const = 0;
+    // Any thread, at any time after Start: something has changed that is to be heard soon.
+    virtual void Hasten() {}
     // For a person: what it is, and its rate.
     virtual std::string Description() const = 0;
 };

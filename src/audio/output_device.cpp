@@ -311,8 +311,11 @@ void DeviceOutput::LookAtDevice() {
 void DeviceOutput::LoseDevice() {
     device_->Close(milliseconds(0));
     device_.reset();
-    substitute_ =
-        std::make_unique<BlockClock>(rate_, [this](size_t frames) { mixer_->Render(unheard_.data(), frames); });
+    substitute_ = std::make_unique<BlockClock>(rate_, [this] {
+        const size_t frames = BlockClock::BlockFrames(rate_);
+        mixer_->Render(unheard_.data(), frames);
+        return BlockClock::Block{frames, false};
+    });
     attemptBegan_ = Clock::now() - kRetry;
 }
 

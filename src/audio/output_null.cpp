@@ -1,3 +1,5 @@
+#include <atomic>
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -9,26 +11,61 @@ namespace hullrider {
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
+// Waking up costs more than mixing. So blocks are long, except after a change that is to take effect soon, and longest
+// while nothing plays.
+constexpr uint32_t kIdleMs = 1000;
+constexpr uint32_t kCalmMs = 200;
+constexpr uint32_t kBriskMs = 40;
+constexpr std::chrono::seconds kBriskFor(1);
+
 class NullOutput : public Output {
 public:
-    explicit NullOutput(uint32_t rate) : rate_(rate), block_(BlockClock::BlockFrames(rate) * kStereo) {}
+    explicit NullOutput(uint32_t rate) : rate_(rate), block_(Frames(kCalmMs) * kStereo) {}
 
     uint32_t Rate() const override { return rate_; }
-    uint32_t LatencyFrames() const override { return 0; }
+    uint32_t LatencyFrames() const override { return clock_->FramesLeft(); }
     std::string Description() const override { return "no sound device, " + std::to_string(rate_) + " Hz"; }
 
     bool Start(Mixer& mixer) override {
-        clock_ = std::make_unique<BlockClock>(rate_, [&](size_t frames) { mixer.Render(block_.data(), frames); });
+        clock_ = std::make_unique<BlockClock>(rate_, [&] { return PlayBlock(mixer); });
         return true;
     }
-
-    void Stop() override { clock_.reset(); }
+    void Stop() override { clock_->Stop(); }
+    void Hasten() override;
 
 private:
+    size_t Frames(uint32_t ms) const { return size_t{rate_} * ms / 1000; }
+    BlockClock::Block PlayBlock(Mixer& mixer);
+
     uint32_t rate_;
     std::vector<float> block_;
+    std::atomic<bool> idle_{false};
+    std::atomic<Clock::rep> briskUntil_{0};
     std::unique_ptr<BlockClock> clock_;  // last: its thread ends before the block goes
 };
+
+BlockClock::Block NullOutput::PlayBlock(Mixer& mixer) {
+    // Before the mixer looks: whoever starts a channel is then either seen by it, or sees this.
+    idle_ = true;
+    const bool brisk = Clock::now().time_since_epoch().count() < briskUntil_;
+    const size_t piece = Frames(brisk ? kBriskMs : kCalmMs);
+    const size_t longest = brisk ? piece : Frames(kIdleMs);
+    size_t frames = 0;
+    do {
+        mixer.Render(block_.data(), piece);
+        frames += piece;
+    } while (frames < longest && !mixer.Playing());
+    if (!brisk && !mixer.Playing()) return {frames, true};
+    idle_ = false;
+    return {frames, false};
+}
+
+void NullOutput::Hasten() {
+    briskUntil_ = (Clock::now() + kBriskFor).time_since_epoch().count();
+    if (idle_) clock_->EndIdleBlock();
+}
 
 }  // namespace
 

@@ -25,7 +25,7 @@ public:
     std::string Description() const override { return "WAV file " + path_ + ", " + std::to_string(rate_) + " Hz"; }
 
     bool Start(Mixer& mixer) override {
-        clock_ = std::make_unique<BlockClock>(rate_, [&](size_t frames) { PlayBlock(mixer, frames); });
+        clock_ = std::make_unique<BlockClock>(rate_, [&] { return PlayBlock(mixer); });
         return true;
     }
 
@@ -38,9 +38,14 @@ public:
 
 private:
     // Without a file any more, sound goes on unrecorded.
-    void PlayBlock(Mixer& mixer, size_t frames) {
+    BlockClock::Block PlayBlock(Mixer& mixer) {
+        const size_t frames = BlockClock::BlockFrames(rate_);
         mixer.Render(block_.data(), frames);
-        if (!writer_.IsOpen()) return;
+        if (writer_.IsOpen()) Record(frames);
+        return {frames, false};
+    }
+
+    void Record(size_t frames) {
         bool good = writer_.Write(block_.data(), frames);
         framesSinceHeader_ += frames;
         if (good && framesSinceHeader_ >= rate_ / 2) {
