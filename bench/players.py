@@ -1,16 +1,19 @@
 #!/usr/bin/env python3
-"""Processor time per second of sound and resident memory of this player beside mpd and mpv, on the same files in the
-same run, each playing in real time into a null output.
+"""Processor time per second of sound, resident memory and wake-ups of this player beside mpd and mpv, on the same files
+in the same run, each playing in real time into a null output. MIDI and modules also beside FluidSynth's and libopenmpt's
+own programs, which render to a file as fast as they can and so need not wake up.
 
     bench/players.py --player build/linux-release/bin/hullrider-radio MUSIC
 
-MUSIC is any folder with songs in it: the first flac, mp3, m4a, MIDI and module file found below it are played. Without
---player only the other two run. Installs mpd, mpv and the SoundFont from Debian when they are missing. Run it on a quiet
-machine; it takes (kinds x players x rounds x (settle + seconds)).
+MUSIC is any folder with songs in it: the first flac, mp3, m4a, MIDI and module file found below it are played. The kind
+"crossfade" plays 20 s from each of the first three in turn, with a cross-fade of 8 s. Without --player only the others
+run. Installs them and the SoundFont from Debian when they are missing. Run it on a quiet machine; it takes (kinds x
+players x rounds x (settle + seconds)).
 """
 
 import argparse
 import json
+import math
 import os
 import shutil
 import signal
@@ -29,11 +32,14 @@ KINDS = {
     "midi": {".mid", ".midi"},
     "module": {".mod", ".xm", ".s3m", ".it", ".mtm"},
 }
+CROSSFADE = "crossfade"
+CROSSFADE_SECONDS = 8
+EXCERPT_SECONDS = 20
 SOUND_FONT = Path("/usr/share/sounds/sf2/TimGM6mb.sf2")
 
 
 def install_missing():
-    wanted = [name for name in ("mpd", "mpv") if shutil.which(name) is None]
+    wanted = [name for name in ("mpd", "mpv", "fluidsynth", "openmpt123", "ffmpeg") if shutil.which(name) is None]
     if not SOUND_FONT.exists():
         wanted.append("timgm6mb-soundfont")
     if not wanted:
@@ -48,7 +54,7 @@ def find_songs(music, kinds):
     """The first song of each kind, in the order of the paths."""
     files = sorted(path for path in music.rglob("*") if path.is_file())
     songs = {}
-    for kind in kinds:
+    for kind in (kind for kind in kinds if kind != CROSSFADE):
         song = next((path for path in files if path.suffix.lower() in KINDS[kind]), None)
         if song is None:
             print(f"no {kind} file below {music}: left out", file=sys.stderr)
@@ -65,6 +71,15 @@ def make_albums(folder, songs):
         (album / ("song" + song.suffix)).symlink_to(song)
 
 
+def make_excerpts(folder, songs):
+    album = folder / CROSSFADE / "album"
+    album.mkdir(parents=True)
+    for kind in (kind for kind in ("flac", "mp3", "m4a") if kind in songs):
+        excerpt = album / f"{kind}{songs[kind].suffix}"
+        command = ["ffmpeg", "-v", "error", "-ss", "20", "-i", songs[kind], "-t", str(EXCERPT_SECONDS), "-vn", "-sn"]
+        subprocess.run([*command, excerpt], check=True, stdin=subprocess.DEVNULL)
+
+
 def start(command, folder):
     log = open(folder / "log", "ab")
     return subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log, cwd=folder)
@@ -79,7 +94,11 @@ def stop(process):
         process.wait()
 
 
-# Each player: start(kind, song, folder, seconds) -> process. `folder` is its own and empty.
+class CannotPlay(Exception):
+    pass
+
+
+# Each player that plays in real time: start(music, kind, folder, seconds) -> process. `folder` is its own and empty.
 
 
 class Ours:
@@ -96,6 +115,9 @@ class Ours:
         data.mkdir()
         config = {"soundFontDirectoryPath": str(fonts), "hullriderPath": ""}
         (data / "config.json").write_text(json.dumps(config))
+        if kind == CROSSFADE:  # whole songs, faded into each other
+            settings = {"songPlayDurationMin": 0, "songPlayDurationMax": 0, "FADE_DURATION_MS": CROSSFADE_SECONDS * 1000}
+            (data / "MusicSettings.json").write_text(json.dumps(settings))
         options = ["--output", "null", "--for", str(int(seconds) + 60), "--data-dir", data, "--music", music / kind]
         return start([self.program, *options], folder)
 
@@ -104,6 +126,8 @@ class Mpv:
     name = "mpv"
 
     def start(self, music, kind, folder, seconds):
+        if kind == CROSSFADE:
+            raise CannotPlay
         song = next((music / kind / "album").iterdir())
         options = ["--no-config", "--no-terminal", "--vid=no", "--ao=null", "--loop-file=inf"]
         return start(["mpv", *options, song], folder)
@@ -139,21 +163,20 @@ decoder {{
         config = folder / "mpd.conf"
         config.write_text(self.config.format(music=music / kind, folder=folder, font=SOUND_FONT))
         process = start(["mpd", "--no-daemon", config], folder)
-        song = next((music / kind / "album").iterdir())
         try:
-            self.play(folder / "socket", f"album/{song.name}")
+            self.play(folder / "socket", kind == CROSSFADE)
         except (OSError, RuntimeError) as error:
             print(f"mpd, {kind}: {error}", file=sys.stderr)
             stop(process)
         return process
 
-    def play(self, address, song):
+    def play(self, address, crossfading):
         with self.connect(address) as connection, connection.makefile("rw") as stream:
             stream.readline()  # its greeting
             self.ask(stream, "update")
             while any(line.startswith("updating_db") for line in self.ask(stream, "status")):
                 time.sleep(0.05)
-            for command in ("repeat 1", "single 1", f'add "{song}"', "play"):
+            for command in (f"crossfade {CROSSFADE_SECONDS if crossfading else 0}", "repeat 1", "add album", "play"):
                 self.ask(stream, command)
             time.sleep(0.5)
             if "state: play" not in self.ask(stream, "status"):
@@ -186,6 +209,30 @@ decoder {{
         return lines
 
 
+class Renderer:
+    """A program that renders a song of its one kind to a file of 16-bit stereo samples, and ends."""
+
+    def __init__(self, name, kind, command):
+        self.name, self.kind, self.command = name, kind, command
+
+    def render(self, song, folder):
+        """The processor time per second of sound."""
+        shutil.copy(song, folder / "song")
+        before = os.times()
+        subprocess.run(self.command, check=True, capture_output=True, cwd=folder)
+        after = os.times()
+        used = after.children_user + after.children_system - before.children_user - before.children_system
+        return used * 1000 / ((folder / "song.raw").stat().st_size / 4 / 44100)
+
+
+RENDERERS = [
+    Renderer("fluidsynth", "midi",
+             ["fluidsynth", "-niq", "-r", "44100", "-T", "raw", "-O", "s16", "-F", "song.raw", SOUND_FONT, "song"]),
+    Renderer("openmpt123", "module",
+             ["openmpt123", "--render", "--samplerate", "44100", "--no-float", "--output-type", "raw", "song"]),
+]
+
+
 def processor_seconds(pid):
     """User and system time of all threads, those that have ended too, to the nanosecond: the clock that
     clock_getcpuclockid(3) names. /proc/PID/stat counts the same in steps of 10 ms, too coarse for a short run."""
@@ -199,20 +246,38 @@ def resident_megabytes(pid):
     return 0.0
 
 
+def wakeups(pid):
+    """How often its threads have waited and gone on."""
+    total = 0
+    for status in Path(f"/proc/{pid}/task").glob("*/status"):
+        for line in status.read_text().splitlines():
+            if line.startswith("voluntary_ctxt_switches:"):
+                total += int(line.split()[1])
+    return total
+
+
 def measure(player, music, kind, settle, seconds):
-    """(milliseconds of processor time per second of sound, resident MB), or None when the player cannot play it."""
+    """(milliseconds of processor time per second of sound, resident MB, wake-ups a second), what is not known NaN; None
+    when the player cannot play it."""
     with tempfile.TemporaryDirectory(prefix="players-") as name:
-        process = player.start(music, kind, Path(name), settle + seconds)
+        if isinstance(player, Renderer):
+            song = next((music / kind / "album").iterdir())
+            return (player.render(song, Path(name)), math.nan, math.nan) if kind == player.kind else None
+        try:
+            process = player.start(music, kind, Path(name), settle + seconds)
+        except CannotPlay:
+            return None
         try:
             time.sleep(settle)
             if process.poll() is not None:
                 return None
-            began, used = time.monotonic(), processor_seconds(process.pid)
+            began, used, woken = time.monotonic(), processor_seconds(process.pid), wakeups(process.pid)
             time.sleep(seconds)
             if process.poll() is not None:
                 return None
             used = processor_seconds(process.pid) - used
-            return used * 1000 / (time.monotonic() - began), resident_megabytes(process.pid)
+            passed = time.monotonic() - began
+            return used * 1000 / passed, resident_megabytes(process.pid), (wakeups(process.pid) - woken) / passed
         finally:
             stop(process)
 
@@ -223,7 +288,8 @@ def print_table(title, kinds, players, results, column, form):
         cells = []
         for player in players:
             values = [round_[column] for round_ in results[kind, player.name] if round_ is not None]
-            cells.append(form.format(statistics.median(values)) if values else "cannot")
+            median = statistics.median(values) if values else math.nan
+            cells.append("-" if math.isnan(median) else form.format(median))
         print(f"  {kind:42}" + "".join(f"{cell:>14}" for cell in cells))
 
 
@@ -231,7 +297,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("music", type=Path, help="folder with songs")
     parser.add_argument("--player", type=Path, help="the console front, hullrider-radio")
-    parser.add_argument("--kinds", nargs="+", choices=KINDS, default=list(KINDS))
+    parser.add_argument("--kinds", nargs="+", choices=[*KINDS, CROSSFADE], default=[*KINDS, CROSSFADE])
     parser.add_argument("--seconds", type=float, default=10.0, help="measured in each round")
     parser.add_argument("--settle", type=float, default=3.0, help="left to start up before that")
     parser.add_argument("--rounds", type=int, default=3)
@@ -242,22 +308,25 @@ def main():
         parser.error(f"no such program: {arguments.player}")
 
     install_missing()
-    players = ([Ours(arguments.player)] if arguments.player else []) + [Mpd(), Mpv()]
-    songs = find_songs(arguments.music, arguments.kinds)
-    results = {(kind, player.name): [] for kind in songs for player in players}
+    players = ([Ours(arguments.player)] if arguments.player else []) + [Mpd(), Mpv(), *RENDERERS]
+    songs = find_songs(arguments.music, KINDS)
+    kinds = [kind for kind in arguments.kinds if kind in songs or kind == CROSSFADE]
+    results = {(kind, player.name): [] for kind in kinds for player in players}
     with tempfile.TemporaryDirectory(prefix="players-music-") as name:
         music = Path(name)
         make_albums(music, songs)
+        make_excerpts(music, songs)
         for number in range(arguments.rounds):
-            for kind in songs:
+            for kind in kinds:
                 print(f"round {number + 1} of {arguments.rounds}: {kind}", file=sys.stderr, flush=True)
                 for player in players:
                     results[kind, player.name].append(
                         measure(player, music, kind, arguments.settle, arguments.seconds))
 
     print(f"medians of {arguments.rounds} rounds of {arguments.seconds:g} s, load average {os.getloadavg()[0]:.2f}")
-    print_table("processor time, ms per second of sound", songs, players, results, 0, "{:.2f}")
-    print_table("resident memory, MB", songs, players, results, 1, "{:.1f}")
+    print_table("processor time, ms per second of sound", kinds, players, results, 0, "{:.2f}")
+    print_table("resident memory, MB", kinds, players, results, 1, "{:.1f}")
+    print_table("wake-ups a second", kinds, players, results, 2, "{:.0f}")
 
 
 if __name__ == "__main__":
