@@ -10,7 +10,7 @@ readonly build_packages="g++ cmake ninja-build make nasm patch pkg-config xz-uti
     libopenmpt-dev libsdl2-dev libsoundtouch-dev libebur128-dev timgm6mb-soundfont ffmpeg"
 readonly windows_packages="g++-mingw-w64-x86-64-posix googletest wine wine64 fonts-wine fonts-dejavu-core
     x11-utils xvfb"
-readonly test_packages="libgtest-dev python3"
+readonly test_packages="libgtest-dev python3 pulseaudio pulseaudio-utils"
 
 # show_end LOG [PATTERN]: the lines that tell what went wrong, or the last ones.
 show_end() {

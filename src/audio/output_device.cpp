@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -12,10 +11,9 @@
 
 #include "audio/bass.h"
 #include "audio/block_clock.h"
-#include "audio/miniaudio_setup.h"
+#include "audio/live_device.h"
 #include "audio/mixer.h"
 #include "audio/output.h"
-#include "audio/quiet_backend.h"
 
 namespace hullrider {
 
@@ -24,187 +22,11 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-constexpr uint32_t kPeriodMs = 25;
-constexpr uint32_t kPeriods = 3;
-constexpr uint32_t kMaxRate = 96000;            // the highest that every source can be rendered at
 constexpr milliseconds kWatch(500);             // between two looks at the device
-constexpr milliseconds kLost(1500);             // a device that has not asked for sound for so long is gone
 constexpr milliseconds kRetry(2000);            // between two attempts to open one again
 constexpr milliseconds kQuickOpening(300);      // most devices are open by then
 constexpr milliseconds kLongestOpening(10000);  // then the attempt is given up
 constexpr milliseconds kLongestClosing(2000);
-
-// A sound device with a connection of its own to the sound system. Every call into that system may hang for ever when
-// it goes away, so one thread, which nobody joins, makes them all, from the first to the last. It shares the object
-// with whoever uses the device and keeps it for as long as the system may call back.
-class LiveDevice {
-public:
-    enum class State { kOpening, kPlaying, kClosed };
-
-    // Begins to open the default device, which then plays silence. `rate` 0: the device's own, so that nothing is
-    // resampled twice, halved until it is no higher than kMaxRate. Without `backend` the best that there is.
-    static std::shared_ptr<LiveDevice> BeginOpening(uint32_t rate, std::optional<ma_backend> backend);
-
-    // Waits at most so long. A device that cannot be opened goes from kOpening to kClosed.
-    State WaitWhileOpening(milliseconds longest);
-
-    // What it is; only from when it plays.
-    uint32_t Rate() const { return rate_; }
-    ma_backend Backend() const { return backend_; }
-    uint32_t LatencyFrames() const { return latencyFrames_; }
-    const std::string& Name() const { return name_; }
-    bool IsLost() const;
-
-    void Feed(Mixer& mixer) { mixer_ = &mixer; }
-    // The mixer is no longer called once this has returned. Waits at most so long for the device to be closed, which
-    // otherwise happens later or never.
-    void Close(milliseconds longest);
-
-private:
-    void Run();
-    bool OpenContext();
-    bool OpenDevice();
-    bool InitDevice();
-    void Describe();
-    void PlayUntilClosing();
-    void TakeMixerAway();
-    static void OnData(ma_device* device, void* out, const void* in, ma_uint32 frames);
-
-    // The device's own thread.
-    ma_context context_;
-    ma_device device_;
-
-    // That thread until it plays, then anyone.
-    uint32_t rate_ = 0;
-    std::optional<ma_backend> wanted_;
-    ma_backend backend_ = ma_backend_null;
-    uint32_t latencyFrames_ = 0;
-    std::string name_;
-
-    std::atomic<Mixer*> mixer_{nullptr};
-    std::atomic<bool> inCallback_{false};
-    std::atomic<Clock::rep> lastAsked_{0};
-
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    State state_ = State::kOpening;
-    bool closing_ = false;
-};
-
-std::shared_ptr<LiveDevice> LiveDevice::BeginOpening(uint32_t rate, std::optional<ma_backend> backend) {
-    auto device = std::make_shared<LiveDevice>();
-    device->rate_ = rate;
-    device->wanted_ = backend;
-    std::thread([device] { device->Run(); }).detach();
-    return device;
-}
-
-void LiveDevice::Run() {
-    if (OpenContext()) {
-        if (OpenDevice()) {
-            if (ma_device_start(&device_) == MA_SUCCESS) PlayUntilClosing();
-            // Unlike ma_device_uninit this wakes a backend that waits for a server which is gone.
-            ma_device_stop(&device_);
-            ma_device_uninit(&device_);
-        }
-        ma_context_uninit(&context_);
-    }
-    const std::lock_guard lock(mutex_);
-    state_ = State::kClosed;
-    changed_.notify_all();
-}
-
-bool LiveDevice::OpenContext() {
-    ma_context_config config = ma_context_config_init();
-    config.pulse.pApplicationName = "Hullrider Radio";
-    const ma_backend* const only = wanted_ ? &*wanted_ : nullptr;
-    if (ma_context_init(only, only == nullptr ? 0 : 1, &config, &context_) != MA_SUCCESS) return false;
-    QuietBackend(context_);
-    return true;
-}
-
-bool LiveDevice::OpenDevice() {
-    if (!InitDevice()) return false;
-    rate_ = device_.sampleRate;
-    while (rate_ > kMaxRate) rate_ /= 2;
-    if (rate_ != device_.sampleRate) {
-        ma_device_uninit(&device_);
-        if (!InitDevice()) return false;
-    }
-    Describe();
-    return true;
-}
-
-bool LiveDevice::InitDevice() {
-    ma_device_config config = ma_device_config_init(ma_device_type_playback);
-    config.playback.format = ma_format_f32;
-    config.playback.channels = kStereo;
-    config.sampleRate = rate_;
-    config.periodSizeInMilliseconds = kPeriodMs;
-    config.periods = kPeriods;
-    config.noPreSilencedOutputBuffer = MA_TRUE;
-    config.dataCallback = OnData;
-    config.pUserData = this;
-    return ma_device_init(&context_, &config, &device_) == MA_SUCCESS;
-}
-
-void LiveDevice::Describe() {
-    backend_ = context_.backend;
-    char name[MA_MAX_DEVICE_NAME_LENGTH + 1] = "";
-    ma_device_get_name(&device_, ma_device_type_playback, name, sizeof name, nullptr);
-    name_ = std::string(name) + " (" + ma_get_backend_name(backend_) + ")";
-    const uint64_t bufferFrames =
-        uint64_t{device_.playback.internalPeriodSizeInFrames} * device_.playback.internalPeriods;
-    const uint32_t internalRate = device_.playback.internalSampleRate;
-    latencyFrames_ = internalRate == 0 ? 0 : static_cast<uint32_t>(bufferFrames * rate_ / internalRate);
-}
-
-void LiveDevice::PlayUntilClosing() {
-    lastAsked_ = Clock::now().time_since_epoch().count();
-    std::unique_lock lock(mutex_);
-    state_ = State::kPlaying;
-    changed_.notify_all();
-    changed_.wait(lock, [&] { return closing_; });
-}
-
-void LiveDevice::OnData(ma_device* device, void* out, const void*, ma_uint32 frames) {
-    auto* self = static_cast<LiveDevice*>(device->pUserData);
-    auto* samples = static_cast<float*>(out);
-    self->lastAsked_ = Clock::now().time_since_epoch().count();
-    // Before the mixer is looked at: whoever takes the mixer away then either sees this or is seen here.
-    self->inCallback_ = true;
-    if (Mixer* const mixer = self->mixer_) {
-        mixer->Render(samples, frames);
-    } else {
-        std::fill_n(samples, size_t{frames} * kStereo, 0.0f);
-    }
-    self->inCallback_ = false;
-}
-
-LiveDevice::State LiveDevice::WaitWhileOpening(milliseconds longest) {
-    std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, longest, [&] { return state_ != State::kOpening; });
-    return state_;
-}
-
-bool LiveDevice::IsLost() const {
-    const Clock::time_point asked{Clock::duration(lastAsked_.load())};
-    return Clock::now() - asked > kLost;
-}
-
-void LiveDevice::TakeMixerAway() {
-    mixer_ = nullptr;
-    // The mixer waits for nothing, so this is over in the time of a block.
-    while (inCallback_) std::this_thread::sleep_for(milliseconds(1));
-}
-
-void LiveDevice::Close(milliseconds longest) {
-    TakeMixerAway();
-    std::unique_lock lock(mutex_);
-    closing_ = true;
-    changed_.notify_all();
-    changed_.wait_for(lock, longest, [&] { return state_ == State::kClosed; });
-}
 
 // Follows the system's default device. While there is none, sound goes on unheard.
 class DeviceOutput : public Output {

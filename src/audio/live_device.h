@@ -1,0 +1,75 @@
+// A sound device with a connection of its own to the sound system. Every call into that system may hang for ever when
+// it goes away, so one thread, which nobody joins, makes them all, from the first to the last. It shares the object
+// with whoever uses the device and keeps it for as long as the system may call back.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "audio/miniaudio_setup.h"
+
+namespace hullrider {
+
+class Mixer;
+
+class LiveDevice {
+public:
+    enum class State { kOpening, kPlaying, kClosed };
+
+    // Begins to open the default device, which then plays silence. `rate` 0: the device's own, so that nothing is
+    // resampled twice, halved until it is no higher than 96 kHz. Without `backend` the best that there is.
+    static std::shared_ptr<LiveDevice> BeginOpening(uint32_t rate, std::optional<ma_backend> backend);
+
+    // Waits at most so long. A device that cannot be opened goes from kOpening to kClosed.
+    State WaitWhileOpening(std::chrono::milliseconds longest);
+
+    // What it is; only from when it plays.
+    uint32_t Rate() const { return rate_; }
+    ma_backend Backend() const { return backend_; }
+    uint32_t LatencyFrames() const { return latencyFrames_; }
+    const std::string& Name() const { return name_; }
+    bool IsLost() const;
+
+    void Feed(Mixer& mixer) { mixer_ = &mixer; }
+    // The mixer is no longer called once this has returned. Waits at most so long for the device to be closed, which
+    // otherwise happens later or never.
+    void Close(std::chrono::milliseconds longest);
+
+private:
+    void Run();
+    bool OpenContext();
+    bool OpenDevice();
+    bool InitDevice();
+    void Describe();
+    void PlayUntilClosing();
+    void TakeMixerAway();
+    static void OnData(ma_device* device, void* out, const void* in, ma_uint32 frames);
+
+    // The device's own thread.
+    ma_context context_;
+    ma_device device_;
+
+    // That thread until it plays, then anyone.
+    uint32_t rate_ = 0;
+    std::optional<ma_backend> wanted_;
+    ma_backend backend_ = ma_backend_null;
+    uint32_t latencyFrames_ = 0;
+    std::string name_;
+
+    std::atomic<Mixer*> mixer_{nullptr};
+    std::atomic<bool> inCallback_{false};
+    std::atomic<std::chrono::steady_clock::rep> lastAsked_{0};
+
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    State state_ = State::kOpening;
+    bool closing_ = false;
+};
+
+}  // namespace hullrider

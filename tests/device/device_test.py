@@ -1,0 +1,148 @@
+#!/usr/bin/env python3
+"""device_test.py PROGRAM: the console front on a real sound server, which is killed, halted and changed under it."""
+
+import array
+import json
+import math
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+import unittest
+import wave
+
+from sound_server import PATIENCE_SEC, RATE, SoundServer, strength, wait_until
+
+PROGRAM = sys.argv.pop(1)
+TONE_HZ = 400.0
+AUDIBLE = 0.1  # the tone's amplitude is 0.5 and the volume 0.5
+
+
+def write_tone(path, seconds, rate=8000):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    samples = array.array("h", (int(16384 * math.sin(2 * math.pi * TONE_HZ * i / rate))
+                                for i in range(int(seconds * rate))))
+    with wave.open(str(path), "wb") as out:
+        out.setparams((1, 2, rate, 0, "NONE", ""))
+        out.writeframes(samples.tobytes())
+
+
+class Player:
+    """A running player, and how many songs it has begun."""
+
+    def __init__(self, data, environment):
+        self.process = subprocess.Popen([PROGRAM, "--data-dir", str(data)], env=environment, text=True,
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.lines = []
+        self.reader = threading.Thread(target=self.read, daemon=True)
+        self.reader.start()
+
+    def read(self):
+        for line in self.process.stdout:
+            self.lines.append(line)
+
+    def songs(self):
+        return sum(line.startswith("Playing:") for line in self.lines)
+
+    def say(self, command):
+        self.process.stdin.write(command + "\n")
+        self.process.stdin.flush()
+
+    def end(self):
+        self.process.kill()
+        self.process.wait()
+        self.reader.join()
+        self.process.stdin.close()
+        self.process.stdout.close()
+
+
+@unittest.skipUnless(shutil.which("pulseaudio") and shutil.which("parec"), "there is no PulseAudio")
+class DeviceTest(unittest.TestCase):
+    def setUp(self):
+        keep = tempfile.TemporaryDirectory()
+        self.addCleanup(keep.cleanup)
+        self.folder = pathlib.Path(keep.name)
+        self.server = SoundServer(self.folder / "server")
+        self.addCleanup(self.server.kill)
+        self.server.start()
+
+    def start_player(self, play_sec):
+        """Plays one tone after the other, each for so long, until the test ends."""
+        data = self.folder / "data"
+        for name in ("one", "two"):
+            write_tone(self.folder / "music" / "Album" / f"{name}.mp3", 60)
+        subprocess.run([PROGRAM, "--data-dir", str(data), "--output", "null", "--for", "0"], check=True,
+                       stdin=subprocess.DEVNULL, capture_output=True, timeout=PATIENCE_SEC)
+        path = data / "MusicSettings.json"
+        settings = json.loads(path.read_text())
+        settings.update(directoryPaths=[str(self.folder / "music")], songPlayDurationMin=play_sec,
+                        songPlayDurationMax=play_sec, FADE_DURATION_MS=500, volumeLevel=0.5)
+        path.write_text(json.dumps(settings))
+        player = Player(data, self.server.environment)
+        self.addCleanup(player.end)
+        self.assertIsNotNone(wait_until(player.songs), "nothing was played")
+        return player
+
+    def sec_until_heard(self, sink, patience=PATIENCE_SEC):
+        """Seconds until the tone comes out of the sink, whole for half a second; fails when it never does."""
+        begin = time.monotonic()
+        while time.monotonic() - begin < patience:
+            heard = self.server.record(sink, 0.5)
+            step = RATE // 10
+            blocks = [heard[i:i + step] for i in range(0, len(heard) - step + 1, step)]
+            if len(blocks) >= 4 and all(strength(block, TONE_HZ) > AUDIBLE for block in blocks):
+                return time.monotonic() - begin
+        return self.fail(f"no tone came out of the {sink} sink")
+
+    def test_the_tone_is_heard_at_its_own_frequency(self):
+        self.start_player(play_sec=50)
+        self.sec_until_heard("first")
+        heard = self.server.record("first", 3)[RATE:]
+        rises = [i for i in range(1, len(heard)) if heard[i - 1] < 0.0 <= heard[i]]
+        frequency = (len(rises) - 1) * RATE / (rises[-1] - rises[0])
+        self.assertAlmostEqual(frequency, TONE_HZ, delta=1.0)
+        self.assertAlmostEqual(strength(heard, TONE_HZ), 0.25, delta=0.05)
+
+    def test_songs_go_on_while_the_server_is_gone_and_are_heard_when_it_is_back(self):
+        player = self.start_player(play_sec=3)
+        self.sec_until_heard("first")
+        self.server.kill()
+        songs = player.songs()
+        self.assertIsNotNone(wait_until(lambda: player.songs() >= songs + 3), "time stood still")
+        self.server.start()
+        print(f"heard again after {self.sec_until_heard('first'):.1f} s")
+        player.say("quit")
+        self.assertEqual(player.process.wait(timeout=PATIENCE_SEC), 0)
+
+    def test_the_default_sink_is_followed(self):
+        self.start_player(play_sec=50)
+        self.sec_until_heard("first")
+        self.server.control("set-default-sink", "second")
+        print(f"heard from the new one after {self.sec_until_heard('second'):.1f} s")
+
+    def test_a_sink_that_is_taken_away_gives_way_to_another(self):
+        self.start_player(play_sec=50)
+        self.sec_until_heard("first")
+        self.server.take_away("first")
+        print(f"heard from the other one after {self.sec_until_heard('second'):.1f} s")
+
+    def test_a_halted_server_holds_up_neither_time_nor_the_end(self):
+        player = self.start_player(play_sec=3)
+        self.sec_until_heard("first")
+        self.server.halt()
+        songs = player.songs()
+        self.assertIsNotNone(wait_until(lambda: player.songs() >= songs + 2), "time stood still")
+        self.server.go_on()
+        self.sec_until_heard("first")
+        self.server.halt()
+        player.say("quit")
+        begin = time.monotonic()
+        self.assertEqual(player.process.wait(timeout=PATIENCE_SEC), 0)
+        print(f"ended within {time.monotonic() - begin:.1f} s")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
