@@ -93,7 +93,31 @@ void LiveDevice::PlayUntilClosing() {
     std::unique_lock lock(mutex_);
     state_ = State::kPlaying;
     changed_.notify_all();
-    changed_.wait(lock, [&] { return closing_; });
+    bool resting = false;
+    while (!closing_) {
+        if (resting == toRest_) {
+            changed_.wait(lock);
+            continue;
+        }
+        resting = toRest_;
+        lock.unlock();
+        // One that does not start again asks for nothing either, and is found to be lost.
+        resting ? ma_device_stop(&device_) : ma_device_start(&device_);
+        lock.lock();
+    }
+}
+
+void LiveDevice::Rest() {
+    const std::lock_guard lock(mutex_);
+    toRest_ = true;
+    changed_.notify_all();
+}
+
+void LiveDevice::Wake() {
+    const std::lock_guard lock(mutex_);
+    lastAsked_ = Clock::now().time_since_epoch().count();
+    toRest_ = false;
+    changed_.notify_all();
 }
 
 void LiveDevice::OnData(ma_device* device, void* out, const void*, ma_uint32 frames) {
@@ -117,6 +141,8 @@ LiveDevice::State LiveDevice::WaitWhileOpening(milliseconds longest) {
 }
 
 bool LiveDevice::IsLost() const {
+    const std::lock_guard lock(mutex_);
+    if (toRest_) return false;
     const Clock::time_point asked{Clock::duration(lastAsked_.load())};
     return Clock::now() - asked > kLost;
 }

@@ -37,6 +37,9 @@ public:
     bool IsLost() const;
 
     void Feed(Mixer& mixer) { mixer_ = &mixer; }
+    // Any thread: a resting device asks for no sound and costs nothing. Both take effect soon after.
+    void Rest();
+    void Wake();
     // The mixer is no longer called once this has returned. Waits at most so long for the device to be closed, which
     // otherwise happens later or never.
     void Close(std::chrono::milliseconds longest);
@@ -66,10 +69,11 @@ private:
     std::atomic<bool> inCallback_{false};
     std::atomic<std::chrono::steady_clock::rep> lastAsked_{0};
 
-    std::mutex mutex_;
+    mutable std::mutex mutex_;
     std::condition_variable changed_;
     State state_ = State::kOpening;
     bool closing_ = false;
+    bool toRest_ = false;
 };
 
 }  // namespace hullrider

@@ -27,6 +27,7 @@ constexpr milliseconds kRetry(2000);            // between two attempts to open 
 constexpr milliseconds kQuickOpening(300);      // most devices are open by then
 constexpr milliseconds kLongestOpening(10000);  // then the attempt is given up
 constexpr milliseconds kLongestClosing(2000);
+constexpr std::chrono::seconds kIdle(10);  // without anything to play, then the device is let rest
 
 // Follows the system's default device. While there is none, sound goes on unheard.
 class DeviceOutput : public Output {
@@ -39,12 +40,15 @@ public:
     bool Start(Mixer& mixer) override;
     void Stop() override;
     uint32_t LatencyFrames() const override { return latencyFrames_; }
+    void Hasten() override;
     std::string Description() const override;
 
 private:
     void Describe();
     void Watch();
     void LookAtDevice();
+    bool IsIdle() const;
+    void LetRest();
     void LoseDevice();
     void LookForDevice();
     bool BeginAttempt();
@@ -54,6 +58,8 @@ private:
     std::optional<ma_backend> backend_;
     Mixer* mixer_ = nullptr;
     std::atomic<uint32_t> latencyFrames_{0};
+    std::atomic<Clock::rep> lastChange_{0};  // to what is to be heard
+    std::atomic<bool> resting_{false};
 
     // The watching thread only, while it runs.
     std::shared_ptr<LiveDevice> device_;      // null while there is none
@@ -87,6 +93,7 @@ bool DeviceOutput::Start(Mixer& mixer) {
     mixer_ = &mixer;
     unheard_.resize(BlockClock::BlockFrames(rate_) * kStereo);
     device_->Feed(mixer);
+    lastChange_ = Clock::now().time_since_epoch().count();
     watcher_ = std::thread([this] { Watch(); });
     return true;
 }
@@ -118,9 +125,12 @@ std::string DeviceOutput::Description() const {
 
 void DeviceOutput::Watch() {
     std::unique_lock lock(mutex_);
-    while (!wake_.wait_for(lock, kWatch, [&] { return stopping_; })) {
+    for (;;) {
+        wake_.wait_for(lock, kWatch, [&] { return stopping_; });
+        if (stopping_) return;
         lock.unlock();
         LookAtDevice();
+        if (device_ != nullptr && IsIdle()) LetRest();
         lock.lock();
     }
 }
@@ -128,6 +138,29 @@ void DeviceOutput::Watch() {
 void DeviceOutput::LookAtDevice() {
     if (device_ != nullptr && device_->IsLost()) LoseDevice();
     if (device_ == nullptr) LookForDevice();
+}
+
+bool DeviceOutput::IsIdle() const {
+    const Clock::time_point changed{Clock::duration(lastChange_.load())};
+    return !mixer_->Playing() && Clock::now() - changed > kIdle;
+}
+
+// A device that runs keeps the computer's sound system busy, and some computers awake.
+void DeviceOutput::LetRest() {
+    resting_ = true;
+    device_->Rest();
+    std::unique_lock lock(mutex_);
+    wake_.wait(lock, [&] { return stopping_ || !IsIdle(); });
+    resting_ = false;
+    device_->Wake();
+}
+
+void DeviceOutput::Hasten() {
+    lastChange_ = Clock::now().time_since_epoch().count();
+    // Whoever lets the device rest looks at the time of the last change after it has said so.
+    if (!resting_) return;
+    const std::lock_guard lock(mutex_);
+    wake_.notify_all();
 }
 
 void DeviceOutput::LoseDevice() {

@@ -71,19 +71,31 @@ class DeviceTest(unittest.TestCase):
 
     def start_player(self, play_sec):
         """Plays one tone after the other, each for so long, until the test ends."""
+        player = self.start_with(self.scan_music(play_sec))
+        self.assertIsNotNone(wait_until(player.songs), "nothing was played")
+        return player
+
+    def scan_music(self, play_sec):
+        """The data folder of a player that knows two songs and plays each for so long."""
         data = self.folder / "data"
         for name in ("one", "two"):
             write_tone(self.folder / "music" / "Album" / f"{name}.mp3", 60)
-        subprocess.run([PROGRAM, "--data-dir", str(data), "--output", "null", "--for", "0"], check=True,
-                       stdin=subprocess.DEVNULL, capture_output=True, timeout=PATIENCE_SEC)
+        self.run_briefly(data)
         path = data / "MusicSettings.json"
         settings = json.loads(path.read_text())
         settings.update(directoryPaths=[str(self.folder / "music")], songPlayDurationMin=play_sec,
                         songPlayDurationMax=play_sec, FADE_DURATION_MS=500, volumeLevel=0.5)
         path.write_text(json.dumps(settings))
+        return data
+
+    @staticmethod
+    def run_briefly(data):
+        subprocess.run([PROGRAM, "--data-dir", str(data), "--output", "null", "--for", "0"], check=True,
+                       stdin=subprocess.DEVNULL, capture_output=True, timeout=PATIENCE_SEC)
+
+    def start_with(self, data):
         player = Player(data, self.server.environment)
         self.addCleanup(player.end)
-        self.assertIsNotNone(wait_until(player.songs), "nothing was played")
         return player
 
     def sec_until_heard(self, sink, patience=PATIENCE_SEC):
@@ -128,6 +140,19 @@ class DeviceTest(unittest.TestCase):
         self.sec_until_heard("first")
         self.server.take_away("first")
         print(f"heard from the other one after {self.sec_until_heard('second'):.1f} s")
+
+    def test_a_device_without_anything_to_play_is_let_rest_and_wakes(self):
+        data = self.scan_music(play_sec=50)
+        self.run_briefly(data)  # scans the music
+        music = self.folder / "music"
+        music.rename(self.folder / "away")
+        player = self.start_with(data)
+        self.assertIsNotNone(wait_until(lambda: self.server.state("first") == "RUNNING"), "no device was opened")
+        rests = wait_until(lambda: self.server.state("first") != "RUNNING", 2 * PATIENCE_SEC)
+        self.assertIsNotNone(rests, "the device never rested")
+        (self.folder / "away").rename(music)
+        player.say("NEXT_SONG")
+        self.sec_until_heard("first")
 
     def test_a_halted_server_holds_up_neither_time_nor_the_end(self):
         player = self.start_player(play_sec=3)

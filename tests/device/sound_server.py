@@ -49,6 +49,11 @@ class SoundServer:
     def control(self, *words):
         return subprocess.run(["pactl", *words], env=self.environment, capture_output=True, text=True, timeout=PATIENCE_SEC)
 
+    def state(self, sink):
+        """RUNNING while someone plays on it."""
+        rows = (line.split() for line in self.control("list", "short", "sinks").stdout.splitlines())
+        return next((row[-1] for row in rows if row[1] == sink), None)
+
     def kill(self):
         if self.process is not None:
             self.process.kill()
