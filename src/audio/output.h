@@ -20,6 +20,8 @@ public:
     virtual void Stop() = 0;
     // How much later a frame is heard than it is mixed.
     virtual uint32_t LatencyFrames() const = 0;
+    // Whether the sum is kept within full scale, which makes it a little later still.
+    virtual bool IsLimited() const { return true; }
     // For a person: what it is, and its rate.
     virtual std::string Description() const = 0;
 };
