@@ -57,25 +57,28 @@ Limiter::Limiter(uint32_t rate)
 
 void Limiter::Run(float* frames, size_t count) {
     const bool calm = IsCalm(frames, count * kStereo);
-    for (size_t i = 0; i < count; i++) {
-        float* frame = frames + i * kStereo;
-        if (calm && calm_ >= calmAfter_) {
-            Delay(frame);
-            continue;
-        }
-        frame[0] = Sane(frame[0]);
-        frame[1] = Sane(frame[1]);
-        const float gain = NextGain(std::max(std::fabs(frame[0]), std::fabs(frame[1])));
-        Delay(frame);
-        frame[0] = std::clamp(frame[0] * gain, -1.0f, 1.0f);
-        frame[1] = std::clamp(frame[1] * gain, -1.0f, 1.0f);
-    }
+    size_t done = 0;
+    while (done < count && !(calm && calm_ >= calmAfter_)) Limit(frames + kStereo * done++);
+    Delay(frames + kStereo * done, count - done);
 }
 
-void Limiter::Delay(float* frame) {
-    float* place = delay_.data() + next_ * kStereo;
-    std::swap_ranges(frame, frame + kStereo, place);
-    if (++next_ == ahead_) next_ = 0;
+void Limiter::Limit(float* frame) {
+    frame[0] = Sane(frame[0]);
+    frame[1] = Sane(frame[1]);
+    const float gain = NextGain(std::max(std::fabs(frame[0]), std::fabs(frame[1])));
+    Delay(frame, 1);
+    frame[0] = std::clamp(frame[0] * gain, -1.0f, 1.0f);
+    frame[1] = std::clamp(frame[1] * gain, -1.0f, 1.0f);
+}
+
+void Limiter::Delay(float* frames, size_t count) {
+    while (count > 0) {
+        const size_t now = std::min(count, ahead_ - next_);
+        std::swap_ranges(frames, frames + now * kStereo, delay_.begin() + static_cast<ptrdiff_t>(next_ * kStereo));
+        next_ = (next_ + now) % ahead_;
+        frames += now * kStereo;
+        count -= now;
+    }
 }
 
 // The gain of the frame that leaves when one of that peak comes in. Every value in the mean is at most what any frame

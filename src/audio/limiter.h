@@ -47,7 +47,8 @@ private:
         double sum_;
     };
 
-    void Delay(float* frame);
+    void Limit(float* frame);
+    void Delay(float* frames, size_t count);
     float NextGain(float peak);
 
     size_t ahead_, calmAfter_;
