@@ -13,6 +13,11 @@ size_t RingFrames(uint32_t mixRate) {
     return size_t{mixRate} * 5 / 2;
 }
 
+SourceFormat Folded(SourceFormat format) {
+    format.channels = std::min<uint32_t>(format.channels, kStereo);
+    return format;
+}
+
 uint64_t NextNumber() {
     static std::atomic<uint64_t> last{0};
     return last.fetch_add(1) + 1;
@@ -23,14 +28,16 @@ uint64_t NextNumber() {
 Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags)
     : number_(NextNumber()),
       source_(std::move(source)),
-      format_(source_->Format()),
+      format_(Folded(source_->Format())),
       path_(request.path),
       flags_(flags),
       mixRate_(request.mixRate),
       ring_(RingFrames(request.mixRate)),
+      effects_(request.mixRate, format_.channels),
       volume_(request.mixRate),
       level_(request.mixRate),
-      control_(Pack({1, RunState::kStopped})) {}
+      control_(Pack({1, RunState::kStopped})),
+      rampIn_(request.mixRate) {}
 
 uint64_t Channel::Pack(Control control) {
     return control.generation << 2 | static_cast<uint64_t>(control.state);

@@ -1,5 +1,5 @@
-// One stream or module: a source, the ring that is decoded ahead, its volume and its level. Three kinds of threads meet
-// here, each with its own functions below:
+// One stream or module: a source, the ring that is decoded ahead, its effects, its volume and its level. Three kinds of
+// threads meet here, each with its own functions below:
 //
 // - callers, any thread, behind the channel's mutex;
 // - one decoder thread at a time, which fills the ring;
@@ -17,6 +17,8 @@
 #include <mutex>
 #include <string>
 
+#include "audio/declick.h"
+#include "audio/effect_rack.h"
 #include "audio/level_meter.h"
 #include "audio/ring.h"
 #include "audio/source.h"
@@ -33,6 +35,7 @@ enum class RunState : uint32_t { kStopped, kPlaying, kPaused, kEnded };
 struct Sounded {
     size_t frames = 0;
     float left = 0.0f, right = 0.0f;  // the last of them, as mixed
+    bool begins = false;              // they do not follow from what was heard before
 };
 
 class Channel {
@@ -56,6 +59,8 @@ public:
     // False when the source has no use for fonts.
     bool SetFonts(const FontList& fonts, uint32_t latencyFrames);
 
+    EffectRack& Effects() { return effects_; }
+    const EffectRack& Effects() const { return effects_; }
     Volume& ChannelVolume() { return volume_; }
     const LevelMeter& Level() const { return level_; }
     const SourceFormat& Format() const { return format_; }
@@ -96,6 +101,7 @@ private:
 
     void PassOverVoid(Control control);
     size_t Take(Control control, float* out, size_t frames);
+    void BeginSounding(Control control, uint64_t firstFrame);
 
     // Fixed at creation.
     uint64_t number_;
@@ -105,6 +111,7 @@ private:
     uint32_t flags_, mixRate_;
 
     FrameRing ring_;
+    EffectRack effects_;
     Volume volume_;
     LevelMeter level_;
 
@@ -113,6 +120,7 @@ private:
     // and the one where it ends (kNoEnd: not known yet).
     static constexpr uint64_t kNoEnd = ~uint64_t{0};
     std::atomic<uint64_t> ready_{0}, begin_{0}, end_{kNoEnd};
+    std::atomic<bool> fromStart_{false};  // that generation begins where the source begins
     std::atomic<bool> starved_{false};
 
     // Callers and decoder, behind the mutex.
@@ -127,6 +135,8 @@ private:
     // Callback only.
     bool sounding_ = false;  // was heard in the block before
     size_t missing_ = 0;     // frames in a row that were not there
+    uint64_t heard_ = 0;     // the generation
+    RampIn rampIn_;
 };
 
 }  // namespace hullrider

@@ -52,6 +52,7 @@ bool Channel::TakeSeek() {
     sourceEnded_ = !there && !source_->Seek(frame);
     decoding_ = generation;
     end_.store(kNoEnd);
+    fromStart_.store(frame == 0);
     begin_.store(ring_.Written());
     return true;
 }

@@ -1,5 +1,5 @@
-// Adds all channels up, block by block. Render is the device callback's work: no lock, no allocation, no file, no
-// print. Everything else is for callers on any thread.
+// Adds all channels up, block by block, and keeps the sum within full scale. Render is the device callback's work: no
+// lock, no allocation, no file, no print. Everything else is for callers on any thread.
 #pragma once
 
 #include <array>
@@ -8,8 +8,10 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
+#include "audio/limiter.h"
 #include "audio/ring.h"
 
 namespace hullrider {
@@ -18,9 +20,11 @@ class Channel;
 
 class Mixer {
 public:
-    explicit Mixer(uint32_t rate);
+    Mixer(uint32_t rate, bool limited);
 
     uint32_t Rate() const { return rate_; }
+    // How much later a channel's frame leaves than it was taken.
+    uint32_t LatencyFrames() const { return limiter_.has_value() ? static_cast<uint32_t>(limiter_->DelayFrames()) : 0; }
 
     // False when there are too many channels already.
     bool Add(std::shared_ptr<Channel> channel);
@@ -67,6 +71,7 @@ private:
     // Callback only.
     std::array<float, kBlockFrames * kStereo> scratch_;
     float restLeft_ = 0.0f, restRight_ = 0.0f;  // of sounds that broke off
+    std::optional<Limiter> limiter_;
 };
 
 }  // namespace hullrider
