@@ -33,6 +33,7 @@ enum class RunState : uint32_t { kStopped, kPlaying, kPaused, kEnded };
 struct Sounded {
     size_t frames = 0;
     float left = 0.0f, right = 0.0f;  // the last of them, as mixed
+    size_t lacking = 0;               // frames that should have followed, had they been decoded in time
 };
 
 class Channel {

@@ -85,6 +85,7 @@ bool Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     if (channel == nullptr) return false;
     const bool plays = channel->State() == RunState::kPlaying;
     const Sounded sounded = channel->Render(scratch_.data(), out, frames);
+    if (sounded.lacking > 0) lacked_.fetch_add(sounded.lacking);
     if (sounded.frames == 0) {
         LetDecay(slot.left, slot.right, out, frames);
     } else if (sounded.frames < frames) {
