@@ -36,6 +36,7 @@ struct Sounded {
     size_t frames = 0;
     float left = 0.0f, right = 0.0f;  // the last of them, as mixed
     bool begins = false;              // they do not follow from what was heard before
+    size_t lacking = 0;               // frames that should have followed, had they been decoded in time
 };
 
 class Channel {

@@ -15,6 +15,7 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     const Control control = LoadControl();
     PassOverVoid(control);
     const uint64_t firstFrame = ring_.Taken();
+    const bool begun = control.state == RunState::kPlaying && ready_.load() == control.generation;
     const size_t taken = control.state == RunState::kPlaying ? Take(control, scratch, frames) : 0;
     const bool begins = taken > 0 && !(sounding_ && heard_ == control.generation);
     if (taken > 0) {
@@ -27,6 +28,8 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     sounding_ = taken == frames;
 
     Sounded sounded;
+    // Where it has ended, or a caller has changed it meanwhile, nothing more was wanted.
+    if (begun && control_.load() == Pack(control)) sounded.lacking = frames - taken;
     if (taken == 0) return sounded;
     const float gain = volume_.LastGain();
     sounded.frames = taken;

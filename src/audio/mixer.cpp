@@ -88,6 +88,7 @@ bool Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     if (channel == nullptr) return false;
     const bool plays = channel->State() == RunState::kPlaying;
     const Sounded sounded = channel->Render(scratch_.data(), out, frames);
+    if (sounded.lacking > 0) lacked_.fetch_add(sounded.lacking);
     if (sounded.frames == 0 || sounded.begins) LetDecay(slot.left, slot.right, out, frames);
     if (sounded.frames > 0 && sounded.frames < frames) {
         LetDecay(sounded.left, sounded.right, out + sounded.frames * kStereo, frames - sounded.frames);

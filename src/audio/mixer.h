@@ -33,6 +33,9 @@ public:
     // Destroys removed channels that no block can still be using. False when some are left for later.
     bool Collect();
 
+    // Frames, over all channels, that were not decoded in time to be heard.
+    uint64_t FramesLacked() const { return lacked_.load(); }
+
     // Writes the next `frames` stereo frames. Should two threads come at once, the second gets silence.
     void Render(float* out, size_t frames);
     // Whether any channel was to play when the last block was mixed.
@@ -65,6 +68,7 @@ private:
 
     std::array<Slot, kMaxChannels> slots_;
     std::atomic<uint64_t> begun_{0}, ended_{0};  // calls of Render
+    std::atomic<uint64_t> lacked_{0};
     std::atomic_flag rendering_;
     std::atomic<bool> playing_{false};
 
