@@ -30,7 +30,7 @@ constexpr const char* kUpdatingText = "Updating music library from directories..
 void Recount(AppState& state) {
     const Settings& settings = state.settings;
     state.weights = {settings.rawFav, settings.rawMIDI, settings.rawMP3, settings.rawTracker, settings.rawRadio};
-    UpdateSongCounts(state.library, state.weights, 0);
+    UpdateSongCounts(state.library, state.weights, static_cast<int32_t>(state.radio.stations.size()));
 }
 
 void Rescan(AppState& state, const std::vector<std::string>& directories) {
@@ -179,10 +179,21 @@ void AddCompanionMusic(AppState& state) {
     state.shell.startupFinished = true;
 }
 
-void TryDefaultMusicFolder(AppState& state) {
-    if (state.library.typedSongCount > 0 || state.shell.libraryCachePath.empty()) return;
+// True when there was music in it.
+bool TryDefaultMusicFolder(AppState& state) {
+    if (state.library.typedSongCount > 0 || state.shell.libraryCachePath.empty()) return false;
     ScanDefaultMusicFolder(state.library, WorkingFolder(), state.shell.libraryCachePath);
     Recount(state);
+    return state.library.typedSongCount > 0;
+}
+
+// Brings the library up to date. The kinds are mixed when its music comes from some folder of this run, and not when it
+// is only left over in the cache.
+void FillLibrary(Player& player) {
+    HealLibrary(player);
+    AppState& state = player.state;
+    state.selection.mixedMusic = TryDefaultMusicFolder(state) || !state.settings.directoryPaths.empty() ||
+                                 !player.options.music.empty() || state.playback.demonstration;
 }
 
 void PrintAudiobookSummary(const AudiobookState& audiobooks) {
@@ -215,16 +226,15 @@ void RunStartupSequence(Player& player) {
     LoadFoldersAndSoundFonts(player);
     LoadSettingsFile(state);
     if (player.companionEdition) AddCompanionMusic(state);
-    HealLibrary(player);
-    TryDefaultMusicFolder(state);
+    FillLibrary(player);
     if (!state.folders.hullriderPath.empty()) WriteRunningMarker(state.folders.hullriderPath, "yes");
-    PlayNext(state, player.random);
+    PlayNext(state, player.draws);
     PrintAudiobookSummary(state.audiobooks);
     if (state.shell.companionExport && !state.folders.hullriderPath.empty()) WriteCompanionExports(state);
 }
 
 void PollPlayer(Player& player) {
-    if (IsSongOver(player.state.playback)) PlayNext(player.state, player.random);
+    if (IsSongOver(player.state.playback)) PlayNext(player.state, player.draws);
 }
 
 }  // namespace hullrider
