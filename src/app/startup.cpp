@@ -6,12 +6,15 @@
 
 #include "app/companion.h"
 #include "app/data_directory.h"
+#include "app/listening_files.h"
 #include "app/settings_file.h"
 #include "audio/bass.h"
 #include "library/cache.h"
 #include "library/folder_config_file.h"
+#include "library/play_counts.h"
 #include "library/scan.h"
 #include "library/song_counts.h"
+#include "library/song_history.h"
 #include "platform/console.h"
 #include "platform/folder.h"
 #include "platform/message_box.h"
@@ -27,10 +30,13 @@ namespace {
 constexpr uint32_t kMixingRateHz = 44100;
 constexpr const char* kUpdatingText = "Updating music library from directories...";
 
+// Due after every change of the library: what is kept by path finds its songs again.
 void Recount(AppState& state) {
     const Settings& settings = state.settings;
     state.weights = {settings.rawFav, settings.rawMIDI, settings.rawMP3, settings.rawTracker, settings.rawRadio};
     UpdateSongCounts(state.library, state.weights, static_cast<int32_t>(state.radio.stations.size()));
+    MergePlayCounts(state.library, state.playCounts);
+    FindHistoryInLibrary(state.history, state.library);
 }
 
 void Rescan(AppState& state, const std::vector<std::string>& directories) {
@@ -217,17 +223,20 @@ void StartPlayer(Player& player) {
 
 void RunStartupSequence(Player& player) {
     AppState& state = player.state;
+    LoadStatisticsFile(state);
     // Music given for one run must not take the place of the user's own library.
     if (player.options.music.empty()) {
         state.shell.libraryCachePath = StatePath(state.shell.dataDirectory, "\\musicLibraryCache.json");
     }
     InitAudio(player);
     LoadLibrary(state);
+    LoadPlayCountsFile(state);
     LoadFoldersAndSoundFonts(player);
     LoadSettingsFile(state);
     if (player.companionEdition) AddCompanionMusic(state);
     FillLibrary(player);
     if (!state.folders.hullriderPath.empty()) WriteRunningMarker(state.folders.hullriderPath, "yes");
+    LoadSongHistoryFile(state);
     PlayNext(state, player.draws);
     PrintAudiobookSummary(state.audiobooks);
     if (state.shell.companionExport && !state.folders.hullriderPath.empty()) WriteCompanionExports(state);
