@@ -26,11 +26,6 @@ Playlist* CurrentPlaylist(AppState& app) {
     return &app.library.playlists[static_cast<size_t>(index)];
 }
 
-CategoryCounts CountsOf(const CandidateLists& lists, const RadioState& radio) {
-    return {lists.songsOf[kMidiCategory], lists.songsOf[kMp3Category], lists.songsOf[kTrackerCategory],
-            static_cast<int32_t>(radio.stations.size())};
-}
-
 Selection Accept(AppState& app, const SongChoice& chosen, int32_t type, SongChoice& choice) {
     NoteType(app.playback, app.selection, type);
     ReportPick(app.history, {type, chosen.playlist, chosen.song, SongOf(app, chosen).songPath, 0, 0.0});
@@ -186,6 +181,11 @@ Selection SelectFrom(AppState& app, Draws& draws, int32_t category, SongChoice& 
 }
 
 }  // namespace
+
+CategoryCounts CountsOf(const CandidateLists& lists, const RadioState& radio) {
+    return {lists.songsOf[kMidiCategory], lists.songsOf[kMp3Category], lists.songsOf[kTrackerCategory],
+            static_cast<int32_t>(radio.stations.size())};
+}
 
 bool LibraryHasCategory(const CandidateLists& lists, int32_t category) {
     return category >= kMidiCategory && category <= kFavoritesCategory &&

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "playback/draws.h"
+#include "playback/song_category.h"
 #include "state/app_state.h"
 
 namespace hullrider {
@@ -24,6 +25,9 @@ Selection SelectNextSong(AppState& app, Draws& draws, int32_t category, SongChoi
 // One song drawn uniformly over the whole library as it stands, whatever its counters say; reported as above. False,
 // with all zeros, when the library holds no song. Does not look whether the file exists.
 bool PickUniformSong(AppState& app, Draws& draws, SongChoice& choice);
+
+// How much there is of each kind.
+CategoryCounts CountsOf(const CandidateLists& lists, const RadioState& radio);
 
 // Whether there is a song of that type, or for kFavoritesCategory a favourite.
 bool LibraryHasCategory(const CandidateLists& lists, int32_t category);

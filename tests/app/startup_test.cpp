@@ -3,11 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <nlohmann/json.hpp>
 #include <thread>
 
 #include "app/shutdown.h"
+#include "app/simulate.h"
 #include "platform/message_box.h"
 #include "tests/temporary_folder.h"
 #include "tests/tone_wav.h"
@@ -204,6 +206,29 @@ TEST_F(StartupTest, WhatWasHeardIsKeptFromRunToRunAndThroughARescan) {
         EXPECT_GT(last["startedAt"], 1'700'000'000);
         std::filesystem::remove(folder_.Path() / "data" / "musicLibraryCache.json");
     }
+}
+
+TEST_F(StartupTest, TheSimulationTellsOfTheConfiguredMusicAndWritesNothing) {
+    folder_.Write("music/Album/tone.mp3", ToneWav(400.0, 20.0));
+    ConfigureMusic();
+    RunOptions options;
+    options.dataDir = folder_.At("data");
+    options.simulate = 300;
+    testing::internal::CaptureStdout();
+    const std::string text = SimulationText(options);
+    testing::internal::GetCapturedStdout();
+    EXPECT_NE(text.find("Simulated 300 songs of a library of 4."), std::string::npos) << text;
+    // Only the tone can be played. The other kinds are promised and give way to it.
+    EXPECT_NE(text.find("Audio files             100.00 %"), std::string::npos) << text;
+    EXPECT_NE(text.find("Repeats within the last 20 songs: 299"), std::string::npos) << text;
+    EXPECT_NE(text.find("Mean play time: 18.0 s, by the lengths of 4 files"), std::string::npos) << text;
+    EXPECT_NE(text.find("Songs an hour: 200.0"), std::string::npos) << text;
+    std::vector<std::string> left;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.Path() / "data")) {
+        left.push_back(entry.path().filename().string());
+    }
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(left, (std::vector<std::string>{"MusicSettings.json", "MusicSettings.json.bad"}));
 }
 
 TEST_F(StartupTest, StateFilesFullOfJunkStopNothingAndAreKept) {
