@@ -25,7 +25,7 @@ bool RunCommand(Player& player, const std::string& line) {
     if (line == "quit") return true;
     if (line == "NEXT_SONG") {
         PrintLine("Next Song...");
-        PlayNext(player.state, player.random);
+        PlayNext(player.state, player.draws);
     }
     return false;
 }

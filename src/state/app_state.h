@@ -7,8 +7,12 @@
 #include "state/folder_config.h"
 #include "state/music_library.h"
 #include "state/playback_state.h"
+#include "state/radio_state.h"
+#include "state/selection_state.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
+#include "state/song_history.h"
+#include "state/statistics.h"
 
 namespace hullrider {
 
@@ -18,6 +22,11 @@ struct AppState {
     FolderConfig folders;
     MusicLibrary library;
     SelectionWeights weights;
+    SelectionState selection;
+    RadioState radio;
+    SongHistory history;
+    PlayCounts playCounts;
+    Statistics statistics;
     PlaybackState playback;
     SoundFontState soundFonts;
     AudiobookState audiobooks;

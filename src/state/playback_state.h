@@ -8,20 +8,20 @@
 #include <string>
 #include <vector>
 
+#include "state/selection_state.h"
+
 namespace hullrider {
 
 using StreamSlot = uint32_t;  // an audio handle, 0: empty
 
-// The result of one selection.
-struct SongChoice {
-    int32_t playlist = 0;  // or the station index
-    int32_t song = 0;      // 0 for a station
-    int32_t extra = 0;     // the number drawn, for the uniform pick
-    int32_t reserved = 0;  // always 0
-};
-
 // Why nothing is to be heard, for the panel.
-enum class PlaybackTrouble { kNone, kNoMusic, kNothingPlayable };
+enum class PlaybackTrouble { kNone, kNoMusic, kNothingPlayable, kNothingWanted };
+
+// What was asked for instead of a draw.
+struct NextRequest {
+    enum Kind { kNone, kSong, kStation, kEarlierSong } kind = kNone;
+    SongChoice song;  // for kSong
+};
 
 // UI thread and the fade workers, which may outlive everything else and so own it together.
 struct FadeState {
@@ -34,12 +34,11 @@ struct PlaybackState {
     StreamSlot musicStream = 0, musicStreamNext = 0;
     StreamSlot trackerStream = 0, trackerStreamNext = 0;
     bool nextSlotActive = false;  // which member of each pair is current: true, the Next one
-    int32_t currentType = 0;      // MusicType of what plays, and of what played before
+    int32_t currentType = 0;      // MusicType of what plays, or kInternetRadio, and of what played before
     int32_t previousType = 0;
-    bool firstPick = true;
-    int32_t currentPlaylist = 0;
-    int32_t currentSongInPlaylist = -1;  // -1: before the first song
-    std::string currentAlbum;            // of what plays, UTF-8; they survive a rescan
+    SongChoice playing;  // what plays, when `currentTitle` is not empty
+    NextRequest request;
+    std::string currentAlbum;  // of what plays, UTF-8; they survive a rescan
     std::string currentTitle;
     double songLengthSec = 0.0;
     double startSec = 0.0;
@@ -47,6 +46,8 @@ struct PlaybackState {
     bool demonstration = false;  // plays music that the user has not chosen
     PlaybackTrouble trouble = PlaybackTrouble::kNone;
     std::chrono::steady_clock::time_point lastAttempt;  // when play-next last ran
+    bool itemIsHeard = false;                           // plays and is not paused: its time is counted
+    std::chrono::steady_clock::time_point heardSince;
 
     std::shared_ptr<FadeState> fade = std::make_shared<FadeState>();
 };
