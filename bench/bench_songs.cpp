@@ -1,12 +1,6 @@
 #include "bench/bench_songs.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cstdio>
-#include <cstdlib>
+#include "bench/run_program.h"
 
 namespace hullrider {
 
@@ -79,22 +73,6 @@ void AddDemo(std::vector<BenchSong>& songs, const fs::path& folder, const fs::pa
 }
 
 }  // namespace
-
-void RunProgram(std::vector<std::string> arguments) {
-    std::vector<char*> pointers;
-    for (std::string& argument : arguments) pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    pid_t process = 0;
-    int status = 0;
-    const int failed = posix_spawnp(&process, pointers[0], &actions, nullptr, pointers.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (failed == 0 && waitpid(process, &status, 0) == process && status == 0) return;
-    std::fprintf(stderr, "%s failed\n", pointers[0]);
-    std::exit(1);
-}
 
 std::vector<BenchSong> MakeBenchSongs(const fs::path& folder, const fs::path& demoMusic, int count) {
     const int each = count / static_cast<int>(kEncodings.size() + 2);

@@ -19,7 +19,4 @@ struct BenchSong {
 std::vector<BenchSong> MakeBenchSongs(const std::filesystem::path& folder, const std::filesystem::path& demoMusic,
                                       int count);
 
-// Runs a program to its end; ends this one when it fails.
-void RunProgram(std::vector<std::string> arguments);
-
 }  // namespace hullrider

@@ -11,7 +11,8 @@ namespace {
 using std::chrono::milliseconds;
 
 // Decoding happens in few large pieces, because waking up costs as much as a good deal of decoding. A ring is filled
-// when it is half empty. Only the first piece is small: someone waits for it.
+// when it is half empty. The first piece is small, because someone waits for it, and the next ones no longer than what
+// lies ahead: each must be done while that is heard, on a busy machine too.
 constexpr uint32_t kAheadMs = 2000;
 constexpr uint32_t kFirstPieceMs = 80;
 constexpr uint32_t kPieceMs = 500;
@@ -66,7 +67,8 @@ size_t Channel::FramesWanted() const {
     if (sourceEnded_) return 0;
     const size_t ahead = FramesAhead();
     const size_t full = FramesOf(LoadControl().state == RunState::kPlaying ? kAheadMs : kFirstPieceMs, mixRate_);
-    return std::min(FramesOf(kPieceMs, mixRate_), full - std::min(full, ahead));
+    const size_t piece = std::clamp(ahead, FramesOf(kFirstPieceMs, mixRate_), FramesOf(kPieceMs, mixRate_));
+    return std::min(piece, full - std::min(full, ahead));
 }
 
 size_t Channel::DecodePiece(size_t frames) {

@@ -37,7 +37,7 @@ private:
 // Only a song that was under way and was not decoded in time: not one that has not begun, is paused, or is over.
 TEST(Mixer, CountsTheFramesThatWereNotThereInTime) {
     constexpr size_t kBlock = 1000;
-    Mixer mixer(kRate);
+    Mixer mixer(kRate, false);
     std::vector<float> out(10 * kBlock * kStereo);
     const auto render = [&](size_t frames) {
         const uint64_t before = mixer.FramesLacked();
