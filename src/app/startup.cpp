@@ -16,6 +16,7 @@
 #include "playback/play_next.h"
 #include "playback/running_marker.h"
 #include "playback/sound_fonts.h"
+#include "playback/volume.h"
 
 namespace hullrider {
 
@@ -121,6 +122,7 @@ void RunStartupSequence(Player& player) {
     LoadPlayCountsFile(state);
     LoadFoldersAndSoundFonts(player);
     LoadSettingsFile(state);
+    TakeVolumeFromSettings(state);
     if (player.companionEdition) AddCompanionMusic(state);
     FillLibrary(player);
     if (!state.folders.hullriderPath.empty()) WriteRunningMarker(state.folders.hullriderPath, "yes");

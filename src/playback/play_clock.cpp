@@ -1,7 +1,9 @@
 #include "playback/play_clock.h"
 
 #include <atomic>
+#include <system_error>
 #include <thread>
+#include <utility>
 
 namespace hullrider {
 
@@ -22,6 +24,21 @@ void SleepFor(std::chrono::milliseconds time) {
         std::this_thread::sleep_for(time);
     } else {
         clock->SleepFor(time);
+    }
+}
+
+bool StartWorker(std::function<void()> work) {
+    PlayClock* const clock = clockOfTest;
+    if (clock != nullptr) clock->OnWorkerStart();
+    try {
+        std::thread([clock, work = std::move(work)] {
+            work();
+            if (clock != nullptr) clock->OnWorkerEnd();
+        }).detach();
+        return true;
+    } catch (const std::system_error&) {
+        if (clock != nullptr) clock->OnWorkerEnd();
+        return false;
     }
 }
 

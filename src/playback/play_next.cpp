@@ -13,12 +13,15 @@
 #include "platform/paths.h"
 #include "playback/fade_out.h"
 #include "playback/listening.h"
+#include "playback/loudness.h"
 #include "playback/next_item.h"
 #include "playback/play_clock.h"
 #include "playback/play_window.h"
 #include "playback/playlist_ring.h"
+#include "playback/sound_fonts.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
+#include "playback/volume.h"
 
 namespace hullrider {
 
@@ -29,6 +32,8 @@ constexpr std::chrono::milliseconds kShortestTurn{1000};
 constexpr std::chrono::milliseconds kRetryAfter{15000};
 constexpr size_t kMostItemsTried = 100;
 constexpr std::chrono::milliseconds kMostTimeToTry{1000};
+
+constexpr uint32_t kReturnMs = 200;  // of the old item, when no new one could be started
 
 // Streams loop, so a window that ends with the song must be seen to end just before.
 constexpr double kBeforeLoopSec = 0.2;
@@ -112,6 +117,17 @@ void LetOldItemGo(PlaybackState& playback, const Before& before, int32_t fadeMs)
     }
 }
 
+void FreeOldItem(PlaybackState& playback, const Before& before, StreamSlot newHandle, int32_t fadeMs) {
+    if (before.cutOff) {
+        CutStreamsBut(playback, newHandle);
+        ForgetFade(*playback.fade);
+    } else if (playback.realTimeVolume) {
+        FadeOutAndFreeStreamAuto(playback, before.handle, fadeMs);
+    } else if (before.handle != 0) {
+        FadeOutAndFreeStream(playback.fade, before.handle, fadeMs);
+    }
+}
+
 // It goes on as if nothing had been tried.
 void BringOldItemBack(AppState& app, const Before& before) {
     PlaybackState& playback = app.playback;
@@ -123,7 +139,7 @@ void BringOldItemBack(AppState& app, const Before& before) {
     if (before.cutOff) ForgetFade(*playback.fade);
     if (CurrentHandle(playback) == 0) return;
     if (before.cutOff) BASS_ChannelPlay(before.handle, false);
-    BASS_ChannelSlideAttribute(before.handle, BASS_ATTRIB_VOL, app.settings.volumeLevel, 0);
+    BASS_ChannelSlideAttribute(before.handle, BASS_ATTRIB_VOL, WantedVolume(app), kReturnMs);
     ContinueListening(playback);
 }
 
@@ -231,17 +247,18 @@ bool PlayNext(AppState& app, Draws& draws) {
     }
     if (skipped) CountSkip(app.statistics);
     StartSilentInWindow(app, item, draws);
-    BASS_ChannelSlideAttribute(item.handle, BASS_ATTRIB_VOL, app.settings.volumeLevel, static_cast<uint32_t>(fadeMs));
-    if (before.cutOff) {
-        CutStreamsBut(playback, item.handle);
-        ForgetFade(*playback.fade);
-    } else if (old != 0) {
-        FadeOutAndFreeStream(playback.fade, old, fadeMs);
+    RestartLoudness(playback, item.handle);
+    FadeInToTarget(app, item.handle);
+    FreeOldItem(playback, before, item.handle, fadeMs);
+    if (item.kind == Selection::kSong && playback.currentType == kMidi && !before.cutOff) {
+        ++app.soundFonts.songsSinceSoundfontChange;
+        ApplySoundFontRule(app, draws.font);
     }
     NoteWhatPlays(app, item);
     LeaveHistoryAtItsEnd(app);
     playback.previousType = playback.currentType;
     playback.nextSlotActive = !playback.nextSlotActive;
+    playback.fade->nextSlotActive = playback.nextSlotActive;
     BeginListening(app);
     return true;
 }

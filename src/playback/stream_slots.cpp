@@ -107,11 +107,18 @@ void CutStreamsBut(PlaybackState& playback, StreamSlot keep) {
 }
 
 void FreeAllStreams(PlaybackState& playback, SoundFontState& fonts) {
+    playback.fade->closed = true;
+    playback.volume->closed = true;
+    playback.volume->currentHandle = 0;
     CutStreamsBut(playback, 0);
     BASS_MIDI_FontFree(fonts.midiStreamFont);
     BASS_MIDI_FontFree(fonts.midiStreamNextFont);
     fonts.midiStreamFont = fonts.midiStreamNextFont = 0;
     BASS_Free();
+    const float targetRms = playback.volume->targetRms;
+    playback.fade = std::make_shared<FadeState>();
+    playback.volume = std::make_shared<VolumeState>();
+    playback.volume->targetRms = targetRms;
 }
 
 }  // namespace hullrider
