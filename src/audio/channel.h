@@ -16,6 +16,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "audio/declick.h"
 #include "audio/effect_rack.h"
@@ -57,7 +58,7 @@ public:
     int64_t Position(uint32_t latencyFrames) const;
     int64_t Length() const { return source_->Length(); }
     void SetPosition(int64_t frame);
-    // False when the source has no use for fonts.
+    // False when the source has no use for fonts. They are heard within a quarter of a second, without a gap.
     bool SetFonts(const FontList& fonts, uint32_t latencyFrames);
 
     EffectRack& Effects() { return effects_; }
@@ -95,6 +96,10 @@ private:
     bool IsFresh() const;
 
     bool TakeSeek();
+    bool TakeRejoin();
+    bool WantsRejoin() const { return rejoinOrders_.load() != rejoined_.load() && !ring_.Splicing(); }
+    uint64_t DecodeSplice(uint64_t from);
+    double OwnFrameAt(uint64_t taken, uint64_t latency) const;
     size_t FramesWanted() const;
     size_t FramesAhead() const;
     size_t DecodePiece(size_t frames);
@@ -123,11 +128,21 @@ private:
     std::atomic<uint64_t> ready_{0}, begin_{0}, end_{kNoEnd};
     std::atomic<bool> fromStart_{false};  // that generation begins where the source begins
     std::atomic<bool> starved_{false};
+    // How often callers wanted the source to sound anew from the place that is about to be heard, and which of these
+    // orders the decoder has obeyed.
+    std::atomic<uint32_t> rejoinOrders_{0}, rejoined_{0};
 
     // Callers and decoder, behind the mutex.
     mutable std::mutex mutex_;
     int64_t seekFrame_ = 0;   // where the newest generation begins in the source
     uint64_t resumedAt_ = 0;  // the ring frame from which it has played without a pause
+    // What the ring holds of the generation that can be heard: from `ring` on, up to the next mark, it is the source
+    // from `own` on, at `pace` own frames a ring frame. The `skipped` ring frames before it are never heard.
+    struct Mark {
+        uint64_t ring, skipped;
+        double own, pace;
+    };
+    std::vector<Mark> marks_;
 
     // Decoder only.
     uint64_t decoding_ = 0;  // the generation
