@@ -298,8 +298,10 @@ bool IsSongOver(const PlaybackState& playback) {
         ended = ended || positionSec >= playback.endSec;
     } else {
         // A file that breaks off is shorter than it said, and begins again where it broke off.
-        const double endSec = std::min(playback.endSec, LengthSec(handle) - kBeforeLoopSec);
-        ended = ended || positionSec >= endSec || positionSec < playback.startSec - 1.0;
+        const double lengthSec = LengthSec(handle);
+        const double endSec = std::min(playback.endSec, lengthSec - kBeforeLoopSec);
+        const bool loopsWithinATurn = lengthSec < std::chrono::duration<double>(kShortestTurn).count() + kBeforeLoopSec;
+        ended = ended || loopsWithinATurn || positionSec >= endSec || positionSec < playback.startSec - 1.0;
     }
     return ended && sinceAttempt >= (playback.trouble == PlaybackTrouble::kNone ? kShortestTurn : kRetryAfter);
 }
