@@ -98,8 +98,7 @@ int64_t Channel::Position(uint32_t latencyFrames) const {
     // At the end, all of it was heard; before, what the device still holds was not.
     const uint64_t latency = control.state == RunState::kEnded ? 0 : latencyFrames;
     const auto position = static_cast<int64_t>(OwnFrameAt(ring_.Taken(), latency) + 0.5);
-    const int64_t loop = source_->LoopLength();
-    return loop > 0 ? position % loop : position;
+    return source_->Fold(position);
 }
 
 // Where in the source what is heard lies when the callback has come to `taken` and what it gave last is `latency`
