@@ -107,9 +107,7 @@ int64_t Channel::Position(uint32_t latencyFrames) const {
     // What the output still holds was not heard yet. It holds nothing from before a pause.
     const uint64_t sinceResumed = taken - std::min(taken, resumedAt_);
     const uint64_t latency = control.state == RunState::kPlaying ? std::min<uint64_t>(latencyFrames, sinceResumed) : 0;
-    const auto position = static_cast<int64_t>(OwnFrameAt(taken, latency) + 0.5);
-    const int64_t loop = source_->LoopLength();
-    return loop > 0 ? position % loop : position;
+    return source_->Fold(static_cast<int64_t>(OwnFrameAt(taken, latency) + 0.5));
 }
 
 // Where in the source what is heard lies when the callback has come to `taken` and what it gave last is `latency`

@@ -82,9 +82,7 @@ bool Channel::TakeRejoin() {
         const std::lock_guard lock(mutex_);
         own = OwnFrameAt(from, 0);
     }
-    const int64_t loop = source_->LoopLength();
-    const auto frame = static_cast<int64_t>(own);
-    sourceEnded_ = !source_->Rejoin(loop > 0 ? frame % loop : frame);
+    sourceEnded_ = !source_->Rejoin(source_->Fold(static_cast<int64_t>(own)));
     end_.store(kNoEnd);
     const uint64_t begin = ring_.Written();
     const uint64_t late = DecodeSplice(from);

@@ -36,6 +36,13 @@ public:
     virtual int64_t Length() const = 0;
     // The period after which a looping source repeats, in own frames; 0 while it has not come round yet.
     virtual int64_t LoopLength() const = 0;
+    // Where a looping source goes on after its end.
+    virtual int64_t LoopStart() const { return 0; }
+    // The place of an own frame that was counted on through all repeats.
+    int64_t Fold(int64_t frame) const {
+        const int64_t start = LoopStart(), loop = LoopLength();
+        return loop > 0 && frame >= start + loop ? start + (frame - start) % loop : frame;
+    }
 
     // Yields up to `frames` frames at the mixing rate. Fewer than asked, and not at the end: what there is for now.
     virtual SourceRead Read(float* out, size_t frames) = 0;

@@ -40,6 +40,24 @@ TEST_F(ModuleSound, AnEndlessModuleHasALengthAndAnEnd) {
     EXPECT_EQ(BASS_ChannelIsActive(music), BASS_ACTIVE_STOPPED);
 }
 
+// Pattern 0, then pattern 2 again and again.
+TEST_F(ModuleSound, AModuleThatGoesOnInItsMiddleIsWhereItSounds) {
+    const HMUSIC music = Load(ModuleBytes(428, 4, true, 4, 2), BASS_SAMPLE_LOOP);
+    EXPECT_NEAR(LengthSec(music), 2 * kPatternSec, 0.01);
+    BASS_ChannelPlay(music, false);
+    double heardUntil = 0.0;
+    for (const auto& [heard, place] :
+         {std::pair{7.0, 7.0}, {14.0, 14.0}, {16.0, 16.0 - kPatternSec}, {24.0, 24.0 - 2 * kPatternSec}}) {
+        Render(static_cast<size_t>((heard - heardUntil) * kRate));
+        heardUntil = heard;
+        EXPECT_NEAR(PositionSec(music), place, 0.03) << heard;
+        EXPECT_GT(Rms(Render(100)), 0.05);
+    }
+    ASSERT_TRUE(SeekToFrame(music, kRate * 15));
+    Render(kRate);
+    EXPECT_NEAR(PositionSec(music), 16.0 - kPatternSec, 0.03);
+}
+
 TEST_F(ModuleSound, LoopsAndSeeks) {
     const HMUSIC music = Load(ModuleBytes(428, 4), BASS_SAMPLE_LOOP);
     BASS_ChannelPlay(music, false);
