@@ -72,6 +72,7 @@ int FfmpegReader::Open(const std::string& path) {
     AVDictionary* options = nullptr;
     av_dict_set(&options, "format_whitelist", kFormats, 0);
     av_dict_set(&options, "protocol_whitelist", "file", 0);
+    av_dict_set(&options, "max_probe_packets", "1", 0);  // PCM is what it says, and no other codec in disguise
     AVFormatContext* format = nullptr;
     const int opened = avformat_open_input(&format, ("file:" + path).c_str(), nullptr, &options);
     av_dict_free(&options);
@@ -111,6 +112,9 @@ void FfmpegReader::FindLength() {
 }
 
 int FfmpegReader::FindAudio() {
+    // Otherwise fifty packets, of PCM nearly a megabyte, are read and kept while a timestamp is waited for. Only raw
+    // AAC comes to its true bit rate, and so to its length, that way.
+    if (std::string_view(format_->iformat->name) != "aac") format_->max_ts_probe = 1;
     if (avformat_find_stream_info(format_.get(), nullptr) < 0) return BASS_ERROR_FILEFORM;
     const int index = av_find_best_stream(format_.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
     if (index < 0) return BASS_ERROR_FILEFORM;
