@@ -7,7 +7,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+
+#include "audio/mp3_walk.h"
 
 struct AVCodecContext;
 struct AVFormatContext;
@@ -54,7 +57,9 @@ public:
 
 private:
     int FindAudio();
+    bool IsMp3File() const;
     void FindLength();
+    int64_t WalkedDuration(int64_t told);
     int OpenDecoder();
     bool Decode();
     void Place();
@@ -72,6 +77,7 @@ private:
     FfmpegPtr<AVPacket> packet_;
     FfmpegPtr<AVFrame> frame_;
     AVStream* stream_ = nullptr;
+    std::optional<Mp3Walk> walk_;  // of an MP3 file
     uint32_t rate_ = 0, channels_ = 0;
     int64_t length_ = 0;
     int64_t origin_ = 0;    // the timestamp of frame 0, in the stream's time base

@@ -34,6 +34,18 @@ protected:
         return sound;
     }
 
+    // An ID3v2.3 tag with nothing in it but a picture of so many bytes.
+    static std::string PictureTag(size_t bytes) {
+        const auto number = [](size_t value, int bits) {
+            std::string text;
+            for (int i = 3; i >= 0; i--) text += static_cast<char>(value >> (bits * i) & ((1u << bits) - 1));
+            return text;
+        };
+        const std::string picture = std::string("\0image/png\0\3\0", 14) + std::string(bytes, 'p');
+        const std::string frame = "APIC" + number(picture.size(), 8) + std::string(2, '\0') + picture;
+        return std::string("ID3\3\0\0", 6) + number(frame.size(), 7) + frame;
+    }
+
     // The loudest difference between a rendering and a whole one from `frame` on, skipping a beginning of it.
     static float Difference(const Samples& part, const Samples& whole, size_t frame, size_t skipFrames = 0) {
         float worst = 0.0f;
@@ -116,13 +128,22 @@ TEST_F(Decoders, SeeksLandOnTheSampleInEveryFormat) {
         {"cbr.mp3", "-b:a 128k", 1e-3f},
         {"vbr.mp3", "-q:a 5", 1e-3f},
         {"bare.mp3", "-q:a 5 -write_xing 0 -id3v2_version 0", 1e-3f},
+        {"picture.mp3", "-q:a 5 -id3v2_version 0", 1e-3f},
+        {"bare-picture.mp3", "-b:a 64k -write_xing 0 -id3v2_version 0", 1e-3f},
+        {"low.mp3", "-b:a 32k -write_xing 0 -id3v2_version 0", 1e-3f},
+        {"plain.wav", "", 1e-6f},
         {"d.ogg", "-c:a libvorbis", 2e-2f},
         {"e.aac", "-b:a 128k", 2e-2f},
     };
     const TestSound sound = Chirp(kRate, 20.0);
     for (const Case& test : cases) {
         SCOPED_TRACE(test.name);
-        const HSTREAM stream = Play(Encode(sound, test.name, test.arguments));
+        std::string path = Encode(sound, test.name, test.arguments);
+        const std::string name = test.name;
+        if (name.ends_with("picture.mp3"))
+            path = folder_.Write("with-" + name, PictureTag(3000000) + folder_.Read(name));
+        const HSTREAM stream = Play(path);
+        EXPECT_NEAR(LengthSec(stream), 20.0, 0.2);
         const Samples whole = Render(kRate * 20, 4410);
         for (const size_t frame : {size_t{0}, size_t{1}, size_t{1000}, size_t{123457}, size_t{700001}, size_t{40}}) {
             ASSERT_TRUE(SeekToFrame(stream, static_cast<int64_t>(frame)));
