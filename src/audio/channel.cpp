@@ -24,6 +24,7 @@ Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, u
     : number_(NextNumber()),
       source_(std::move(source)),
       format_(source_->Format()),
+      tags_(source_->Tags()),
       path_(request.path),
       flags_(flags),
       mixRate_(request.mixRate),

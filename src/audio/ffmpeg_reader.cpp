@@ -74,7 +74,10 @@ int FfmpegReader::Open(const std::string& path) {
     av_dict_set(&options, "format_whitelist", kFormats, 0);
     av_dict_set(&options, "protocol_whitelist", "file", 0);
     av_dict_set(&options, "max_probe_packets", "1", 0);  // PCM is what it says, and no other codec in disguise
-    AVFormatContext* format = nullptr;
+    AVFormatContext* format = avformat_alloc_context();
+    if (format == nullptr) return av_dict_free(&options), BASS_ERROR_MEM;
+    format->interrupt_callback = {
+        [](void* cancelled) { return static_cast<std::atomic<bool>*>(cancelled)->load() ? 1 : 0; }, &cancelled_};
     const int opened = avformat_open_input(&format, ("file:" + path).c_str(), nullptr, &options);
     av_dict_free(&options);
     if (opened == AVERROR(ENOENT) || opened == AVERROR(EACCES)) return BASS_ERROR_FILEOPEN;
@@ -137,7 +140,9 @@ int FfmpegReader::FindAudio() {
     const int index = av_find_best_stream(format_.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
     if (index < 0) return BASS_ERROR_FILEFORM;
     for (unsigned i = 0; i < format_->nb_streams; i++) {
-        if (static_cast<int>(i) != index) format_->streams[i]->discard = AVDISCARD_ALL;
+        if (static_cast<int>(i) == index) continue;
+        format_->streams[i]->discard = AVDISCARD_ALL;
+        av_packet_unref(&format_->streams[i]->attached_pic);  // a cover may take megabytes
     }
     stream_ = format_->streams[index];
     return BASS_OK;

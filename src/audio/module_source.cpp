@@ -37,6 +37,7 @@ public:
     int64_t Length() const override { return length_; }
     int64_t LoopLength() const override { return loop_ ? length_.load() : 0; }
 
+    TagBlock Tags() const override { return {BASS_TAG_MUSIC_NAME, module_.get_metadata("title")}; }
     SourceRead Read(float* out, size_t frames) override try {
         size_t done = 0;
         while (done < frames && !ended_) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "audio/fonts.h"
+#include "audio/tags.h"
 
 namespace hullrider {
 
@@ -41,6 +42,13 @@ public:
     virtual SourceRead Read(float* out, size_t frames) = 0;
     // The next Read yields from own frame `frame` on. False: the source is broken, and at its end.
     virtual bool Seek(int64_t frame) = 0;
+
+    // What the file says of itself.
+    virtual TagBlock Tags() const { return {}; }
+
+    // Any thread: reading ends as soon as the system lets it, and so does all that this source yields. For a source
+    // that is going to be freed, perhaps while it waits for a drive that is gone.
+    virtual void Cancel() {}
 
     // Any thread: the fonts that a source sounds through from now on, and whether it has had none until now. Only a
     // MIDI source takes any; others return false.

@@ -2,6 +2,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 
 #include "tests/sound/sound.h"
 
@@ -198,6 +199,45 @@ TEST_F(Decoders, DamagedFilesPlayWhatIsLeft) {
         Render(kRate * 3);
         EXPECT_EQ(BASS_ChannelIsActive(stream), BASS_ACTIVE_STOPPED);
     }
+}
+
+TEST_F(Decoders, TagsAreThoseOfTheFile) {
+    struct Case {
+        const char* name;
+        uint32_t kind;
+        std::string expected;
+    };
+    const auto field = [](std::string text, size_t width) {
+        text.resize(width);
+        return text;
+    };
+    const std::string id3 = "TAG" + field("Th\xE9 dansant", 30) + field("Anna ? Bert", 30) + field("", 30) + "1987" +
+                            field("", 28) + std::string("\0\7\xFF", 3);
+    const Case cases[] = {{"a.mp3", BASS_TAG_ID3, id3},
+                          {"a.flac", BASS_TAG_OGG, std::string("TITLE=Th\u00E9 dansant\0", 19)},
+                          {"a.ogg", BASS_TAG_OGG, std::string("TRACKNUMBER=7\0", 14)},
+                          {"a.m4a", BASS_TAG_MP4, std::string("ARTIST=Anna \u266B Bert\0", 21)}};
+    const std::string arguments =
+        "-metadata title='Th\u00E9 dansant' -metadata artist='Anna \u266B Bert' -metadata track=7 "
+        "-metadata date=1987";
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.name);
+        const HSTREAM stream = Open(Encode(Tone(kRate, 2, 500.0, 0.3), test.name, arguments));
+        const char* tags = BASS_ChannelGetTags(stream, test.kind);
+        ASSERT_NE(tags, nullptr);
+        const bool isId3 = test.kind == BASS_TAG_ID3;
+        size_t length = isId3 ? 128 : 0;
+        if (!isId3) {
+            do length += std::strlen(tags + length) + 1;
+            while (tags[length] != '\0');
+        }
+        EXPECT_NE(std::string(tags, length).find(test.expected), std::string::npos) << std::string(tags, length);
+        EXPECT_EQ(BASS_ChannelGetTags(stream, isId3 ? BASS_TAG_OGG : BASS_TAG_ID3), nullptr);
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_NOTAVAIL);
+    }
+    const HSTREAM bare = Open(Save("bare.wav", Tone(kRate, 2, 500.0, 0.3)));
+    EXPECT_EQ(BASS_ChannelGetTags(bare, BASS_TAG_ID3), nullptr);
+    EXPECT_EQ(BASS_ChannelGetTags(0, BASS_TAG_ID3), nullptr);
 }
 
 // A song that names other files or addresses would make the player open them.
