@@ -51,6 +51,12 @@ inline constexpr uint32_t BASS_UNICODE = 0x80000000;     // accepted; paths are 
 // Attributes.
 inline constexpr uint32_t BASS_ATTRIB_VOL = 2;
 
+// Kinds of tags.
+inline constexpr uint32_t BASS_TAG_ID3 = 0;               // an ID3v1 tag, 128 bytes
+inline constexpr uint32_t BASS_TAG_OGG = 2;               // UTF-8 "NAME=value", each ended by a zero, and one more zero
+inline constexpr uint32_t BASS_TAG_MP4 = 7;               // as BASS_TAG_OGG
+inline constexpr uint32_t BASS_TAG_MUSIC_NAME = 0x10000;  // a module's title, UTF-8
+
 // Position modes.
 inline constexpr uint32_t BASS_POS_BYTE = 0;
 
@@ -162,6 +168,11 @@ bool BASS_ChannelPause(uint32_t handle);
 bool BASS_ChannelStop(uint32_t handle);
 uint32_t BASS_ChannelIsActive(uint32_t handle);
 bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info);
+
+// The tags that the file came with, in the shape of the kind, valid while the channel lives. Null and
+// BASS_ERROR_NOTAVAIL when it has none of this kind: BASS_TAG_ID3 for mp3 (made from whatever tag it has), _OGG for
+// flac, ogg and opus, _MP4 for m4a, _MUSIC_NAME for modules.
+const char* BASS_ChannelGetTags(uint32_t handle, uint32_t tags);
 
 // Bytes; BASS_QWORD_ERROR on failure.
 uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t mode);

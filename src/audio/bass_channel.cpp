@@ -58,6 +58,14 @@ bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info) {
     return true;
 }
 
+const char* BASS_ChannelGetTags(uint32_t handle, uint32_t tags) {
+    const ChannelCall call(handle);
+    if (!call) return nullptr;
+    const TagBlock& block = call.channel->Tags();
+    if (block.kind != tags || block.text.empty()) return Fail(BASS_ERROR_NOTAVAIL), nullptr;
+    return block.text.c_str();
+}
+
 uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t mode) {
     const ChannelCall call(handle);
     if (!call) return BASS_QWORD_ERROR;

@@ -29,6 +29,7 @@ Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, u
     : number_(NextNumber()),
       source_(std::move(source)),
       format_(Folded(source_->Format())),
+      tags_(source_->Tags()),
       path_(request.path),
       flags_(flags),
       mixRate_(request.mixRate),

@@ -66,6 +66,9 @@ public:
     Volume& ChannelVolume() { return volume_; }
     const LevelMeter& Level() const { return level_; }
     const SourceFormat& Format() const { return format_; }
+    const TagBlock& Tags() const { return tags_; }
+    // Lets a decoder that waits for a file go, and decodes no more. For a channel that is going to be freed.
+    void Cancel() { source_->Cancel(); }
     const std::string& Path() const { return path_; }
     uint32_t Flags() const { return flags_; }
 
@@ -113,6 +116,7 @@ private:
     uint64_t number_;
     std::unique_ptr<Source> source_;
     SourceFormat format_;
+    TagBlock tags_;
     std::string path_;
     uint32_t flags_, mixRate_;
 

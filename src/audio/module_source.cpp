@@ -39,6 +39,7 @@ public:
     int64_t LoopLength() const override { return loop_ ? length_ - loopStart_ : 0; }
     int64_t LoopStart() const override { return loopStart_; }
 
+    TagBlock Tags() const override { return {BASS_TAG_MUSIC_NAME, module_.get_metadata("title")}; }
     SourceRead Read(float* out, size_t frames) override try {
         size_t done = 0;
         while (done < frames && !ended_) {

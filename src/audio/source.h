@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "audio/fonts.h"
+#include "audio/tags.h"
 
 namespace hullrider {
 
@@ -50,6 +51,13 @@ public:
     virtual bool Seek(int64_t frame) = 0;
     // As Seek, but to sound from there as if it had been playing on, for a place that is about to be heard.
     virtual bool Rejoin(int64_t frame) { return Seek(frame); }
+
+    // What the file says of itself.
+    virtual TagBlock Tags() const { return {}; }
+
+    // Any thread: reading ends as soon as the system lets it, and so does all that this source yields. For a source
+    // that is going to be freed, perhaps while it waits for a drive that is gone.
+    virtual void Cancel() {}
 
     // Any thread: the fonts that a source sounds through from now on, and whether it has had none until now. Only a
     // MIDI source takes any; others return false.

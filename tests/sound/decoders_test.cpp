@@ -2,6 +2,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 
 #include "tests/sound/sound.h"
 
@@ -32,6 +33,18 @@ protected:
             sound.samples.insert(sound.samples.end(), 2, static_cast<float>(0.5 * std::sin(phase)));
         }
         return sound;
+    }
+
+    // An ID3v2.3 tag with nothing in it but a picture of so many bytes.
+    static std::string PictureTag(size_t bytes) {
+        const auto number = [](size_t value, int bits) {
+            std::string text;
+            for (int i = 3; i >= 0; i--) text += static_cast<char>(value >> (bits * i) & ((1u << bits) - 1));
+            return text;
+        };
+        const std::string picture = std::string("\0image/png\0\3\0", 14) + std::string(bytes, 'p');
+        const std::string frame = "APIC" + number(picture.size(), 8) + std::string(2, '\0') + picture;
+        return std::string("ID3\3\0\0", 6) + number(frame.size(), 7) + frame;
     }
 
     // The loudest difference between a rendering and a whole one from `frame` on, skipping a beginning of it.
@@ -116,13 +129,22 @@ TEST_F(Decoders, SeeksLandOnTheSampleInEveryFormat) {
         {"cbr.mp3", "-b:a 128k", 1e-3f},
         {"vbr.mp3", "-q:a 5", 1e-3f},
         {"bare.mp3", "-q:a 5 -write_xing 0 -id3v2_version 0", 1e-3f},
+        {"picture.mp3", "-q:a 5 -id3v2_version 0", 1e-3f},
+        {"bare-picture.mp3", "-b:a 64k -write_xing 0 -id3v2_version 0", 1e-3f},
+        {"low.mp3", "-b:a 32k -write_xing 0 -id3v2_version 0", 1e-3f},
+        {"plain.wav", "", 1e-6f},
         {"d.ogg", "-c:a libvorbis", 2e-2f},
         {"e.aac", "-b:a 128k", 2e-2f},
     };
     const TestSound sound = Chirp(kRate, 20.0);
     for (const Case& test : cases) {
         SCOPED_TRACE(test.name);
-        const HSTREAM stream = Play(Encode(sound, test.name, test.arguments));
+        std::string path = Encode(sound, test.name, test.arguments);
+        const std::string name = test.name;
+        if (name.ends_with("picture.mp3"))
+            path = folder_.Write("with-" + name, PictureTag(3000000) + folder_.Read(name));
+        const HSTREAM stream = Play(path);
+        EXPECT_NEAR(LengthSec(stream), 20.0, 0.2);
         const Samples whole = Render(kRate * 20, 4410);
         for (const size_t frame : {size_t{0}, size_t{1}, size_t{1000}, size_t{123457}, size_t{700001}, size_t{40}}) {
             ASSERT_TRUE(SeekToFrame(stream, static_cast<int64_t>(frame)));
@@ -177,6 +199,45 @@ TEST_F(Decoders, DamagedFilesPlayWhatIsLeft) {
         Render(kRate * 3);
         EXPECT_EQ(BASS_ChannelIsActive(stream), BASS_ACTIVE_STOPPED);
     }
+}
+
+TEST_F(Decoders, TagsAreThoseOfTheFile) {
+    struct Case {
+        const char* name;
+        uint32_t kind;
+        std::string expected;
+    };
+    const auto field = [](std::string text, size_t width) {
+        text.resize(width);
+        return text;
+    };
+    const std::string id3 = "TAG" + field("Th\xE9 dansant", 30) + field("Anna ? Bert", 30) + field("", 30) + "1987" +
+                            field("", 28) + std::string("\0\7\xFF", 3);
+    const Case cases[] = {{"a.mp3", BASS_TAG_ID3, id3},
+                          {"a.flac", BASS_TAG_OGG, std::string("TITLE=Th\u00E9 dansant\0", 19)},
+                          {"a.ogg", BASS_TAG_OGG, std::string("TRACKNUMBER=7\0", 14)},
+                          {"a.m4a", BASS_TAG_MP4, std::string("ARTIST=Anna \u266B Bert\0", 21)}};
+    const std::string arguments =
+        "-metadata title='Th\u00E9 dansant' -metadata artist='Anna \u266B Bert' -metadata track=7 "
+        "-metadata date=1987";
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.name);
+        const HSTREAM stream = Open(Encode(Tone(kRate, 2, 500.0, 0.3), test.name, arguments));
+        const char* tags = BASS_ChannelGetTags(stream, test.kind);
+        ASSERT_NE(tags, nullptr);
+        const bool isId3 = test.kind == BASS_TAG_ID3;
+        size_t length = isId3 ? 128 : 0;
+        if (!isId3) {
+            do length += std::strlen(tags + length) + 1;
+            while (tags[length] != '\0');
+        }
+        EXPECT_NE(std::string(tags, length).find(test.expected), std::string::npos) << std::string(tags, length);
+        EXPECT_EQ(BASS_ChannelGetTags(stream, isId3 ? BASS_TAG_OGG : BASS_TAG_ID3), nullptr);
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_NOTAVAIL);
+    }
+    const HSTREAM bare = Open(Save("bare.wav", Tone(kRate, 2, 500.0, 0.3)));
+    EXPECT_EQ(BASS_ChannelGetTags(bare, BASS_TAG_ID3), nullptr);
+    EXPECT_EQ(BASS_ChannelGetTags(0, BASS_TAG_ID3), nullptr);
 }
 
 // A song that names other files or addresses would make the player open them.
