@@ -21,14 +21,17 @@ TextLook LabelLook(const Frame& frame, float sizeUnits, Rgb color, float alpha) 
 }
 
 int32_t PaintText(Brush& brush, const std::string& text, const TextLook& look, float x, float baseline, Align align) {
-    if (text.empty()) return 0;
+    constexpr int32_t kSmallestLabelPx = 5;  // smaller capitals are only specks
+    if (text.empty() || (look.style.face == TextFace::kLabel && look.style.sizePx < kSmallestLabelPx)) return 0;
     const TextMask& mask = brush.texts.Get(text, look.style);
     float left = x;
     if (align == Align::kCenter) left -= static_cast<float>(mask.widthPx) / 2.0F;
     if (align == Align::kRight) left -= static_cast<float>(mask.widthPx);
     const int32_t maskX = static_cast<int32_t>(std::lround(left)) - mask.marginPx;
     const int32_t maskY = static_cast<int32_t>(std::lround(baseline)) - mask.baseline;
-    if (look.glow > 0.0F) brush.canvas.Paint(mask.glow, maskX, maskY, {look.color, look.glow});
+    constexpr int32_t kSmallestGlowPx = 9;  // smaller letters would only get blurred by it
+    if (look.glow > 0.0F && look.style.sizePx >= kSmallestGlowPx)
+        brush.canvas.Paint(mask.glow, maskX, maskY, {look.color, look.glow});
     brush.canvas.Paint(mask.ink, maskX, maskY, {look.color, look.alpha});
     return mask.widthPx;
 }

@@ -86,8 +86,8 @@ void AddIcon(Coverage& coverage, float scale, Icon icon, Point center) {
         case Icon::kPrevious:
         case Icon::kNext: {
             const float side = icon == Icon::kNext ? 1.0F : -1.0F;
-            pen.Triangle({-4.4F * side, -4.4F}, {3.0F * side, 0.0F}, {-4.4F * side, 4.4F});
-            pen.Bar(side > 0.0F ? 3.2F : -5.0F, -4.8F, 1.8F, 9.6F);
+            pen.Triangle({-4.6F * side, -4.3F}, {2.2F * side, 0.0F}, {-4.6F * side, 4.3F});
+            pen.Bar(side > 0.0F ? 3.4F : -5.2F, -4.8F, 1.8F, 9.6F);
             break;
         }
         case Icon::kPlay:

@@ -13,7 +13,7 @@ constexpr float kDim = 0.55F;    // the name of a value
 constexpr float kGlow = 0.55F;
 
 constexpr float kTitleSize = 21.0F;
-constexpr float kHintSize = 15.0F;  // of the words that stand for a title
+constexpr float kHintSize = 11.6F;  // of the words that stand for a title
 constexpr float kAlbumSize = 11.0F;
 constexpr float kLabelSize = 6.4F;
 constexpr float kValueSize = 8.6F;
@@ -103,7 +103,7 @@ void PaintAlbum(Brush& brush, const Frame& frame, const PanelModel& model, LineM
 
 void PaintTitle(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion) {
     const TextLook look = LookOfTitle(frame, brush.theme, model);
-    PaintName(brush, frame, model.title, look, model.transport == Transport::kNothing ? 19.5F : 21.5F, kTitleInset,
+    PaintName(brush, frame, model.title, look, model.transport == Transport::kNothing ? 18.0F : 21.5F, kTitleInset,
               motion);
 }
 

@@ -79,8 +79,8 @@ struct PanelScale {
 
 PanelScale FitPanel(int32_t widthPx, int32_t heightPx);
 
-inline constexpr Box kLcdBox{14.0F, 12.0F, 392.0F, 96.0F};
-inline constexpr Box kWordmarkBox{338.0F, 114.0F, 68.0F, 24.0F};
+inline constexpr Box kLcdBox{14.0F, 11.0F, 392.0F, 93.0F};
+inline constexpr Box kWordmarkBox{338.0F, 115.0F, 68.0F, 23.0F};
 
 // The box of an element in the design space; it holds all that the element draws.
 Box BoxOf(PanelElement element);

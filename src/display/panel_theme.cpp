@@ -42,7 +42,7 @@ PanelTheme MakePanelTheme(const Settings& settings) {
     theme.glassBottom = Mix(back, song, 0.035F);
     theme.text = text;
     theme.song = song;
-    theme.meterLow = Mix(text, song, 0.15F);
+    theme.meterLow = Mix(text, Rgb{90, 170, 255}, 0.25F);
     theme.meterMiddle = song;
     theme.meterHigh = kRed;
     theme.lamp = kRed;

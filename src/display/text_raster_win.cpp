@@ -36,7 +36,9 @@ std::wstring ChooseFamily(HDC dc, std::initializer_list<const wchar_t*> families
 class SelectedFont {
 public:
     SelectedFont(HDC dc, const std::wstring& family, const TextStyle& style) : dc_(dc) {
-        const int weight = style.face == TextFace::kLabel ? FW_BOLD : FW_NORMAL;
+        constexpr int32_t kSmallestBoldPx = 9;  // below it the strokes run together
+        const bool bold = style.face == TextFace::kLabel && style.sizePx >= kSmallestBoldPx;
+        const int weight = bold ? FW_BOLD : FW_NORMAL;
         font_ = CreateFontW(-style.sizePx, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_TT_PRECIS,
                             CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY, DEFAULT_PITCH, family.c_str());
         old_ = SelectObject(dc_, font_);
