@@ -33,9 +33,10 @@ void Canvas::Clip(const PixelBox& box, int32_t fadeLeftPx, int32_t fadeRightPx) 
 }
 
 int32_t Canvas::FadeAt(int32_t x) const {
-    int32_t fade = 256;
     const int32_t fromLeft = x - clip_.x;
     const int32_t fromRight = clip_.x + clip_.width - 1 - x;
+    if (fromLeft >= fadeLeftPx_ && fromRight >= fadeRightPx_) return 256;
+    int32_t fade = 256;
     if (fromLeft < fadeLeftPx_) fade = 256 * fromLeft / fadeLeftPx_;
     if (fromRight < fadeRightPx_) fade = std::min(fade, 256 * fromRight / fadeRightPx_);
     return fade;
@@ -55,12 +56,12 @@ void Canvas::Paint(const Coverage& coverage, int32_t x, int32_t y, const Shade& 
     const auto opacity = static_cast<int32_t>(std::lround(std::clamp(shade.alpha, 0.0F, 1.0F) * 257.0F));
     for (int32_t row = box.y; row < box.y + box.height; ++row) {
         const uint32_t color = ColorInRow(shade, row - y, coverage.Height());
+        const uint8_t* const covered = coverage.Row(row - y) - x;
+        uint32_t* const pixels = pixels_ + static_cast<size_t>(row) * width_;
         for (int32_t column = box.x; column < box.x + box.width; ++column) {
-            const int32_t covered = coverage.At(column - x, row - y);
-            if (covered == 0) continue;
-            int32_t alpha = std::min((covered * opacity + 128) >> 8, 256);
-            if (fadeLeftPx_ != 0 || fadeRightPx_ != 0) alpha = alpha * FadeAt(column) >> 8;
-            Blend(At(column, row), color, alpha);
+            if (covered[column] == 0) continue;
+            const int32_t alpha = std::min((covered[column] * opacity + 128) >> 8, 256);
+            Blend(pixels[column], color, alpha * FadeAt(column) >> 8);
         }
     }
 }

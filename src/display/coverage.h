@@ -19,6 +19,7 @@ public:
     int32_t Width() const { return width_; }
     int32_t Height() const { return height_; }
     uint8_t At(int32_t x, int32_t y) const { return values_[static_cast<size_t>(y) * width_ + x]; }
+    const uint8_t* Row(int32_t y) const { return values_.data() + static_cast<size_t>(y) * width_; }
     void Set(int32_t x, int32_t y, uint8_t value) { values_[static_cast<size_t>(y) * width_ + x] = value; }
 
     // Adds a shape of design units: `distance` tells it for a point, `scale` is the pixels a unit, and the design's

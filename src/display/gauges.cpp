@@ -37,17 +37,21 @@ struct Stretch {
     float from, to;  // design units from the frame's left
 };
 
+// Paints a bar with round ends across the middle of the frame, and its light.
 void PaintLine(Brush& brush, const Frame& frame, Stretch stretch, float height, const Shade& shade, float glow) {
-    const Box within{stretch.from, frame.HeightUnits() / 2.0F - height / 2.0F,
-                     std::max(stretch.to - stretch.from, height), height};
-    Coverage line = frame.NewCoverage();
+    constexpr float kMargin = 4.0F;  // for the light
+    const float length = std::max(stretch.to - stretch.from, height);
+    const int32_t left = frame.Px(stretch.from - kMargin);
+    const int32_t top = (frame.box.height - frame.Px(height + 2.0F * kMargin)) / 2;
+    Coverage line(frame.Px(length + 2.0F * kMargin), frame.Px(height + 2.0F * kMargin));
+    const Box within{stretch.from - static_cast<float>(left) / frame.scale, kMargin, length, height};
     line.Add(frame.scale, within, [&](Point p) { return DistanceToBox(p, within, height / 2.0F); });
     if (glow > 0.0F) {
         Coverage light = line;
         light.Blur(std::max(frame.Px(1.2F), 1));
-        brush.canvas.Paint(light, frame.box.x, frame.box.y, {shade.top, glow});
+        brush.canvas.Paint(light, frame.box.x + left, frame.box.y + top, {shade.top, glow});
     }
-    brush.canvas.Paint(line, frame.box.x, frame.box.y, shade);
+    brush.canvas.Paint(line, frame.box.x + left, frame.box.y + top, shade);
 }
 
 }  // namespace

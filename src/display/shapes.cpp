@@ -6,17 +6,26 @@
 
 namespace hullrider {
 
+namespace {
+
+// std::hypot guards against overflow, which costs more than all the rest of a shape.
+float Length(float x, float y) {
+    return std::sqrt(x * x + y * y);
+}
+
+}  // namespace
+
 float DistanceToBox(Point p, const Box& box, float cornerRadius) {
     const float halfWidth = box.width / 2.0F;
     const float halfHeight = box.height / 2.0F;
     const float dx = std::abs(p.x - box.x - halfWidth) - halfWidth + cornerRadius;
     const float dy = std::abs(p.y - box.y - halfHeight) - halfHeight + cornerRadius;
-    const float outside = std::hypot(std::max(dx, 0.0F), std::max(dy, 0.0F));
+    const float outside = Length(std::max(dx, 0.0F), std::max(dy, 0.0F));
     return outside + std::min(std::max(dx, dy), 0.0F) - cornerRadius;
 }
 
 float DistanceToCircle(Point p, Point center, float radius) {
-    return std::hypot(p.x - center.x, p.y - center.y) - radius;
+    return Length(p.x - center.x, p.y - center.y) - radius;
 }
 
 float DistanceToStroke(Point p, Point from, Point to, float width) {
@@ -24,7 +33,7 @@ float DistanceToStroke(Point p, Point from, Point to, float width) {
     const Point toP{p.x - from.x, p.y - from.y};
     const float squared = std::max(line.x * line.x + line.y * line.y, 1e-9F);
     const float along = std::clamp((toP.x * line.x + toP.y * line.y) / squared, 0.0F, 1.0F);
-    return std::hypot(toP.x - line.x * along, toP.y - line.y * along) - width / 2.0F;
+    return Length(toP.x - line.x * along, toP.y - line.y * along) - width / 2.0F;
 }
 
 float DistanceToPolygon(Point p, std::span<const Point> corners) {
@@ -46,11 +55,11 @@ float DistanceToArc(Point p, Point center, float radius, float fromAngle, float 
     const float angle = std::atan2(p.x - center.x, center.y - p.y);
     const float past = angle - fromAngle - kTurn * std::floor((angle - fromAngle) / kTurn);
     if (past <= toAngle - fromAngle) {
-        return std::abs(std::hypot(p.x - center.x, p.y - center.y) - radius) - width / 2.0F;
+        return std::abs(Length(p.x - center.x, p.y - center.y) - radius) - width / 2.0F;
     }
     const Point from = OnCircle(center, radius, fromAngle);
     const Point to = OnCircle(center, radius, toAngle);
-    return std::min(std::hypot(p.x - from.x, p.y - from.y), std::hypot(p.x - to.x, p.y - to.y)) - width / 2.0F;
+    return std::min(Length(p.x - from.x, p.y - from.y), Length(p.x - to.x, p.y - to.y)) - width / 2.0F;
 }
 
 Point OnCircle(Point center, float radius, float angle) {

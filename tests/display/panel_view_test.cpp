@@ -157,7 +157,7 @@ TEST_F(PanelViewTest, TenThousandRedrawsLeaveNothingBehind) {
             model_.turnPlayed = std::to_string(i % 10) + ":0" + std::to_string(i / 10 % 10);
             model_.songPosition = std::to_string(i);
             model_.position = i % 100 / 100.0;
-            model_.volume = static_cast<float>(i % 7) / 7.0F;
+            model_.volume = static_cast<float>(i / 100 % 7) / 7.0F;
             view_.Show(model_, MakePanelTheme({}));
             UpdateWindow(window_);
             if (i % 1000 == 999) SetWindowPos(window_, nullptr, 0, 0, kWidth - i / 1000, kHeight, SWP_NOZORDER);

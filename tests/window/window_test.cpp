@@ -95,7 +95,7 @@ TEST_F(WindowTest, ShowsWhatPlaysAtEverySizeAndItsKeysWork) {
 
     const double playing = Brightness(window, PanelElement::kPlayPause);
     Click(window, PanelElement::kPlayPause);
-    Sleep(3500);
+    Sleep(4500);
     EXPECT_EQ(Brightness(window, PanelElement::kMeter), 0.0) << "paused, the meter falls";
     EXPECT_NE(Brightness(window, PanelElement::kPlayPause), playing) << "the key shows what it would do";
 
