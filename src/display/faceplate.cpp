@@ -133,7 +133,7 @@ void PaintCaptions(Brush& brush, const PanelScale& scale) {
     const Frame frame(scale, {knob.x, knob.y + knob.height, knob.width, 14.0F});
     const TextLook look = LabelLook(frame, kSize, brush.theme.engraving);
     if (look.style.sizePx < kSmallestCaptionPx) return;
-    Engrave(brush, "VOLUME", look, frame.X(frame.WidthUnits() / 2.0F), frame.Y(5.0F));
+    Engrave(brush, "VOLUME", look, frame.X(frame.WidthUnits() / 2.0F), frame.Y(3.5F));
 }
 
 void PaintWordmark(Brush& brush, const PanelScale& scale) {

@@ -41,8 +41,8 @@ constexpr std::array<Box, kElementCount> kBoxes{{
     {24.0F, 59.0F, 66.0F, 11.0F},    // playlist
     {92.0F, 59.0F, 44.0F, 11.0F},    // favourite
     {290.0F, 59.0F, 106.0F, 11.0F},  // turn left
-    {24.0F, 72.0F, 260.0F, 12.0F},   // meter
-    {290.0F, 72.0F, 106.0F, 12.0F},  // modes
+    {24.0F, 72.5F, 260.0F, 12.0F},   // meter
+    {290.0F, 72.5F, 106.0F, 12.0F},  // modes
     {24.0F, 88.0F, 42.0F, 11.0F},    // song position
     {354.0F, 88.0F, 42.0F, 11.0F},   // song left
 }};
