@@ -1,13 +1,16 @@
 #include "app/main_window_win.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
+#include <optional>
 
 #include "app/menu_win.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "platform/console.h"
 #include "playback/loudness.h"
+#include "playback/play_next.h"
 
 namespace hullrider {
 
@@ -36,6 +39,28 @@ SIZE ChooseClientSize() {
             static_cast<LONG>(std::min(kLargestHeight, share(SM_CYSCREEN)))};
 }
 
+// What the panel's elements do. One that is not here is shown as not available.
+struct PanelCommand {
+    PanelElement element;
+    void (*run)(Player& player, double value);
+};
+
+void PostExit(Player& player, double) {
+    PostMessageW(static_cast<HWND>(player.state.shell.mainWindow), WM_COMMAND, kExitCommand, 0);
+}
+
+constexpr std::array kPanelCommands{
+    PanelCommand{PanelElement::kPlayPause, [](Player& player, double) { TogglePause(player.state); }},
+    PanelCommand{PanelElement::kNext, [](Player& player, double) { PlayNext(player.state, player.random); }},
+    PanelCommand{PanelElement::kExit, PostExit},
+};
+
+ElementSet EnabledElements() {
+    ElementSet enabled;
+    for (const PanelCommand& command : kPanelCommands) enabled.set(IndexOf(command.element));
+    return enabled;
+}
+
 }  // namespace
 
 bool MainWindow::RegisterMainClass(HINSTANCE instance) {
@@ -51,7 +76,10 @@ bool MainWindow::RegisterMainClass(HINSTANCE instance) {
     return RegisterClassExW(&windowClass) != 0;
 }
 
-MainWindow::MainWindow(HINSTANCE instance, Player& player) : player_(player) {
+MainWindow::MainWindow(HINSTANCE instance, Player& player)
+    : player_(player),
+      panel_({[this](const PanelAction& action) { RunPanelAction(action); },
+              [this] { return ReadLevel(player_.state.playback); }}) {
     if (!RegisterMainClass(instance)) return;
     const SIZE client = ChooseClientSize();
     ShellState& shell = player_.state.shell;
@@ -66,9 +94,10 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player) : player_(player) {
     shell.instance = instance;
     shell.mainWindow = window_;
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    panel_.Attach(window_, EnabledElements());
     player_.releaseFront = [this] {
         KillTimers();
-        panel_.ReleaseBuffer();
+        panel_.Release();
     };
 }
 
@@ -105,6 +134,7 @@ LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam,
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (const std::optional<LRESULT> answer = panel_.HandleMessage(message, wParam, lParam)) return *answer;
     switch (message) {
         case WM_COMMAND:
             if (LOWORD(wParam) == kExitCommand) EndProgram();
@@ -115,11 +145,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SIZE:
             OnSize(wParam, lParam);
             return 0;
-        case WM_PAINT:
-            panel_.Paint(window_, player_.state.settings);
+        case WM_DPICHANGED:
+            FollowDpi(*reinterpret_cast<const RECT*>(lParam));
             return 0;
-        case WM_ERASEBKGND:
-            return 1;  // Paint covers every pixel
         case WM_ENDSESSION:
             // No destroy message follows when the user logs off.
             if (wParam != 0) DestroyWindow(window_);
@@ -157,9 +185,24 @@ void MainWindow::OnSize(WPARAM kind, LPARAM size) {
     InvalidateRect(window_, nullptr, FALSE);
 }
 
+// On a monitor of another scale the system proposes a size at which the window looks as large as before.
+void MainWindow::FollowDpi(const RECT& proposed) {
+    SetWindowPos(window_, nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
+                 proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 void MainWindow::RefreshPanel() {
-    if (IsWindowVisible(window_) == 0 || IsIconic(window_) != 0) return;
-    panel_.Show(window_, MakePanelText(player_.state.playback));
+    if (!panel_.CanBeSeen()) return;
+    const AppState& state = player_.state;
+    panel_.Show(MakePanelModel(state, ReadChannel(state.playback)), MakePanelTheme(state.settings));
+}
+
+void MainWindow::RunPanelAction(const PanelAction& action) {
+    const auto isMeant = [&](const PanelCommand& command) { return command.element == action.element; };
+    const auto command = std::find_if(kPanelCommands.begin(), kPanelCommands.end(), isMeant);
+    if (command == kPanelCommands.end()) return;
+    command->run(player_, action.value);
+    RefreshPanel();
 }
 
 // Ends the program in order: everything is saved and released, then the message loop is left.

@@ -29,7 +29,9 @@ private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnTimer(WPARAM timer);
     void OnSize(WPARAM kind, LPARAM size);
+    void FollowDpi(const RECT& proposed);
     void RefreshPanel();
+    void RunPanelAction(const PanelAction& action);
     void EndProgram();
     void KillTimers();
 
