@@ -16,6 +16,7 @@
 #include "playback/sound_fonts.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
+#include "playback/transport.h"
 #include "playback/volume.h"
 #include "tests/console_capture.h"
 #include "tests/playback/fake_audio.h"

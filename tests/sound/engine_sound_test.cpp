@@ -7,6 +7,7 @@
 #include "playback/loudness.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
+#include "playback/transport.h"
 #include "playback/volume.h"
 #include "tests/console_capture.h"
 #include "tests/playback/fake_clock.h"
