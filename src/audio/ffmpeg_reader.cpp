@@ -198,8 +198,8 @@ bool FfmpegReader::SendPacket() {
         read = av_read_frame(format_.get(), packet_.get());
     } while (read >= 0 && packet_->stream_index != stream_->index);
     drained_ = read < 0;
-    if (!walk_ && packet_->pos >= 0 && packet_->dts != AV_NOPTS_VALUE &&
-        stream_->codecpar->codec_id == AV_CODEC_ID_MP3 && std::string_view(format_->iformat->name) == "mp3") {
+    // From the first packet on, its place and time are known.
+    if (!walk_ && IsMp3File() && packet_->pos >= 0 && packet_->dts != AV_NOPTS_VALUE) {
         walk_.emplace(*format_, *stream_, packet_->pos, packet_->dts);
     }
     const int sent = avcodec_send_packet(decoder_.get(), drained_ ? nullptr : packet_.get());
