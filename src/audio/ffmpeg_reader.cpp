@@ -24,8 +24,8 @@ constexpr const char* kFormats = "mp3,aac,mov,flac,ogg,wav";
 constexpr int kMaxChannels = 64;
 constexpr int kMinRate = 1000;
 constexpr int kMaxRate = 768000;
-constexpr int kMaxBadPackets = 250;                       // in a row, before the rest of a file is given up
-constexpr size_t kMaxAllocation = size_t{256} << 20;      // bytes at once; a broken file may claim to need any number
+constexpr int kMaxBadPackets = 250;                  // in a row, before the rest of a file is given up
+constexpr size_t kMaxAllocation = size_t{96} << 20;  // bytes at once; the table of a 24 hour M4A file takes as much
 constexpr int64_t kMaxWalkAtOpening = int64_t{64} << 20;  // bytes; takes 20 ms, or a second from a slow disk
 constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
 
@@ -161,7 +161,7 @@ int FfmpegReader::OpenDecoder() {
 
 // Leaves the next decoded frame in frame_ and its end in position_.
 bool FfmpegReader::Decode() {
-    for (int bad = 0; bad < kMaxBadPackets;) {
+    for (int bad = 0; bad < kMaxBadPackets && !cancelled_.load();) {
         const int received = avcodec_receive_frame(decoder_.get(), frame_.get());
         if (received == AVERROR_EOF) return false;
         if (received == AVERROR(EAGAIN)) {
@@ -198,8 +198,8 @@ bool FfmpegReader::SendPacket() {
         read = av_read_frame(format_.get(), packet_.get());
     } while (read >= 0 && packet_->stream_index != stream_->index);
     drained_ = read < 0;
-    if (!walk_ && packet_->pos >= 0 && packet_->dts != AV_NOPTS_VALUE &&
-        stream_->codecpar->codec_id == AV_CODEC_ID_MP3 && std::string_view(format_->iformat->name) == "mp3") {
+    // From the first packet on, its place and time are known.
+    if (!walk_ && IsMp3File() && packet_->pos >= 0 && packet_->dts != AV_NOPTS_VALUE) {
         walk_.emplace(*format_, *stream_, packet_->pos, packet_->dts);
     }
     const int sent = avcodec_send_packet(decoder_.get(), drained_ ? nullptr : packet_.get());

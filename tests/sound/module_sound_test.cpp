@@ -22,6 +22,7 @@ TEST_F(ModuleSound, PlaysAtItsPitchForItsLength) {
         BASS_CHANNELINFO info{};
         ASSERT_TRUE(BASS_ChannelGetInfo(music, &info));
         EXPECT_EQ(info.ctype, BASS_CTYPE_MUSIC_MOD);
+        EXPECT_STREQ(BASS_ChannelGetTags(music, BASS_TAG_MUSIC_NAME), "test module");
         ASSERT_TRUE(BASS_ChannelPlay(music, false));
         Render(kRate / 4);
         EXPECT_NEAR(FrequencyOf(Left(Render(kRate / 2)), kRate), 7093789.2 / (2 * period) / 32, 1.0);
