@@ -20,13 +20,15 @@ uint64_t NextNumber() {
 
 }  // namespace
 
-Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags)
+Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags, uint32_t frees)
     : number_(NextNumber()),
       source_(std::move(source)),
       format_(source_->Format()),
       path_(request.path),
       flags_(flags),
+      frees_(frees),
       mixRate_(request.mixRate),
+      aheadMs_(source_->AheadMs()),
       ring_(RingFrames(request.mixRate)),
       volume_(request.mixRate),
       level_(request.mixRate),

@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,7 +39,8 @@ struct Sounded {
 
 class Channel {
 public:
-    Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags);
+    // `frees`: the handle of the channel that is freed together with this one, or 0.
+    Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags, uint32_t frees = 0);
 
     // Which one it is, not 0. Unlike its address, it is never that of a later one.
     uint64_t Number() const { return number_; }
@@ -62,6 +64,16 @@ public:
     const SourceFormat& Format() const { return format_; }
     const std::string& Path() const { return path_; }
     uint32_t Flags() const { return flags_; }
+    uint32_t Frees() const { return frees_; }
+
+    // The tempo in percent, if the source has one.
+    std::optional<float> Tempo() const { return source_->Tempo(); }
+    void SetTempo(float percent) { source_->SetTempo(percent); }
+
+    // For a channel that is not played: lends its source to one that is. False when it is lent already.
+    bool BorrowSource() { return !lent_.exchange(true); }
+    void ReturnSource() { lent_ = false; }
+    Source& DecodedSource() { return *source_; }
 
     // Whether the callback would get `frames` frames, or all there will be, now. For rendering faster than time.
     bool ReadyFor(size_t frames) const;
@@ -93,6 +105,7 @@ private:
     bool TakeRejoin();
     bool WantsRejoin() const { return rejoinOrders_.load() != rejoined_.load() && !ring_.Splicing(); }
     uint64_t DecodeSplice(uint64_t from);
+    void MarkPlace();
     double OwnFrameAt(uint64_t taken, uint64_t latency) const;
     size_t FramesWanted() const;
     size_t FramesAhead() const;
@@ -107,7 +120,8 @@ private:
     std::unique_ptr<Source> source_;
     SourceFormat format_;
     std::string path_;
-    uint32_t flags_, mixRate_;
+    uint32_t flags_, frees_, mixRate_, aheadMs_;
+    std::atomic<bool> lent_{false};
 
     FrameRing ring_;
     Volume volume_;

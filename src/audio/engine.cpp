@@ -54,6 +54,7 @@ bool Engine::FreeChannel(uint32_t handle) {
     if (channel == nullptr) return false;
     mixer_.Remove(channel);
     decoders_.Drop(channel);
+    if (channel->Frees() != 0) FreeChannel(channel->Frees());
     return true;
 }
 

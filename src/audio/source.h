@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,12 @@ struct SourceFormat {
 struct SourceRead {
     size_t frames = 0;   // written
     bool atEnd = false;  // nothing follows; never so for a source that loops, unless it is broken
+};
+
+// Where the next frame of a source lies, and how many own frames a mixed frame is from there on.
+struct SourcePlace {
+    double frame = 0.0;
+    double pace = 1.0;
 };
 
 class Source {
@@ -50,6 +57,15 @@ public:
     virtual bool Seek(int64_t frame) = 0;
     // As Seek, but to sound from there as if it had been playing on, for a place that is about to be heard.
     virtual bool Rejoin(int64_t frame) { return Seek(frame); }
+
+    // For a source whose frames cannot be counted on from where it last was: where the next one lies.
+    virtual std::optional<SourcePlace> Place() { return std::nullopt; }
+    // How far to decode ahead.
+    virtual uint32_t AheadMs() const { return 2000; }
+
+    // Any thread: the tempo of a source that has one, as OpenTempoSource makes.
+    virtual bool SetTempo(float) { return false; }
+    virtual std::optional<float> Tempo() const { return std::nullopt; }
 
     // Any thread: the fonts that a source sounds through from now on, and whether it has had none until now. Only a
     // MIDI source takes any; others return false.
