@@ -17,6 +17,7 @@ uint64_t FrameBytes(const Channel& channel) {
 bool BASS_ChannelPlay(uint32_t handle, bool restart) {
     const ChannelCall call(handle);
     if (!call) return false;
+    if ((call.channel->Flags() & BASS_STREAM_DECODE) != 0) return Fail(BASS_ERROR_DECODE);
     call.channel->Play(restart);
     call.engine->Decoders().Attend(call.channel);
     call.engine->TheOutput().Hasten();

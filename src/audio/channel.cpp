@@ -25,14 +25,16 @@ uint64_t NextNumber() {
 
 }  // namespace
 
-Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags)
+Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags, uint32_t frees)
     : number_(NextNumber()),
       source_(std::move(source)),
       format_(Folded(source_->Format())),
       tags_(source_->Tags()),
       path_(request.path),
       flags_(flags),
+      frees_(frees),
       mixRate_(request.mixRate),
+      aheadMs_(source_->AheadMs()),
       ring_(RingFrames(request.mixRate)),
       effects_(request.mixRate, format_.channels),
       volume_(request.mixRate),

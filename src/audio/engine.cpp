@@ -59,6 +59,7 @@ bool Engine::FreeChannel(uint32_t handle) {
     mixer_.Remove(channel);
     channel->Effects().Close();
     decoders_.Drop(channel);
+    if (channel->Frees() != 0) FreeChannel(channel->Frees());
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,12 @@ struct SourceFormat {
 struct SourceRead {
     size_t frames = 0;   // written
     bool atEnd = false;  // nothing follows; never so for a source that loops, unless it is broken
+};
+
+// Where the next frame of a source lies, and how many own frames a mixed frame is from there on.
+struct SourcePlace {
+    double frame = 0.0;
+    double pace = 1.0;
 };
 
 class Source {
@@ -58,6 +65,14 @@ public:
     // Any thread: reading ends as soon as the system lets it, and so does all that this source yields. For a source
     // that is going to be freed, perhaps while it waits for a drive that is gone.
     virtual void Cancel() {}
+    // For a source whose frames cannot be counted on from where it last was: where the next one lies.
+    virtual std::optional<SourcePlace> Place() { return std::nullopt; }
+    // How far to decode ahead.
+    virtual uint32_t AheadMs() const { return 2000; }
+
+    // Any thread: the tempo of a source that has one, as OpenTempoSource makes.
+    virtual bool SetTempo(float) { return false; }
+    virtual std::optional<float> Tempo() const { return std::nullopt; }
 
     // Any thread: the fonts that a source sounds through from now on, and whether it has had none until now. Only a
     // MIDI source takes any; others return false.
