@@ -13,11 +13,8 @@ TextLook TitleLook(const Frame& frame, float sizeUnits, Rgb color, float glow) {
 
 TextLook LabelLook(const Frame& frame, float sizeUnits, Rgb color, float alpha) {
     constexpr float kSpacing = 0.06F;  // of the size: capitals want air
-    const float size = sizeUnits * frame.scale;
-    return {{TextFace::kLabel, std::max(frame.Px(sizeUnits), 1), static_cast<int32_t>(std::lround(size * kSpacing))},
-            color,
-            alpha,
-            0.0F};
+    const int32_t spacingPx = std::max(static_cast<int32_t>(std::lround(sizeUnits * frame.scale * kSpacing)), 1);
+    return {{TextFace::kLabel, std::max(frame.Px(sizeUnits), 1), spacingPx}, color, alpha, 0.0F};
 }
 
 int32_t PaintText(Brush& brush, const std::string& text, const TextLook& look, float x, float baseline, Align align) {

@@ -54,13 +54,15 @@ void Canvas::Blend(uint32_t& pixel, uint32_t color, int32_t alpha) {
 void Canvas::Paint(const Coverage& coverage, int32_t x, int32_t y, const Shade& shade) {
     const PixelBox box = Intersect(clip_, {x, y, coverage.Width(), coverage.Height()});
     const auto opacity = static_cast<int32_t>(std::lround(std::clamp(shade.alpha, 0.0F, 1.0F) * 257.0F));
+    if (box.width == 0) return;
     for (int32_t row = box.y; row < box.y + box.height; ++row) {
         const uint32_t color = ColorInRow(shade, row - y, coverage.Height());
-        const uint8_t* const covered = coverage.Row(row - y) - x;
+        const uint8_t* const covered = coverage.Row(row - y);
         uint32_t* const pixels = pixels_ + static_cast<size_t>(row) * width_;
         for (int32_t column = box.x; column < box.x + box.width; ++column) {
-            if (covered[column] == 0) continue;
-            const int32_t alpha = std::min((covered[column] * opacity + 128) >> 8, 256);
+            const int32_t share = covered[column - x];
+            if (share == 0) continue;
+            const int32_t alpha = std::min((share * opacity + 128) >> 8, 256);
             Blend(pixels[column], color, alpha * FadeAt(column) >> 8);
         }
     }

@@ -25,7 +25,7 @@ Coverage::Coverage(int32_t width, int32_t height)
 
 void Coverage::Blur(int32_t radiusPx) {
     constexpr int kPasses = 2;  // two boxes make a triangle, close enough to a bell for a glow
-    if (radiusPx < 1) return;
+    if (radiusPx < 1 || values_.empty()) return;
     std::vector<uint8_t> copy;
     for (int pass = 0; pass < kPasses; ++pass) {
         for (int32_t y = 0; y < height_; ++y)

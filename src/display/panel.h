@@ -33,6 +33,7 @@ struct PanelModel {
     std::string playlist;   // "2/12"
     int32_t favoriteCount = 0;
     float volume = 0.0F;  // 0 to 1
+    // How songs are drawn. No record holds it; the defaults say what the selection does.
     bool shuffle = true;
     FavoriteFilter filter = FavoriteFilter::kNone;
     PlayRange range = PlayRange::kLibrary;

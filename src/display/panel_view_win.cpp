@@ -22,13 +22,16 @@ void PanelView::Attach(HWND window, const ElementSet& enabled) {
     tooltips_.Create(window);
 }
 
-bool PanelView::CanBeSeen() const {
-    return window_ != nullptr && hullrider::CanBeSeen(window_);
+bool PanelView::CanBeSeen() {
+    if (window_ != nullptr && hullrider::CanBeSeen(window_)) return true;
+    StopMotion();
+    return false;
 }
 
 void PanelView::Show(const PanelModel& model, const PanelTheme& theme) {
     if (theme != theme_) {
         theme_ = theme;
+        painter_.Release();
         surface_.reset();
         InvalidateRect(window_, nullptr, FALSE);
     }

@@ -37,8 +37,8 @@ public:
     // Takes a window's client area. Elements that are not enabled are shown as such and do not answer.
     void Attach(HWND window, const ElementSet& enabled);
 
-    // Whether there is anyone to show something to.
-    bool CanBeSeen() const;
+    // Whether there is anyone to show something to. If not, nothing moves until the next Show.
+    bool CanBeSeen();
 
     // Takes what to show from now on; what looks different is painted with the next WM_PAINT.
     void Show(const PanelModel& model, const PanelTheme& theme);

@@ -91,7 +91,6 @@ TEST(Canvas, HalfOfAColorIsHalfwayThereAndLeavesTheOtherPartsAlone) {
 
 TEST(SegmentDigits, AreAllDifferentAndAsWideAsTheySay) {
     constexpr float kScale = 3.0F;
-    std::vector<double> areas;
     Coverage eight(200, 70);
     AddSegmentText(eight, kScale, "8", 1.0F, 1.0F);
     for (const char* digit : {"0", "1", "2", "3", "4", "5", "6", "7", "9"}) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <psapi.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace hullrider {
@@ -145,10 +146,26 @@ TEST_F(PanelViewTest, AWindowWhollyBehindAnotherIsNotSeen) {
                                      nullptr, nullptr, nullptr, nullptr);
     SetWindowPos(cover, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     EXPECT_FALSE(view_.CanBeSeen());
+    EXPECT_EQ(KillTimer(window_, kPanelMotionTimer), FALSE) << "it moves for nobody";
     SetWindowPos(cover, nullptr, 5, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     EXPECT_TRUE(view_.CanBeSeen());
     DestroyWindow(cover);
     EXPECT_TRUE(view_.CanBeSeen());
+}
+
+// Wine counts no objects; but its handles are numbers in a table whose free places are used again, so that the highest
+// of some new ones grows with what is not deleted.
+DWORD GdiObjectsInUse() {
+    const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    if (counted != 0) return counted;
+    std::vector<HBRUSH> brushes;
+    DWORD highest = 0;
+    for (int i = 0; i < 64; ++i) {
+        brushes.push_back(CreateSolidBrush(RGB(1, 2, i)));
+        highest = std::max(highest, static_cast<DWORD>(reinterpret_cast<UINT_PTR>(brushes.back()) & 0xFFFFU));
+    }
+    for (const HBRUSH brush : brushes) DeleteObject(brush);
+    return highest;
 }
 
 TEST_F(PanelViewTest, TenThousandRedrawsLeaveNothingBehind) {
@@ -170,11 +187,11 @@ TEST_F(PanelViewTest, TenThousandRedrawsLeaveNothingBehind) {
         return counters.PrivateUsage;
     };
     redraw(1000);
-    const DWORD objects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    const DWORD objects = GdiObjectsInUse();
     const SIZE_T before = memory();
     redraw(10000);
     RecordProperty("memoryGrowthKiB", static_cast<int>((memory() - before) / 1024));
-    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), objects + 2);
+    EXPECT_LE(GdiObjectsInUse(), objects + 16);
     EXPECT_LT(memory(), before + (4U << 20U));
 }
 
