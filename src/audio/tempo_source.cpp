@@ -36,8 +36,10 @@ public:
     int64_t Length() const override { return inner_.Length(); }
     int64_t LoopLength() const override { return inner_.LoopLength(); }
     int64_t LoopStart() const override { return inner_.LoopStart(); }
+    TagBlock Tags() const override { return inner_.Tags(); }
     SourceRead Read(float* out, size_t frames) override;
     bool Seek(int64_t frame) override;
+    void Cancel() override { inner_.Cancel(); }
     uint32_t AheadMs() const override { return kAheadMs; }
     std::optional<SourcePlace> Place() override;
     bool SetTempo(float percent) override {
