@@ -21,9 +21,9 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMaxFileBytes = size_t{32} << 20;
-constexpr double kReleaseSeconds = 1.5;    // for the last notes and their reverb
-constexpr size_t kMostNotesAtOnce = 1000;  // of a block; FluidSynth sounds 256, and each costs time
-constexpr int64_t kBlockFrames = 64;       // FluidSynth's own; events take effect at its beginning
+constexpr double kReleaseSeconds = 1.5;   // for the last notes and their reverb
+constexpr size_t kMostNotesAtOnce = 256;  // of a block; FluidSynth sounds no more
+constexpr int64_t kBlockFrames = 64;      // FluidSynth's own; events take effect at its beginning
 
 // Fonts differ in loudness by 10 dB and more, and songs do too. Each song is brought to the level at which recorded
 // music lies, as far as that is no caricature of a soft piece or of a font that has few of its instruments.

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <mutex>
 #include <string>
+#include <utility>
 
 #include "audio/ring.h"
 #include "platform/console.h"
@@ -24,6 +25,13 @@ constexpr size_t kQuietMs = 500;
 
 // As loud as recorded music usually is; by its own default FluidSynth is 14 dB softer.
 constexpr double kGain = 1.0;
+
+// The room, which FluidSynth's versions have each by a default of their own.
+constexpr std::pair<const char*, double> kRoom[] = {
+    {"synth.reverb.room-size", 0.2}, {"synth.reverb.damp", 0.0},  {"synth.reverb.width", 0.5},
+    {"synth.reverb.level", 0.9},     {"synth.chorus.level", 2.0}, {"synth.chorus.speed", 0.3},
+    {"synth.chorus.depth", 8.0},
+};
 
 void PrintSynthError(int, const char* message, void*) {
     PrintErrorLine(std::string("MIDI synthesizer: ") + message);
@@ -65,6 +73,7 @@ Synth::Synth(uint32_t rate) : rate_(rate) {
     fluid_settings_setnum(settings_.get(), "synth.gain", kGain);
     fluid_settings_setint(settings_.get(), "synth.reverb.active", 1);
     fluid_settings_setint(settings_.get(), "synth.chorus.active", 1);
+    for (const auto& [name, value] : kRoom) fluid_settings_setnum(settings_.get(), name, value);
     fluid_settings_setint(settings_.get(), "synth.threadsafe-api", 0);
     fluid_settings_setint(settings_.get(), "synth.lock-memory", 0);
     // A song uses a few of a font's presets; only their samples are read.
