@@ -76,6 +76,7 @@ TEST_F(TempoSound, ThePlaceIsTheOneHeardAtAnyTempoAndAcrossChangesAndSeeks) {
         Render(kRate);
         ExpectPlace(stream, "later");
         ASSERT_TRUE(SeekToFrame(stream, kRate * 20));
+        Render(300);  // while it rises
         ExpectPlace(stream, "right after a seek");
         Render(kRate);
         ExpectPlace(stream, "after a seek");
