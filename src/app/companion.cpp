@@ -27,16 +27,27 @@ std::string FindCompanionGame(const std::string& programFolder) {
     }
 }
 
-void WriteCompanionExports(const AppState& state) {
+void WriteLibraryExport(const AppState& state) {
     std::string songs;
     for (const Playlist& playlist : state.library.playlists) {
         for (const Song& song : playlist.songs) songs += song.songPath + '\n';
     }
+    WriteExport(state.folders.hullriderPath, "\\MusicLibraryCache.txt", songs);
+}
+
+void WriteFavoritesExport(const AppState& state) {
+    std::string favorites;
+    for (const FavoriteEntry& entry : state.favorites.list) favorites += entry.songPath + '\n';
+    WriteExport(state.folders.hullriderPath, "\\SongFavs.txt", favorites);
+}
+
+void WriteCompanionExports(const AppState& state) {
     std::string directories;
     for (const std::string& directory : state.settings.directoryPaths) directories += directory + '\n';
 
     const std::string& folder = state.folders.hullriderPath;
-    WriteExport(folder, "\\MusicLibraryCache.txt", songs);
+    WriteLibraryExport(state);
+    WriteFavoritesExport(state);
     WriteExport(folder, "\\MusicPaths.txt", directories);
     WriteExport(folder, "\\SoundFontsPath.Txt", state.folders.soundFontDirectoryPath + '\n');
 }

@@ -17,8 +17,11 @@ inline constexpr bool kCompanionEdition = false;
 std::string FindCompanionGame(const std::string& programFolder);
 
 // The plain-text lists that the game reads, one entry a line, into the game's folder: the songs' paths as
-// "MusicLibraryCache.txt", the music directories as "MusicPaths.txt", the SoundFont folder as "SoundFontsPath.Txt". A
-// file that cannot be written is told on the error stream.
+// "MusicLibraryCache.txt", the favourites' paths as "SongFavs.txt", the music directories as "MusicPaths.txt", the
+// SoundFont folder as "SoundFontsPath.Txt". A file that cannot be written is told on the error stream. The game's
+// folder must be known.
 void WriteCompanionExports(const AppState& state);
+void WriteLibraryExport(const AppState& state);    // the first of them
+void WriteFavoritesExport(const AppState& state);  // the second
 
 }  // namespace hullrider

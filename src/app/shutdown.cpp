@@ -1,6 +1,7 @@
 #include "app/shutdown.h"
 
 #include "app/companion.h"
+#include "app/favorites_files.h"
 #include "app/settings_file.h"
 #include "library/cache.h"
 #include "platform/console.h"
@@ -24,6 +25,7 @@ void SaveAndShutdown(Player& player) {
     if (shell.companionExport && gameIsKnown) WriteCompanionExports(state);
     FreeAllStreams(state.playback, state.soundFonts);
     CloseControllers(player.controllers);
+    SaveFavoriteFile(state);
     if (gameIsKnown) WriteRunningMarker(state.folders.hullriderPath, "no");
 }
 

@@ -6,6 +6,7 @@
 
 #include "app/companion.h"
 #include "app/data_directory.h"
+#include "app/favorites_files.h"
 #include "app/settings_file.h"
 #include "audio/bass.h"
 #include "library/cache.h"
@@ -34,7 +35,7 @@ void Recount(AppState& state) {
 }
 
 void Rescan(AppState& state, const std::vector<std::string>& directories) {
-    RescanMusicLibrary(state.library, directories, state.shell.libraryCachePath);
+    RescanMusicLibrary(state.library, directories, state.shell.libraryCachePath, FavoritesMerger(state));
     Recount(state);
 }
 
@@ -63,7 +64,8 @@ void LoadLibrary(AppState& state) {
             PrintLine("No directory paths available to update music library.");
         } else {
             PrintLine(kUpdatingText);
-            RescanMusicLibrary(state.library, state.settings.directoryPaths, state.shell.libraryCachePath);
+            RescanMusicLibrary(state.library, state.settings.directoryPaths, state.shell.libraryCachePath,
+                               FavoritesMerger(state));
         }
     }
     Recount(state);
@@ -181,7 +183,7 @@ void AddCompanionMusic(AppState& state) {
 
 void TryDefaultMusicFolder(AppState& state) {
     if (state.library.typedSongCount > 0 || state.shell.libraryCachePath.empty()) return;
-    ScanDefaultMusicFolder(state.library, WorkingFolder(), state.shell.libraryCachePath);
+    ScanDefaultMusicFolder(state.library, WorkingFolder(), state.shell.libraryCachePath, FavoritesMerger(state));
     Recount(state);
 }
 
@@ -218,6 +220,8 @@ void RunStartupSequence(Player& player) {
     HealLibrary(player);
     TryDefaultMusicFolder(state);
     if (!state.folders.hullriderPath.empty()) WriteRunningMarker(state.folders.hullriderPath, "yes");
+    LoadFavoriteFiles(state);
+    Recount(state);
     PlayNext(state, player.random);
     PrintAudiobookSummary(state.audiobooks);
     if (state.shell.companionExport && !state.folders.hullriderPath.empty()) WriteCompanionExports(state);
