@@ -1,8 +1,6 @@
 // library_bench [ROUNDS]: what the library costs with 100 000 songs in 5 000 folders, each figure beside its yardstick
 // and its limit. Makes its tree of empty files in the temporary folder and removes it. Needs `find`.
 #include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -14,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/run_program.h"
 #include "library/cache.h"
 #include "library/scan.h"
 #include "library/song_counts.h"
@@ -35,24 +34,6 @@ void MakeTree(const fs::path& music) {
             const char* const extension = song % 10 == 0 ? ".mid" : song % 10 == 1 ? ".xm" : ".mp3";
             std::ofstream(album / (std::to_string(song) + " - The title of a song" + extension));
         }
-    }
-}
-
-// Runs a program to its end with its output thrown away, or written to `output`.
-void Run(std::vector<std::string> arguments, const char* output = "/dev/null") {
-    std::vector<char*> pointers;
-    for (std::string& argument : arguments) pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output, O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    pid_t process = 0;
-    int status = 0;
-    const int failed = posix_spawnp(&process, pointers[0], &actions, nullptr, pointers.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (failed != 0 || waitpid(process, &status, 0) != process || status != 0) {
-        std::fprintf(stderr, "%s failed\n", pointers[0]);
-        std::exit(1);
     }
 }
 
@@ -116,7 +97,7 @@ Timings MeasureRounds(const std::string& music, const std::string& cache, int ro
     MusicLibrary library;
     for (int round = 0; round <= rounds; ++round) {
         MusicLibrary loaded;
-        const double findMs = MillisecondsOf([&] { Run({"find", music, "-type", "f"}); });
+        const double findMs = MillisecondsOf([&] { RunProgram({"find", music, "-type", "f"}); });
         const double scanMs = MillisecondsOf([&] { library.playlists = ScanDirectory(music, library); });
         const double saveMs = MillisecondsOf([&] { SaveMusicLibraryCache(cache, library); });
         const double loadMs = MillisecondsOf([&] { loaded.playlists = LoadMusicLibraryCache(cache); });
@@ -168,7 +149,7 @@ void Bench(int rounds) {
         timings = MeasureRounds(music, cache, rounds);
     }
     const std::string report = folder.At("memory");
-    Run({"/proc/self/exe", "--memory-of-load", cache}, report.c_str());
+    RunProgram({"/proc/self/exe", "--memory-of-load", cache}, report.c_str());
     double peakMb = 0.0, ownMb = 0.0;
     std::ifstream(report) >> peakMb >> ownMb;
 

@@ -9,6 +9,7 @@
 #include "app/startup.h"
 #include "audio/output_choice.h"
 #include "platform/console.h"
+#include "playback/loudness.h"
 #include "playback/play_next.h"
 
 namespace hullrider {
@@ -17,6 +18,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kPollPeriod{100};
+constexpr std::chrono::milliseconds kMeterPeriod{250};
 
 std::atomic<bool> interrupted{false};
 
@@ -25,18 +27,23 @@ bool RunCommand(Player& player, const std::string& line) {
     if (line == "quit") return true;
     if (line == "NEXT_SONG") {
         PrintLine("Next Song...");
-        PlayNext(player.state, player.random);
+        PlayNext(player.state, player.draws);
     }
     return false;
 }
 
 void RunUntilTheEnd(Player& player) {
     const Clock::time_point start = Clock::now();
+    Clock::time_point nextLevel = start;
     ConsoleInput input;
     while (!interrupted) {
         const std::optional<std::string> line = input.WaitForLine(kPollPeriod);
         if (line && RunCommand(player, *line)) return;
         PollPlayer(player);
+        if (Clock::now() >= nextLevel) {
+            SampleLoudness(player.state.playback);
+            nextLevel = Clock::now() + kMeterPeriod;
+        }
         const std::chrono::duration<double> elapsed = Clock::now() - start;
         if (player.options.forSec && elapsed.count() >= *player.options.forSec) return;
     }

@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "app/simulate.h"
 #include "platform/console.h"
 
 namespace hullrider {
@@ -19,6 +20,10 @@ int RunFront(const std::vector<std::string>& arguments, const std::function<int(
         return 0;
     }
     try {
+        if (options.simulate) {
+            PrintLine(SimulationText(options));
+            return 0;
+        }
         return run(options);
     } catch (const std::exception& failure) {
         tell(failure.what());

@@ -9,8 +9,9 @@
 
 namespace hullrider {
 
-// Reads the arguments (UTF-8, without the program's name), answers --help and --version itself, and otherwise calls
-// `run`. Returns the exit status: that of `run`, 2 for a bad option, or 1 when `run` threw; then `tell` receives why.
+// Reads the arguments (UTF-8, without the program's name), answers --help, --version and --simulate itself, and
+// otherwise calls `run`. Returns the exit status: that of `run`, 2 for a bad option, or 1 when `run` threw; then `tell`
+// receives why.
 int RunFront(const std::vector<std::string>& arguments, const std::function<int(const RunOptions&)>& run,
              const std::function<void(const std::string&)>& tell);
 

@@ -7,6 +7,7 @@
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "platform/console.h"
+#include "playback/loudness.h"
 
 namespace hullrider {
 
@@ -21,7 +22,7 @@ constexpr float kLargestHeight = 458.0F;
 constexpr float kScreenShare = 0.9F;
 
 enum Timer : UINT_PTR {
-    kPanelTimer = 1,     // redraws the panel
+    kPanelTimer = 1,     // level meter, redraws the panel
     kLatchTimer = 2,     // watches held keys
     kPollTimer = 3,      // song over, next song
     kSlowPollTimer = 4,  // stream titles, audiobook position
@@ -134,6 +135,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 void MainWindow::OnTimer(WPARAM timer) {
     switch (timer) {
         case kPanelTimer:
+            SampleLoudness(player_.state.playback);
             RefreshPanel();
             break;
         case kPollTimer:

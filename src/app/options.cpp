@@ -19,6 +19,8 @@ constexpr std::string_view kHelp =
                         null: keep time, make no sound
                         wav:FILE: record to FILE what would be heard
   --for SECONDS         end by itself after that time
+  --simulate N          play nothing: choose N songs as the player would, with your library and settings, and tell what
+                        comes how often
   --version, --help)";
 
 bool ParseOutput(const std::string& value, OutputChoice& output) {
@@ -44,6 +46,16 @@ bool ParseSeconds(const std::string& value, std::optional<double>& seconds) {
     return true;
 }
 
+bool ParseCount(const std::string& value, std::optional<int64_t>& count) {
+    constexpr int64_t kMost = 1'000'000'000;
+    int64_t parsed = 0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), parsed);
+    if (error != std::errc() || end != value.data() + value.size()) return false;
+    if (parsed < 1 || parsed > kMost) return false;
+    count = parsed;
+    return true;
+}
+
 // An option that takes a value. False when the value makes no sense for it.
 bool ApplyValue(std::string_view name, const std::string& value, RunOptions& options) {
     if (value.empty()) return false;
@@ -55,6 +67,8 @@ bool ApplyValue(std::string_view name, const std::string& value, RunOptions& opt
         options.fallbackMusic = AbsolutePath(value);
     } else if (name == "--output") {
         return ParseOutput(value, options.output);
+    } else if (name == "--simulate") {
+        return ParseCount(value, options.simulate);
     } else {
         return ParseSeconds(value, options.forSec);
     }
@@ -63,7 +77,7 @@ bool ApplyValue(std::string_view name, const std::string& value, RunOptions& opt
 
 bool TakesValue(std::string_view name) {
     return name == "--data-dir" || name == "--music" || name == "--fallback-music" || name == "--output" ||
-           name == "--for";
+           name == "--for" || name == "--simulate";
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The command line, the same for both fronts.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,7 +16,8 @@ struct RunOptions {
     std::vector<std::string> music;            // music directories for this run, not saved
     std::optional<std::string> fallbackMusic;  // music directory for this run if none is configured, not saved
     OutputChoice output;
-    std::optional<double> forSec;  // end orderly after this time
+    std::optional<double> forSec;     // end orderly after this time
+    std::optional<int64_t> simulate;  // only tell what playing so many songs would be like
     bool showVersion = false;
     bool showHelp = false;
 };

@@ -7,7 +7,7 @@
 #include "app/options.h"
 #include "input/controllers.h"
 #include "platform/paths.h"
-#include "playback/random.h"
+#include "playback/draws.h"
 #include "state/app_state.h"
 
 namespace hullrider {
@@ -17,7 +17,7 @@ struct Player {
     bool companionEdition = kCompanionEdition;
     std::string programFolder = ProgramFolder();
     AppState state;
-    Random random;
+    Draws draws;
     ControllerSlots controllers;
 
     // What the front must let go at its place in the shutdown: timers, drawing objects, hotkeys. May be empty.

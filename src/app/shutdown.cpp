@@ -2,10 +2,12 @@
 
 #include "app/companion.h"
 #include "app/favorites_files.h"
+#include "app/listening_files.h"
 #include "app/settings_file.h"
 #include "library/cache.h"
 #include "platform/console.h"
 #include "platform/paths.h"
+#include "playback/listening.h"
 #include "playback/running_marker.h"
 #include "playback/stream_slots.h"
 
@@ -18,14 +20,18 @@ void SaveAndShutdown(Player& player) {
     AppState& state = player.state;
     const ShellState& shell = state.shell;
     const bool gameIsKnown = !state.folders.hullriderPath.empty();
+    EndListening(state);
+    SaveStatisticsFile(state);
     if (player.releaseFront) player.releaseFront();
     if (state.audiobooks.bookCount == 0) PrintLine("No audiobooks to save. Skipping save operation.");
     SaveSettings(StatePath(shell.dataDirectory, "\\MusicSettings.json"), state.settings);
+    SavePlayCountsFile(state);
     if (!shell.libraryCachePath.empty()) SaveMusicLibraryCache(shell.libraryCachePath, state.library);
     if (shell.companionExport && gameIsKnown) WriteCompanionExports(state);
     FreeAllStreams(state.playback, state.soundFonts);
     CloseControllers(player.controllers);
     SaveFavoriteFile(state);
+    SaveSongHistoryFile(state);
     if (gameIsKnown) WriteRunningMarker(state.folders.hullriderPath, "no");
 }
 

@@ -4,8 +4,10 @@
 // - A handle is never reused while the program runs. A call on a freed or wrong handle fails and touches nothing.
 // - Every function may be called from any thread except the device's callback. Failures leave a code for
 //   BASS_ErrorGetCode, kept for each thread; a success sets BASS_OK.
+// - A channel is mono or stereo: files with more channels are folded down to two.
 // - Bytes are those of the channel's own interleaved 32-bit float frames: 4 * channels a frame, at its own sample rate.
-// - Positions are those of what is heard. The level is that of the data before the volume is applied.
+// - Positions are those of what is heard. The level is that of the data after its effects and
+//   before the volume is applied.
 // - A volume slide is linear in amplitude, to the sample, from the volume at which it begins.
 #pragma once
 
@@ -15,6 +17,8 @@ using HSTREAM = uint32_t;     // a file, MIDI or network stream
 using HMUSIC = uint32_t;      // a tracker module
 using HPLUGIN = uint32_t;     // a decoder, all of which are built in
 using HSOUNDFONT = uint32_t;  // a SoundFont in memory
+using HDSP = uint32_t;        // a procedure in a channel's sound
+using HFX = uint32_t;         // a filter in a channel's sound
 
 // Error codes.
 inline constexpr int BASS_OK = 0;
@@ -62,7 +66,7 @@ inline constexpr uint32_t BASS_LEVEL_ERROR = ~uint32_t{0};
 
 struct BASS_CHANNELINFO {
     uint32_t freq;         // sample rate, Hz
-    uint32_t chans;        // channels
+    uint32_t chans;        // channels, 1 or 2
     uint32_t flags;        // those given at creation
     uint32_t ctype;        // one of the BASS_CTYPE values
     const char* filename;  // UTF-8; valid while the channel lives
@@ -77,6 +81,51 @@ struct BASS_MIDI_FONT {
     HSOUNDFONT font;
     int preset;
     int bank;
+};
+
+// Gets `length` bytes of a channel's sound, interleaved floats at the mixing rate, to change them in place: mono for a
+// channel that is mono, else stereo. `dsp` and `channel` are the handles. Runs in the device's callback: it must not
+// wait, allocate or call this library.
+using DSPPROC = void(HDSP dsp, uint32_t channel, void* buffer, uint32_t length, void* user);
+
+// Types of effects: each is one second-order filter.
+inline constexpr uint32_t BASS_FX_BFX_PEAKEQ = 0x10004;
+inline constexpr uint32_t BASS_FX_BFX_BQF = 0x10013;
+
+// lChannel: all that there are; no other value is taken.
+inline constexpr int BASS_BFX_CHANALL = -1;
+
+// lFilter of a BASS_BFX_BQF.
+inline constexpr int BASS_BFX_BQF_LOWPASS = 0;
+inline constexpr int BASS_BFX_BQF_HIGHPASS = 1;
+inline constexpr int BASS_BFX_BQF_BANDPASS = 2;    // 0 dB at its centre
+inline constexpr int BASS_BFX_BQF_BANDPASS_Q = 3;  // a gain of Q at its centre
+inline constexpr int BASS_BFX_BQF_NOTCH = 4;
+inline constexpr int BASS_BFX_BQF_ALLPASS = 5;
+inline constexpr int BASS_BFX_BQF_PEAKINGEQ = 6;
+inline constexpr int BASS_BFX_BQF_LOWSHELF = 7;
+inline constexpr int BASS_BFX_BQF_HIGHSHELF = 8;
+
+// Formulas and ranges: audio/biquad.h. A shelf goes by fS unless it is 0, all filters by fBandwidth unless it is 0,
+// else by fQ.
+struct BASS_BFX_BQF {
+    int lFilter;
+    float fCenter;     // Hz
+    float fGain;       // dB, of peaking filters and shelves
+    float fBandwidth;  // octaves
+    float fQ;
+    float fS;  // slope of a shelf
+    int lChannel;
+};
+
+// A peaking filter. An effect holds one band; its number is only kept.
+struct BASS_BFX_PEAKEQ {
+    int lBand;
+    float fBandwidth;  // octaves; when 0, fQ holds
+    float fQ;
+    float fCenter;  // Hz
+    float fGain;    // dB
+    int lChannel;
 };
 
 extern "C" {
@@ -130,6 +179,20 @@ bool BASS_ChannelIsSliding(uint32_t handle, uint32_t attribute);
 // Peak of the last moments, left in the low 16 bits and right in the high 16, 0 to 32768 each; BASS_LEVEL_ERROR when
 // the channel does not play.
 uint32_t BASS_ChannelGetLevel(uint32_t handle);
+
+// Effects change a channel's sound, those of higher priority first, then in the order in which they were set. They go
+// with their channel. Setting, changing and removing them makes no click.
+//
+// Once a procedure was removed, or its channel freed, it is not running and will not be called again.
+HDSP BASS_ChannelSetDSP(uint32_t handle, DSPPROC* procedure, void* user, int priority);
+bool BASS_ChannelRemoveDSP(uint32_t handle, HDSP dsp);
+
+// A filter does nothing until it gets parameters, nor at 0 dB; then it costs nothing either. Parameters out of range
+// fail with BASS_ERROR_ILLPARAM and change nothing. `parameters` is the struct of the effect's type.
+HFX BASS_ChannelSetFX(uint32_t handle, uint32_t type, int priority);
+bool BASS_ChannelRemoveFX(uint32_t handle, HFX fx);
+bool BASS_FXSetParameters(HFX fx, const void* parameters);
+bool BASS_FXGetParameters(HFX fx, void* parameters);
 
 // SoundFonts. A stream created before any font was set sounds as soon as it gets one.
 HSOUNDFONT BASS_MIDI_FontInit(const char* file, uint32_t flags);

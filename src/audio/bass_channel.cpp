@@ -69,8 +69,8 @@ uint64_t BASS_ChannelGetPosition(uint32_t handle, uint32_t mode) {
     const ChannelCall call(handle);
     if (!call) return BASS_QWORD_ERROR;
     if (mode != BASS_POS_BYTE) return Fail(BASS_ERROR_ILLTYPE), BASS_QWORD_ERROR;
-    const uint32_t latency = call.engine->TheOutput().LatencyFrames();
-    return static_cast<uint64_t>(call.channel->Position(latency)) * FrameBytes(*call.channel);
+    const int64_t position = call.channel->Position(call.engine->LatencyFrames());
+    return static_cast<uint64_t>(position) * FrameBytes(*call.channel);
 }
 
 bool BASS_ChannelSetPosition(uint32_t handle, uint64_t position, uint32_t mode) {

@@ -41,7 +41,7 @@ bool BASS_MIDI_StreamSetFonts(HSTREAM handle, const BASS_MIDI_FONT* fonts, uint3
     }
     const ChannelCall call(handle);
     if (!call) return false;
-    if (!call.channel->SetFonts(list, engine->TheOutput().LatencyFrames())) return Fail(BASS_ERROR_NOTAVAIL);
+    if (!call.channel->SetFonts(list, engine->LatencyFrames())) return Fail(BASS_ERROR_NOTAVAIL);
     call.engine->Decoders().Attend(call.channel);
     return true;
 }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/thread_priority.h"
+
 namespace hullrider {
 
 namespace {
@@ -38,6 +40,7 @@ uint32_t BlockClock::FramesLeft() const {
 }
 
 void BlockClock::Run() {
+    RaiseThreadPriority(Urgency::kSound);
     Clock::time_point start = Clock::now();
     uint64_t frames = 0;
     std::unique_lock lock(mutex_);

@@ -13,6 +13,11 @@ size_t RingFrames(uint32_t mixRate) {
     return size_t{mixRate} * 5 / 2;
 }
 
+SourceFormat Folded(SourceFormat format) {
+    format.channels = std::min<uint32_t>(format.channels, kStereo);
+    return format;
+}
+
 uint64_t NextNumber() {
     static std::atomic<uint64_t> last{0};
     return last.fetch_add(1) + 1;
@@ -23,14 +28,16 @@ uint64_t NextNumber() {
 Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags)
     : number_(NextNumber()),
       source_(std::move(source)),
-      format_(source_->Format()),
+      format_(Folded(source_->Format())),
       path_(request.path),
       flags_(flags),
       mixRate_(request.mixRate),
       ring_(RingFrames(request.mixRate)),
+      effects_(request.mixRate, format_.channels),
       volume_(request.mixRate),
       level_(request.mixRate),
-      control_(Pack({1, RunState::kStopped})) {}
+      control_(Pack({1, RunState::kStopped})),
+      rampIn_(request.mixRate) {}
 
 uint64_t Channel::Pack(Control control) {
     return control.generation << 2 | static_cast<uint64_t>(control.state);
@@ -96,31 +103,47 @@ int64_t Channel::Position(uint32_t latencyFrames) const {
     const std::lock_guard lock(mutex_);
     const Control control = LoadControl();
     if (ready_.load() != control.generation) return seekFrame_;
-    const uint64_t begin = begin_.load();
-    const uint64_t taken = std::max(ring_.Taken(), begin) - begin;
+    const uint64_t taken = ring_.Taken();
     // What the output still holds was not heard yet. It holds nothing from before a pause.
-    const uint64_t sinceResumed = taken - std::min(taken, std::max(resumedAt_, begin) - begin);
-    const uint64_t latency = control.state == RunState::kPlaying ? latencyFrames : 0;
-    const uint64_t heard = taken - std::min(sinceResumed, latency);
-    const int64_t position =
-        seekFrame_ + static_cast<int64_t>(static_cast<double>(heard) * format_.rate / mixRate_ + 0.5);
+    const uint64_t sinceResumed = taken - std::min(taken, resumedAt_);
+    const uint64_t latency = control.state == RunState::kPlaying ? std::min<uint64_t>(latencyFrames, sinceResumed) : 0;
+    const auto position = static_cast<int64_t>(OwnFrameAt(taken, latency) + 0.5);
     const int64_t loop = source_->LoopLength();
     return loop > 0 ? position % loop : position;
+}
+
+// Where in the source what is heard lies when the callback has come to `taken` and what it gave last is `latency`
+// frames from being heard.
+double Channel::OwnFrameAt(uint64_t taken, uint64_t latency) const {
+    uint64_t behind = latency;
+    auto mark = marks_.rbegin();
+    for (; mark + 1 != marks_.rend(); ++mark) {
+        if (taken >= mark->ring && taken - mark->ring >= behind) break;
+        // What lies before the mark: as far behind, but not through what was skipped.
+        if (taken < mark->ring) continue;
+        behind -= taken - mark->ring;
+        taken = mark->ring - mark->skipped;
+    }
+    const uint64_t begun = std::max(taken, mark->ring) - mark->ring;
+    return mark->own + static_cast<double>(begun - std::min(begun, behind)) * mark->pace;
 }
 
 bool Channel::SetFonts(const FontList& fonts, uint32_t latencyFrames) {
     const bool wasSilent = source_->LacksFonts();
     if (!source_->SetFonts(fonts)) return false;
-    // The silence that was rendered ahead gives way at once. Between two fonts the notes go on instead.
-    if (wasSilent) SetPosition(Position(latencyFrames));
+    if (wasSilent) {
+        SetPosition(Position(latencyFrames));
+    } else {
+        rejoinOrders_.fetch_add(1);
+    }
     return true;
 }
 
 bool Channel::ReadyFor(size_t frames) const {
     const Control control = LoadControl();
     if (control.state != RunState::kPlaying) return true;
-    if (ready_.load() != control.generation) return false;
-    return end_.load() != kNoEnd || ring_.Written() - std::max(ring_.Taken(), begin_.load()) >= frames;
+    if (ready_.load() != control.generation || WantsRejoin()) return false;
+    return end_.load() != kNoEnd || ring_.Ahead(begin_.load()) >= frames;
 }
 
 }  // namespace hullrider

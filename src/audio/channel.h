@@ -1,5 +1,5 @@
-// One stream or module: a source, the ring that is decoded ahead, its volume and its level. Three kinds of threads meet
-// here, each with its own functions below:
+// One stream or module: a source, the ring that is decoded ahead, its effects, its volume and its level. Three kinds of
+// threads meet here, each with its own functions below:
 //
 // - callers, any thread, behind the channel's mutex;
 // - one decoder thread at a time, which fills the ring;
@@ -16,7 +16,10 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
+#include "audio/declick.h"
+#include "audio/effect_rack.h"
 #include "audio/level_meter.h"
 #include "audio/ring.h"
 #include "audio/source.h"
@@ -33,6 +36,8 @@ enum class RunState : uint32_t { kStopped, kPlaying, kPaused, kEnded };
 struct Sounded {
     size_t frames = 0;
     float left = 0.0f, right = 0.0f;  // the last of them, as mixed
+    bool begins = false;              // they do not follow from what was heard before
+    size_t lacking = 0;               // frames that should have followed, had they been decoded in time
 };
 
 class Channel {
@@ -53,9 +58,11 @@ public:
     int64_t Position(uint32_t latencyFrames) const;
     int64_t Length() const { return source_->Length(); }
     void SetPosition(int64_t frame);
-    // False when the source has no use for fonts.
+    // False when the source has no use for fonts. They are heard within a quarter of a second, without a gap.
     bool SetFonts(const FontList& fonts, uint32_t latencyFrames);
 
+    EffectRack& Effects() { return effects_; }
+    const EffectRack& Effects() const { return effects_; }
     Volume& ChannelVolume() { return volume_; }
     const LevelMeter& Level() const { return level_; }
     const SourceFormat& Format() const { return format_; }
@@ -89,6 +96,10 @@ private:
     bool IsFresh() const;
 
     bool TakeSeek();
+    bool TakeRejoin();
+    bool WantsRejoin() const { return rejoinOrders_.load() != rejoined_.load() && !ring_.Splicing(); }
+    uint64_t DecodeSplice(uint64_t from);
+    double OwnFrameAt(uint64_t taken, uint64_t latency) const;
     size_t FramesWanted() const;
     size_t FramesAhead() const;
     size_t DecodePiece(size_t frames);
@@ -96,6 +107,7 @@ private:
 
     void PassOverVoid(Control control);
     size_t Take(Control control, float* out, size_t frames);
+    void BeginSounding(Control control, uint64_t firstFrame);
 
     // Fixed at creation.
     uint64_t number_;
@@ -105,6 +117,7 @@ private:
     uint32_t flags_, mixRate_;
 
     FrameRing ring_;
+    EffectRack effects_;
     Volume volume_;
     LevelMeter level_;
 
@@ -113,12 +126,23 @@ private:
     // and the one where it ends (kNoEnd: not known yet).
     static constexpr uint64_t kNoEnd = ~uint64_t{0};
     std::atomic<uint64_t> ready_{0}, begin_{0}, end_{kNoEnd};
+    std::atomic<bool> fromStart_{false};  // that generation begins where the source begins
     std::atomic<bool> starved_{false};
+    // How often callers wanted the source to sound anew from the place that is about to be heard, and which of these
+    // orders the decoder has obeyed.
+    std::atomic<uint32_t> rejoinOrders_{0}, rejoined_{0};
 
     // Callers and decoder, behind the mutex.
     mutable std::mutex mutex_;
     int64_t seekFrame_ = 0;   // where the newest generation begins in the source
     uint64_t resumedAt_ = 0;  // the ring frame from which it has played without a pause
+    // What the ring holds of the generation that can be heard: from `ring` on, up to the next mark, it is the source
+    // from `own` on, at `pace` own frames a ring frame. The `skipped` ring frames before it are never heard.
+    struct Mark {
+        uint64_t ring, skipped;
+        double own, pace;
+    };
+    std::vector<Mark> marks_;
 
     // Decoder only.
     uint64_t decoding_ = 0;  // the generation
@@ -127,6 +151,8 @@ private:
     // Callback only.
     bool sounding_ = false;  // was heard in the block before
     size_t missing_ = 0;     // frames in a row that were not there
+    uint64_t heard_ = 0;     // the generation
+    RampIn rampIn_;
 };
 
 }  // namespace hullrider

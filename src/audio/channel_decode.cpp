@@ -11,12 +11,18 @@ namespace {
 using std::chrono::milliseconds;
 
 // Decoding happens in few large pieces, because waking up costs as much as a good deal of decoding. A ring is filled
-// when it is half empty. Only the first piece is small: someone waits for it.
+// when it is half empty. The first piece is small, because someone waits for it, and the next ones no longer than what
+// lies ahead: each must be done while that is heard, on a busy machine too.
 constexpr uint32_t kAheadMs = 2000;
 constexpr uint32_t kFirstPieceMs = 80;
 constexpr uint32_t kPieceMs = 500;
 
-constexpr milliseconds kRetry(10);  // the callback has not yet passed over what a seek made void
+// What is rendered anew is heard so much later, and must be there so much before.
+constexpr uint32_t kRejoinLeadMs = 120;
+constexpr uint32_t kRejoinMarginMs = 30;
+constexpr uint32_t kRejoinRoomMs = 300;
+
+constexpr milliseconds kRetry(10);  // the callback has not yet passed over what was made void
 
 // Broken data can hold what is no number, or one that would deafen for ever through a filter.
 void MakeSane(float* samples, size_t count) {
@@ -32,10 +38,11 @@ size_t FramesOf(uint32_t ms, uint32_t rate) {
 
 SteadyTime Channel::DecodeAhead(SteadyTime now) {
     const bool first = TakeSeek();
+    const bool joined = !first && TakeRejoin();
     const size_t wanted = first ? FramesOf(kFirstPieceMs, mixRate_) : FramesWanted();
     const size_t decoded = DecodePiece(wanted);
     if (first) ready_.store(decoding_);
-    return NextCall(now, decoded > 0);
+    return NextCall(now, joined || decoded > 0);
 }
 
 // Moves the source where the newest generation begins, if that is not where it is. True when a first piece is wanted.
@@ -48,24 +55,78 @@ bool Channel::TakeSeek() {
         frame = seekFrame_;
     }
     if (generation == decoding_) return false;
+    rejoined_.store(rejoinOrders_.load());            // a seek takes everything new into account
     const bool there = decoding_ == 0 && frame == 0;  // just opened
     sourceEnded_ = !there && !source_->Seek(frame);
     decoding_ = generation;
     end_.store(kNoEnd);
+    fromStart_.store(frame == 0);
     begin_.store(ring_.Written());
+    const std::lock_guard lock(mutex_);
+    marks_ = {{ring_.Written(), 0, static_cast<double>(frame), static_cast<double>(format_.rate) / mixRate_}};
     return true;
+}
+
+// Renders anew what was decoded ahead, from a little beyond what is being heard, and has the callback go over to it
+// there. True when there is something new in the ring.
+bool Channel::TakeRejoin() {
+    const uint32_t order = rejoinOrders_.load();
+    if (!WantsRejoin()) return false;
+    const uint64_t from = std::max(ring_.Taken(), begin_.load()) + FramesOf(kRejoinLeadMs, mixRate_);
+    const size_t room = ring_.Capacity() - static_cast<size_t>(ring_.Written() - ring_.Taken());
+    const bool enough = ring_.Written() >= from + FramesOf(kRejoinLeadMs, mixRate_);
+    if (!enough && sourceEnded_) rejoined_.store(order);  // so close to its end nothing changes any more
+    if (!enough || room < FramesOf(kRejoinRoomMs, mixRate_)) return false;
+    double own = 0.0;
+    {
+        const std::lock_guard lock(mutex_);
+        own = OwnFrameAt(from, 0);
+    }
+    const int64_t loop = source_->LoopLength();
+    const auto frame = static_cast<int64_t>(own);
+    sourceEnded_ = !source_->Rejoin(loop > 0 ? frame % loop : frame);
+    end_.store(kNoEnd);
+    const uint64_t begin = ring_.Written();
+    const uint64_t late = DecodeSplice(from);
+    const double pace = static_cast<double>(format_.rate) / mixRate_;
+    {
+        const std::lock_guard lock(mutex_);
+        marks_.push_back({begin + late, begin - from, own + static_cast<double>(late) * pace, pace});
+    }
+    ring_.Splice(from + late, begin + late);
+    rejoined_.store(order);
+    return true;
+}
+
+// Decodes what takes the place of the ring from frame `from` on: so much that the callback, which has gone on
+// meanwhile, can go over to it. Returns how many frames behind `from` it can do that.
+uint64_t Channel::DecodeSplice(uint64_t from) {
+    const uint64_t begin = ring_.Written();
+    for (;;) {
+        DecodePiece(FramesOf(kFirstPieceMs, mixRate_));
+        const uint64_t soonest = ring_.Taken() + FramesOf(kRejoinMarginMs, mixRate_);
+        const uint64_t late = soonest > from ? soonest - from : 0;
+        if (ring_.Written() >= begin + late + FrameRing::kSpliceFrames) return late;
+        if (!sourceEnded_) continue;
+        // After the end comes silence.
+        const std::span<float> room = ring_.Writable(FramesOf(kFirstPieceMs, mixRate_));
+        std::fill(room.begin(), room.end(), 0.0f);
+        ring_.Commit(room.size() / kStereo);
+        end_.store(ring_.Written());
+    }
 }
 
 // What lies in the ring and can be heard still.
 size_t Channel::FramesAhead() const {
-    return static_cast<size_t>(ring_.Written() - std::max(ring_.Taken(), begin_.load()));
+    return ring_.Ahead(begin_.load());
 }
 
 size_t Channel::FramesWanted() const {
     if (sourceEnded_) return 0;
     const size_t ahead = FramesAhead();
     const size_t full = FramesOf(LoadControl().state == RunState::kPlaying ? kAheadMs : kFirstPieceMs, mixRate_);
-    return std::min(FramesOf(kPieceMs, mixRate_), full - std::min(full, ahead));
+    const size_t piece = std::clamp(ahead, FramesOf(kFirstPieceMs, mixRate_), FramesOf(kPieceMs, mixRate_));
+    return std::min(piece, full - std::min(full, ahead));
 }
 
 size_t Channel::DecodePiece(size_t frames) {
@@ -87,6 +148,7 @@ size_t Channel::DecodePiece(size_t frames) {
 SteadyTime Channel::NextCall(SteadyTime now, bool progressed) const {
     const Control control = LoadControl();
     if (control.generation != decoding_) return now;
+    if (control.state == RunState::kPlaying && rejoinOrders_.load() != rejoined_.load()) return now + kRetry;
     if (sourceEnded_ || control.state != RunState::kPlaying) return SteadyTime::max();
     const size_t ahead = FramesAhead();
     const size_t full = FramesOf(kAheadMs, mixRate_);

@@ -14,18 +14,26 @@ constexpr size_t kStarvedMs = 100;
 Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     const Control control = LoadControl();
     PassOverVoid(control);
+    const uint64_t firstFrame = ring_.Taken();
+    const bool begun = control.state == RunState::kPlaying && ready_.load() == control.generation;
     const size_t taken = control.state == RunState::kPlaying ? Take(control, scratch, frames) : 0;
+    const bool begins = taken > 0 && !(sounding_ && heard_ == control.generation);
     if (taken > 0) {
-        if (!sounding_) level_.Reset();
+        if (begins) BeginSounding(control, firstFrame);
+        effects_.Run(scratch, taken, begins);
         level_.Note(scratch, taken);
+        rampIn_.Apply(scratch, taken);
     }
     volume_.MixInto(scratch, taken, mix, frames, sounding_);
     sounding_ = taken == frames;
 
     Sounded sounded;
+    // Where it has ended, or a caller has changed it meanwhile, nothing more was wanted.
+    if (begun && control_.load() == Pack(control)) sounded.lacking = frames - taken;
     if (taken == 0) return sounded;
     const float gain = volume_.LastGain();
     sounded.frames = taken;
+    sounded.begins = begins;
     sounded.left = scratch[(taken - 1) * kStereo] * gain;
     sounded.right = scratch[(taken - 1) * kStereo + 1] * gain;
     return sounded;
@@ -34,6 +42,17 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
 // Frames from before the last seek make room in the ring, also while nothing plays.
 void Channel::PassOverVoid(Control control) {
     if (ready_.load() == control.generation) ring_.SkipTo(begin_.load());
+}
+
+// What begins in mid-wave has to rise; the very beginning of a file is heard as it is.
+void Channel::BeginSounding(Control control, uint64_t firstFrame) {
+    if (!sounding_) level_.Reset();
+    heard_ = control.generation;
+    if (fromStart_.load() && firstFrame == begin_.load()) {
+        rampIn_.End();
+    } else {
+        rampIn_.Begin();
+    }
 }
 
 // Takes what there is of the generation wanted; notes the end and a lack.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/thread_priority.h"
+
 namespace hullrider {
 
 namespace {
@@ -70,6 +72,7 @@ std::vector<DecodePool::Job>::iterator DecodePool::NextDue() {
 }
 
 void DecodePool::Run() {
+    RaiseThreadPriority(Urgency::kAhead);
     std::unique_lock lock(mutex_);
     while (!stopping_) {
         const auto job = NextDue();

@@ -31,7 +31,9 @@ uint32_t NewHandle() {
 }
 
 Engine::Engine(std::unique_ptr<Output> output)
-    : mixer_(output->Rate()), decoders_([this] { return mixer_.Collect(); }), output_(std::move(output)) {}
+    : mixer_(output->Rate(), output->IsLimited()),
+      decoders_([this] { return mixer_.Collect(); }),
+      output_(std::move(output)) {}
 
 Engine::~Engine() = default;
 
@@ -53,6 +55,7 @@ bool Engine::FreeChannel(uint32_t handle) {
     const std::shared_ptr<Channel> channel = channels_.Take(handle);
     if (channel == nullptr) return false;
     mixer_.Remove(channel);
+    channel->Effects().Close();
     decoders_.Drop(channel);
     return true;
 }

@@ -60,6 +60,8 @@ public:
     void Stop();
 
     uint32_t Rate() const { return mixer_.Rate(); }
+    // How much later a channel's frame is heard than it was taken.
+    uint32_t LatencyFrames() const { return output_->LatencyFrames() + mixer_.LatencyFrames(); }
     Output& TheOutput() { return *output_; }
     Mixer& TheMixer() { return mixer_; }
     DecodePool& Decoders() { return decoders_; }

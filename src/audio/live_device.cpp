@@ -72,6 +72,8 @@ bool LiveDevice::InitDevice() {
     config.periodSizeInMilliseconds = kPeriodMs;
     config.periods = kPeriods;
     config.noPreSilencedOutputBuffer = MA_TRUE;
+    // The system's own class for sound, so that a game beside does not starve it.
+    config.wasapi.usage = ma_wasapi_usage_pro_audio;
     config.dataCallback = OnData;
     config.pUserData = this;
     return ma_device_init(&context_, &config, &device_) == MA_SUCCESS;

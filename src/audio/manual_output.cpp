@@ -18,15 +18,17 @@ constexpr std::chrono::seconds kPatience(10);  // with a channel that gets nothi
 
 class ManualOutput : public Output {
 public:
-    explicit ManualOutput(uint32_t rate) : rate_(rate) {}
+    ManualOutput(uint32_t rate, bool limited) : rate_(rate), limited_(limited) {}
     uint32_t Rate() const override { return rate_; }
     bool Start(Mixer&) override { return true; }
     void Stop() override {}
     uint32_t LatencyFrames() const override { return 0; }
+    bool IsLimited() const override { return limited_; }
     std::string Description() const override { return "rendered on demand, " + std::to_string(rate_) + " Hz"; }
 
 private:
     uint32_t rate_;
+    bool limited_;
 };
 
 void WaitForDecoders(Engine& engine, size_t frames) {
@@ -44,8 +46,8 @@ void WaitForDecoders(Engine& engine, size_t frames) {
 
 }  // namespace
 
-bool InitManualOutput(uint32_t rate) {
-    return InstallEngine(std::make_unique<ManualOutput>(rate));
+bool InitManualOutput(uint32_t rate, bool limited) {
+    return InstallEngine(std::make_unique<ManualOutput>(rate, limited));
 }
 
 bool RenderManually(float* out, size_t frames, size_t blockFrames) {

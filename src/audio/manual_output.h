@@ -7,8 +7,9 @@
 
 namespace hullrider {
 
-// Instead of BASS_Init; the mixing rate is `rate` Hz. As BASS_Init otherwise.
-bool InitManualOutput(uint32_t rate);
+// Instead of BASS_Init; the mixing rate is `rate` Hz. As BASS_Init otherwise. Without `limited`, the sum of the
+// channels comes out as it is, also beyond full scale, and at once.
+bool InitManualOutput(uint32_t rate, bool limited = false);
 
 // The next `frames` stereo frames of what would be heard, in blocks of at most `blockFrames`. One thread at a time.
 bool RenderManually(float* out, size_t frames, size_t blockFrames = 480);

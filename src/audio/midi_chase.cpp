@@ -115,4 +115,23 @@ void ChaseMidi(const MidiSong& song, size_t count, Synth& synth) {
     for (uint8_t channel = 0; channel < channels.size(); channel++) channels[channel].Send(channel, synth);
 }
 
+void StrikeHeldNotes(const MidiSong& song, size_t count, Synth& synth) {
+    constexpr uint8_t kDrums = 9;  // channel; a drum is struck, not held
+    std::array<std::array<uint8_t, 128>, 16> velocities{};
+    for (size_t i = LastReset(song, count); i < count; i++) {
+        const MidiEvent& event = song.events[i];
+        const uint8_t kind = event.status & 0xF0, channel = event.status & 0x0F;
+        if (kind == 0x90) velocities[channel][event.data[0]] = event.data[1];
+        if (kind == 0x80) velocities[channel][event.data[0]] = 0;
+        if (kind == 0xB0 && event.data[0] >= 120 && event.data[0] != 121) velocities[channel].fill(0);
+    }
+    for (uint8_t channel = 0; channel < velocities.size(); channel++) {
+        if (channel == kDrums) continue;
+        for (uint8_t key = 0; key < 128; key++) {
+            const uint8_t velocity = velocities[channel][key];
+            if (velocity > 0) synth.Send(static_cast<uint8_t>(0x90 | channel), key, velocity);
+        }
+    }
+}
+
 }  // namespace hullrider

@@ -12,4 +12,7 @@ class Synth;
 // controllers, bends, pressures, and system exclusive messages.
 void ChaseMidi(const MidiSong& song, size_t count, Synth& synth);
 
+// Strikes the notes, drums apart, that were struck among the first `count` events and not released.
+void StrikeHeldNotes(const MidiSong& song, size_t count, Synth& synth);
+
 }  // namespace hullrider

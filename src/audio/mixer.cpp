@@ -14,8 +14,10 @@ constexpr float kInaudible = 1e-5f;
 
 }  // namespace
 
-Mixer::Mixer(uint32_t rate)
-    : rate_(rate), decay_(std::exp(-1.0f / (kDecaySeconds * static_cast<float>(rate)))), channels_(kMaxChannels) {}
+Mixer::Mixer(uint32_t rate, bool limited)
+    : rate_(rate), decay_(std::exp(-1.0f / (kDecaySeconds * static_cast<float>(rate)))), channels_(kMaxChannels) {
+    if (limited) limiter_.emplace(rate);
+}
 
 bool Mixer::Add(std::shared_ptr<Channel> channel) {
     const std::lock_guard lock(mutex_);
@@ -70,10 +72,11 @@ void Mixer::RenderBlock(float* out, size_t frames) {
     bool playing = false;
     for (Slot& slot : slots_) playing |= RenderSlot(slot, out, frames);
     playing_ = playing;
+    if (limiter_.has_value()) limiter_->Run(out, frames);
 }
 
-// Whether the slot's channel is to play. Where a channel breaks off (paused, freed, out of data), its last value dies
-// away, because a step would be a click.
+// Whether the slot's channel is to play. Where a channel breaks off (paused, freed, moved, out of data), its last value
+// dies away, because a step would be a click.
 bool Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     Channel* channel = slot.channel.load();
     const uint64_t number = channel == nullptr ? 0 : channel->Number();
@@ -85,9 +88,9 @@ bool Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     if (channel == nullptr) return false;
     const bool plays = channel->State() == RunState::kPlaying;
     const Sounded sounded = channel->Render(scratch_.data(), out, frames);
-    if (sounded.frames == 0) {
-        LetDecay(slot.left, slot.right, out, frames);
-    } else if (sounded.frames < frames) {
+    if (sounded.lacking > 0) lacked_.fetch_add(sounded.lacking);
+    if (sounded.frames == 0 || sounded.begins) LetDecay(slot.left, slot.right, out, frames);
+    if (sounded.frames > 0 && sounded.frames < frames) {
         LetDecay(sounded.left, sounded.right, out + sounded.frames * kStereo, frames - sounded.frames);
     }
     const bool whole = sounded.frames == frames;

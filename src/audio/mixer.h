@@ -1,5 +1,5 @@
-// Adds all channels up, block by block. Render is the device callback's work: no lock, no allocation, no file, no
-// print. Everything else is for callers on any thread.
+// Adds all channels up, block by block, and keeps the sum within full scale. Render is the device callback's work: no
+// lock, no allocation, no file, no print. Everything else is for callers on any thread.
 #pragma once
 
 #include <array>
@@ -8,8 +8,10 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
+#include "audio/limiter.h"
 #include "audio/ring.h"
 
 namespace hullrider {
@@ -18,9 +20,11 @@ class Channel;
 
 class Mixer {
 public:
-    explicit Mixer(uint32_t rate);
+    Mixer(uint32_t rate, bool limited);
 
     uint32_t Rate() const { return rate_; }
+    // How much later a channel's frame leaves than it was taken.
+    uint32_t LatencyFrames() const { return limiter_.has_value() ? static_cast<uint32_t>(limiter_->DelayFrames()) : 0; }
 
     // False when there are too many channels already.
     bool Add(std::shared_ptr<Channel> channel);
@@ -28,6 +32,9 @@ public:
     void Remove(const std::shared_ptr<Channel>& channel);
     // Destroys removed channels that no block can still be using. False when some are left for later.
     bool Collect();
+
+    // Frames, over all channels, that were not decoded in time to be heard.
+    uint64_t FramesLacked() const { return lacked_.load(); }
 
     // Writes the next `frames` stereo frames. Should two threads come at once, the second gets silence.
     void Render(float* out, size_t frames);
@@ -61,12 +68,14 @@ private:
 
     std::array<Slot, kMaxChannels> slots_;
     std::atomic<uint64_t> begun_{0}, ended_{0};  // calls of Render
+    std::atomic<uint64_t> lacked_{0};
     std::atomic_flag rendering_;
     std::atomic<bool> playing_{false};
 
     // Callback only.
     std::array<float, kBlockFrames * kStereo> scratch_;
     float restLeft_ = 0.0f, restRight_ = 0.0f;  // of sounds that broke off
+    std::optional<Limiter> limiter_;
 };
 
 }  // namespace hullrider

@@ -22,6 +22,8 @@ public:
     virtual uint32_t LatencyFrames() const = 0;
     // Any thread, at any time after Start: something has changed that is to be heard soon.
     virtual void Hasten() {}
+    // Whether the sum is kept within full scale, which makes it a little later still.
+    virtual bool IsLimited() const { return true; }
     // For a person: what it is, and its rate.
     virtual std::string Description() const = 0;
 };

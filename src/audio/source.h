@@ -41,6 +41,8 @@ public:
     virtual SourceRead Read(float* out, size_t frames) = 0;
     // The next Read yields from own frame `frame` on. False: the source is broken, and at its end.
     virtual bool Seek(int64_t frame) = 0;
+    // As Seek, but to sound from there as if it had been playing on, for a place that is about to be heard.
+    virtual bool Rejoin(int64_t frame) { return Seek(frame); }
 
     // Any thread: the fonts that a source sounds through from now on, and whether it has had none until now. Only a
     // MIDI source takes any; others return false.

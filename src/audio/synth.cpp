@@ -2,17 +2,25 @@
 
 #include <fluidsynth.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <mutex>
 #include <string>
 
+#include "audio/ring.h"
 #include "platform/console.h"
+#include "platform/memory.h"
 
 namespace hullrider {
 
 namespace {
 
 constexpr int kNoBank = 1'000'000;  // the offset of a font whose presets are not to be chosen any more
+
+// What stays below this for so long, with no note sounding, is the end of the reverb: 100 dB below full scale.
+constexpr float kSilence = 1e-5f;
+constexpr size_t kQuietMs = 500;
 
 // As loud as recorded music usually is; by its own default FluidSynth is 14 dB softer.
 constexpr double kGain = 1.0;
@@ -49,7 +57,7 @@ void SynthDeleter::operator()(_fluid_synth_t* synth) const {
     delete_fluid_synth(synth);
 }
 
-Synth::Synth(uint32_t rate) {
+Synth::Synth(uint32_t rate) : rate_(rate) {
     QuietLog();
     settings_.reset(new_fluid_settings());
     if (!settings_) return;
@@ -64,14 +72,18 @@ Synth::Synth(uint32_t rate) {
     synth_.reset(new_fluid_synth(settings_.get()));
 }
 
-Synth::~Synth() = default;
+Synth::~Synth() {
+    const bool hadSamples = HasFonts();
+    synth_.reset();
+    if (hadSamples) ReturnFreeMemory();
+}
 
 int Synth::Load(const std::string& path) {
     const std::lock_guard lock(SampleMutex());
     return fluid_synth_sfload(synth_.get(), path.c_str(), 0);
 }
 
-void Synth::UseFonts(const FontList& fonts) {
+bool Synth::UseFonts(const FontList& fonts) {
     std::vector<int> loaded;
     // FluidSynth asks the font loaded last first, and the list names the first choice first.
     for (auto entry = fonts.rbegin(); entry != fonts.rend(); ++entry) {
@@ -82,7 +94,7 @@ void Synth::UseFonts(const FontList& fonts) {
     }
     if (loaded.empty() && !fonts.empty()) {
         PrintErrorLine("cannot load the SoundFont " + fonts.front().font->path);
-        return;
+        return false;
     }
     for (const int number : loaded_) {
         fluid_synth_set_bank_offset(synth_.get(), number, kNoBank);
@@ -92,6 +104,7 @@ void Synth::UseFonts(const FontList& fonts) {
     const std::lock_guard lock(SampleMutex());
     fluid_synth_program_reset(synth_.get());
     UnloadRetired();
+    return true;
 }
 
 // A font that sounds still would be unloaded by a timer of FluidSynth's, on a thread of its own. So it waits for the
@@ -104,8 +117,28 @@ void Synth::UnloadRetired() {
 
 void Synth::Reset() {
     const std::lock_guard lock(SampleMutex());
+    KeepSamples();
     fluid_synth_system_reset(synth_.get());
     UnloadRetired();
+}
+
+void Synth::KeepSamples() {
+    for (int channel = 0; channel < fluid_synth_count_midi_channels(synth_.get()); channel++) {
+        Program program{};
+        if (fluid_synth_get_program(synth_.get(), channel, &program.font, &program.bank, &program.number) != FLUID_OK) {
+            continue;
+        }
+        const int pinned = fluid_synth_pin_preset(synth_.get(), program.font, program.bank, program.number);
+        if (pinned == FLUID_OK) kept_.push_back(program);
+    }
+}
+
+void Synth::DropUnusedSamples() {
+    const std::lock_guard lock(SampleMutex());
+    for (const Program& program : kept_) {
+        fluid_synth_unpin_preset(synth_.get(), program.font, program.bank, program.number);
+    }
+    kept_.clear();
 }
 
 void Synth::Send(uint8_t status, uint8_t data1, uint8_t data2) {
@@ -150,10 +183,24 @@ void Synth::SendSysex(const uint8_t* bytes, size_t count) {
 }
 
 void Synth::Render(float* out, size_t frames) {
-    fluid_synth_write_float(synth_.get(), static_cast<int>(frames), out, 0, 2, out, 1, 2);
+    // Effects cost as much in silence as they do in music.
+    const bool still = fluid_synth_get_active_voice_count(synth_.get()) == 0;
+    if (!still) quietFrames_ = 0;
+    if (quietFrames_ * 1000 >= kQuietMs * rate_) {
+        std::fill_n(out, frames * kStereo, 0.0f);
+    } else {
+        fluid_synth_write_float(synth_.get(), static_cast<int>(frames), out, 0, 2, out, 1, 2);
+        if (still) NoteQuiet(out, frames);
+        for (size_t i = 0; i < frames * kStereo; i++) out[i] *= gain_;
+    }
     if (retired_.empty()) return;
     const std::lock_guard lock(SampleMutex());
     UnloadRetired();
+}
+
+void Synth::NoteQuiet(const float* out, size_t frames) {
+    const auto isSilence = [](float sample) { return std::fabs(sample) < kSilence; };
+    quietFrames_ = std::all_of(out, out + frames * kStereo, isSilence) ? quietFrames_ + frames : 0;
 }
 
 }  // namespace hullrider

@@ -26,12 +26,17 @@ public:
     bool Good() const { return synth_ != nullptr; }
 
     // Sounds through these fonts from the next note on; notes that sound go on. A font that cannot be loaded is left
-    // out; if none can, a line on the console says so and the fonts until now stay.
-    void UseFonts(const FontList& fonts);
+    // out; if none can, a line on the console says so, the fonts until now stay, and the answer is false.
+    bool UseFonts(const FontList& fonts);
     bool HasFonts() const { return !loaded_.empty(); }
 
-    // Silence, every controller and program as after power-on.
+    // A factor on everything from here on.
+    void SetGain(float gain) { gain_ = gain; }
+
+    // Silence, every controller and program as after power-on. The samples of the programs until now stay in memory,
+    // because most are wanted again at once, up to the next DropUnusedSamples.
     void Reset();
+    void DropUnusedSamples();
     // A channel message.
     void Send(uint8_t status, uint8_t data1, uint8_t data2);
     // A system exclusive message without its F0 and F7.
@@ -44,6 +49,12 @@ public:
     int Load(const std::string& path);
 
 private:
+    struct Program {
+        int font, bank, number;
+    };
+
+    void KeepSamples();
+    void NoteQuiet(const float* out, size_t frames);
     void ChangeProgram(int channel, int program);
     void UnloadRetired();
 
@@ -51,6 +62,11 @@ private:
     std::unique_ptr<_fluid_synth_t, SynthDeleter> synth_;
     std::vector<int> loaded_;   // fonts by their numbers
     std::vector<int> retired_;  // replaced, and to be unloaded
+    std::vector<Program> kept_;
+
+    uint32_t rate_;
+    float gain_ = 1.0f;
+    size_t quietFrames_ = 0;  // rendered in a row with no voice and nothing left of the reverb
 };
 
 }  // namespace hullrider

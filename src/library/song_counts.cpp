@@ -30,6 +30,7 @@ void DropIfNone(int32_t count, int32_t& weight) {
 }  // namespace
 
 void UpdateSongCounts(MusicLibrary& library, SelectionWeights& weights, int32_t internetStationCount) {
+    ++library.revision;
     library.midiSongCount = library.mp3SongCount = library.trackerSongCount = library.favoriteSongCount = 0;
     for (const Playlist& playlist : library.playlists) {
         for (const Song& song : playlist.songs) CountSong(song, library);

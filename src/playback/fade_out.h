@@ -1,5 +1,8 @@
-// The old item's way out. One process-wide stream mutex guards the stopping and freeing of old handles: the UI thread
-// and the fade workers both do it.
+// The old item's way out. One process-wide stream mutex guards the stopping and freeing of old handles and the
+// correction of the volume: the UI thread and the workers both do it.
+//
+// Workers are detached and may outlive the player: they own their part of the state, do nothing once it is closed, and
+// the audio library refuses a handle that was freed meanwhile.
 #pragma once
 
 #include <memory>
@@ -15,11 +18,14 @@ std::mutex& StreamMutex();
 void FreeStream(StreamSlot& slot);
 
 // Starts the worker that waits until `handle` has slid to silence and then frees it. Sets `fadeInProgress` for that
-// time. The worker is detached and may outlive the player: it owns its part of `fade`, and the audio library refuses a
-// handle that was freed meanwhile.
+// time. UI thread.
 void FadeOutAndFreeStream(const std::shared_ptr<FadeState>& fade, StreamSlot handle, int32_t fadeMs);
 
-// Clears `fadeInProgress` when the fading stream was cut off; its worker changes nothing any more.
+// The same with loudness following on: the worker also starts the volume adjustment. With handle 0 there is nothing to
+// wait for, and only that is done. UI thread.
+void FadeOutAndFreeStreamAuto(const PlaybackState& playback, StreamSlot handle, int32_t fadeMs);
+
+// Clears `fadeInProgress` when the fading stream was cut off; its worker changes nothing any more. UI thread.
 void ForgetFade(FadeState& fade);
 
 }  // namespace hullrider

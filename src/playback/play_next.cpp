@@ -1,37 +1,61 @@
 #include "playback/play_next.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "audio/bass.h"
 #include "library/song_counts.h"
+#include "library/song_history.h"
+#include "library/statistics.h"
 #include "platform/console.h"
 #include "platform/paths.h"
 #include "playback/fade_out.h"
+#include "playback/listening.h"
+#include "playback/loudness.h"
+#include "playback/next_item.h"
+#include "playback/play_clock.h"
 #include "playback/play_window.h"
-#include "playback/song_selection.h"
+#include "playback/playlist_ring.h"
+#include "playback/sound_fonts.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
+#include "playback/volume.h"
 
 namespace hullrider {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 // A library of songs that end at once, or of none that can be played, must not keep the player busy.
 constexpr std::chrono::milliseconds kShortestTurn{1000};
 constexpr std::chrono::milliseconds kRetryAfter{15000};
-constexpr int kMostSongsTried = 20;
+constexpr size_t kMostItemsTried = 100;
+constexpr std::chrono::milliseconds kMostTimeToTry{1000};
+
+constexpr uint32_t kReturnMs = 200;  // of the old item, when no new one could be started
 
 // Streams loop, so a window that ends with the song must be seen to end just before.
 constexpr double kBeforeLoopSec = 0.2;
 
-struct LoadedSong {
+struct LoadedItem {
     StreamSlot handle = 0;
-    const Playlist* playlist = nullptr;
-    const Song* song = nullptr;
     SongChoice choice;
+    Selection kind = Selection::kNothing;
 };
+
+// What must be as it was when no new item could be started.
+struct Before {
+    StreamSlot handle;
+    int32_t currentType, previousType;
+    bool radioPlaying, previousSongMode;
+    size_t cursor;
+    bool cutOff;
+};
+
+const Song& SongOf(const AppState& app, const SongChoice& choice) {
+    return app.library.playlists[static_cast<size_t>(choice.playlist)].songs[static_cast<size_t>(choice.song)];
+}
 
 // Says once why it is silent, not with every attempt.
 void TellTrouble(PlaybackState& playback, PlaybackTrouble trouble) {
@@ -40,31 +64,102 @@ void TellTrouble(PlaybackState& playback, PlaybackTrouble trouble) {
     PrintLine(TroubleText(trouble));
 }
 
-// Draws and loads until a song can be played. An empty handle says that none could, and `trouble` why.
-LoadedSong LoadSomeSong(AppState& app, Random& random) {
-    PlaybackState& playback = app.playback;
-    LoadedSong loaded;
-    for (int tried = 0; tried < kMostSongsTried; ++tried) {
-        if (!SelectNextSong(app.library, random, loaded.choice)) break;
-        loaded.playlist = &app.library.playlists[loaded.choice.playlist];
-        loaded.song = &loaded.playlist->songs[loaded.choice.song];
-        loaded.handle = loaded.song->musicType == kTracker
-                            ? LoadTrackerStream(playback, app.library, loaded.choice)
-                            : LoadMusicStream(playback, app.soundFonts, app.library, loaded.choice);
-        if (loaded.handle != 0) return loaded;
-        PrintErrorLine("Cannot play " + loaded.song->songPath);
-    }
-    const bool anySong = SongCountOf(app.library) > 0;
-    TellTrouble(playback, anySong ? PlaybackTrouble::kNothingPlayable : PlaybackTrouble::kNoMusic);
-    return {};
+PlaybackTrouble TroubleWith(const AppState& app, Selection failed) {
+    if (failed == Selection::kRefused) return PlaybackTrouble::kNothingWanted;
+    return SongCountOf(app.library) > 0 ? PlaybackTrouble::kNothingPlayable : PlaybackTrouble::kNoMusic;
 }
 
-void StartSilentInWindow(PlaybackState& playback, const LoadedSong& loaded, const Settings& settings, Random& random) {
-    const StreamSlot handle = loaded.handle;
+bool IsChoice(Selection selection) {
+    return selection == Selection::kSong || selection == Selection::kStation;
+}
+
+void NameFailure(const AppState& app, const LoadedItem& item) {
+    if (item.kind == Selection::kSong) PrintErrorLine("Cannot play " + SongOf(app, item.choice).songPath);
+}
+
+StreamSlot Load(AppState& app, const LoadedItem& item) {
+    if (item.kind == Selection::kSong && SongOf(app, item.choice).musicType == kTracker) {
+        return LoadTrackerStream(app.playback, app.library, item.choice);
+    }
+    return LoadMusicStream(app, item.choice);
+}
+
+// Chooses and loads until an item can be played. An empty handle says that none could, and the kind why.
+LoadedItem LoadSomeItem(AppState& app, Draws& draws) {
+    const auto deadline = std::chrono::steady_clock::now() + kMostTimeToTry;
+    std::vector<SongChoice>& failed = app.selection.failedNow;
+    failed.clear();
+    uint64_t picksBefore = app.history.picks;
+    LoadedItem item;
+    item.kind = ChooseNextItem(app, draws, item.choice);
+    while (IsChoice(item.kind)) {
+        item.handle = Load(app, item);
+        if (item.handle != 0) break;
+        NameFailure(app, item);
+        failed.push_back(item.choice);
+        if (app.history.picks != picksBefore) ForgetLastPick(app.history);
+        if (failed.size() >= kMostItemsTried || std::chrono::steady_clock::now() >= deadline) break;
+        picksBefore = app.history.picks;
+        item.kind = ReplaceItem(app, draws, item.kind, item.choice);
+    }
+    failed.clear();
+    return item;
+}
+
+// --- The old item.
+
+// Begins its fade, or cuts everything off when another fade is still under way.
+void LetOldItemGo(PlaybackState& playback, const Before& before, int32_t fadeMs) {
+    if (before.cutOff) {
+        StopAllStreams(playback);
+    } else if (before.handle != 0) {
+        BASS_ChannelSlideAttribute(before.handle, BASS_ATTRIB_VOL, 0.0F, static_cast<uint32_t>(fadeMs));
+    }
+}
+
+void FreeOldItem(PlaybackState& playback, const Before& before, StreamSlot newHandle, int32_t fadeMs) {
+    if (before.cutOff) {
+        CutStreamsBut(playback, newHandle);
+        ForgetFade(*playback.fade);
+    } else if (playback.realTimeVolume) {
+        FadeOutAndFreeStreamAuto(playback, before.handle, fadeMs);
+    } else if (before.handle != 0) {
+        FadeOutAndFreeStream(playback.fade, before.handle, fadeMs);
+    }
+}
+
+// It goes on as if nothing had been tried.
+void BringOldItemBack(AppState& app, const Before& before) {
+    PlaybackState& playback = app.playback;
+    playback.currentType = before.currentType;
+    playback.previousType = before.previousType;
+    app.selection.radioPlaying = before.radioPlaying;
+    app.selection.previousSongMode = before.previousSongMode;
+    app.history.cursor = std::min(before.cursor, app.history.records.size());
+    if (before.cutOff) ForgetFade(*playback.fade);
+    if (CurrentHandle(playback) == 0) return;
+    if (before.cutOff) BASS_ChannelPlay(before.handle, false);
+    BASS_ChannelSlideAttribute(before.handle, BASS_ATTRIB_VOL, WantedVolume(app), kReturnMs);
+    ContinueListening(playback);
+}
+
+// --- The new item.
+
+PlayWindow ChooseWindow(const AppState& app, const LoadedItem& item, double lengthSec, Random& random) {
+    if (item.kind == Selection::kStation) {
+        return ChooseStationWindow(app.settings, app.selection.customStationActive, random);
+    }
+    PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
+    if (app.selection.previousSongMode) durations.maxSec = 0.0;  // heard again, it plays whole
+    return ChoosePlayWindow(lengthSec, SongOf(app, item.choice).musicType, durations, random);
+}
+
+void StartSilentInWindow(AppState& app, const LoadedItem& item, Draws& draws) {
+    PlaybackState& playback = app.playback;
+    const StreamSlot handle = item.handle;
     playback.songLengthSec = LengthSec(handle);
-    const PlayDurations durations = ChooseDurations(settings, playback.demonstration);
-    const PlayWindow window = ChoosePlayWindow(playback.songLengthSec, loaded.song->musicType, durations, random);
-    // Before it starts, so that nothing is decoded that will not be heard. A song that cannot be positioned plays as
+    const PlayWindow window = ChooseWindow(app, item, playback.songLengthSec, draws.window);
+    // Before it starts, so that nothing of the song's first seconds is heard. A song that cannot be positioned plays as
     // long as was drawn, from its start.
     const bool positioned =
         window.startSec > 0.0 &&
@@ -72,36 +167,41 @@ void StartSilentInWindow(PlaybackState& playback, const LoadedSong& loaded, cons
     playback.startSec = positioned ? window.startSec : 0.0;
     playback.endSec = playback.startSec + (window.endSec - window.startSec);
     if (!BASS_ChannelPlay(handle, false)) {
-        const std::string slot = loaded.song->musicType == kTracker ? "trackerStream" : "musicStream";
+        const std::string slot = playback.currentType == kTracker ? "trackerStream" : "musicStream";
         PrintErrorLine("Error playing " + slot + (playback.nextSlotActive ? "" : "Next") + ": " +
                        std::to_string(BASS_ErrorGetCode()));
     }
 }
 
-// Lets the old song slide away, or cuts it off when another fade is still under way.
-void LetOldSongGo(PlaybackState& playback, StreamSlot old, StreamSlot loaded, int32_t fadeMs) {
-    if (playback.fade->fadeInProgress) {
-        CutStreamsBut(playback, loaded);
-        ForgetFade(*playback.fade);
-    } else if (old != 0) {
-        BASS_ChannelSlideAttribute(old, BASS_ATTRIB_VOL, 0.0F, static_cast<uint32_t>(fadeMs));
-        FadeOutAndFreeStream(playback.fade, old, fadeMs);
+void NameWhatPlays(AppState& app, const LoadedItem& item) {
+    PlaybackState& playback = app.playback;
+    if (item.kind == Selection::kStation) {
+        playback.currentAlbum.clear();
+        playback.currentTitle = app.radio.stations[static_cast<size_t>(item.choice.playlist)].name;
+        return;
     }
+    const std::u8string title = PathFromUtf8(SongOf(app, item.choice).songPath).stem().u8string();
+    playback.currentAlbum = app.library.playlists[static_cast<size_t>(item.choice.playlist)].albumName;
+    playback.currentTitle.assign(title.begin(), title.end());
 }
 
-void NoteWhatPlays(PlaybackState& playback, const LoadedSong& loaded) {
-    const std::u8string title = PathFromUtf8(loaded.song->songPath).stem().u8string();
-    playback.previousType = playback.firstPick ? loaded.song->musicType : playback.currentType;
-    playback.firstPick = false;
-    playback.currentType = loaded.song->musicType;
-    playback.currentPlaylist = loaded.choice.playlist;
-    playback.currentSongInPlaylist = loaded.choice.song;
-    playback.currentAlbum = loaded.playlist->albumName;
-    playback.currentTitle.assign(title.begin(), title.end());
+void NoteWhatPlays(AppState& app, const LoadedItem& item) {
+    PlaybackState& playback = app.playback;
+    playback.playing = item.choice;
     playback.trouble = PlaybackTrouble::kNone;
+    NameWhatPlays(app, item);
     PrintLine("Playing: " + playback.currentAlbum + " / " + playback.currentTitle + " [" +
               FormatTime(playback.startSec) + " - " + FormatTime(playback.endSec) + " of " +
               FormatTime(playback.songLengthSec) + "]");
+}
+
+void LeaveHistoryAtItsEnd(AppState& app) {
+    if (app.history.cursor + 1 >= app.history.records.size()) app.selection.previousSongMode = false;
+}
+
+bool PlayRequested(AppState& app, Draws& draws, const NextRequest& request) {
+    app.playback.request = request;
+    return PlayNext(app, draws);
 }
 
 }  // namespace
@@ -112,46 +212,106 @@ const char* TroubleText(PlaybackTrouble trouble) {
             return "";
         case PlaybackTrouble::kNoMusic:
             return "No music found. File > Select Local Folders";
+        case PlaybackTrouble::kNothingWanted:
+            return "No kind of music is wanted. Settings > Radio";
         case PlaybackTrouble::kNothingPlayable:
             break;
     }
     return "None of the songs can be played";
 }
 
-bool PlayNext(AppState& app, Random& random) {
+bool PlayNext(AppState& app, Draws& draws) {
     PlaybackState& playback = app.playback;
-    playback.lastAttempt = Clock::now();
-    const LoadedSong loaded = LoadSomeSong(app, random);
-    if (loaded.handle == 0) return false;
     const StreamSlot old = CurrentHandle(playback);
+    const Before before{old,
+                        playback.currentType,
+                        playback.previousType,
+                        app.selection.radioPlaying,
+                        app.selection.previousSongMode,
+                        app.history.cursor,
+                        playback.fade->fadeInProgress};
+    const bool skipped = old != 0 && !IsSongOver(playback);
     const int32_t fadeMs = std::max(app.settings.FADE_DURATION_MS, 0);
-    LetOldSongGo(playback, old, loaded.handle, fadeMs);
-    StartSilentInWindow(playback, loaded, app.settings, random);
-    BASS_ChannelSlideAttribute(loaded.handle, BASS_ATTRIB_VOL, app.settings.volumeLevel, static_cast<uint32_t>(fadeMs));
-    NoteWhatPlays(playback, loaded);
+    playback.lastAttempt = PlayNow();
+    EndListening(app);
+    LetOldItemGo(playback, before, fadeMs);
+
+    const LoadedItem item = LoadSomeItem(app, draws);
+    const NextRequest request = std::exchange(playback.request, {});
+    if (item.handle == 0) {
+        BringOldItemBack(app, before);
+        if (request.kind == NextRequest::kEarlierSong && item.kind == Selection::kNothing) return false;
+        if (item.kind == Selection::kRefused) CutStreamsBut(playback, 0);
+        TellTrouble(playback, TroubleWith(app, item.kind));
+        return false;
+    }
+    if (skipped) CountSkip(app.statistics);
+    StartSilentInWindow(app, item, draws);
+    RestartLoudness(playback, item.handle);
+    FadeInToTarget(app, item.handle);
+    FreeOldItem(playback, before, item.handle, fadeMs);
+    if (item.kind == Selection::kSong && playback.currentType == kMidi && !before.cutOff) {
+        ++app.soundFonts.songsSinceSoundfontChange;
+        ApplySoundFontRule(app, draws.font);
+    }
+    NoteWhatPlays(app, item);
+    LeaveHistoryAtItsEnd(app);
+    playback.previousType = playback.currentType;
     playback.nextSlotActive = !playback.nextSlotActive;
+    playback.fade->nextSlotActive = playback.nextSlotActive;
+    BeginListening(app);
     return true;
 }
 
+bool PlaySong(AppState& app, Draws& draws, int32_t playlist, int32_t song) {
+    return PlayRequested(app, draws, {NextRequest::kSong, {playlist, song, 0, 0}});
+}
+
+bool PlayStation(AppState& app, Draws& draws) {
+    return PlayRequested(app, draws, {NextRequest::kStation, {}});
+}
+
+bool PlayPreviousSong(AppState& app, Draws& draws) {
+    if (!HasEarlierSong(app.history)) return false;
+    return PlayRequested(app, draws, {NextRequest::kEarlierSong, {}});
+}
+
+void NextPlaylist(AppState& app, Draws& draws) {
+    StepPlaylistForward(app);
+    PlayNext(app, draws);
+}
+
+void PreviousPlaylist(AppState& app, Draws& draws) {
+    StepPlaylistBack(app);
+    PlayNext(app, draws);
+}
+
 bool IsSongOver(const PlaybackState& playback) {
-    const auto sinceAttempt = Clock::now() - playback.lastAttempt;
+    const auto sinceAttempt = PlayNow() - playback.lastAttempt;
     const StreamSlot handle = CurrentHandle(playback);
     if (handle == 0) return sinceAttempt >= kRetryAfter;
     const uint32_t active = BASS_ChannelIsActive(handle);
     if (active == BASS_ACTIVE_PAUSED) return false;
-    // A file that breaks off is shorter than it said, and begins again where it broke off.
     const double positionSec = PositionSec(handle);
-    const double endSec = std::min(playback.endSec, LengthSec(handle) - kBeforeLoopSec);
-    const bool ended = active == BASS_ACTIVE_STOPPED || positionSec >= endSec || positionSec < playback.startSec - 1.0;
+    bool ended = active == BASS_ACTIVE_STOPPED;
+    if (playback.currentType == kInternetRadio) {
+        ended = ended || positionSec >= playback.endSec;
+    } else {
+        // A file that breaks off is shorter than it said, and begins again where it broke off.
+        const double endSec = std::min(playback.endSec, LengthSec(handle) - kBeforeLoopSec);
+        ended = ended || positionSec >= endSec || positionSec < playback.startSec - 1.0;
+    }
     return ended && sinceAttempt >= (playback.trouble == PlaybackTrouble::kNone ? kShortestTurn : kRetryAfter);
 }
 
-void TogglePause(PlaybackState& playback) {
-    const StreamSlot handle = CurrentHandle(playback);
+void TogglePause(AppState& app) {
+    const StreamSlot handle = CurrentHandle(app.playback);
     if (handle == 0) return;
     if (BASS_ChannelIsActive(handle) == BASS_ACTIVE_PAUSED) {
         BASS_ChannelPlay(handle, false);
+        ContinueListening(app.playback);
     } else {
+        EndListening(app);
         BASS_ChannelPause(handle);
     }
 }

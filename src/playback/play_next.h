@@ -1,27 +1,37 @@
-// The one operation that moves the music on, and the question when it is time for it. UI thread.
+// The operations that move the music on, and the question when it is time for it. UI thread.
 #pragma once
 
-#include <functional>
-
-#include "playback/random.h"
+#include "playback/draws.h"
 #include "state/app_state.h"
 
 namespace hullrider {
 
-// Picks the next song, starts it silent inside its play window and cross-fades to it: the old one slides to silence and
-// is freed by a worker. A song that cannot be played is named on the error stream and another one is picked. A
-// play-next within a running fade cuts the old streams off. With nothing to play `trouble` says why, and what plays
-// already goes on. True when a new song was started.
-bool PlayNext(AppState& app, Random& random);
+// Fades the old item out, loads the next one, starts it silent inside its play window and fades it in; a worker frees
+// the old one. What comes next is `request`, the history when it is played again, or a selection. A song that cannot be
+// played is named on the error stream and another one is picked. A play-next within a running fade cuts the old streams
+// off. With nothing to play `trouble` says why, and what plays already goes on. True when a new item was started.
+bool PlayNext(AppState& app, Draws& draws);
+
+// Play that song of the library, or the current internet station, now.
+bool PlaySong(AppState& app, Draws& draws, int32_t playlist, int32_t song);
+bool PlayStation(AppState& app, Draws& draws);
+
+// Back to the song before, along the history; play-next then goes forward along it until its end. False when there is
+// none.
+bool PlayPreviousSong(AppState& app, Draws& draws);
+
+// Move through playlists, custom stations and internet stations, and start the next item from there.
+void NextPlaylist(AppState& app, Draws& draws);
+void PreviousPlaylist(AppState& app, Draws& draws);
 
 // What the user is told when nothing can be heard; empty for no trouble.
 const char* TroubleText(PlaybackTrouble trouble);
 
-// True when the current song has reached the end of its window, has ended or broke off; or when nothing plays and
+// True when the current item has reached the end of its window, has ended or broke off; or when nothing plays and
 // there may be something to play by now.
 bool IsSongOver(const PlaybackState& playback);
 
 // Toggles pause of what plays.
-void TogglePause(PlaybackState& playback);
+void TogglePause(AppState& app);
 
 }  // namespace hullrider

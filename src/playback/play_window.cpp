@@ -39,6 +39,14 @@ PlayDurations ChooseDurations(const Settings& settings, bool demonstration) {
             fadeSec};
 }
 
+PlayWindow ChooseStationWindow(const Settings& settings, bool customStationActive, Random& random) {
+    const int64_t first = customStationActive ? settings.bookPlayDurationMin : settings.iSongPlayDurationMin;
+    const int64_t second = customStationActive ? settings.bookPlayDurationMax : settings.iSongPlayDurationMax;
+    const auto [least, most] = std::minmax(first, second);
+    const auto span = static_cast<uint64_t>(most - least) + 1;
+    return {0.0, static_cast<double>(least) + static_cast<double>(random.Index(span))};
+}
+
 PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const PlayDurations& durations, Random& random) {
     if (lengthSec < 2.0) return FromStart(lengthSec - durations.fadeSec);
     if (musicType != kTracker && lengthSec < kShortFileSec) return FromStart(lengthSec - kShortFileTailSec);

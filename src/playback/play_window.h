@@ -24,6 +24,10 @@ struct PlayDurations {
 // What the user has set. A demonstration has shorter turns, so that a newcomer soon hears a cross-fade.
 PlayDurations ChooseDurations(const Settings& settings, bool demonstration);
 
+// An internet station plays for a whole number of seconds between the two settings for stations, whichever is the
+// smaller one; while a custom station is active those for audiobooks count.
+PlayWindow ChooseStationWindow(const Settings& settings, bool customStationActive, Random& random);
+
 // Chooses the window of a song of the type `musicType` that is `lengthSec` long. A file under 30 s plays whole, less
 // 2 s; tracker modules have no such rule. A song without the length for the shortest play time plays from its start.
 PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const PlayDurations& durations, Random& random);

@@ -1,24 +1,31 @@
-// Random numbers for choosing music: the same fractions and indices on every system, where rand() differs in range.
+// Random numbers for choosing music: the same fractions and indices on every system, where rand() and the standard
+// library's distributions differ.
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <random>
 
 namespace hullrider {
 
 class Random {
 public:
-    Random() : engine_(std::random_device{}()) {}
-    explicit Random(uint32_t seed) : engine_(seed) {}
+    Random() : engine_((uint64_t{std::random_device{}()} << 32) | std::random_device{}()) {}
+    explicit Random(uint64_t seed) : engine_(seed) {}
 
-    // Uniform in [0, 1].
-    double Fraction() { return std::uniform_real_distribution<double>(0.0, 1.0)(engine_); }
+    // Uniform in [0, 1), in steps of 2^-53.
+    double Fraction() { return static_cast<double>(engine_() >> 11) * 0x1p-53; }
 
     // Uniform in 0 .. count - 1; `count` is at least 1.
-    size_t Index(size_t count) { return std::uniform_int_distribution<size_t>(0, count - 1)(engine_); }
+    uint64_t Index(uint64_t count) {
+        // The numbers below the largest multiple of `count`; the rest would favour the low indices.
+        const uint64_t tooHigh = UINT64_MAX - UINT64_MAX % count;
+        uint64_t drawn = engine_();
+        while (drawn >= tooHigh) drawn = engine_();
+        return drawn % count;
+    }
 
 private:
-    std::mt19937 engine_;
+    std::mt19937_64 engine_;
 };
 
 }  // namespace hullrider

@@ -6,6 +6,7 @@
 
 #include "audio/bass.h"
 #include "library/music_type.h"
+#include "platform/console.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
 
@@ -18,6 +19,15 @@ void ReplaceFont(uint32_t& slotFont, HSOUNDFONT font, StreamSlot stream) {
     BASS_MIDI_StreamSetFonts(stream, &entry, 1);  // refused by an empty slot and by a stream that is not MIDI
     if (slotFont != 0) BASS_MIDI_FontFree(slotFont);
     slotFont = font;
+}
+
+void StepSoundFont(AppState& app, int32_t step) {
+    const auto count = static_cast<int32_t>(app.soundFonts.soundFontFiles.size());
+    if (count == 0) {
+        ShowErrorBox("No soundfont files found.");
+        return;
+    }
+    SelectSoundFont(app.soundFonts, app.playback, (app.soundFonts.currentSoundFont + step + count) % count);
 }
 
 }  // namespace
@@ -58,6 +68,39 @@ bool SelectSoundFont(SoundFontState& fonts, const PlaybackState& playback, int32
     ReplaceFont(fonts.midiStreamNextFont, fontNext, playback.musicStreamNext);
     fonts.currentSoundFont = index;
     return true;
+}
+
+void NextSoundFont(AppState& app) {
+    StepSoundFont(app, 1);
+}
+
+void PreviousSoundFont(AppState& app) {
+    StepSoundFont(app, -1);
+}
+
+void ApplySoundFontRule(AppState& app, Random& random) {
+    SoundFontState& fonts = app.soundFonts;
+    const int32_t songs = app.settings.songsBeforeSoundfontChange;
+    if (fonts.soundFontFiles.empty() || songs < 1 || fonts.songsSinceSoundfontChange < songs) return;
+    fonts.songsSinceSoundfontChange = 0;
+    fonts.currentSoundFont = static_cast<int32_t>(random.Index(fonts.soundFontFiles.size()));
+    const std::string& file = fonts.soundFontFiles[static_cast<size_t>(fonts.currentSoundFont)];
+    const HSOUNDFONT font = BASS_MIDI_FontInit(file.c_str(), 0);
+    if (font == 0) {
+        PrintErrorLine("Error loading sound font from " + file + ": " + std::to_string(BASS_ErrorGetCode()));
+        return;
+    }
+    const bool intoMain = app.playback.nextSlotActive;
+    const BASS_MIDI_FONT entry{font, -1, 0};
+    if (!BASS_MIDI_StreamSetFonts(intoMain ? app.playback.musicStream : app.playback.musicStreamNext, &entry, 1)) {
+        PrintErrorLine(std::string("Error setting sound font for ") + (intoMain ? "midiStream" : "midiStreamNext") +
+                       ": " + std::to_string(BASS_ErrorGetCode()));
+        BASS_MIDI_FontFree(font);
+        return;
+    }
+    uint32_t& slotFont = intoMain ? fonts.midiStreamFont : fonts.midiStreamNextFont;
+    if (slotFont != 0) BASS_MIDI_FontFree(slotFont);
+    slotFont = font;
 }
 
 }  // namespace hullrider

@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "state/playback_state.h"
+#include "playback/random.h"
+#include "state/app_state.h"
 
 namespace hullrider {
 
@@ -14,5 +15,13 @@ std::vector<std::string> FindSoundFonts(const std::string& folder);
 // Makes the font of that index current for both music slots, the playing ones included. A bad index or a file that is
 // no SoundFont shows an error box, returns false and leaves the old font in use.
 bool SelectSoundFont(SoundFontState& fonts, const PlaybackState& playback, int32_t index);
+
+// Step through the fonts and round again. Without fonts an error box says so.
+void NextSoundFont(AppState& app);
+void PreviousSoundFont(AppState& app);
+
+// When so many MIDI songs were played as are set, draws another font for the slot that a song was just loaded into,
+// which is the idle one. A font that cannot be used is named on the error stream, and the old one stays.
+void ApplySoundFontRule(AppState& app, Random& random);
 
 }  // namespace hullrider

@@ -55,19 +55,19 @@ StreamSlot CurrentHandle(const PlaybackState& playback) {
     return playback.nextSlotActive ? playback.musicStreamNext : playback.musicStream;
 }
 
-StreamSlot LoadMusicStream(PlaybackState& playback, const SoundFontState& fonts, const MusicLibrary& library,
-                           const SongChoice& choice) {
-    if (!IsValidChoice(library, choice)) return 0;
+StreamSlot LoadMusicStream(AppState& app, const SongChoice& choice) {
+    PlaybackState& playback = app.playback;
+    if (playback.currentType == kInternetRadio || !IsValidChoice(app.library, choice)) return 0;
     StreamSlot& slot = playback.nextSlotActive ? playback.musicStream : playback.musicStreamNext;
     FreeStream(slot);
     PrintLine(playback.nextSlotActive ? "Loading song/radio into main musicStream."
                                       : "Loading next song/radio into musicStreamNext.");
-    const Song& song = library.playlists[choice.playlist].songs[choice.song];
+    const Song& song = app.library.playlists[choice.playlist].songs[choice.song];
     slot = CreateFileStream(song.songPath);
     if (slot == 0) return 0;
     BASS_ChannelSetAttribute(slot, BASS_ATTRIB_VOL, 0.0F);
     if (song.musicType == kMidi) {
-        AttachFont(slot, playback.nextSlotActive ? fonts.midiStreamFont : fonts.midiStreamNextFont);
+        AttachFont(slot, playback.nextSlotActive ? app.soundFonts.midiStreamFont : app.soundFonts.midiStreamNextFont);
     }
     return slot;
 }
@@ -90,6 +90,15 @@ StreamSlot LoadTrackerStream(PlaybackState& playback, const MusicLibrary& librar
     return slot;
 }
 
+void StopAllStreams(PlaybackState& playback) {
+    for (const StreamSlot slot : {playback.musicStream, playback.musicStreamNext}) {
+        const std::lock_guard lock(StreamMutex());
+        BASS_ChannelStop(slot);
+    }
+    FreeStream(playback.trackerStream);
+    FreeStream(playback.trackerStreamNext);
+}
+
 void CutStreamsBut(PlaybackState& playback, StreamSlot keep) {
     for (StreamSlot* slot :
          {&playback.musicStream, &playback.musicStreamNext, &playback.trackerStream, &playback.trackerStreamNext}) {
@@ -98,11 +107,18 @@ void CutStreamsBut(PlaybackState& playback, StreamSlot keep) {
 }
 
 void FreeAllStreams(PlaybackState& playback, SoundFontState& fonts) {
+    playback.fade->closed = true;
+    playback.volume->closed = true;
+    playback.volume->currentHandle = 0;
     CutStreamsBut(playback, 0);
     BASS_MIDI_FontFree(fonts.midiStreamFont);
     BASS_MIDI_FontFree(fonts.midiStreamNextFont);
     fonts.midiStreamFont = fonts.midiStreamNextFont = 0;
     BASS_Free();
+    const float targetRms = playback.volume->targetRms;
+    playback.fade = std::make_shared<FadeState>();
+    playback.volume = std::make_shared<VolumeState>();
+    playback.volume->targetRms = targetRms;
 }
 
 }  // namespace hullrider

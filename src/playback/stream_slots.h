@@ -2,9 +2,7 @@
 // the idle one, and then they swap. UI thread.
 #pragma once
 
-#include "playback/song_selection.h"
-#include "state/music_library.h"
-#include "state/playback_state.h"
+#include "state/app_state.h"
 
 namespace hullrider {
 
@@ -13,12 +11,14 @@ StreamSlot CurrentHandle(const PlaybackState& playback);
 
 // Load the chosen song into the idle slot, silent and not yet started; whatever the slot held is freed. Return the
 // handle, or 0 with a line that says why. A MIDI song is given the font of its slot.
-StreamSlot LoadMusicStream(PlaybackState& playback, const SoundFontState& fonts, const MusicLibrary& library,
-                           const SongChoice& choice);
+StreamSlot LoadMusicStream(AppState& app, const SongChoice& choice);
 StreamSlot LoadTrackerStream(PlaybackState& playback, const MusicLibrary& library, const SongChoice& choice);
 
 // Stops and frees every slot and every font, and shuts the audio library down.
 void FreeAllStreams(PlaybackState& playback, SoundFontState& fonts);
+
+// Stops every slot at once and frees the modules. Streams stay in their slots until these are loaded again.
+void StopAllStreams(PlaybackState& playback);
 
 // Stops and frees every slot at once but the one that holds `keep`.
 void CutStreamsBut(PlaybackState& playback, StreamSlot keep);

@@ -8,8 +8,12 @@
 #include "state/folder_config.h"
 #include "state/music_library.h"
 #include "state/playback_state.h"
+#include "state/radio_state.h"
+#include "state/selection_state.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
+#include "state/song_history.h"
+#include "state/statistics.h"
 
 namespace hullrider {
 
@@ -20,6 +24,11 @@ struct AppState {
     MusicLibrary library;
     FavoritesState favorites;
     SelectionWeights weights;
+    SelectionState selection;
+    RadioState radio;
+    SongHistory history;
+    PlayCounts playCounts;
+    Statistics statistics;
     PlaybackState playback;
     SoundFontState soundFonts;
     AudiobookState audiobooks;

@@ -37,6 +37,9 @@ struct Playlist {
 struct MusicLibrary {
     std::vector<Playlist> playlists;
 
+    // Raised by the recount, so that what was made from the library can tell that it is out of date.
+    uint64_t revision = 0;
+
     // Raised by every scan and never lowered, so 0 after a load from the cache: not the size of the library.
     int32_t totalSongs = 0;
     int32_t playlistCount = 0;
@@ -52,7 +55,7 @@ struct MusicLibrary {
 };
 
 // The selection's working weights, relative to each other. Loaded from the settings; a kind with nothing to play is
-// forced to 0 here and keeps its configured weight there.
+// forced to 0 here, by the recount or by a draw, and keeps its configured weight there.
 struct SelectionWeights {
     int32_t favorites = 0;
     int32_t midi = 0;

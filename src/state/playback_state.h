@@ -8,38 +8,53 @@
 #include <string>
 #include <vector>
 
+#include "state/selection_state.h"
+
 namespace hullrider {
 
 using StreamSlot = uint32_t;  // an audio handle, 0: empty
 
-// The result of one selection.
-struct SongChoice {
-    int32_t playlist = 0;  // or the station index
-    int32_t song = 0;      // 0 for a station
-    int32_t extra = 0;     // the number drawn, for the uniform pick
-    int32_t reserved = 0;  // always 0
-};
-
 // Why nothing is to be heard, for the panel.
-enum class PlaybackTrouble { kNone, kNoMusic, kNothingPlayable };
+enum class PlaybackTrouble { kNone, kNoMusic, kNothingPlayable, kNothingWanted };
+
+// What was asked for instead of a draw.
+struct NextRequest {
+    enum Kind { kNone, kSong, kStation, kEarlierSong } kind = kNone;
+    SongChoice song;  // for kSong
+};
 
 // UI thread and the fade workers, which may outlive everything else and so own it together.
 struct FadeState {
     std::atomic<bool> fadeInProgress{false};
-    std::atomic<uint32_t> serial{0};  // of the latest fade; the worker of an older one leaves the flag alone
+    std::atomic<uint32_t> serial{0};          // of the latest fade; the worker of an older one leaves the flag alone
+    std::atomic<bool> nextSlotActive{false};  // as in PlaybackState
+    std::atomic<bool> closed{false};          // the streams are gone: workers that wake up do nothing
 };
+
+// Loudness following. UI thread and the volume workers, which own it together as above. Loudness is the root mean
+// square of a stream's two levels, 0 to 32768 each.
+struct VolumeState {
+    std::atomic<StreamSlot> currentHandle{0};  // what the workers are to measure and to correct
+    std::atomic<float> targetRms{-1.0F};       // the loudness that the user wants; -1: unknown
+    std::atomic<float> averageMusicRms{0.0F};  // of the current item's last seconds, 0: not known yet
+    std::atomic<float> adjustedVolume{0.0F};   // the last volume that a correction has set
+    std::atomic<float> volumeLevel{0.0F};      // the user's volume, for what workers print
+    std::atomic<bool> levelUnknown{false};     // the current item could not be measured
+    std::atomic<bool> closed{false};
+};
+
+enum VolumeMode : int32_t { kNormalVolume = 0, kHighVolume = 1, kLowVolume = 2 };
 
 struct PlaybackState {
     // UI thread only.
     StreamSlot musicStream = 0, musicStreamNext = 0;
     StreamSlot trackerStream = 0, trackerStreamNext = 0;
     bool nextSlotActive = false;  // which member of each pair is current: true, the Next one
-    int32_t currentType = 0;      // MusicType of what plays, and of what played before
+    int32_t currentType = 0;      // MusicType of what plays, or kInternetRadio, and of what played before
     int32_t previousType = 0;
-    bool firstPick = true;
-    int32_t currentPlaylist = 0;
-    int32_t currentSongInPlaylist = -1;  // -1: before the first song
-    std::string currentAlbum;            // of what plays, UTF-8; they survive a rescan
+    SongChoice playing;  // what plays, when `currentTitle` is not empty
+    NextRequest request;
+    std::string currentAlbum;  // of what plays, UTF-8; they survive a rescan
     std::string currentTitle;
     double songLengthSec = 0.0;
     double startSec = 0.0;
@@ -47,14 +62,24 @@ struct PlaybackState {
     bool demonstration = false;  // plays music that the user has not chosen
     PlaybackTrouble trouble = PlaybackTrouble::kNone;
     std::chrono::steady_clock::time_point lastAttempt;  // when play-next last ran
+    bool itemIsHeard = false;                           // plays and is not paused: its time is counted
+    std::chrono::steady_clock::time_point heardSince;
+
+    bool realTimeVolume = false;  // loudness following is on
+    int32_t volumeMode = kNormalVolume;
+    float savedVolume = -1.0F;  // the normal volume while another one is on, -1: none
+    int32_t levelsTaken = 0;    // for the average loudness, since the item started
+    std::chrono::steady_clock::time_point lastLevel;
 
     std::shared_ptr<FadeState> fade = std::make_shared<FadeState>();
+    std::shared_ptr<VolumeState> volume = std::make_shared<VolumeState>();
 };
 
 // The fonts that MIDI songs are played through. UI thread only.
 struct SoundFontState {
     std::vector<std::string> soundFontFiles;  // UTF-8 paths, sorted
     int32_t currentSoundFont = 0;
+    int32_t songsSinceSoundfontChange = 0;
     uint32_t midiStreamFont = 0;      // audio handle of the font of musicStream, 0: none
     uint32_t midiStreamNextFont = 0;  // and of musicStreamNext
 };

@@ -11,7 +11,7 @@ TEST(Options, EveryOptionIsRead) {
     RunOptions options;
     std::string error;
     ASSERT_TRUE(ParseOptions({"--data-dir", "d", "--music", "a b", "--music", "\xC3\xA4", "--fallback-music", "f",
-                              "--output", "wav:C:\\x.wav", "--for", "1.5"},
+                              "--output", "wav:C:\\x.wav", "--for", "1.5", "--simulate", "10000"},
                              options, error))
         << error;
     EXPECT_EQ(options.dataDir, AbsolutePath("d"));
@@ -20,15 +20,30 @@ TEST(Options, EveryOptionIsRead) {
     EXPECT_EQ(options.output.kind, OutputKind::kWav);
     EXPECT_EQ(options.output.wavPath, "C:\\x.wav");
     EXPECT_EQ(options.forSec, 1.5);
+    EXPECT_EQ(options.simulate, 10000);
 }
 
 TEST(Options, ABadOneIsOneLineAndChangesNothing) {
     const std::vector<std::vector<std::string>> junk = {
-        {"--nonsense"},       {"song.mp3"},          {""},
-        {"--music"},          {"--music", ""},       {"--output", "tape"},
-        {"--output", "wav:"}, {"--for", "soon"},     {"--for", "-1"},
-        {"--for", "nan"},     {"--for", "inf"},      {"--for", "1e300"},
-        {"--for", "12s"},     {"--help", "--music"}, {"--for", "0x10"},
+        {"--nonsense"},
+        {"song.mp3"},
+        {""},
+        {"--music"},
+        {"--music", ""},
+        {"--output", "tape"},
+        {"--output", "wav:"},
+        {"--for", "soon"},
+        {"--for", "-1"},
+        {"--for", "nan"},
+        {"--for", "inf"},
+        {"--for", "1e300"},
+        {"--for", "12s"},
+        {"--help", "--music"},
+        {"--for", "0x10"},
+        {"--simulate", "0"},
+        {"--simulate", "-1"},
+        {"--simulate", "1e4"},
+        {"--simulate", "99999999999"},
     };
     for (const std::vector<std::string>& arguments : junk) {
         RunOptions options;

@@ -3,11 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <nlohmann/json.hpp>
+#include <thread>
 
 #include "app/shutdown.h"
+#include "app/simulate.h"
 #include "platform/message_box.h"
 #include "tests/temporary_folder.h"
+#include "tests/tone_wav.h"
 
 namespace hullrider {
 namespace {
@@ -201,6 +206,58 @@ TEST_F(StartupTest, ARecordingThatCannotBeWrittenEndsTheStart) {
     EXPECT_THROW(StartPlayer(player), std::runtime_error);
 }
 
+TEST_F(StartupTest, WhatWasHeardIsKeptFromRunToRunAndThroughARescan) {
+    ConfigureMusic();
+    const std::string tone = folder_.Write("music/Album/tone.mp3", ToneWav(400.0, 40.0));
+    const auto playCount = [&](const Player& player) {
+        for (const Playlist& playlist : player.state.library.playlists) {
+            for (const Song& song : playlist.songs) {
+                if (song.songPath == tone) return song.playCount;
+            }
+        }
+        return -1;
+    };
+    for (int run = 1; run <= 3; ++run) {
+        Player& player = Start();
+        EXPECT_EQ(playCount(player), run);
+        EXPECT_EQ(player.state.history.records.size(), static_cast<size_t>(run));
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        Stop(player);
+        EXPECT_EQ(StateFile("MusicLibraryPlayCount.json")["playCounts"][tone], run);
+        EXPECT_EQ(StateFile("Sonorant_Stats.json")["starts"], run);
+        EXPECT_EQ(StateFile("Sonorant_Stats.json")["mp3"]["count"], run);
+        EXPECT_GE(StateFile("Sonorant_Stats.json")["mp3"]["seconds"], 0.05 * run);
+        const json last = StateFile("Song History.json")["songs"].back();
+        EXPECT_EQ(last["path"], tone);
+        EXPECT_GT(last["playedSec"], 0.0);
+        EXPECT_GT(last["startedAt"], 1'700'000'000);
+        std::filesystem::remove(folder_.Path() / "data" / "musicLibraryCache.json");
+    }
+}
+
+TEST_F(StartupTest, TheSimulationTellsOfTheConfiguredMusicAndWritesNothing) {
+    folder_.Write("music/Album/tone.mp3", ToneWav(400.0, 20.0));
+    ConfigureMusic();
+    RunOptions options;
+    options.dataDir = folder_.At("data");
+    options.simulate = 300;
+    testing::internal::CaptureStdout();
+    const std::string text = SimulationText(options);
+    testing::internal::GetCapturedStdout();
+    EXPECT_NE(text.find("Simulated 300 songs of a library of 4."), std::string::npos) << text;
+    // Only the tone can be played. The other kinds are promised and give way to it.
+    EXPECT_NE(text.find("Audio files             100.00 %"), std::string::npos) << text;
+    EXPECT_NE(text.find("Repeats within the last 20 songs: 299"), std::string::npos) << text;
+    EXPECT_NE(text.find("Mean play time: 18.0 s, by the lengths of 4 files"), std::string::npos) << text;
+    EXPECT_NE(text.find("Songs an hour: 200.0"), std::string::npos) << text;
+    std::vector<std::string> left;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.Path() / "data")) {
+        left.push_back(entry.path().filename().string());
+    }
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(left, (std::vector<std::string>{"MusicSettings.json", "MusicSettings.json.bad"}));
+}
+
 TEST_F(StartupTest, StateFilesFullOfJunkStopNothingAndAreKept) {
     const std::string junk[] = {"",
                                 "{",
@@ -210,7 +267,8 @@ TEST_F(StartupTest, StateFilesFullOfJunkStopNothingAndAreKept) {
                                 std::string(100000, '['),
                                 std::string("\xFF\xFE\0\0", 4)};
     for (const std::string& text : junk) {
-        for (const char* name : {"MusicSettings.json", "config.json", "musicLibraryCache.json", "favorite.json"}) {
+        for (const char* name : {"MusicSettings.json", "config.json", "musicLibraryCache.json", "favorite.json",
+                                 "Song History.json", "Sonorant_Stats.json", "MusicLibraryPlayCount.json"}) {
             folder_.Write(std::string("data/") + name, text);
         }
         Stop(Start());

@@ -25,29 +25,8 @@ uint32_t Create(const std::string& path) {
 
 }  // namespace
 
-TEST(BassLibrary, NothingWorksBeforeInitOrAfterFree) {
-    const auto check = [] {
-        float value = 0.0f;
-        BASS_CHANNELINFO info;
-        const BASS_MIDI_FONT font{1, -1, 0};
-        EXPECT_EQ(BASS_StreamCreateFile(false, "x.mp3", 0, 0, 0), 0u);
-        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_INIT);
-        EXPECT_EQ(BASS_MusicLoad(false, "x.mod", 0, 0, 0, 0), 0u);
-        EXPECT_EQ(BASS_PluginLoad("bassmidi.dll", 0), 0u);
-        EXPECT_EQ(BASS_MIDI_FontInit("x.sf2", 0), 0u);
-        EXPECT_FALSE(BASS_MIDI_StreamSetFonts(0, &font, 1) || BASS_MIDI_FontFree(1) || BASS_PluginFree(1));
-        EXPECT_FALSE(BASS_ChannelPlay(1, false) || BASS_ChannelPause(1) || BASS_ChannelStop(1) || BASS_StreamFree(1));
-        EXPECT_FALSE(BASS_ChannelGetInfo(1, &info) || BASS_ChannelSetPosition(1, 0, 0));
-        EXPECT_FALSE(BASS_ChannelSetAttribute(1, 2, 0.5f) || BASS_ChannelGetAttribute(1, 2, &value));
-        EXPECT_FALSE(BASS_ChannelSlideAttribute(1, 2, 0.5f, 10) || BASS_ChannelIsSliding(1, 2));
-        EXPECT_EQ(BASS_ChannelIsActive(1), BASS_ACTIVE_STOPPED);
-        EXPECT_EQ(BASS_ChannelGetLength(1, 0), BASS_QWORD_ERROR);
-        EXPECT_EQ(BASS_ChannelGetLevel(1), BASS_LEVEL_ERROR);
-        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_INIT);
-        EXPECT_FALSE(BASS_Free());
-        EXPECT_EQ(OutputDescription(), "");
-    };
-    check();
+TEST(BassLibrary, OpensOnceAtATimeOnWhatThereIs) {
+    EXPECT_EQ(OutputDescription(), "");
     for (int i = 0; i < 5; i++) {
         ASSERT_TRUE(BASS_Init(0, 44100, 0, nullptr, nullptr));
         EXPECT_FALSE(BASS_Init(0, 44100, 0, nullptr, nullptr));
@@ -55,7 +34,7 @@ TEST(BassLibrary, NothingWorksBeforeInitOrAfterFree) {
         EXPECT_NE(OutputDescription(), "");
         ASSERT_TRUE(BASS_Free());
     }
-    check();
+    EXPECT_EQ(OutputDescription(), "");
     for (const uint32_t rate : {0u, 1u, 4'000'000'000u}) EXPECT_FALSE(BASS_Init(0, rate, 0, nullptr, nullptr));
     EXPECT_FALSE(BASS_Init(7, 44100, 0, nullptr, nullptr));
     EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_DEVICE);

@@ -8,6 +8,7 @@
 
 #include "audio/bass.h"
 #include "playback/stream_slots.h"
+#include "tests/playback/made_library.h"
 #include "tests/temporary_folder.h"
 #include "tests/tone_wav.h"
 
@@ -24,6 +25,7 @@ protected:
     void Add(const std::string& path) {
         if (app_.library.playlists.empty()) app_.library.playlists.push_back({"Album", {}});
         app_.library.playlists[0].songs.push_back({path, 0, 0, 0, kMp3});
+        Recount(app_);
     }
 
     bool Plays(StreamSlot slot) { return BASS_ChannelIsActive(slot) == BASS_ACTIVE_PLAYING; }
@@ -35,20 +37,20 @@ protected:
 
     TemporaryFolder folder_;
     AppState app_;
-    Random random_{11};
+    Draws draws_{11};
 };
 
 TEST_F(PlayNextTest, SlotsAlternateAndTheOldSongIsFreedWhenItsFadeIsOver) {
     Add(folder_.Write("t\xC3\xB6ne.mp3", ToneWav(400.0, 40.0)));
     app_.settings.FADE_DURATION_MS = 200;
-    ASSERT_TRUE(PlayNext(app_, random_));
+    ASSERT_TRUE(PlayNext(app_, draws_));
     const StreamSlot first = CurrentHandle(app_.playback);
     EXPECT_EQ(first, app_.playback.musicStreamNext);
     EXPECT_FALSE(app_.playback.fade->fadeInProgress);  // there was nothing to fade out
     EXPECT_EQ(app_.playback.currentTitle, "t\xC3\xB6ne");
     EXPECT_TRUE(Eventually([&] { return Plays(first); }));
 
-    ASSERT_TRUE(PlayNext(app_, random_));
+    ASSERT_TRUE(PlayNext(app_, draws_));
     const StreamSlot second = CurrentHandle(app_.playback);
     EXPECT_EQ(second, app_.playback.musicStream);
     EXPECT_TRUE(app_.playback.fade->fadeInProgress);
@@ -64,18 +66,18 @@ TEST_F(PlayNextTest, SlotsAlternateAndTheOldSongIsFreedWhenItsFadeIsOver) {
 TEST_F(PlayNextTest, APlayNextWithinAFadeCutsTheOldStreamsAndItsWorkerHarmsNoLaterFade) {
     Add(folder_.Write("tone.mp3", ToneWav(400.0, 40.0)));
     app_.settings.FADE_DURATION_MS = 400;
-    ASSERT_TRUE(PlayNext(app_, random_));
+    ASSERT_TRUE(PlayNext(app_, draws_));
     const StreamSlot first = CurrentHandle(app_.playback);
-    ASSERT_TRUE(PlayNext(app_, random_));
+    ASSERT_TRUE(PlayNext(app_, draws_));
     const StreamSlot second = CurrentHandle(app_.playback);
-    ASSERT_TRUE(PlayNext(app_, random_));
+    ASSERT_TRUE(PlayNext(app_, draws_));
     EXPECT_EQ(BASS_ChannelGetLength(first, BASS_POS_BYTE), BASS_QWORD_ERROR);
     EXPECT_EQ(BASS_ChannelGetLength(second, BASS_POS_BYTE), BASS_QWORD_ERROR);
     EXPECT_FALSE(app_.playback.fade->fadeInProgress);
 
     app_.settings.FADE_DURATION_MS = 2000;
     const StreamSlot third = CurrentHandle(app_.playback);
-    ASSERT_TRUE(PlayNext(app_, random_));
+    ASSERT_TRUE(PlayNext(app_, draws_));
     std::this_thread::sleep_for(900ms);  // the first fade's worker has woken by now
     EXPECT_TRUE(app_.playback.fade->fadeInProgress);
     EXPECT_TRUE(Plays(third));
@@ -87,12 +89,13 @@ TEST_F(PlayNextTest, ABadSongIsPassedOverAndWhatPlaysGoesOnWhenNothingElseCan) {
     Add(folder_.Write("text.mp3", "this is not music\n"));
     Add(folder_.At("gone.mp3"));
     for (int i = 0; i < 5; ++i) {
-        ASSERT_TRUE(PlayNext(app_, random_));
+        ASSERT_TRUE(PlayNext(app_, draws_));
         EXPECT_EQ(app_.playback.currentTitle, "tone");
     }
     const StreamSlot playing = CurrentHandle(app_.playback);
     app_.library.playlists[0].songs.erase(app_.library.playlists[0].songs.begin());
-    EXPECT_FALSE(PlayNext(app_, random_));
+    Recount(app_);
+    EXPECT_FALSE(PlayNext(app_, draws_));
     EXPECT_EQ(app_.playback.trouble, PlaybackTrouble::kNothingPlayable);
     EXPECT_EQ(CurrentHandle(app_.playback), playing);
     EXPECT_TRUE(Eventually([&] { return Plays(playing); }));
@@ -101,15 +104,15 @@ TEST_F(PlayNextTest, ABadSongIsPassedOverAndWhatPlaysGoesOnWhenNothingElseCan) {
 TEST_F(PlayNextTest, TheSongIsOverAtTheEndOfItsWindowAndNotWhilePaused) {
     Add(folder_.Write("tone.mp3", ToneWav(400.0, 4.0)));  // plays 2 s
     app_.settings.FADE_DURATION_MS = 100;
-    ASSERT_TRUE(PlayNext(app_, random_));
+    ASSERT_TRUE(PlayNext(app_, draws_));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_FALSE(IsSongOver(app_.playback));
     EXPECT_TRUE(Eventually([&] { return IsSongOver(app_.playback); }));
     const std::chrono::duration<double> played = std::chrono::steady_clock::now() - start;
     EXPECT_NEAR(played.count(), 2.0, 0.4);
-    TogglePause(app_.playback);
+    TogglePause(app_);
     EXPECT_FALSE(IsSongOver(app_.playback));
-    TogglePause(app_.playback);
+    TogglePause(app_);
     EXPECT_TRUE(IsSongOver(app_.playback));
 }
 
@@ -117,7 +120,7 @@ TEST_F(PlayNextTest, AFileThatIsShorterThanItSaysIsOverWhereItBreaksOff) {
     Add(folder_.Write("cut.mp3", ToneWav(400.0, 60.0).substr(0, 3 * 16000)));  // 3 s of 60
     app_.settings.songPlayDurationMax = 0;                                     // from its start to its end
     app_.settings.FADE_DURATION_MS = 100;
-    ASSERT_TRUE(PlayNext(app_, random_));
+    ASSERT_TRUE(PlayNext(app_, draws_));
     EXPECT_FALSE(IsSongOver(app_.playback));
     std::this_thread::sleep_for(2s);
     EXPECT_TRUE(Eventually([&] { return IsSongOver(app_.playback); }));
@@ -125,7 +128,7 @@ TEST_F(PlayNextTest, AFileThatIsShorterThanItSaysIsOverWhereItBreaksOff) {
 
 TEST_F(PlayNextTest, AnEmptyLibraryPlaysNothingAndIsNotAskedAgainAtOnce) {
     EXPECT_TRUE(IsSongOver(app_.playback));
-    EXPECT_FALSE(PlayNext(app_, random_));
+    EXPECT_FALSE(PlayNext(app_, draws_));
     EXPECT_EQ(app_.playback.trouble, PlaybackTrouble::kNoMusic);
     EXPECT_EQ(CurrentHandle(app_.playback), 0U);
     EXPECT_FALSE(IsSongOver(app_.playback));

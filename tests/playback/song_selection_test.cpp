@@ -2,61 +2,287 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <functional>
 #include <map>
 
+#include "library/song_history.h"
+#include "playback/candidates.h"
+#include "playback/song_category.h"
+#include "tests/playback/made_library.h"
 #include "tests/temporary_folder.h"
 
 namespace hullrider {
 namespace {
 
-Playlist Album(std::vector<std::string> paths) {
-    Playlist playlist;
-    for (std::string& path : paths) playlist.songs.push_back({std::move(path), 0, 0, 0, kMp3});
-    return playlist;
+using Place = std::pair<int32_t, int32_t>;
+
+// 99.9 % of the counts of independent draws with this chance lie within so much of what is expected.
+double Interval(double chance, int draws) {
+    return 3.29 * std::sqrt(chance * (1.0 - chance) * draws) + 1.0;
 }
 
-TEST(SongSelection, EverySongOfALibraryFromTheCacheIsDrawnEquallyOften) {
-    MusicLibrary library;  // as after a load from the cache: totalSongs is 0
-    library.playlists = {Album({"a"}), Album({}), Album({"b", "c", "d"})};
-    Random random(5);
-    std::map<std::pair<int32_t, int32_t>, int> drawn;
-    constexpr int kDraws = 40000;
-    for (int i = 0; i < kDraws; ++i) {
+class SongSelectionTest : public testing::Test {
+protected:
+    // Two MIDI songs, three audio files, two modules; "fav" is drawn four times as often as a plain song.
+    void FillLibrary() {
+        SetLibrary(app_, {{MadeSong("a/1.mid", kMidi), MadeSong("a/2.mid", kMidi, 1, 1)},
+                          {},
+                          {MadeSong("b/1.mp3", kMp3), MadeSong("b/fav.mp3", kMp3, 1, 3), MadeSong("b/3.mp3", kMp3)},
+                          {MadeSong("c/1.xm", kTracker), MadeSong("c/never.xm", kTracker, 1, -1)}});
+    }
+
+    SongChoice Pick(int32_t category = kNoCategory) {
         SongChoice choice;
-        ASSERT_TRUE(PickUniformSong(library, random, choice));
+        EXPECT_EQ(SelectNextSong(app_, draws_, category, choice), Selection::kSong);
+        return choice;
+    }
+
+    // Counts of so many picks, without a history.
+    std::map<Place, int> Counts(int draws) {
+        std::map<Place, int> counts;
+        for (int i = 0; i < draws; ++i) {
+            SongChoice choice;
+            EXPECT_NE(SelectNextSong(app_, draws_, kNoCategory, choice), Selection::kNothing);
+            ++counts[{choice.playlist, choice.song}];
+        }
+        return counts;
+    }
+
+    AppState app_;
+    Draws draws_ = EveryFileDraws(5);
+};
+
+// What the rules say by themselves, entry by entry: how likely each song is within a category.
+std::map<Place, double> ChancesWithin(const AppState& app, int32_t category) {
+    std::map<Place, double> chances;
+    double sum = 0.0;
+    for (size_t i = 0; i < app.library.playlists.size(); ++i) {
+        for (size_t j = 0; j < app.library.playlists[i].songs.size(); ++j) {
+            const Song& song = app.library.playlists[i].songs[j];
+            const bool favorite = song.isFavorite == 1;
+            const int32_t filter = app.selection.favoritesFilter;
+            if (category == kFavoritesCategory ? !favorite : song.musicType != category) continue;
+            if (filter == kFavoritesOnly && !favorite) continue;
+            if (filter == kNoFavorites && favorite && category != kFavoritesCategory) continue;
+            const double weight = favorite ? song.favoriteCount + 1.0 : 1.0;
+            if (weight < 1.0) continue;
+            chances[{static_cast<int32_t>(i), static_cast<int32_t>(j)}] = weight;
+            sum += weight;
+        }
+    }
+    for (auto& [place, chance] : chances) chance /= sum;
+    return chances;
+}
+
+TEST_F(SongSelectionTest, ManyDrawsKeepThePromiseOfTheWeights) {
+    struct Case {
+        const char* what;
+        SelectionWeights weights;  // favourites, MIDI, MP3, tracker, radio
+        int32_t filter;
+    };
+    const Case cases[] = {
+        {"built in", {50, 50, 50, 50, 20}, kAllSongs}, {"favourites", {90, 5, 5, 5, 0}, kAllSongs},
+        {"one kind", {0, 0, 7, 0, 0}, kAllSongs},      {"rare", {1, 1, 100, 1, 0}, kAllSongs},
+        {"no weights", {0, 0, 0, 0, 0}, kAllSongs},    {"no favourites", {10, 30, 60, 40, 0}, kNoFavorites},
+    };
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    constexpr int kDraws = 100'000;  // the instrumented program is many times slower
+#else
+    constexpr int kDraws = 1'000'000;
+#endif
+    app_.settings.historyDepth = -1;
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        FillLibrary();
+        app_.weights = test.weights;
+        app_.selection.favoritesFilter = test.filter;
+        const std::map<Place, int> counts = Counts(kDraws);
+        std::map<Place, double> chances;  // the weights are by now those that were drawn from
+        for (int32_t percent = 0; percent < 100; ++percent) {
+            for (const auto& [place, chance] : ChancesWithin(app_, CategoryAt(app_.weights, percent))) {
+                chances[place] += chance / 100.0;
+            }
+        }
+        for (const auto& [place, count] : counts) EXPECT_TRUE(chances.contains(place)) << count;
+        for (const auto& [place, chance] : chances) {
+            const auto found = counts.find(place);
+            EXPECT_NEAR(found == counts.end() ? 0 : found->second, chance * kDraws, Interval(chance, kDraws))
+                << place.first << '/' << place.second;
+        }
+    }
+}
+
+TEST_F(SongSelectionTest, TheHistoryForbidsTheLastSongsAndLeavesTheOthersTheirShares) {
+    constexpr int kDraws = 200'000;
+    std::vector<Song> songs;
+    for (int i = 0; i < 5; ++i) songs.push_back(MadeSong("a/" + std::to_string(i) + ".mp3", kMp3));
+    SetLibrary(app_, {songs});
+    app_.settings.historyDepth = 3;
+    std::map<int32_t, std::map<int32_t, int>> after;  // what came four picks after which song
+    std::vector<int32_t> picked;
+    for (int i = 0; i < kDraws; ++i) {
+        picked.push_back(Pick().song);
+        const size_t n = picked.size();
+        for (size_t back = 1; back <= 3 && back < n; ++back) ASSERT_NE(picked[n - 1], picked[n - 1 - back]);
+        if (n > 4) ++after[picked[n - 5]][picked[n - 1]];
+    }
+    // Two of the five songs may come: the one that came four picks before and one other, equally likely.
+    for (const auto& [song, next] : after) {
+        const int total = [&next = next] {
+            int sum = 0;
+            for (const auto& [other, count] : next) sum += count;
+            return sum;
+        }();
+        EXPECT_NEAR(next.at(song), total / 2, Interval(0.5, total)) << song;
+    }
+}
+
+TEST_F(SongSelectionTest, ADrawThatCouldNotEndFallsBackToAnySongThatIsThere) {
+    SetLibrary(app_, {{MadeSong("a/1.mp3", kMp3), MadeSong("a/2.mp3", kMp3)}});
+    app_.settings.historyDepth = 50;
+    for (int i = 0; i < 20; ++i) Pick();
+
+    draws_.fileExists = [](const std::string& path) { return path == "b/2.xm"; };
+    SetLibrary(app_, {{MadeSong("a/1.mp3", kMp3), MadeSong("a/2.mp3", kMp3)},
+                      {MadeSong("b/1.xm", kTracker), MadeSong("b/2.xm", kTracker)}});
+    app_.weights = {0, 0, 1, 0, 0};
+    EXPECT_EQ(Pick().playlist, 1);
+
+    draws_.fileExists = draws_.folderExists = [](const std::string&) { return false; };
+    SongChoice choice{1, 2, 3, 4};
+    for (const bool shuffle : {true, false}) {
+        app_.selection.shuffle = shuffle;
+        EXPECT_EQ(SelectNextSong(app_, draws_, kNoCategory, choice), Selection::kNothing);
+        EXPECT_EQ(choice.playlist, 0);
+        EXPECT_EQ(choice.song, 0);
+    }
+}
+
+int filesAsked = 0;
+
+TEST_F(SongSelectionTest, AVanishedFolderIsNotAskedForSongBySong) {
+    std::vector<Song> gone;
+    for (int i = 0; i < 50'000; ++i) gone.push_back(MadeSong("gone/a/" + std::to_string(i) + ".mp3", kMp3));
+    SetLibrary(app_, {gone, {MadeSong("here/a/1.mp3", kMp3)}});
+    app_.settings.historyDepth = -1;
+    filesAsked = 0;
+    draws_.fileExists = [](const std::string& path) { return ++filesAsked, path.starts_with("here"); };
+    draws_.folderExists = [](const std::string& path) { return path.starts_with("here"); };
+    EXPECT_EQ(Pick().playlist, 1);
+    EXPECT_LE(filesAsked, 100);
+}
+
+TEST_F(SongSelectionTest, WithoutShuffleAllPlaylistsAreWalkedInOrderAndMissingFilesSkipped) {
+    FillLibrary();
+    draws_.fileExists = [](const std::string& path) { return path != "b/1.mp3"; };
+    app_.selection.shuffle = false;
+    const std::vector<Place> expected = {{0, 0}, {0, 1}, {2, 1}, {2, 2}, {3, 0}, {3, 1}, {0, 0}, {0, 1}};
+    for (const Place& place : expected) {
+        const SongChoice choice = Pick();
+        EXPECT_EQ(Place(choice.playlist, choice.song), place);
+    }
+    app_.selection.currentPlaylist = 77;  // of a library that was larger
+    EXPECT_EQ(Pick().playlist, 0);
+}
+
+TEST_F(SongSelectionTest, PlaylistModeDrawsEverySongOfTheCurrentPlaylistAlike) {
+    FillLibrary();
+    app_.selection.playMode = kPlaylistMode;
+    app_.selection.currentPlaylist = 2;
+    app_.selection.favoritesFilter = kFavoritesOnly;  // neither this nor the history is asked here
+    app_.settings.historyDepth = 20;
+    constexpr int kDraws = 30'000;
+    const std::map<Place, int> counts = Counts(kDraws);
+    ASSERT_EQ(counts.size(), 3U);
+    for (const auto& [place, count] : counts) EXPECT_NEAR(count, kDraws / 3, Interval(1.0 / 3.0, kDraws));
+    EXPECT_EQ(app_.selection.lastCandidateCount, 3);
+}
+
+TEST_F(SongSelectionTest, TheCategoryOfAReentryIsThatOfTheCurrentPlaylist) {
+    FillLibrary();
+    app_.settings.historyDepth = -1;
+    app_.selection.currentPlaylist = 3;
+    for (int i = 0; i < 20; ++i) EXPECT_EQ(Pick(kRadioCategory).playlist, 3);
+}
+
+TEST_F(SongSelectionTest, StationsAreDrawnByTheirCountsAndReported) {
+    FillLibrary();
+    app_.radio.stations = {{"one", "http://1", "", "", {}, 0, 2},
+                           {"never", "http://2", "", "", {}, 0, -1},
+                           {"two", "http://3", "", "", {}, 0, 0},
+                           {"left out", "http://4", "", "", {}, 0, 9}};
+    app_.radio.stations[3].isIncluded = false;
+    Recount(app_);
+    app_.weights = {0, 0, 0, 0, 1};
+    std::map<Place, int> counts = Counts(40'000);
+    ASSERT_EQ(counts.size(), 2U);
+    EXPECT_NEAR((counts[{0, 0}]), 30'000, Interval(0.75, 40'000));
+    EXPECT_TRUE(app_.selection.radioPlaying);
+    EXPECT_EQ(app_.playback.currentType, kInternetRadio);
+    EXPECT_EQ(app_.history.records.back().type, kInternetRadio);
+
+    app_.selection.playMode = kStationMode;
+    app_.selection.currentInternetStation = 1;
+    counts = Counts(20);
+    EXPECT_EQ((counts[{1, 0}]), 20);
+
+    app_.radio.stations.clear();  // without stations songs are picked in every mode
+    app_.selection.radioPlaying = true;
+    Pick();
+    EXPECT_FALSE(app_.selection.radioPlaying);
+}
+
+TEST_F(SongSelectionTest, ACustomStationDrawsByItsOwnWeights) {
+    FillLibrary();
+    app_.settings.historyDepth = -1;
+    app_.radio.activeCustomStation = {"modules", {0, 0, 0, 1, 0}};
+    for (int i = 0; i < 50; ++i) {
+        SongChoice choice;
+        ASSERT_EQ(SelectForCustomStation(app_, draws_, choice), Selection::kSong);
+        EXPECT_EQ(choice.playlist, 3);
+    }
+    EXPECT_EQ(app_.weights.midi, 50);
+}
+
+TEST_F(SongSelectionTest, AnUnknownWeightAndAHugeFavouriteAreStillDrawn) {
+    SetLibrary(app_, {{MadeSong("a/1.mp3", kMp3, 1, INT32_MAX), MadeSong("a/2.mp3", kMp3, 1, INT32_MAX)}});
+    app_.settings.historyDepth = INT32_MAX;
+    std::map<Place, int> counts = Counts(1000);
+    EXPECT_EQ(counts.size(), 2U);
+    EXPECT_EQ(app_.selection.lastCandidateCount, INT32_MAX);
+    app_.weights = {-1, 0, 0, 0, 0};
+    SongChoice choice;
+    EXPECT_EQ(SelectNextSong(app_, draws_, kNoCategory, choice), Selection::kRefused);
+}
+
+TEST_F(SongSelectionTest, TypesAreNotedAndTheFirstPickIsItsOwnPredecessor) {
+    SetLibrary(app_, {{MadeSong("a/1.xm", kTracker)}});
+    Pick();
+    EXPECT_EQ(app_.playback.currentType, kTracker);
+    EXPECT_EQ(app_.playback.previousType, kTracker);
+    SetLibrary(app_, {{MadeSong("a/1.mp3", kMp3)}});
+    Pick();
+    EXPECT_EQ(app_.playback.previousType, kTracker);
+    EXPECT_EQ(app_.history.records.back().path, "a/1.mp3");
+}
+
+TEST_F(SongSelectionTest, TheUniformPickReachesEverySongOfALibraryFromTheCacheEquallyOften) {
+    app_.library.totalSongs = 0;
+    app_.library.playlists = {{"A", {MadeSong("a", kMp3)}}, {"B", {}}};
+    app_.library.playlists.push_back({"C", {MadeSong("b", kMp3), MadeSong("c", kMp3), MadeSong("d", kMp3)}});
+    std::map<Place, int> drawn;
+    constexpr int kDraws = 40000;
+    SongChoice choice;
+    for (int i = 0; i < kDraws; ++i) {
+        ASSERT_TRUE(PickUniformSong(app_, draws_, choice));
         ++drawn[{choice.playlist, choice.song}];
     }
     ASSERT_EQ(drawn.size(), 4U);
-    // 99.9 % of such counts lie within 3.3 standard deviations of 10 000.
-    for (const auto& [where, count] : drawn) EXPECT_NEAR(count, kDraws / 4, 290) << where.first << '/' << where.second;
-}
-
-TEST(SongSelection, ALibraryWithoutSongsChoosesNothing) {
-    MusicLibrary library;
-    library.totalSongs = 7;  // a counter that says otherwise does not matter
-    library.playlists = {Album({})};
-    Random random(5);
-    SongChoice choice{1, 2, 3, 4};
-    EXPECT_FALSE(PickUniformSong(library, random, choice));
-    EXPECT_EQ(choice.playlist, 0);
-    EXPECT_EQ(choice.song, 0);
+    for (const auto& [where, count] : drawn) EXPECT_NEAR(count, kDraws / 4, Interval(0.25, kDraws));
+    app_.library.playlists.clear();
+    EXPECT_FALSE(PickUniformSong(app_, draws_, choice));
     EXPECT_EQ(choice.extra, 0);
-    EXPECT_FALSE(SelectNextSong(library, random, choice));
-}
-
-TEST(SongSelection, SongsWhoseFileIsGoneArePassedOver) {
-    const TemporaryFolder folder;
-    MusicLibrary library;
-    library.playlists = {Album({"gone 1", folder.Write("\xC3\xA4.mp3", "x"), "gone 2"})};
-    Random random(5);
-    for (int i = 0; i < 50; ++i) {
-        SongChoice choice;
-        ASSERT_TRUE(SelectNextSong(library, random, choice));
-        ASSERT_EQ(choice.song, 1);
-    }
-    library.playlists = {Album({"gone 1", "gone 2"})};
-    SongChoice choice;
-    EXPECT_FALSE(SelectNextSong(library, random, choice));
 }
 
 }  // namespace

@@ -63,7 +63,7 @@ TEST_F(Decoders, EveryFormatPlaysAtItsPitchLevelAndLength) {
         BASS_CHANNELINFO info{};
         ASSERT_TRUE(BASS_ChannelGetInfo(stream, &info));
         EXPECT_EQ(info.freq, test.rate);
-        EXPECT_EQ(info.chans, test.channels);
+        EXPECT_EQ(info.chans, std::min(test.channels, 2u));
         EXPECT_NEAR(LengthSec(stream), 2.0, 0.06);
         const Samples out = Render(kRate * 3);
         const Samples middle(out.begin() + kRate / 2, out.begin() + kRate * 3);
@@ -127,7 +127,7 @@ TEST_F(Decoders, SeeksLandOnTheSampleInEveryFormat) {
         for (const size_t frame : {size_t{0}, size_t{1}, size_t{1000}, size_t{123457}, size_t{700001}, size_t{40}}) {
             ASSERT_TRUE(SeekToFrame(stream, static_cast<int64_t>(frame)));
             BASS_ChannelPlay(stream, false);
-            EXPECT_LT(Difference(Render(3000), whole, frame), test.tolerance) << "from frame " << frame;
+            EXPECT_LT(Difference(Render(3000), whole, frame, kJointFrames), test.tolerance) << "from frame " << frame;
         }
         BASS_StreamFree(stream);
         Render(1000);

@@ -46,6 +46,8 @@ float Peak(const Samples& samples);
 class SoundTest : public testing::Test {
 protected:
     static constexpr uint32_t kRate = 44100;
+    // Within so many frames a sound that begins in mid-wave has risen, and one that broke off has died away.
+    static constexpr size_t kJointFrames = 300;
 
     void SetUp() override { ASSERT_TRUE(InitManualOutput(kRate)); }
     void TearDown() override { BASS_Free(); }

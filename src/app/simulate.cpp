@@ -1,0 +1,126 @@
+#include "app/simulate.h"
+
+#include <array>
+#include <cstdio>
+#include <unordered_map>
+#include <vector>
+
+#include "app/data_directory.h"
+#include "app/library_loading.h"
+#include "app/listening_files.h"
+#include "audio/bass.h"
+#include "audio/manual_output.h"
+#include "library/song_counts.h"
+#include "platform/paths.h"
+#include "playback/simulation.h"
+#include "playback/stream_time.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr uint32_t kMixingRateHz = 44100;
+
+// Opening a file takes longer than anything else here: lengths of later songs are drawn from those of the same type
+// that were measured.
+constexpr size_t kMostMeasured = 500;
+
+class SongLengths {
+public:
+    explicit SongLengths(Random& random) : random_(random) {}
+
+    double operator()(const Song& song) {
+        const auto known = measured_.find(song.songPath);
+        if (known != measured_.end()) return known->second;
+        std::vector<double>& ofType = ofType_[static_cast<size_t>(song.musicType)];
+        if (measured_.size() >= kMostMeasured && !ofType.empty()) return ofType[random_.Index(ofType.size())];
+        const double lengthSec = Measure(song);
+        measured_.emplace(song.songPath, lengthSec);
+        if (lengthSec >= 0.0) ofType.push_back(lengthSec);
+        return lengthSec;
+    }
+
+    size_t MeasuredCount() const { return measured_.size(); }
+
+private:
+    static double Measure(const Song& song) {
+        const char* const path = song.songPath.c_str();
+        const StreamSlot handle = song.musicType == kTracker
+                                      ? BASS_MusicLoad(false, path, 0, 0, BASS_SAMPLE_FLOAT, 0)
+                                      : BASS_StreamCreateFile(false, path, 0, 0, BASS_SAMPLE_FLOAT);
+        if (handle == 0) return -1.0;
+        const double lengthSec = LengthSec(handle);
+        BASS_StreamFree(handle);
+        return lengthSec;
+    }
+
+    Random& random_;
+    std::unordered_map<std::string, double> measured_;
+    std::array<std::vector<double>, 3> ofType_;
+};
+
+// Everything that the draw goes by, as at the start of the player, and nothing that would be saved.
+void LoadForSimulation(Player& player) {
+    AppState& state = player.state;
+    state.shell.dataDirectory = ChooseDataDirectory(player.options);
+    if (player.options.music.empty()) {
+        state.shell.libraryCachePath = StatePath(state.shell.dataDirectory, "\\musicLibraryCache.json");
+        LoadLibrary(state);
+        state.shell.libraryCachePath.clear();
+    }
+    LoadSettingsFile(state);
+    FillLibrary(player);
+    LoadSongHistoryFile(state);
+}
+
+std::string Number(double value, int decimals) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%.*f", decimals, value);
+    return text.data();
+}
+
+std::string ShareLine(const char* what, double drawn, double promised) {
+    std::array<char, 96> line{};
+    std::snprintf(line.data(), line.size(), "  %-22s%8.2f %%  %8.2f %%\n", what, drawn * 100.0, promised * 100.0);
+    return line.data();
+}
+
+std::string ReportText(const AppState& state, const Rotation& rotation, const RotationShares& promised,
+                       size_t measured) {
+    const int32_t depth = state.settings.historyDepth;
+    std::string text = "Simulated " + std::to_string(rotation.plays) + " songs of a library of " +
+                       std::to_string(SongCountOf(state.library)) + ".\n" +
+                       "                             drawn    promised\n";
+    text += ShareLine("MIDI", rotation.drawn.byType[kMidi], promised.byType[kMidi]);
+    text += ShareLine("Audio files", rotation.drawn.byType[kMp3], promised.byType[kMp3]);
+    text += ShareLine("Tracker modules", rotation.drawn.byType[kTracker], promised.byType[kTracker]);
+    text += ShareLine("Internet radio", rotation.drawn.byType[kInternetRadio], promised.byType[kInternetRadio]);
+    text += ShareLine("Favourites of any kind", rotation.drawn.favorites, promised.favorites);
+    if (depth >= 0) {
+        text +=
+            "Repeats within the last " + std::to_string(depth) + " songs: " + std::to_string(rotation.repeats) + '\n';
+    }
+    text += "Picks that could not be played: " + std::to_string(rotation.unplayable) + '\n';
+    text += "Mean play time: " + Number(rotation.meanPlaySec, 1) + " s, by the lengths of " + std::to_string(measured) +
+            " files";
+    if (rotation.meanPlaySec > 0.0) text += "\nSongs an hour: " + Number(3600.0 / rotation.meanPlaySec, 1);
+    return text;
+}
+
+}  // namespace
+
+std::string SimulationText(const RunOptions& options) {
+    Player player;
+    player.options = options;
+    LoadForSimulation(player);
+    InitManualOutput(kMixingRateHz);
+    const RotationShares promised = PromisedShares(player.state);
+    Random lengthRandom;
+    SongLengths lengths(lengthRandom);
+    const Rotation rotation = SimulateRotation(player.state, player.draws, options.simulate.value_or(0),
+                                               [&](const Song& song) { return lengths(song); });
+    BASS_Free();
+    return ReportText(player.state, rotation, promised, lengths.MeasuredCount());
+}
+
+}  // namespace hullrider

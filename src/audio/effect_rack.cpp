@@ -1,0 +1,154 @@
+#include "audio/effect_rack.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <thread>
+
+namespace hullrider {
+
+namespace {
+
+// A procedure may leave what is no number, which nothing after it would ever get rid of.
+void MakeSane(float* samples, size_t count) {
+    constexpr float kLoudest = 1000.0f;
+    for (size_t i = 0; i < count; i++) samples[i] = std::fabs(samples[i]) <= kLoudest ? samples[i] : 0.0f;
+}
+
+void ToMono(float* frames, size_t count) {
+    for (size_t i = 0; i < count; i++) frames[i] = (frames[i * kStereo] + frames[i * kStereo + 1]) * 0.5f;
+}
+
+void ToStereo(float* frames, size_t count) {
+    for (size_t i = count; i-- > 0;) frames[i * kStereo] = frames[i * kStereo + 1] = frames[i];
+}
+
+}  // namespace
+
+EffectRack::EffectRack(uint32_t mixRate, uint32_t channels)
+    : mixRate_(mixRate), channels_(channels), chain_(new Chain), splice_(mixRate) {}
+
+EffectRack::~EffectRack() {
+    delete chain_.load();
+}
+
+std::vector<Effect>::iterator EffectRack::Find(uint32_t handle) {
+    const auto isLeaving = std::find(leaving_.begin(), leaving_.end(), handle) != leaving_.end();
+    if (isLeaving) return effects_.end();
+    return std::find_if(effects_.begin(), effects_.end(), [&](const Effect& e) { return e.handle == handle; });
+}
+
+// Behind the mutex. Returns what was in use until now; whoever gets it lets it go once the mutex is free.
+std::unique_ptr<const EffectRack::Chain> EffectRack::Publish() {
+    return std::unique_ptr<const Chain>(chain_.exchange(new Chain{effects_, edition_}));
+}
+
+// The callback, if it runs at all, either began before the exchange and is waited for, or sees the new chain: all these
+// accesses are in one total order.
+void EffectRack::LetGo(std::unique_ptr<const Chain> old) const {
+    constexpr int kImpatient = 100;
+    const uint32_t seen = running_.load();
+    for (int tries = 0; seen % 2 != 0 && running_.load() == seen; tries++) {
+        if (tries < kImpatient) {
+            std::this_thread::yield();
+        } else {
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
+    }
+    old.reset();
+}
+
+bool EffectRack::Add(const Effect& effect) {
+    std::unique_lock lock(mutex_);
+    if (closed_) return false;
+    // Those that have faded out go with the next change; until then they cost nothing.
+    std::erase_if(effects_, [&](const Effect& old) {
+        return old.filter != nullptr && old.filter->IsResting() && std::erase(leaving_, old.handle) > 0;
+    });
+    const auto place = std::find_if(effects_.begin(), effects_.end(),
+                                    [&](const Effect& other) { return other.priority < effect.priority; });
+    effects_.insert(place, effect);
+    if (effect.procedure != nullptr) edition_++;
+    std::unique_ptr<const Chain> old = Publish();
+    lock.unlock();
+    LetGo(std::move(old));
+    return true;
+}
+
+bool EffectRack::RemoveFilter(uint32_t handle) {
+    const std::lock_guard lock(mutex_);
+    const auto found = Find(handle);
+    if (found == effects_.end() || found->filter == nullptr) return false;
+    found->filter->Neutralise();
+    leaving_.push_back(handle);
+    return true;
+}
+
+bool EffectRack::RemoveProcedure(uint32_t handle) {
+    std::unique_lock lock(mutex_);
+    const auto found = Find(handle);
+    if (found == effects_.end() || found->procedure == nullptr) return false;
+    effects_.erase(found);
+    edition_++;
+    std::unique_ptr<const Chain> old = Publish();
+    lock.unlock();
+    LetGo(std::move(old));
+    return true;
+}
+
+Effect EffectRack::FindFilter(uint32_t handle) const {
+    const std::lock_guard lock(mutex_);
+    for (const Effect& effect : effects_) {
+        const bool leaves = std::find(leaving_.begin(), leaving_.end(), handle) != leaving_.end();
+        if (effect.handle == handle && effect.filter != nullptr && !leaves) return effect;
+    }
+    return {};
+}
+
+void EffectRack::Close() {
+    std::unique_lock lock(mutex_);
+    closed_ = true;
+    effects_.clear();
+    leaving_.clear();
+    edition_++;
+    std::unique_ptr<const Chain> old = Publish();
+    lock.unlock();
+    LetGo(std::move(old));
+}
+
+void EffectRack::Run(float* frames, size_t count, bool begins) {
+    const uint32_t before = running_.load(std::memory_order_relaxed);
+    running_.store(before + 1);
+    RunChain(*chain_.load(), frames, count, begins);
+    running_.store(before + 2);
+}
+
+// Where a procedure came or went, its effect cannot be faded: one that was removed is not called again.
+void EffectRack::RunChain(const Chain& chain, float* frames, size_t count, bool begins) {
+    for (const Effect& effect : chain.effects) {
+        if (effect.procedure != nullptr) {
+            RunProcedure(effect, frames, count);
+        } else {
+            if (begins) effect.filter->Begin();
+            effect.filter->Run(frames, count);
+        }
+    }
+    if (begins) {
+        splice_.Forget();
+    } else if (chain.edition != heardEdition_) {
+        splice_.Join(frames);
+    }
+    heardEdition_ = chain.edition;
+    splice_.Apply(frames, count);
+}
+
+void EffectRack::RunProcedure(const Effect& effect, float* frames, size_t count) const {
+    if (channels_ == 1) ToMono(frames, count);
+    const size_t samples = count * channels_;
+    effect.procedure(effect.handle, effect.channel, frames, static_cast<uint32_t>(samples * sizeof(float)),
+                     effect.user);
+    MakeSane(frames, samples);
+    if (channels_ == 1) ToStereo(frames, count);
+}
+
+}  // namespace hullrider

@@ -1,0 +1,69 @@
+// A second-order filter in a channel, between the callers, who change it from any thread, and the callback, which runs
+// it. What is heard goes from the old filter to the new one by a cross-fade, never by a step.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <mutex>
+
+#include "audio/biquad.h"
+#include "audio/ring.h"
+
+namespace hullrider {
+
+class Filter {
+public:
+    // Neutral. `rate` is that of the sound, in Hz.
+    explicit Filter(uint32_t rate);
+
+    // Callers. False, and nothing is changed, when there is no such filter. `band` is only kept.
+    bool Shape(const FilterShape& shape, int band);
+    FilterShape Shape() const;
+    int Band() const;
+    // On the way out: to be neutral from now on.
+    void Neutralise();
+    // Neutral and not run, as far as the callback got.
+    bool IsResting() const { return resting_.load(); }
+
+    // Callback. The sound begins anew: with the newest filter at once, and without a memory.
+    void Begin();
+    // Callback. Filters stereo frames in place. Costs nothing while it is neutral.
+    void Run(float* frames, size_t count);
+
+private:
+    struct History {  // of one side: the last two samples in and out
+        double x1 = 0.0, x2 = 0.0, y1 = 0.0, y2 = 0.0;
+    };
+    struct Voice {
+        Biquad biquad;
+        std::array<History, kStereo> sides;
+    };
+    void Post(const Biquad& biquad);
+    bool ReadOrder(Biquad& biquad, uint32_t& number) const;
+    bool BeginFade(const float* first);
+    void RunFade(float* frames, size_t count);
+    void EndFade();
+
+    double rate_;
+    size_t fadeFrames_;
+
+    mutable std::mutex mutex_;  // callers only
+    FilterShape shape_;
+    int band_ = 0;
+    uint32_t number_ = 0;  // of the last order
+
+    // The order, written by callers and read by the callback: a sequence lock made of atomics. Odd: being written.
+    std::atomic<uint32_t> sequence_{0};
+    std::array<std::atomic<double>, 5> order_;
+
+    std::atomic<bool> resting_{true};
+
+    // Callback only.
+    Voice voice_, next_;  // what is heard, and what is faded to
+    size_t fadeLeft_ = 0;
+    uint32_t obeyed_ = 0;
+};
+
+}  // namespace hullrider

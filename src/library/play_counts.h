@@ -1,0 +1,28 @@
+// How often each song was played, "MusicLibraryPlayCount.json": a JSON object with the object "playCounts", which holds
+// a number for each song's path. It outlives rescans, and songs that are not in the library for now. UI thread.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "state/music_library.h"
+#include "state/statistics.h"
+
+namespace hullrider {
+
+// Raises the song's count, in the library and in the store. A count at its limit stays there.
+void CountPlay(Song& song, PlayCounts& counts);
+
+// Brings a library that was loaded or scanned and the store into step by the songs' paths: the higher count holds.
+void MergePlayCounts(MusicLibrary& library, PlayCounts& counts);
+
+// Adds the file's counts to the store; of two for one song the higher one holds. A file that is none is kept as
+// "PATH.bad". False when there is nothing to take.
+bool LoadPlayCounts(const std::string& path, PlayCounts& counts);
+bool SavePlayCounts(const std::string& path, const PlayCounts& counts);
+
+// The same on the file's text. Pure. False when it holds no counts at all.
+bool ReadPlayCounts(std::string_view text, PlayCounts& counts, std::string& error);
+std::string PlayCountsText(const PlayCounts& counts);
+
+}  // namespace hullrider

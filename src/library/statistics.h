@@ -1,0 +1,29 @@
+// The statistics, "Sonorant_Stats.json": a JSON object with "midi", "mp3", "tracker", "stations" and "favorites", each
+// an object with "count" and "seconds", and the numbers "starts" and "skips", over all runs. UI thread.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "state/statistics.h"
+
+namespace hullrider {
+
+// Each counts for this run and for all time.
+void CountStart(Statistics& statistics);
+void CountSkip(Statistics& statistics);
+// One more thing of that type, a MusicType or kInternetRadio, and later the seconds of it that were heard.
+void CountStarted(Statistics& statistics, int32_t type, bool isFavorite);
+void CountHeard(Statistics& statistics, int32_t type, bool isFavorite, double seconds);
+
+// Adds the file's numbers to those of all time. A file that is none is kept as "PATH.bad". False when there is nothing
+// to take.
+bool LoadStatistics(const std::string& path, Statistics& statistics);
+bool SaveStatistics(const std::string& path, const Statistics& statistics);
+
+// The same on the file's text. Pure.
+bool ReadStatistics(std::string_view text, StatisticsCounts& counts, std::string& error);
+std::string StatisticsText(const StatisticsCounts& counts);
+
+}  // namespace hullrider

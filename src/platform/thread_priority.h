@@ -1,0 +1,14 @@
+// Keeps the calling thread from being starved by a program beside this one, such as a game that uses every processor.
+#pragma once
+
+namespace hullrider {
+
+enum class Urgency {
+    kAhead,  // works ahead of what is heard
+    kSound,  // what it is late with is not heard
+};
+
+// As far as the system allows it; there is nothing to be done about a refusal.
+void RaiseThreadPriority(Urgency urgency);
+
+}  // namespace hullrider

@@ -1,0 +1,63 @@
+#include "playback/listening.h"
+
+#include <algorithm>
+
+#include "library/play_counts.h"
+#include "library/statistics.h"
+#include "playback/candidates.h"
+#include "playback/play_clock.h"
+
+namespace hullrider {
+
+namespace {
+
+// What plays as a song of the library; null for a station.
+Song* PlayingSong(AppState& app) {
+    const SongChoice& at = app.playback.playing;
+    std::vector<Playlist>& playlists = app.library.playlists;
+    if (app.playback.currentType == kInternetRadio || at.playlist < 0) return nullptr;
+    if (static_cast<size_t>(at.playlist) >= playlists.size()) return nullptr;
+    std::vector<Song>& songs = playlists[static_cast<size_t>(at.playlist)].songs;
+    if (at.song < 0 || static_cast<size_t>(at.song) >= songs.size()) return nullptr;
+    return &songs[static_cast<size_t>(at.song)];
+}
+
+bool IsFavoritePlaying(AppState& app) {
+    const Song* const song = PlayingSong(app);
+    return song != nullptr && IsFavorite(*song);
+}
+
+HistoryRecord* PlayingRecord(SongHistory& history) {
+    return history.cursor < history.records.size() ? &history.records[history.cursor] : nullptr;
+}
+
+int64_t SecondsSince1970() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::seconds>(now).count();
+}
+
+}  // namespace
+
+void BeginListening(AppState& app) {
+    if (Song* const song = PlayingSong(app)) CountPlay(*song, app.playCounts);
+    CountStarted(app.statistics, app.playback.currentType, IsFavoritePlaying(app));
+    HistoryRecord* const record = PlayingRecord(app.history);
+    if (record != nullptr && record->startedAt == 0) record->startedAt = SecondsSince1970();
+    ContinueListening(app.playback);
+}
+
+void EndListening(AppState& app) {
+    PlaybackState& playback = app.playback;
+    if (!playback.itemIsHeard) return;
+    playback.itemIsHeard = false;
+    const double seconds = std::chrono::duration<double>(PlayNow() - playback.heardSince).count();
+    CountHeard(app.statistics, playback.currentType, IsFavoritePlaying(app), seconds);
+    if (HistoryRecord* const record = PlayingRecord(app.history)) record->playedSec += std::max(seconds, 0.0);
+}
+
+void ContinueListening(PlaybackState& playback) {
+    playback.itemIsHeard = true;
+    playback.heardSince = PlayNow();
+}
+
+}  // namespace hullrider

@@ -1,0 +1,75 @@
+#include "playback/song_category.h"
+
+#include <array>
+#include <utility>
+
+namespace hullrider {
+
+namespace {
+
+// The built-in mix of a player without any weight.
+constexpr int32_t kDefaultMidi = 50, kDefaultMp3 = 1, kDefaultTracker = 1, kDefaultRadio = 30;
+// The mix of a player without music folders.
+constexpr int32_t kUnmixedMidi = 1, kUnmixedRadio = 25;
+
+int64_t SumOf(const SelectionWeights& weights) {
+    return int64_t{weights.midi} + weights.mp3 + weights.tracker + weights.favorites + weights.radio;
+}
+
+void TakeDefaults(SelectionWeights& weights, const CategoryCounts& counts, bool withRadio) {
+    if (counts.mp3 > 0) weights.mp3 = kDefaultMp3;
+    if (counts.midi > 0) weights.midi = kDefaultMidi;
+    if (counts.tracker > 0) weights.tracker = kDefaultTracker;
+    if (counts.stations > 0 && withRadio) weights.radio = kDefaultRadio;
+}
+
+}  // namespace
+
+Category CategoryAt(const SelectionWeights& weights, int32_t percent) {
+    const int64_t sum = SumOf(weights);
+    if (sum == 0) return kTrackerCategory;
+    const std::array<std::pair<int32_t, Category>, 4> order{{{weights.midi, kMidiCategory},
+                                                             {weights.mp3, kMp3Category},
+                                                             {weights.favorites, kFavoritesCategory},
+                                                             {weights.radio, kRadioCategory}}};
+    float cumulative = 0.0F;
+    for (const auto& [weight, category] : order) {
+        cumulative += static_cast<float>(weight) / static_cast<float>(sum) * 100.0F;
+        if (cumulative > static_cast<float>(percent)) return category;
+    }
+    return kTrackerCategory;
+}
+
+void PrepareWeights(SelectionWeights& weights, const SelectionState& selection, const CategoryCounts& counts) {
+    const bool withRadio = !selection.excludeRadioOnce;
+    if (!withRadio || counts.stations < 1) weights.radio = 0;
+    if (counts.mp3 < 1) weights.mp3 = 0;
+    if (counts.midi < 1) weights.midi = 0;
+    if (counts.tracker < 1) weights.tracker = 0;
+    if (selection.lastCandidateCount < 1) weights.favorites = 0;
+    if (!selection.mixedMusic && withRadio) {
+        weights.midi = kUnmixedMidi;
+        weights.mp3 = weights.tracker = weights.favorites = 0;
+        if (counts.stations > 0) weights.radio = kUnmixedRadio;
+    }
+    if (SumOf(weights) == 0) TakeDefaults(weights, counts, withRadio);
+}
+
+Category PickCategory(SelectionWeights& weights, SelectionState& selection, const CategoryCounts& counts,
+                      Random& random) {
+    if (!selection.savedRadioIsKnown) {
+        selection.savedRadioWeight = weights.radio;
+        selection.savedRadioIsKnown = true;
+    }
+    PrepareWeights(weights, selection, counts);
+    if (SumOf(weights) < 0) return kNoCategory;
+    const auto percent = static_cast<int32_t>(random.Index(100));
+    const SelectionWeights drawnFrom = weights;
+    if (selection.excludeRadioOnce) {
+        selection.excludeRadioOnce = false;
+        weights.radio = selection.savedRadioWeight;
+    }
+    return CategoryAt(drawnFrom, percent);
+}
+
+}  // namespace hullrider

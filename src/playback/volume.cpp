@@ -1,0 +1,184 @@
+#include "playback/volume.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <utility>
+
+#include "audio/bass.h"
+#include "platform/console.h"
+#include "playback/fade_out.h"
+#include "playback/loudness.h"
+#include "playback/play_clock.h"
+#include "playback/stream_slots.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr float kRmsAtFullVolume = 35000.0F;
+constexpr std::chrono::milliseconds kAdjustAfter{2500};
+constexpr float kUnmeasuredVolume = 0.1F;
+constexpr float kFirstShare = 0.5F;  // of the measured volume: quiet starts of loud songs measure too low
+constexpr uint32_t kToggleSlideMs = 1000;
+
+bool IsVolume(float volume) {
+    return volume >= 0.0F && volume <= 1.0F;
+}
+
+std::string Text(float value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", static_cast<double>(value));
+    return text;
+}
+
+// The volume at which a stream of that loudness comes out as loud as wanted.
+float VolumeFor(float targetRms, float rms) {
+    if (std::isnan(rms) || rms == 0.0F) return 1.0F;
+    return std::clamp(targetRms / rms, 0.0F, 1.0F);
+}
+
+void Slide(StreamSlot handle, float volume, int32_t ms) {
+    BASS_ChannelSlideAttribute(handle, BASS_ATTRIB_VOL, volume, static_cast<uint32_t>(std::max(ms, 0)));
+}
+
+// The worker's slide must not reach a stream that was replaced meanwhile and is fading out.
+void SlideIfCurrent(const VolumeState& volume, StreamSlot handle, float level, int32_t ms) {
+    const std::lock_guard lock(StreamMutex());
+    if (!volume.closed && volume.currentHandle == handle) Slide(handle, level, ms);
+}
+
+void FadeInMeasured(VolumeState& volume, StreamSlot handle, int32_t fadeMs) {
+    float rms = 0.0F;
+    if (MeasureRms(volume, handle, rms)) {
+        SlideIfCurrent(volume, handle, VolumeFor(volume.targetRms, rms) * kFirstShare, fadeMs / 2);
+    } else if (!volume.closed && volume.currentHandle == handle) {
+        PrintErrorLine("Valid RMS level not obtained in time.");
+        volume.levelUnknown = true;
+        SlideIfCurrent(volume, handle, kUnmeasuredVolume, fadeMs / 2);
+    }
+}
+
+void AdjustVolume(VolumeState& volume, int32_t fadeMs) {
+    PrintLine("Volume adjustment thread started, waiting for " + std::to_string(fadeMs / 2) + " ms");
+    SleepFor(kAdjustAfter);
+    const std::lock_guard lock(StreamMutex());
+    if (volume.closed) return;
+    PrintLine("Adjusting volume. Current average music vol: " + Text(volume.averageMusicRms) +
+              ", User target RMS: " + Text(volume.targetRms) + ", Current volume level: " + Text(volume.volumeLevel));
+    const float level = VolumeFor(volume.targetRms, volume.averageMusicRms);
+    volume.adjustedVolume = level;
+    PrintLine("Volume adjusted. New target volume: " + Text(level));
+    Slide(volume.currentHandle, level, fadeMs / 2);
+}
+
+void TakePreset(AppState& app) {
+    if (app.playback.volumeMode == kNormalVolume) return;
+    const float preset = app.playback.volumeMode == kHighVolume ? app.settings.highVolume : app.settings.lowVolume;
+    app.playback.volume->targetRms = TargetRmsOf(preset);
+}
+
+void SetAttribute(AppState& app, float level) {
+    BASS_ChannelSetAttribute(CurrentHandle(app.playback), BASS_ATTRIB_VOL, level);
+}
+
+// With loudness following on.
+void ApplyFollowedVolume(AppState& app) {
+    VolumeState& volume = *app.playback.volume;
+    Settings& settings = app.settings;
+    if (app.playback.volumeMode == kLowVolume) settings.lowVolume = settings.volumeLevel;
+    if (app.playback.volumeMode == kHighVolume) settings.highVolume = settings.volumeLevel;
+    TakePreset(app);
+    const float average = volume.averageMusicRms;
+    const float level = average > 0.0F || std::isnan(average) ? VolumeFor(volume.targetRms, average) : 1.0F;
+    if (app.playback.volumeMode == kNormalVolume || !(average > 0.0F)) settings.volumeLevel = level;
+    SetAttribute(app, level);
+}
+
+void StartVolumeWorker(std::function<void()> work) {
+    if (!StartWorker(std::move(work))) PrintErrorLine("No thread could be started for the volume.");
+}
+
+}  // namespace
+
+float TargetRmsOf(float volume) {
+    if (IsVolume(volume)) return volume * kRmsAtFullVolume;
+    PrintErrorLine("Volume level must be between 0.0 and 1.0");
+    return -1.0F;
+}
+
+float WantedVolume(const AppState& app) {
+    const VolumeState& volume = *app.playback.volume;
+    if (!app.playback.realTimeVolume) return app.settings.volumeLevel;
+    return VolumeFor(volume.targetRms, volume.averageMusicRms);
+}
+
+void TakeVolumeFromSettings(AppState& app) {
+    app.playback.volume->targetRms = TargetRmsOf(app.settings.volumeLevel);
+}
+
+void FadeInToTarget(AppState& app, StreamSlot handle) {
+    const int32_t fadeMs = std::max(app.settings.FADE_DURATION_MS, 0);
+    app.playback.volume->volumeLevel = app.settings.volumeLevel;
+    if (!app.playback.realTimeVolume) {
+        Slide(handle, app.settings.volumeLevel, fadeMs);
+        return;
+    }
+    TakePreset(app);
+    StartVolumeWorker([volume = app.playback.volume, handle, fadeMs] { FadeInMeasured(*volume, handle, fadeMs); });
+}
+
+void StartVolumeAdjustment(const std::shared_ptr<VolumeState>& volume, int32_t fadeMs) {
+    StartVolumeWorker([volume, fadeMs] { AdjustVolume(*volume, fadeMs); });
+}
+
+void ApplyVolume(AppState& app) {
+    if (app.playback.realTimeVolume) {
+        ApplyFollowedVolume(app);
+    } else {
+        SetAttribute(app, app.settings.volumeLevel);
+    }
+    app.playback.volume->volumeLevel = app.settings.volumeLevel;
+}
+
+bool SetVolumeLevel(AppState& app, float volume) {
+    if (!IsVolume(volume)) {
+        PrintErrorLine("Volume level must be between 0.0 and 1.0");
+        return false;
+    }
+    app.settings.volumeLevel = volume;
+    ApplyVolume(app);
+    return true;
+}
+
+void ToggleHighLowVolume(AppState& app) {
+    PlaybackState& playback = app.playback;
+    Settings& settings = app.settings;
+    if (playback.savedVolume < 0.0F) playback.savedVolume = settings.volumeLevel;
+    if (playback.volumeMode == kHighVolume) {
+        playback.volumeMode = kLowVolume;
+        settings.volumeLevel = settings.lowVolume;
+    } else if (playback.volumeMode == kLowVolume && settings.toggleLatchMode) {
+        playback.volumeMode = kNormalVolume;
+        settings.volumeLevel = playback.savedVolume;
+        playback.savedVolume = -1.0F;
+    } else {
+        playback.volumeMode = kHighVolume;
+        settings.volumeLevel = settings.highVolume;
+    }
+    float level = settings.volumeLevel;
+    if (playback.realTimeVolume) {
+        VolumeState& volume = *playback.volume;
+        volume.targetRms = TargetRmsOf(settings.volumeLevel);
+        level = VolumeFor(volume.targetRms, volume.averageMusicRms);
+    } else {
+        level = settings.volumeLevel = std::clamp(level, 0.0F, 1.0F);
+    }
+    playback.volume->volumeLevel = settings.volumeLevel;
+    BASS_ChannelSlideAttribute(CurrentHandle(playback), BASS_ATTRIB_VOL, level, kToggleSlideMs);
+}
+
+}  // namespace hullrider

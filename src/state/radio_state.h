@@ -1,0 +1,38 @@
+// Radio stations: the user's internet stations, and the custom stations, which are mixes of local music.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "state/music_library.h"
+
+namespace hullrider {
+
+struct InternetStation {
+    std::string name;
+    std::string url;  // of the stream, or of a ".pls" or ".m3u" file that names it
+    std::string country;
+    std::string state;
+    std::vector<std::string> tags;
+    int32_t favorite = 0;
+    int32_t favoriteCount = 0;  // drawn favoriteCount + 1 times as often; below 0: never
+    int32_t clickCount = 0;
+    int32_t votes = 0;
+    bool isValid = true;     // false once a test found it unplayable
+    bool isIncluded = true;  // takes part in the draw
+};
+
+// A mix of its own. The whole library is drawn from, by these weights instead of the user's.
+struct CustomStation {
+    std::string name;
+    SelectionWeights weights;
+};
+
+struct RadioState {
+    std::vector<InternetStation> stations;
+    std::vector<CustomStation> customStations;
+    CustomStation activeCustomStation;
+};
+
+}  // namespace hullrider

@@ -1,0 +1,34 @@
+// How much was played. UI thread only.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+
+namespace hullrider {
+
+// One thing of a kind, started and heard.
+struct Played {
+    int64_t count = 0;
+    double seconds = 0.0;
+};
+
+struct StatisticsCounts {
+    std::array<Played, 4> byType;  // MIDI, audio files, tracker modules, internet stations
+    Played favorites;              // those of the songs that are favourites
+    int64_t starts = 0;            // of the program
+    int64_t skips = 0;             // items that the user did not hear to their end
+};
+
+struct Statistics {
+    StatisticsCounts thisRun;
+    StatisticsCounts allTime;  // this run included
+};
+
+// How often each song was played, by its path. Songs that are not in the library now keep their counts.
+struct PlayCounts {
+    std::unordered_map<std::string, int32_t> byPath;
+};
+
+}  // namespace hullrider

@@ -1,0 +1,125 @@
+// Effects that come, change and go on several threads while sound is rendered on another.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <memory>
+#include <random>
+#include <thread>
+
+#include "audio/bass.h"
+#include "tests/sound/sound.h"
+
+namespace hullrider {
+
+namespace {
+
+// What a procedure uses; destroyed, and so of no use to it, as soon as it was removed.
+struct Workpiece {
+    std::unique_ptr<std::atomic<int>> calls = std::make_unique<std::atomic<int>>(0);
+    std::atomic<bool> gone{false};
+};
+
+void Work(HDSP, uint32_t, void* buffer, uint32_t length, void* user) {
+    auto& piece = *static_cast<Workpiece*>(user);
+    EXPECT_FALSE(piece.gone.load());
+    ++*piece.calls;
+    std::for_each_n(static_cast<float*>(buffer), length / sizeof(float), [](float& sample) { sample *= 0.5f; });
+}
+
+class EffectThreads : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(InitManualOutput(44100, true));
+        path_ = folder_.Write("a.wav", WavBytes(Tone(44100, 1, 440.0, 1.0)));
+        stream_ = Open();
+    }
+    void TearDown() override { BASS_Free(); }
+
+    HSTREAM Open() const {
+        const HSTREAM stream = BASS_StreamCreateFile(false, path_.c_str(), 0, 0, BASS_SAMPLE_FLOAT | BASS_SAMPLE_LOOP);
+        BASS_ChannelPlay(stream, false);
+        return stream;
+    }
+
+    // Sound is rendered until all `workers` are done.
+    template <typename Worker>
+    void RenderWhile(int workers, Worker worker) {
+        std::atomic<int> left{workers};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < workers; i++) {
+            threads.emplace_back([&, i] {
+                worker(i);
+                left--;
+            });
+        }
+        Samples out(480 * 2);
+        while (left > 0) {
+            RenderManually(out.data(), 480);
+            for (const float sample : out) ASSERT_LE(std::fabs(sample), 1.0f);
+        }
+        for (std::thread& thread : threads) thread.join();
+    }
+
+    TemporaryFolder folder_;
+    std::string path_;
+    HSTREAM stream_ = 0;
+};
+
+}  // namespace
+
+TEST_F(EffectThreads, AProcedureIsNeverCalledOnceItWasRemoved) {
+    RenderWhile(4, [&](int) {
+        for (int round = 0; round < 100; round++) {
+            Workpiece piece;
+            const HDSP dsp = BASS_ChannelSetDSP(stream_, Work, &piece, round % 3);
+            ASSERT_NE(dsp, 0u);
+            // Some are removed before, some while and some after they are first called.
+            while (round % 3 == 1 && *piece.calls == 0) std::this_thread::yield();
+            ASSERT_TRUE(BASS_ChannelRemoveDSP(stream_, dsp));
+            piece.gone = true;
+            piece.calls.reset();
+        }
+    });
+}
+
+TEST_F(EffectThreads, AProcedureIsNeverCalledOnceItsChannelWasFreed) {
+    RenderWhile(2, [&](int) {
+        for (int round = 0; round < 60; round++) {
+            Workpiece piece;
+            const HSTREAM stream = Open();
+            ASSERT_NE(BASS_ChannelSetDSP(stream, Work, &piece, 0), 0u);
+            std::this_thread::sleep_for(std::chrono::microseconds(300 * (round % 5)));
+            ASSERT_TRUE(BASS_StreamFree(stream));
+            piece.gone = true;
+            piece.calls.reset();
+        }
+    });
+}
+
+TEST_F(EffectThreads, FiltersComeChangeAndGoAtAnyTime) {
+    const HFX shared = BASS_ChannelSetFX(stream_, BASS_FX_BFX_PEAKEQ, 0);
+    RenderWhile(4, [&](int worker) {
+        std::minstd_rand random(static_cast<unsigned>(worker + 1));
+        for (int round = 0; round < 400; round++) {
+            BASS_BFX_PEAKEQ band = {0, 1.0f, 0.0f, 1000.0f, static_cast<float>(random() % 25) - 12.0f, -1};
+            const HFX own = BASS_ChannelSetFX(stream_, BASS_FX_BFX_PEAKEQ, static_cast<int>(random() % 3));
+            ASSERT_TRUE(BASS_FXSetParameters(own, &band));
+            ASSERT_TRUE(BASS_FXSetParameters(shared, &band));
+            ASSERT_TRUE(BASS_FXGetParameters(shared, &band));
+            if (round % 50 == 0) BASS_ChannelSetPosition(stream_, random() % 44100 * 4, BASS_POS_BYTE);
+            std::this_thread::sleep_for(std::chrono::microseconds(random() % 300));
+            ASSERT_TRUE(BASS_ChannelRemoveFX(stream_, own));
+        }
+    });
+    // Whatever was heard on the way, what is left is the one filter and the tone.
+    const BASS_BFX_PEAKEQ quieter = {0, 1.0f, 0.0f, 440.0f, -6.0206f, -1};
+    ASSERT_TRUE(BASS_FXSetParameters(shared, &quieter));
+    Samples out(44100 * 2);
+    RenderManually(out.data(), 44100);
+    RenderManually(out.data(), 44100);
+    EXPECT_NEAR(AmplitudeAt(Left(out), 44100, 440.0), 0.25, 0.002);
+}
+
+}  // namespace hullrider

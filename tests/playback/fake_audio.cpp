@@ -1,0 +1,245 @@
+#include "tests/playback/fake_audio.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <fstream>
+#include <map>
+#include <mutex>
+#include <set>
+
+#include "audio/bass.h"
+#include "platform/paths.h"
+#include "playback/play_clock.h"
+
+namespace hullrider {
+namespace {
+
+constexpr double kBytesPerSec = 1e6;
+
+struct FakeChannel {
+    double lengthSec = 0.0;
+    int level = 0;
+    bool isMidi = false;
+    uint32_t state = BASS_ACTIVE_STOPPED;
+    double positionSec = 0.0;  // at `since`
+    PlayTime since;
+    float from = 1.0F, to = 1.0F;
+    PlayTime slideStart;
+    double slideSec = 0.0;
+};
+
+std::mutex mutex;
+std::map<uint32_t, FakeChannel> channels;
+std::set<uint32_t> fonts;
+uint32_t nextHandle = 1;
+thread_local int errorCode = BASS_OK;
+
+double SecondsSince(PlayTime time) {
+    return std::chrono::duration<double>(PlayNow() - time).count();
+}
+
+double PositionOf(const FakeChannel& channel) {
+    if (channel.state != BASS_ACTIVE_PLAYING || channel.lengthSec <= 0.0) return channel.positionSec;
+    return std::fmod(channel.positionSec + SecondsSince(channel.since), channel.lengthSec);
+}
+
+float VolumeOf(const FakeChannel& channel) {
+    const double part = channel.slideSec <= 0.0 ? 1.0 : SecondsSince(channel.slideStart) / channel.slideSec;
+    return part >= 1.0 ? channel.to : channel.from + (channel.to - channel.from) * static_cast<float>(part);
+}
+
+bool Fail(int code) {
+    errorCode = code;
+    return false;
+}
+
+// Runs `work` on the channel, if there is one.
+template <typename Work>
+bool With(uint32_t handle, Work work) {
+    const std::lock_guard lock(mutex);
+    const auto found = channels.find(handle);
+    if (found == channels.end()) return Fail(BASS_ERROR_HANDLE);
+    work(found->second);
+    errorCode = BASS_OK;
+    return true;
+}
+
+void ChangeState(FakeChannel& channel, uint32_t state) {
+    channel.positionSec = PositionOf(channel);
+    channel.since = PlayNow();
+    channel.state = state;
+}
+
+uint32_t Create(const std::string& path) {
+    std::ifstream in(PathFromUtf8(path));
+    FakeChannel channel;
+    if (!in) return Fail(BASS_ERROR_FILEOPEN);
+    if (!(in >> channel.lengthSec >> channel.level)) return Fail(BASS_ERROR_FILEFORM);
+    channel.isMidi = path.ends_with(".mid");
+    const std::lock_guard lock(mutex);
+    channels[nextHandle] = channel;
+    errorCode = BASS_OK;
+    return nextHandle++;
+}
+
+}  // namespace
+
+std::string FakeSong(double lengthSec, int level) {
+    return std::to_string(lengthSec) + " " + std::to_string(level);
+}
+
+size_t FakeChannels() {
+    const std::lock_guard lock(mutex);
+    return channels.size();
+}
+
+size_t FakeFonts() {
+    const std::lock_guard lock(mutex);
+    return fonts.size();
+}
+
+float FakeLoudness() {
+    const std::lock_guard lock(mutex);
+    float sum = 0.0F;
+    for (const auto& [handle, channel] : channels) {
+        if (channel.state == BASS_ACTIVE_PLAYING) sum += VolumeOf(channel);
+    }
+    return sum;
+}
+
+float FakeVolume(StreamSlot handle) {
+    float volume = -1.0F;
+    With(handle, [&](FakeChannel& channel) { volume = VolumeOf(channel); });
+    return volume;
+}
+
+float FakeSlideTarget(StreamSlot handle) {
+    float volume = -1.0F;
+    With(handle, [&](FakeChannel& channel) { volume = channel.to; });
+    return volume;
+}
+
+}  // namespace hullrider
+
+using namespace hullrider;
+
+extern "C" {
+
+int BASS_ErrorGetCode() {
+    return errorCode;
+}
+
+bool BASS_Free() {
+    const std::lock_guard lock(mutex);
+    channels.clear();
+    fonts.clear();
+    return true;
+}
+
+HSTREAM BASS_StreamCreateFile(bool, const char* file, uint64_t, uint64_t, uint32_t) {
+    return Create(file);
+}
+
+HMUSIC BASS_MusicLoad(bool, const char* file, uint64_t, uint32_t, uint32_t, uint32_t) {
+    return Create(file);
+}
+
+bool BASS_StreamFree(HSTREAM handle) {
+    const std::lock_guard lock(mutex);
+    return channels.erase(handle) > 0 || Fail(BASS_ERROR_HANDLE);
+}
+
+bool BASS_ChannelPlay(uint32_t handle, bool) {
+    return With(handle, [](FakeChannel& channel) { ChangeState(channel, BASS_ACTIVE_PLAYING); });
+}
+
+bool BASS_ChannelPause(uint32_t handle) {
+    return With(handle, [](FakeChannel& channel) { ChangeState(channel, BASS_ACTIVE_PAUSED); });
+}
+
+bool BASS_ChannelStop(uint32_t handle) {
+    return With(handle, [](FakeChannel& channel) { ChangeState(channel, BASS_ACTIVE_STOPPED); });
+}
+
+uint32_t BASS_ChannelIsActive(uint32_t handle) {
+    uint32_t state = BASS_ACTIVE_STOPPED;
+    With(handle, [&](FakeChannel& channel) { state = channel.state; });
+    return state;
+}
+
+uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t) {
+    uint64_t bytes = BASS_QWORD_ERROR;
+    With(handle, [&](FakeChannel& channel) { bytes = static_cast<uint64_t>(channel.lengthSec * kBytesPerSec); });
+    return bytes;
+}
+
+uint64_t BASS_ChannelGetPosition(uint32_t handle, uint32_t) {
+    uint64_t bytes = BASS_QWORD_ERROR;
+    With(handle, [&](FakeChannel& channel) { bytes = static_cast<uint64_t>(PositionOf(channel) * kBytesPerSec); });
+    return bytes;
+}
+
+bool BASS_ChannelSetPosition(uint32_t handle, uint64_t position, uint32_t) {
+    return With(handle, [&](FakeChannel& channel) {
+        channel.positionSec = static_cast<double>(position) / kBytesPerSec;
+        channel.since = PlayNow();
+    });
+}
+
+double BASS_ChannelBytes2Seconds(uint32_t, uint64_t bytes) {
+    return static_cast<double>(bytes) / kBytesPerSec;
+}
+
+uint64_t BASS_ChannelSeconds2Bytes(uint32_t, double seconds) {
+    return static_cast<uint64_t>(seconds * kBytesPerSec);
+}
+
+bool BASS_ChannelSetAttribute(uint32_t handle, uint32_t, float value) {
+    return BASS_ChannelSlideAttribute(handle, BASS_ATTRIB_VOL, value, 0);
+}
+
+bool BASS_ChannelGetAttribute(uint32_t handle, uint32_t, float* value) {
+    return With(handle, [&](FakeChannel& channel) { *value = VolumeOf(channel); });
+}
+
+bool BASS_ChannelSlideAttribute(uint32_t handle, uint32_t, float value, uint32_t timeMs) {
+    return With(handle, [&](FakeChannel& channel) {
+        channel.from = VolumeOf(channel);
+        channel.to = value;
+        channel.slideStart = PlayNow();
+        channel.slideSec = timeMs / 1000.0;
+    });
+}
+
+uint32_t BASS_ChannelGetLevel(uint32_t handle) {
+    uint32_t level = BASS_LEVEL_ERROR;
+    With(handle, [&](FakeChannel& channel) {
+        if (channel.state != BASS_ACTIVE_PLAYING || channel.level < 0) return;
+        level = static_cast<uint32_t>(channel.level) << 16 | static_cast<uint32_t>(channel.level);
+    });
+    return level;
+}
+
+HSOUNDFONT BASS_MIDI_FontInit(const char* file, uint32_t) {
+    std::ifstream in(PathFromUtf8(file));
+    std::string word;
+    if (!(in >> word) || word != "font") return Fail(BASS_ERROR_FILEFORM);
+    const std::lock_guard lock(mutex);
+    fonts.insert(nextHandle);
+    return nextHandle++;
+}
+
+bool BASS_MIDI_FontFree(HSOUNDFONT font) {
+    const std::lock_guard lock(mutex);
+    return fonts.erase(font) > 0 || Fail(BASS_ERROR_HANDLE);
+}
+
+bool BASS_MIDI_StreamSetFonts(HSTREAM handle, const BASS_MIDI_FONT* list, uint32_t) {
+    bool isMidi = false;
+    With(handle, [&](FakeChannel& channel) { isMidi = channel.isMidi; });
+    const std::lock_guard lock(mutex);
+    return (isMidi && fonts.contains(list->font)) || Fail(BASS_ERROR_NOTAVAIL);
+}
+
+}  // extern "C"

@@ -1,0 +1,27 @@
+// An audio library without sound, in place of audio/bass.h's own: channels that only keep time and volume. A song's
+// file holds its length in seconds and its level, 0 to 32768; a file that holds no numbers cannot be played. A
+// SoundFont's file holds the word "font".
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "state/playback_state.h"
+
+namespace hullrider {
+
+// What a file that the fake plays holds. A level below 0 is that of a stream that does not answer.
+std::string FakeSong(double lengthSec, int level = 10'000);
+
+// How much there is: nothing that play-next leaves behind may add up.
+size_t FakeChannels();
+size_t FakeFonts();
+
+// The volumes of all that plays, added up.
+float FakeLoudness();
+
+// The volume that a stream has now, and the one that it slides to.
+float FakeVolume(StreamSlot handle);
+float FakeSlideTarget(StreamSlot handle);
+
+}  // namespace hullrider

@@ -1,0 +1,98 @@
+#include "playback/song_category.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace hullrider {
+namespace {
+
+// In the order of Category: MIDI, MP3, tracker, favourites, radio.
+using Shares = std::array<int32_t, 5>;
+
+Shares SharesOf(const SelectionWeights& weights) {
+    Shares shares{};
+    for (int32_t percent = 0; percent < 100; ++percent) {
+        ++shares[static_cast<size_t>(CategoryAt(weights, percent))];
+    }
+    return shares;
+}
+
+TEST(SongCategory, SharesAreWholePerCentInTheirOrderAndTrackersAreTheRest) {
+    struct Case {
+        SelectionWeights weights;  // favourites, MIDI, MP3, tracker, radio
+        Shares shares;
+    };
+    const Case cases[] = {
+        {{50, 50, 50, 50, 0}, {25, 25, 25, 25, 0}},
+        {{50, 50, 50, 50, 20}, {23, 23, 22, 23, 9}},
+        {{0, 1, 2, 0, 0}, {34, 66, 0, 0, 0}},
+        {{0, 1, 1000, 0, 0}, {1, 99, 0, 0, 0}},
+        {{0, 0, 0, 0, 0}, {0, 0, 100, 0, 0}},
+        {{0, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX}, {25, 25, 25, 0, 25}},
+        {{0, -50, 100, 50, 0}, {0, 50, 50, 0, 0}},
+    };
+    for (const Case& test : cases) EXPECT_EQ(SharesOf(test.weights), test.shares) << test.weights.mp3;
+}
+
+TEST(SongCategory, KindsThatCannotPlayLoseTheirWeightAndNoWeightAtAllGivesTheBuiltInMix) {
+    struct Case {
+        const char* what;
+        SelectionWeights weights;
+        CategoryCounts counts;  // MIDI, MP3, tracker, stations
+        int32_t lastCandidateCount;
+        bool mixedMusic, excludeRadio;
+        SelectionWeights expected;
+    };
+    const Case cases[] = {
+        {"nothing missing", {5, 4, 3, 2, 1}, {9, 9, 9, 9}, 9, true, false, {5, 4, 3, 2, 1}},
+        {"modules only", {5, 4, 3, 2, 1}, {0, 0, 9, 0}, 9, true, false, {5, 0, 0, 2, 0}},
+        {"no list yet", {5, 4, 3, 2, 1}, {9, 9, 9, 9}, 0, true, false, {0, 4, 3, 2, 1}},
+        {"no radio this time", {5, 4, 3, 2, 1}, {9, 9, 9, 9}, 9, true, true, {5, 4, 3, 2, 0}},
+        {"all zero", {0, 0, 0, 0, 0}, {9, 9, 0, 0}, 9, true, false, {0, 50, 1, 0, 0}},
+        {"all zero, with stations", {0, 0, 0, 0, 0}, {9, 9, 9, 9}, 9, true, false, {0, 50, 1, 1, 30}},
+        {"all zero, no radio this time", {0, 0, 0, 0, 7}, {9, 9, 9, 9}, 9, true, true, {0, 50, 1, 1, 0}},
+        {"no folders", {5, 4, 3, 2, 1}, {9, 9, 9, 9}, 9, false, false, {0, 1, 0, 0, 25}},
+        {"no folders and no stations", {5, 4, 3, 2, 1}, {0, 9, 9, 0}, 9, false, false, {0, 1, 0, 0, 0}},
+        {"empty library", {5, 4, 3, 2, 1}, {0, 0, 0, 0}, 0, true, false, {0, 0, 0, 0, 0}},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        SelectionState selection;
+        selection.lastCandidateCount = test.lastCandidateCount;
+        selection.mixedMusic = test.mixedMusic;
+        selection.excludeRadioOnce = test.excludeRadio;
+        SelectionWeights weights = test.weights;
+        PrepareWeights(weights, selection, test.counts);
+        EXPECT_EQ(weights.favorites, test.expected.favorites);
+        EXPECT_EQ(weights.midi, test.expected.midi);
+        EXPECT_EQ(weights.mp3, test.expected.mp3);
+        EXPECT_EQ(weights.tracker, test.expected.tracker);
+        EXPECT_EQ(weights.radio, test.expected.radio);
+    }
+}
+
+TEST(SongCategory, TheRadioIsLeftOutOnceAndComesBackWithItsWeight) {
+    SelectionState selection;
+    selection.lastCandidateCount = 1;
+    SelectionWeights weights{0, 1, 0, 0, 1000000};
+    const CategoryCounts counts{9, 0, 0, 9};
+    Random random(3);
+    EXPECT_EQ(PickCategory(weights, selection, counts, random), kRadioCategory);
+    selection.excludeRadioOnce = true;
+    EXPECT_EQ(PickCategory(weights, selection, counts, random), kMidiCategory);
+    EXPECT_EQ(weights.radio, 1000000);
+    EXPECT_FALSE(selection.excludeRadioOnce);
+    EXPECT_EQ(PickCategory(weights, selection, counts, random), kRadioCategory);
+}
+
+TEST(SongCategory, WeightsBelowNothingPlayNothing) {
+    SelectionState selection;
+    selection.lastCandidateCount = 1;
+    SelectionWeights weights{0, -100, 50, 0, 0};
+    Random random(3);
+    EXPECT_EQ(PickCategory(weights, selection, {9, 9, 0, 0}, random), kNoCategory);
+}
+
+}  // namespace
+}  // namespace hullrider

@@ -1,0 +1,178 @@
+// On an audio library that only keeps time, and a clock that the test moves.
+#include "playback/volume.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "playback/loudness.h"
+#include "playback/play_next.h"
+#include "playback/stream_slots.h"
+#include "tests/console_capture.h"
+#include "tests/playback/fake_audio.h"
+#include "tests/playback/fake_clock.h"
+#include "tests/playback/made_library.h"
+#include "tests/temporary_folder.h"
+
+namespace hullrider {
+namespace {
+
+using namespace std::chrono_literals;
+
+class VolumeTest : public testing::Test {
+protected:
+    VolumeTest() {
+        app_.settings.FADE_DURATION_MS = 8000;
+        app_.playback.realTimeVolume = true;
+    }
+    ~VolumeTest() override { FreeAllStreams(app_.playback, app_.soundFonts); }
+
+    StreamSlot PlaySongOfLevel(int level) {
+        SetLibrary(app_, {{MadeSong(folder_.Write("song.mp3", FakeSong(300.0, level)), kMp3)}});
+        EXPECT_TRUE(PlayNext(app_, draws_));
+        return CurrentHandle(app_.playback);
+    }
+
+    // Lets time pass with the level meter's timer in it.
+    void Pass(std::chrono::milliseconds time) {
+        for (std::chrono::milliseconds passed{0}; passed < time; passed += 250ms) {
+            clock_.Advance(250ms);
+            SampleLoudness(app_.playback);
+        }
+    }
+
+    FakeClock clock_;
+    TemporaryFolder folder_;
+    AppState app_;
+    Draws draws_{4};
+};
+
+TEST_F(VolumeTest, WithoutFollowingASongFadesInToTheUsersVolume) {
+    app_.playback.realTimeVolume = false;
+    app_.settings.volumeLevel = 0.6F;
+    const StreamSlot song = PlaySongOfLevel(10'000);
+    EXPECT_EQ(FakeVolume(song), 0.0F);
+    Pass(4s);
+    EXPECT_NEAR(FakeVolume(song), 0.3F, 0.001F);
+    Pass(4s);
+    EXPECT_EQ(FakeVolume(song), 0.6F);
+    EXPECT_TRUE(SetVolumeLevel(app_, 0.2F));
+    EXPECT_EQ(FakeVolume(song), 0.2F);
+}
+
+TEST_F(VolumeTest, WithFollowingASongIsMeasuredFadedToHalfAndThenCorrected) {
+    struct Case {
+        const char* what;
+        int level;
+        float wanted, half, whole;  // the volume setting, then the two volumes that it leads to
+    };
+    const Case cases[] = {
+        {"loud", 28'000, 0.4F, 0.25F, 0.5F},
+        {"quiet, at most full volume", 1000, 0.4F, 0.5F, 1.0F},
+        {"stalled", -1, 0.4F, 0.1F, 1.0F},
+        {"silent", 0, 0.4F, 0.1F, 1.0F},
+        {"no valid target", 28'000, 1.5F, 0.0F, 0.0F},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        const ConsoleCapture quiet;
+        app_.settings.highVolume = test.wanted;
+        app_.playback.volumeMode = kHighVolume;
+        CutStreamsBut(app_.playback, 0);
+        const StreamSlot song = PlaySongOfLevel(test.level);
+        Pass(2s);  // 0.5 s are enough to measure, 1.5 s to give up
+        EXPECT_NEAR(FakeSlideTarget(song), test.half, 0.001F);
+        EXPECT_EQ(app_.playback.volume->levelUnknown, test.half == 0.1F);
+        Pass(750ms);  // 2.5 s after the start
+        EXPECT_NEAR(FakeSlideTarget(song), test.whole, 0.001F);
+        EXPECT_EQ(app_.playback.volume->adjustedVolume, FakeSlideTarget(song));
+        Pass(4s);
+        EXPECT_NEAR(FakeVolume(song), test.whole, 0.001F);
+    }
+}
+
+TEST_F(VolumeTest, AMeasurementOfASongThatWasLeftDoesNotBringItBack) {
+    const ConsoleCapture quiet;
+    app_.playback.volume->targetRms = 14'000.0F;
+    const StreamSlot first = PlaySongOfLevel(28'000);
+    clock_.Advance(200ms);
+    ASSERT_TRUE(PlayNext(app_, draws_));
+    EXPECT_EQ(FakeSlideTarget(first), 0.0F);
+    Pass(2s);
+    EXPECT_EQ(FakeSlideTarget(first), 0.0F);
+    EXPECT_GT(FakeVolume(CurrentHandle(app_.playback)), 0.0F);
+}
+
+TEST_F(VolumeTest, TheAverageFollowsWithinSecondsAndStartsAnewWithEachSong) {
+    const ConsoleCapture quiet;
+    PlaySongOfLevel(20'000);
+    Pass(250ms);
+    EXPECT_NEAR(app_.playback.volume->averageMusicRms, 20'000.0F, 1.0F);
+    CutStreamsBut(app_.playback, 0);
+    PlaySongOfLevel(5'000);
+    EXPECT_EQ(app_.playback.volume->averageMusicRms, 0.0F);
+    Pass(10s);
+    EXPECT_NEAR(app_.playback.volume->averageMusicRms, 5'000.0F, 1.0F);
+    TogglePause(app_);
+    Pass(10s);
+    EXPECT_NEAR(app_.playback.volume->averageMusicRms, 5'000.0F, 1.0F);
+}
+
+TEST_F(VolumeTest, TheVolumesOfTheToggleTakeTurns) {
+    struct Case {
+        bool latched;
+        std::vector<float> volumes;
+    };
+    for (const Case& test : {Case{false, {0.8F, 0.1F, 0.8F, 0.1F}}, Case{true, {0.8F, 0.1F, 0.5F, 0.8F}}}) {
+        app_.playback.realTimeVolume = false;
+        app_.playback.volumeMode = kNormalVolume;
+        app_.playback.savedVolume = -1.0F;
+        app_.settings = {};
+        app_.settings.toggleLatchMode = test.latched;
+        const StreamSlot song = PlaySongOfLevel(10'000);
+        for (const float volume : test.volumes) {
+            ToggleHighLowVolume(app_);
+            EXPECT_EQ(FakeSlideTarget(song), volume);
+            EXPECT_EQ(app_.settings.volumeLevel, volume);
+        }
+        CutStreamsBut(app_.playback, 0);
+    }
+}
+
+TEST_F(VolumeTest, AppliedVolumesFollowTheLoudnessAndGoIntoThePreset) {
+    const ConsoleCapture quiet;
+    const StreamSlot song = PlaySongOfLevel(28'000);
+    app_.settings.volumeLevel = 0.3F;
+    app_.playback.volume->averageMusicRms = 0.0F;
+    ApplyVolume(app_);  // not known yet how loud it is
+    EXPECT_EQ(FakeVolume(song), 1.0F);
+    EXPECT_EQ(app_.settings.volumeLevel, 1.0F);
+
+    app_.playback.volume->averageMusicRms = 28'000.0F;
+    app_.playback.volume->targetRms = 7'000.0F;
+    ApplyVolume(app_);
+    EXPECT_EQ(FakeVolume(song), 0.25F);
+    EXPECT_EQ(app_.settings.volumeLevel, 0.25F);
+    app_.playback.volume->averageMusicRms = std::nanf("");
+    ApplyVolume(app_);
+    EXPECT_EQ(FakeVolume(song), 1.0F);
+
+    app_.playback.volume->averageMusicRms = 28'000.0F;
+    app_.playback.volumeMode = kLowVolume;
+    EXPECT_TRUE(SetVolumeLevel(app_, 0.4F));
+    EXPECT_EQ(app_.settings.lowVolume, 0.4F);
+    EXPECT_NEAR(FakeVolume(song), 0.5F, 0.001F);
+}
+
+TEST_F(VolumeTest, AVolumeOutsideItsRangeIsRefused) {
+    ConsoleCapture console;
+    for (const float volume : {-0.1F, 1.1F, std::nanf("")}) {
+        EXPECT_FALSE(SetVolumeLevel(app_, volume));
+        EXPECT_EQ(TargetRmsOf(volume), -1.0F);
+    }
+    EXPECT_EQ(app_.settings.volumeLevel, 0.5F);
+    EXPECT_TRUE(console.Errors().starts_with("Volume level must be between 0.0 and 1.0\n"));
+}
+
+}  // namespace
+}  // namespace hullrider
