@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -63,6 +64,12 @@ struct Hotkey {
     int32_t action = 0;      // also its identifier
     uint32_t modifiers = 0;  // the system's bits: 1 Alt, 2 Ctrl, 4 Shift, 0x4000 not again while it is held
     int32_t vkKey = 0;
+};
+
+// What the system did not take, as a rule because another program has that key.
+struct RefusedHotkey {
+    Hotkey hotkey;
+    std::string reason;  // the system's text
 };
 
 // The bindings of the first sixteen actions as far as they have a key, Ctrl+Shift+J to show the player, and the

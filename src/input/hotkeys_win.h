@@ -3,19 +3,13 @@
 
 #include <windows.h>
 
-#include <string>
 #include <vector>
 
 #include "input/hotkeys.h"
 
 namespace hullrider {
 
-struct RefusedHotkey {
-    Hotkey hotkey;
-    std::string reason;  // the system's text
-};
-
-// Registers all that it can and returns what the system refused, as a rule because another program has that key.
+// Registers all that it can and returns the others.
 std::vector<RefusedHotkey> RegisterHotkeys(HWND window, const HotkeyBindings& bindings);
 
 // Lets the first fifteen bindings and the media keys go. The others go with the window.
