@@ -80,10 +80,14 @@ bool TryDefaultMusicFolder(AppState& state) {
 
 }  // namespace
 
-void Recount(AppState& state) {
+void RecountSongs(AppState& state) {
     const Settings& settings = state.settings;
     state.weights = {settings.rawFav, settings.rawMIDI, settings.rawMP3, settings.rawTracker, settings.rawRadio};
     UpdateSongCounts(state.library, state.weights, static_cast<int32_t>(state.radio.stations.size()));
+}
+
+void Recount(AppState& state) {
+    RecountSongs(state);
     MergePlayCounts(state.library, state.playCounts);
     FindHistoryInLibrary(state.history, state.library);
 }

@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <exception>
 
+#include "app/commands.h"
 #include "app/menu_win.h"
+#include "app/option_window_win.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "input/hotkeys_win.h"
 #include "platform/console.h"
 #include "playback/loudness.h"
 
@@ -27,6 +30,7 @@ enum Timer : UINT_PTR {
     kPollTimer = 3,      // song over, next song
     kSlowPollTimer = 4,  // stream titles, audiobook position
     kEndTimer = 1001,    // one-shot: --for
+    kNoticeTimer = 2001  // one-shot: what the panel shows for a moment
 };
 
 // The size of the client area: large enough to read from a distance, never larger than the screen.
@@ -66,14 +70,20 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player) : player_(player) {
     shell.instance = instance;
     shell.mainWindow = window_;
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    player_.takeHotkeys = [this] { TakeHotkeys(); };
+    player_.openWindow = [instance](const OptionWindow& window) { OpenOptionWindow(instance, window); };
+    player_.bringToFront = [this] { BringToFront(); };
+    player_.endProgram = [this] { EndProgram(); };
     player_.releaseFront = [this] {
         KillTimers();
+        UnregisterHotkeys(window_);
         panel_.ReleaseBuffer();
     };
 }
 
 MainWindow::~MainWindow() {
-    player_.releaseFront = nullptr;
+    player_.releaseFront = player_.takeHotkeys = player_.bringToFront = player_.endProgram = nullptr;
+    player_.openWindow = nullptr;
     if (window_ == nullptr) return;
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
     DestroyWindow(window_);
@@ -107,7 +117,19 @@ LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam,
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
-            if (LOWORD(wParam) == kExitCommand) EndProgram();
+            Run(LOWORD(wParam));
+            return 0;
+        case WM_HOTKEY:
+            Run(CommandOfHotkey(static_cast<int32_t>(wParam)));
+            return 0;
+        case WM_APPCOMMAND:
+            if (const int32_t action = ActionOfAppCommand(lParam); action >= 0) {
+                Run(CommandOfHotkey(action));
+                return TRUE;
+            }
+            return DefWindowProcW(window_, message, wParam, lParam);
+        case WM_KEYDOWN:
+            OnKey(wParam);
             return 0;
         case WM_TIMER:
             OnTimer(wParam);
@@ -140,6 +162,17 @@ void MainWindow::OnTimer(WPARAM timer) {
             break;
         case kPollTimer:
             PollPlayer(player_);
+            borderless_.WatchMouse(window_, player_.state.settings.borderlessAuto != 0);
+            break;
+        case kLatchTimer:
+            shortcuts_.ReleaseLatches();
+            break;
+        case kIdleTimer:
+            borderless_.OnIdle(window_);
+            break;
+        case kNoticeTimer:
+            KillTimer(window_, kNoticeTimer);
+            RefreshPanel();
             break;
         case kEndTimer:
             EndProgram();
@@ -147,6 +180,30 @@ void MainWindow::OnTimer(WPARAM timer) {
         default:
             break;
     }
+}
+
+void MainWindow::OnKey(WPARAM key) {
+    if (key == VK_F11) borderless_.Toggle(window_);
+    Run(shortcuts_.CommandOfKey(key));
+}
+
+// What has changed is shown at once.
+void MainWindow::Run(int32_t command) {
+    if (RunCommand(player_, command)) RefreshPanel();
+}
+
+void MainWindow::TakeHotkeys() {
+    player_.refusedHotkeys = RegisterHotkeys(window_, player_.hotkeys);
+    for (const RefusedHotkey& refused : player_.refusedHotkeys) {
+        const std::string_view label = HotkeyLabel(refused.hotkey.action);
+        PrintErrorLine("The hotkey " + std::to_string(refused.hotkey.action) +
+                       (label.empty() ? "" : " (" + std::string(label) + ")") + " is not available: " + refused.reason);
+    }
+}
+
+void MainWindow::BringToFront() {
+    if (IsIconic(window_) != 0) ShowWindow(window_, SW_RESTORE);
+    SetForegroundWindow(window_);
 }
 
 void MainWindow::OnSize(WPARAM kind, LPARAM size) {

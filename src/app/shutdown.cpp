@@ -14,7 +14,8 @@
 namespace hullrider {
 
 void SaveAndShutdown(Player& player) {
-    if (player.shutDown) return;
+    // What was not loaded yet must not be saved: an error box of start-up lets messages in.
+    if (!player.started || player.shutDown) return;
     player.shutDown = true;
 
     AppState& state = player.state;
