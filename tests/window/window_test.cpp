@@ -255,7 +255,7 @@ TEST_F(WindowTest, TheFrameComesOffByItselfWhenTheMouseRests) {
     const std::string key = "\"borderlessAuto\": ";
     const size_t at = settings.find(key + "0");
     ASSERT_NE(at, std::string::npos);
-    settings.replace(at + key.size(), 1, "1");
+    settings[at + key.size()] = '1';
     folder_.Write("data/MusicSettings.json", settings);
     PlayerProcess player(Arguments());
     const HWND window = player.WaitForWindow(kClass, kTitle);
