@@ -10,9 +10,10 @@
 namespace hullrider {
 
 struct FavoriteEntry {
-    int32_t songType = 0;       // a MusicType
-    int32_t songIndex = -1;     // where the song lies in the library; -1: it is not in the library of this run
-    int32_t plistIndex = -1;    //
+    int32_t songType = 0;  // a MusicType
+    // Where the song lies in the library; -1: it is not in the library of this run.
+    int32_t songIndex = -1;
+    int32_t plistIndex = -1;
     int32_t favoriteCount = 1;  // 1 or more
     std::string songPath;       // UTF-8, full path of any length; identifies the entry, whatever its letters' case
 };

@@ -9,7 +9,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace hullrider;
     const std::string text(data, data + size);
-    HotkeyBindings bindings = BuiltInHotkeys();
+    HotkeyBindings bindings;
     try {
         ReadHotkeyConfig(text, bindings);
     } catch (const std::exception& error) {
