@@ -14,8 +14,8 @@
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "playback/command_file.h"
-#include "playback/play_next.h"
 #include "playback/seek.h"
+#include "playback/transport.h"
 #include "playback/volume.h"
 
 namespace hullrider {

@@ -12,6 +12,7 @@
 #include "playback/play_next.h"
 #include "playback/selection_commands.h"
 #include "playback/sound_fonts.h"
+#include "playback/transport.h"
 #include "playback/volume.h"
 
 namespace hullrider {

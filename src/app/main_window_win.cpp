@@ -1,7 +1,9 @@
 #include "app/main_window_win.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
+#include <optional>
 
 #include "app/commands.h"
 #include "app/menu_win.h"
@@ -11,6 +13,8 @@
 #include "input/hotkeys_win.h"
 #include "platform/console.h"
 #include "playback/loudness.h"
+#include "playback/seek.h"
+#include "playback/volume.h"
 
 namespace hullrider {
 
@@ -40,6 +44,48 @@ SIZE ChooseClientSize() {
             static_cast<LONG>(std::min(kLargestHeight, share(SM_CYSCREEN)))};
 }
 
+// What the panel's elements do: a command, or something with the element's value. One that is not here is shown as not
+// available.
+struct PanelCommand {
+    PanelElement element;
+    int32_t command = 0;
+    void (*run)(Player& player, double value) = nullptr;
+};
+
+// Posted, so that the panel is done with the click when the window goes.
+void PostExit(Player& player, double) {
+    PostMessageW(static_cast<HWND>(player.state.shell.mainWindow), WM_COMMAND, kExitCommand, 0);
+}
+
+void ChangeVolume(Player& player, double value) {
+    SetVolumeLevel(player.state, static_cast<float>(value));
+}
+
+void Seek(Player& player, double value) {
+    SeekTo(player.state.playback, value * player.state.playback.songLengthSec);
+}
+
+constexpr std::array kPanelCommands{
+    PanelCommand{PanelElement::kPrevious, kPreviousSongCommand},
+    PanelCommand{PanelElement::kPlayPause, kPlayPauseCommand},
+    PanelCommand{PanelElement::kNext, kNextSongCommand},
+    PanelCommand{PanelElement::kPlaylistBack, kPreviousPlaylistCommand},
+    PanelCommand{PanelElement::kPlaylistForward, kNextPlaylistCommand},
+    PanelCommand{PanelElement::kShuffle, kShuffleCommand},
+    PanelCommand{PanelElement::kFilter, kFavoritesFilterCommand},
+    PanelCommand{PanelElement::kFavoriteDown, kFavoriteDownCommand},
+    PanelCommand{PanelElement::kFavoriteUp, kFavoriteUpCommand},
+    PanelCommand{PanelElement::kExit, 0, PostExit},
+    PanelCommand{PanelElement::kVolume, 0, ChangeVolume},
+    PanelCommand{PanelElement::kSongBar, 0, Seek},
+};
+
+ElementSet EnabledElements() {
+    ElementSet enabled;
+    for (const PanelCommand& command : kPanelCommands) enabled.set(IndexOf(command.element));
+    return enabled;
+}
+
 }  // namespace
 
 bool MainWindow::RegisterMainClass(HINSTANCE instance) {
@@ -55,7 +101,10 @@ bool MainWindow::RegisterMainClass(HINSTANCE instance) {
     return RegisterClassExW(&windowClass) != 0;
 }
 
-MainWindow::MainWindow(HINSTANCE instance, Player& player) : player_(player) {
+MainWindow::MainWindow(HINSTANCE instance, Player& player)
+    : player_(player),
+      panel_({[this](const PanelAction& action) { RunPanelAction(action); },
+              [this] { return ReadLevel(player_.state.playback); }}) {
     if (!RegisterMainClass(instance)) return;
     const SIZE client = ChooseClientSize();
     ShellState& shell = player_.state.shell;
@@ -70,6 +119,7 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player) : player_(player) {
     shell.instance = instance;
     shell.mainWindow = window_;
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    panel_.Attach(window_, EnabledElements());
     player_.takeHotkeys = [this] { TakeHotkeys(); };
     player_.openWindow = [instance](const OptionWindow& window) { OpenOptionWindow(instance, window); };
     player_.bringToFront = [this] { BringToFront(); };
@@ -77,7 +127,7 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player) : player_(player) {
     player_.releaseFront = [this] {
         KillTimers();
         UnregisterHotkeys(window_);
-        panel_.ReleaseBuffer();
+        panel_.Release();
     };
 }
 
@@ -115,6 +165,7 @@ LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam,
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (const std::optional<LRESULT> answer = panel_.HandleMessage(message, wParam, lParam)) return *answer;
     switch (message) {
         case WM_COMMAND:
             Run(LOWORD(wParam));
@@ -137,11 +188,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SIZE:
             OnSize(wParam, lParam);
             return 0;
-        case WM_PAINT:
-            panel_.Paint(window_, player_.state.settings);
+        case WM_DPICHANGED:
+            FollowDpi(*reinterpret_cast<const RECT*>(lParam));
             return 0;
-        case WM_ERASEBKGND:
-            return 1;  // Paint covers every pixel
         case WM_ENDSESSION:
             // No destroy message follows when the user logs off.
             if (wParam != 0) DestroyWindow(window_);
@@ -214,9 +263,28 @@ void MainWindow::OnSize(WPARAM kind, LPARAM size) {
     InvalidateRect(window_, nullptr, FALSE);
 }
 
+// On a monitor of another scale the system proposes a size at which the window looks as large as before.
+void MainWindow::FollowDpi(const RECT& proposed) {
+    SetWindowPos(window_, nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
+                 proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 void MainWindow::RefreshPanel() {
-    if (IsWindowVisible(window_) == 0 || IsIconic(window_) != 0) return;
-    panel_.Show(window_, MakePanelText(player_.state.playback));
+    if (!panel_.CanBeSeen()) return;
+    const AppState& state = player_.state;
+    panel_.Show(MakePanelModel(state, ReadChannel(state.playback)), MakePanelTheme(state.settings));
+}
+
+void MainWindow::RunPanelAction(const PanelAction& action) {
+    const auto isMeant = [&](const PanelCommand& command) { return command.element == action.element; };
+    const auto command = std::find_if(kPanelCommands.begin(), kPanelCommands.end(), isMeant);
+    if (command == kPanelCommands.end()) return;
+    if (command->run != nullptr) {
+        command->run(player_, action.value);
+    } else {
+        RunCommand(player_, command->command);
+    }
+    RefreshPanel();
 }
 
 // Ends the program in order: everything is saved and released, then the message loop is left.

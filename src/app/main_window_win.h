@@ -35,7 +35,9 @@ private:
     void TakeHotkeys();
     void BringToFront();
     void OnSize(WPARAM kind, LPARAM size);
+    void FollowDpi(const RECT& proposed);
     void RefreshPanel();
+    void RunPanelAction(const PanelAction& action);
     void EndProgram();
     void KillTimers();
 

@@ -36,6 +36,7 @@ inline constexpr int BASS_ERROR_ILLPARAM = 20;  // value out of range
 inline constexpr int BASS_ERROR_DEVICE = 23;    // no such device
 inline constexpr int BASS_ERROR_NOPLAY = 24;    // not playing
 inline constexpr int BASS_ERROR_NOTAVAIL = 37;  // what was asked for is not to be had
+inline constexpr int BASS_ERROR_DECODE = 38;    // the channel decodes and is not played, or the other way round
 inline constexpr int BASS_ERROR_FILEFORM = 41;  // the file's format is not supported or the file is damaged
 inline constexpr int BASS_ERROR_CODEC = 44;     // the codec is not supported
 inline constexpr int BASS_ERROR_ENDED = 45;     // the channel has ended
@@ -44,12 +45,23 @@ inline constexpr int BASS_ERROR_UNKNOWN = -1;
 // Flags of stream and module creation.
 inline constexpr uint32_t BASS_SAMPLE_LOOP = 0x4;
 inline constexpr uint32_t BASS_SAMPLE_FLOAT = 0x100;
+inline constexpr uint32_t BASS_STREAM_DECODE = 0x200000;  // to play from with a tempo stream; is not played itself
 inline constexpr uint32_t BASS_STREAM_STATUS = 0x800000;
 inline constexpr uint32_t BASS_MUSIC_PRESCAN = 0x20000;  // accepted; lengths are always known
 inline constexpr uint32_t BASS_UNICODE = 0x80000000;     // accepted; paths are always UTF-8 here
 
+// Flags of BASS_FX_TempoCreate.
+inline constexpr uint32_t BASS_FX_FREESOURCE = 0x10000;  // its source is freed with it
+
 // Attributes.
 inline constexpr uint32_t BASS_ATTRIB_VOL = 2;
+inline constexpr uint32_t BASS_ATTRIB_TEMPO = 0x10000;  // percent faster, -50 to 200; of a tempo stream; does not slide
+
+// Kinds of tags.
+inline constexpr uint32_t BASS_TAG_ID3 = 0;               // an ID3v1 tag, 128 bytes
+inline constexpr uint32_t BASS_TAG_OGG = 2;               // UTF-8 "NAME=value", each ended by a zero, and one more zero
+inline constexpr uint32_t BASS_TAG_MP4 = 7;               // as BASS_TAG_OGG
+inline constexpr uint32_t BASS_TAG_MUSIC_NAME = 0x10000;  // a module's title, UTF-8
 
 // Position modes.
 inline constexpr uint32_t BASS_POS_BYTE = 0;
@@ -74,6 +86,7 @@ struct BASS_CHANNELINFO {
 
 inline constexpr uint32_t BASS_CTYPE_STREAM = 0x10000;  // anything FFmpeg decodes
 inline constexpr uint32_t BASS_CTYPE_STREAM_MIDI = 0x10d00;
+inline constexpr uint32_t BASS_CTYPE_STREAM_TEMPO = 0x1f200;
 inline constexpr uint32_t BASS_CTYPE_MUSIC_MOD = 0x20000;
 
 // One entry of a stream's SoundFont list: all presets of `font` when `preset` is -1.
@@ -156,12 +169,22 @@ HMUSIC BASS_MusicLoad(bool fromMemory, const char* file, uint64_t offset, uint32
                       uint32_t freq);
 bool BASS_MusicFree(HMUSIC handle);
 
+// A stream that plays what `channel`, created with BASS_STREAM_DECODE, decodes, at any tempo and its own pitch. Places
+// and lengths are those of the file. Returns 0 on failure: BASS_ERROR_HANDLE, _DECODE (not a decoding channel),
+// _ALREADY (there is a tempo stream of it).
+HSTREAM BASS_FX_TempoCreate(uint32_t channel, uint32_t flags);
+
 // Plays from where the channel is, or from its start when `restart` is set or it had ended.
 bool BASS_ChannelPlay(uint32_t handle, bool restart);
 bool BASS_ChannelPause(uint32_t handle);
 bool BASS_ChannelStop(uint32_t handle);
 uint32_t BASS_ChannelIsActive(uint32_t handle);
 bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info);
+
+// The tags that the file came with, in the shape of the kind, valid while the channel lives. Null and
+// BASS_ERROR_NOTAVAIL when it has none of this kind: BASS_TAG_ID3 for mp3 (made from whatever tag it has), _OGG for
+// flac, ogg and opus, _MP4 for m4a, _MUSIC_NAME for modules.
+const char* BASS_ChannelGetTags(uint32_t handle, uint32_t tags);
 
 // Bytes; BASS_QWORD_ERROR on failure.
 uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t mode);

@@ -1,8 +1,10 @@
 // Volume and level of a channel.
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "audio/channel_call.h"
+#include "audio/tempo_source.h"
 
 using namespace hullrider;
 
@@ -16,6 +18,21 @@ bool IsVolume(uint32_t attribute, float value) {
     return (value >= 0.0f && value <= kLoudest) || Fail(BASS_ERROR_ILLPARAM);
 }
 
+bool SetTempo(Channel& channel, float percent) {
+    if (!channel.Tempo()) return Fail(BASS_ERROR_ILLTYPE);
+    if (!(percent >= kSlowest && percent <= kFastest)) return Fail(BASS_ERROR_ILLPARAM);
+    channel.SetTempo(percent);
+    return true;
+}
+
+bool GetTempo(const Channel& channel, float* percent) {
+    const std::optional<float> tempo = channel.Tempo();
+    if (!tempo) return Fail(BASS_ERROR_ILLTYPE);
+    if (percent == nullptr) return Fail(BASS_ERROR_ILLPARAM);
+    *percent = *tempo;
+    return true;
+}
+
 uint32_t LevelWord(float peak) {
     return static_cast<uint32_t>(std::lround(std::min(peak, 1.0f) * 32768.0f));
 }
@@ -24,6 +41,7 @@ uint32_t LevelWord(float peak) {
 
 bool BASS_ChannelSetAttribute(uint32_t handle, uint32_t attribute, float value) {
     const ChannelCall call(handle);
+    if (call && attribute == BASS_ATTRIB_TEMPO) return SetTempo(*call.channel, value);
     if (!call || !IsVolume(attribute, value)) return false;
     call.channel->ChannelVolume().Set(value);
     call.engine->TheOutput().Hasten();
@@ -32,6 +50,7 @@ bool BASS_ChannelSetAttribute(uint32_t handle, uint32_t attribute, float value) 
 
 bool BASS_ChannelGetAttribute(uint32_t handle, uint32_t attribute, float* value) {
     const ChannelCall call(handle);
+    if (call && attribute == BASS_ATTRIB_TEMPO) return GetTempo(*call.channel, value);
     if (!call || !IsVolume(attribute, 0.0f)) return false;
     if (value == nullptr) return Fail(BASS_ERROR_ILLPARAM);
     *value = call.channel->ChannelVolume().Get();

@@ -17,6 +17,7 @@ uint64_t FrameBytes(const Channel& channel) {
 bool BASS_ChannelPlay(uint32_t handle, bool restart) {
     const ChannelCall call(handle);
     if (!call) return false;
+    if ((call.channel->Flags() & BASS_STREAM_DECODE) != 0) return Fail(BASS_ERROR_DECODE);
     call.channel->Play(restart);
     call.engine->Decoders().Attend(call.channel);
     call.engine->TheOutput().Hasten();
@@ -56,6 +57,14 @@ bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info) {
     const SourceFormat& format = call.channel->Format();
     *info = {format.rate, format.channels, call.channel->Flags(), format.type, call.channel->Path().c_str()};
     return true;
+}
+
+const char* BASS_ChannelGetTags(uint32_t handle, uint32_t tags) {
+    const ChannelCall call(handle);
+    if (!call) return nullptr;
+    const TagBlock& block = call.channel->Tags();
+    if (block.kind != tags || block.text.empty()) return Fail(BASS_ERROR_NOTAVAIL), nullptr;
+    return block.text.c_str();
 }
 
 uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t mode) {

@@ -16,7 +16,9 @@ SourceRequest RequestFor(const Engine& engine, const char* file, uint32_t flags)
 uint32_t AddChannel(Engine& engine, std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags,
                     int error) {
     if (source == nullptr) return Fail(error);
-    const uint32_t handle = engine.AddChannel(std::make_shared<Channel>(std::move(source), request, flags));
+    const auto channel = std::make_shared<Channel>(std::move(source), request, flags);
+    const bool decodes = (flags & BASS_STREAM_DECODE) != 0;
+    const uint32_t handle = decodes ? engine.AddDecodingChannel(channel) : engine.AddChannel(channel);
     SetAudioError(handle == 0 ? BASS_ERROR_NOCHAN : BASS_OK);
     return handle;
 }

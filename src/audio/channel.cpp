@@ -25,13 +25,16 @@ uint64_t NextNumber() {
 
 }  // namespace
 
-Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags)
+Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags, uint32_t frees)
     : number_(NextNumber()),
       source_(std::move(source)),
       format_(Folded(source_->Format())),
+      tags_(source_->Tags()),
       path_(request.path),
       flags_(flags),
+      frees_(frees),
       mixRate_(request.mixRate),
+      aheadMs_(source_->AheadMs()),
       ring_(RingFrames(request.mixRate)),
       effects_(request.mixRate, format_.channels),
       volume_(request.mixRate),
@@ -107,9 +110,7 @@ int64_t Channel::Position(uint32_t latencyFrames) const {
     // What the output still holds was not heard yet. It holds nothing from before a pause.
     const uint64_t sinceResumed = taken - std::min(taken, resumedAt_);
     const uint64_t latency = control.state == RunState::kPlaying ? std::min<uint64_t>(latencyFrames, sinceResumed) : 0;
-    const auto position = static_cast<int64_t>(OwnFrameAt(taken, latency) + 0.5);
-    const int64_t loop = source_->LoopLength();
-    return loop > 0 ? position % loop : position;
+    return source_->Fold(static_cast<int64_t>(OwnFrameAt(taken, latency) + 0.5));
 }
 
 // Where in the source what is heard lies when the callback has come to `taken` and what it gave last is `latency`

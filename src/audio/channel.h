@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,7 +43,8 @@ struct Sounded {
 
 class Channel {
 public:
-    Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags);
+    // `frees`: the handle of the channel that is freed together with this one, or 0.
+    Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags, uint32_t frees = 0);
 
     // Which one it is, not 0. Unlike its address, it is never that of a later one.
     uint64_t Number() const { return number_; }
@@ -66,8 +68,21 @@ public:
     Volume& ChannelVolume() { return volume_; }
     const LevelMeter& Level() const { return level_; }
     const SourceFormat& Format() const { return format_; }
+    const TagBlock& Tags() const { return tags_; }
+    // Lets a decoder that waits for a file go, and decodes no more. For a channel that is going to be freed.
+    void Cancel() { source_->Cancel(); }
     const std::string& Path() const { return path_; }
     uint32_t Flags() const { return flags_; }
+    uint32_t Frees() const { return frees_; }
+
+    // The tempo in percent, if the source has one.
+    std::optional<float> Tempo() const { return source_->Tempo(); }
+    void SetTempo(float percent) { source_->SetTempo(percent); }
+
+    // For a channel that is not played: lends its source to one that is. False when it is lent already.
+    bool BorrowSource() { return !lent_.exchange(true); }
+    void ReturnSource() { lent_ = false; }
+    Source& DecodedSource() { return *source_; }
 
     // Whether the callback would get `frames` frames, or all there will be, now. For rendering faster than time.
     bool ReadyFor(size_t frames) const;
@@ -99,6 +114,7 @@ private:
     bool TakeRejoin();
     bool WantsRejoin() const { return rejoinOrders_.load() != rejoined_.load() && !ring_.Splicing(); }
     uint64_t DecodeSplice(uint64_t from);
+    void MarkPlace();
     double OwnFrameAt(uint64_t taken, uint64_t latency) const;
     size_t FramesWanted() const;
     size_t FramesAhead() const;
@@ -113,8 +129,10 @@ private:
     uint64_t number_;
     std::unique_ptr<Source> source_;
     SourceFormat format_;
+    TagBlock tags_;
     std::string path_;
-    uint32_t flags_, mixRate_;
+    uint32_t flags_, frees_, mixRate_, aheadMs_;
+    std::atomic<bool> lent_{false};
 
     FrameRing ring_;
     EffectRack effects_;

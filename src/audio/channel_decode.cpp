@@ -13,7 +13,6 @@ using std::chrono::milliseconds;
 // Decoding happens in few large pieces, because waking up costs as much as a good deal of decoding. A ring is filled
 // when it is half empty. The first piece is small, because someone waits for it, and the next ones no longer than what
 // lies ahead: each must be done while that is heard, on a busy machine too.
-constexpr uint32_t kAheadMs = 2000;
 constexpr uint32_t kFirstPieceMs = 80;
 constexpr uint32_t kPieceMs = 500;
 
@@ -82,9 +81,7 @@ bool Channel::TakeRejoin() {
         const std::lock_guard lock(mutex_);
         own = OwnFrameAt(from, 0);
     }
-    const int64_t loop = source_->LoopLength();
-    const auto frame = static_cast<int64_t>(own);
-    sourceEnded_ = !source_->Rejoin(loop > 0 ? frame % loop : frame);
+    sourceEnded_ = !source_->Rejoin(source_->Fold(static_cast<int64_t>(own)));
     end_.store(kNoEnd);
     const uint64_t begin = ring_.Written();
     const uint64_t late = DecodeSplice(from);
@@ -124,9 +121,20 @@ size_t Channel::FramesAhead() const {
 size_t Channel::FramesWanted() const {
     if (sourceEnded_) return 0;
     const size_t ahead = FramesAhead();
-    const size_t full = FramesOf(LoadControl().state == RunState::kPlaying ? kAheadMs : kFirstPieceMs, mixRate_);
+    const size_t full = FramesOf(LoadControl().state == RunState::kPlaying ? aheadMs_ : kFirstPieceMs, mixRate_);
     const size_t piece = std::clamp(ahead, FramesOf(kFirstPieceMs, mixRate_), FramesOf(kPieceMs, mixRate_));
     return std::min(piece, full - std::min(full, ahead));
+}
+
+// Notes where the next frame lies, if the source knows better than by counting.
+void Channel::MarkPlace() {
+    const std::optional<SourcePlace> place = source_->Place();
+    if (!place) return;
+    const uint64_t taken = ring_.Taken();
+    const std::lock_guard lock(mutex_);
+    // What was heard more than a second ago is not asked for.
+    while (marks_.size() > 1 && marks_[1].ring + mixRate_ < taken) marks_.erase(marks_.begin());
+    marks_.push_back({ring_.Written(), 0, place->frame, place->pace});
 }
 
 size_t Channel::DecodePiece(size_t frames) {
@@ -134,6 +142,7 @@ size_t Channel::DecodePiece(size_t frames) {
     while (done < frames && !sourceEnded_) {
         const std::span<float> room = ring_.Writable(frames - done);
         if (room.empty()) break;
+        MarkPlace();
         const SourceRead read = source_->Read(room.data(), room.size() / kStereo);
         MakeSane(room.data(), read.frames * kStereo);
         ring_.Commit(read.frames);
@@ -151,7 +160,7 @@ SteadyTime Channel::NextCall(SteadyTime now, bool progressed) const {
     if (control.state == RunState::kPlaying && rejoinOrders_.load() != rejoined_.load()) return now + kRetry;
     if (sourceEnded_ || control.state != RunState::kPlaying) return SteadyTime::max();
     const size_t ahead = FramesAhead();
-    const size_t full = FramesOf(kAheadMs, mixRate_);
+    const size_t full = FramesOf(aheadMs_, mixRate_);
     if (ahead + FramesOf(kFirstPieceMs, mixRate_) < full) return progressed ? now : now + kRetry;
     return now + milliseconds((ahead - full / 2) * 1000 / mixRate_);
 }

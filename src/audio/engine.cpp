@@ -43,6 +43,7 @@ bool Engine::Start() {
 
 void Engine::Stop() {
     output_->Stop();
+    channels_.ForEach([](const std::shared_ptr<Channel>& channel) { channel->Cancel(); });
 }
 
 uint32_t Engine::AddChannel(std::shared_ptr<Channel> channel) {
@@ -54,9 +55,11 @@ uint32_t Engine::AddChannel(std::shared_ptr<Channel> channel) {
 bool Engine::FreeChannel(uint32_t handle) {
     const std::shared_ptr<Channel> channel = channels_.Take(handle);
     if (channel == nullptr) return false;
+    channel->Cancel();
     mixer_.Remove(channel);
     channel->Effects().Close();
     decoders_.Drop(channel);
+    if (channel->Frees() != 0) FreeChannel(channel->Frees());
     return true;
 }
 

@@ -68,6 +68,8 @@ public:
 
     // 0 when there are too many channels.
     uint32_t AddChannel(std::shared_ptr<Channel> channel);
+    // One that is neither mixed nor decoded ahead.
+    uint32_t AddDecodingChannel(std::shared_ptr<Channel> channel) { return channels_.Add(std::move(channel)); }
     bool FreeChannel(uint32_t handle);
     const HandleTable<Channel>& Channels() const { return channels_; }
 

@@ -24,8 +24,9 @@ constexpr const char* kFormats = "mp3,aac,mov,flac,ogg,wav";
 constexpr int kMaxChannels = 64;
 constexpr int kMinRate = 1000;
 constexpr int kMaxRate = 768000;
-constexpr int kMaxBadPackets = 250;                   // in a row, before the rest of a file is given up
-constexpr size_t kMaxAllocation = size_t{256} << 20;  // bytes at once; a broken file may claim to need any number
+constexpr int kMaxBadPackets = 250;                  // in a row, before the rest of a file is given up
+constexpr size_t kMaxAllocation = size_t{96} << 20;  // bytes at once; the table of a 24 hour M4A file takes as much
+constexpr int64_t kMaxWalkAtOpening = int64_t{64} << 20;  // bytes; takes 20 ms, or a second from a slow disk
 constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
 
 void SetUpFfmpeg() {
@@ -72,12 +73,19 @@ int FfmpegReader::Open(const std::string& path) {
     AVDictionary* options = nullptr;
     av_dict_set(&options, "format_whitelist", kFormats, 0);
     av_dict_set(&options, "protocol_whitelist", "file", 0);
-    AVFormatContext* format = nullptr;
+    av_dict_set(&options, "max_probe_packets", "1", 0);  // PCM is what it says, and no other codec in disguise
+    AVFormatContext* format = avformat_alloc_context();
+    if (format == nullptr) return av_dict_free(&options), BASS_ERROR_MEM;
+    format->interrupt_callback = {
+        [](void* cancelled) { return static_cast<std::atomic<bool>*>(cancelled)->load() ? 1 : 0; }, &cancelled_};
     const int opened = avformat_open_input(&format, ("file:" + path).c_str(), nullptr, &options);
     av_dict_free(&options);
     if (opened == AVERROR(ENOENT) || opened == AVERROR(EACCES)) return BASS_ERROR_FILEOPEN;
     if (opened < 0) return BASS_ERROR_FILEFORM;
     format_.reset(format);
+
+    // Where the MP3 demuxer looks for a table and finds none, it leaves the checksum of one running for the whole file.
+    if (IsMp3File()) format_->pb->update_checksum = nullptr;
 
     if (const int error = FindAudio(); error != BASS_OK) return error;
     if (const int error = OpenDecoder(); error != BASS_OK) return error;
@@ -103,19 +111,38 @@ void FfmpegReader::FindLength() {
         duration =
             av_rescale_q(std::max<int64_t>(0, format_->duration), AVRational{1, AV_TIME_BASE}, stream_->time_base);
     }
-    const std::string_view name = format_->iformat->name;
-    if (name == "mp3") duration -= origin_;  // what is skipped at the beginning is counted there
+    if (IsMp3File()) duration = WalkedDuration(duration) - origin_;  // counts what is skipped at the beginning
     length_ = av_rescale_q(std::max<int64_t>(0, duration), stream_->time_base, {1, static_cast<int>(rate_)});
     // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there.
-    if (name.starts_with("mov") && length_ > 0) endFrame_ = length_;
+    if (std::string_view(format_->iformat->name).starts_with("mov") && length_ > 0) endFrame_ = length_;
+}
+
+bool FfmpegReader::IsMp3File() const {
+    return std::string_view(format_->iformat->name) == "mp3";
+}
+
+// Without a table, a duration is a guess by the first frame's bit rate; what a table says may be nonsense.
+int64_t FfmpegReader::WalkedDuration(int64_t told) {
+    constexpr int kLeastBitrate = 7000, kMostBitrate = 400000;  // bit/s
+    const int64_t bytes = avio_size(format_->pb);
+    const double seconds = static_cast<double>(told) * av_q2d(stream_->time_base);
+    const double bitrate = static_cast<double>(bytes) * 8.0 / std::max(seconds, 1e-9);
+    const bool guessed = format_->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
+    if (!guessed && bitrate > kLeastBitrate && bitrate < kMostBitrate) return told;
+    return walk_ && bytes <= kMaxWalkAtOpening ? walk_->FindEnd().value_or(told) : told;
 }
 
 int FfmpegReader::FindAudio() {
+    // Otherwise fifty packets, of PCM nearly a megabyte, are read and kept while a timestamp is waited for. Only raw
+    // AAC comes to its true bit rate, and so to its length, that way.
+    if (std::string_view(format_->iformat->name) != "aac") format_->max_ts_probe = 1;
     if (avformat_find_stream_info(format_.get(), nullptr) < 0) return BASS_ERROR_FILEFORM;
     const int index = av_find_best_stream(format_.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
     if (index < 0) return BASS_ERROR_FILEFORM;
     for (unsigned i = 0; i < format_->nb_streams; i++) {
-        if (static_cast<int>(i) != index) format_->streams[i]->discard = AVDISCARD_ALL;
+        if (static_cast<int>(i) == index) continue;
+        format_->streams[i]->discard = AVDISCARD_ALL;
+        av_packet_unref(&format_->streams[i]->attached_pic);  // a cover may take megabytes
     }
     stream_ = format_->streams[index];
     return BASS_OK;
@@ -134,7 +161,7 @@ int FfmpegReader::OpenDecoder() {
 
 // Leaves the next decoded frame in frame_ and its end in position_.
 bool FfmpegReader::Decode() {
-    for (int bad = 0; bad < kMaxBadPackets;) {
+    for (int bad = 0; bad < kMaxBadPackets && !cancelled_.load();) {
         const int received = avcodec_receive_frame(decoder_.get(), frame_.get());
         if (received == AVERROR_EOF) return false;
         if (received == AVERROR(EAGAIN)) {
@@ -171,6 +198,10 @@ bool FfmpegReader::SendPacket() {
         read = av_read_frame(format_.get(), packet_.get());
     } while (read >= 0 && packet_->stream_index != stream_->index);
     drained_ = read < 0;
+    // From the first packet on, its place and time are known.
+    if (!walk_ && IsMp3File() && packet_->pos >= 0 && packet_->dts != AV_NOPTS_VALUE) {
+        walk_.emplace(*format_, *stream_, packet_->pos, packet_->dts);
+    }
     const int sent = avcodec_send_packet(decoder_.get(), drained_ ? nullptr : packet_.get());
     av_packet_unref(packet_.get());
     return sent >= 0;
@@ -225,6 +256,7 @@ bool FfmpegReader::SeekBefore(int64_t frame, int64_t prerollFrames) {
 }
 
 bool FfmpegReader::Jump(int64_t timestamp) {
+    if (walk_) walk_->GoBeyond(timestamp);
     return av_seek_frame(format_.get(), stream_->index, timestamp, AVSEEK_FLAG_BACKWARD) >= 0;
 }
 

@@ -5,9 +5,14 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+
+#include "audio/mp3_walk.h"
+#include "audio/tags.h"
 
 struct AVCodecContext;
 struct AVFormatContext;
@@ -45,6 +50,11 @@ public:
         return std::min(position_, endFrame_);
     }  // of the frame after those that Next returned last
 
+    TagBlock Tags() const { return TagsOf(*format_); }
+
+    // Any thread, also while another one reads: nothing more is read from the file.
+    void Cancel() { cancelled_.store(true); }
+
     // What follows is the stream from `frame` on. False: not possible, and the stream is at its end.
     bool Seek(int64_t frame);
 
@@ -54,7 +64,9 @@ public:
 
 private:
     int FindAudio();
+    bool IsMp3File() const;
     void FindLength();
+    int64_t WalkedDuration(int64_t told);
     int OpenDecoder();
     bool Decode();
     void Place();
@@ -67,11 +79,13 @@ private:
     int64_t FrameOfTimestamp(int64_t timestamp) const;
     int64_t TimestampOfFrame(int64_t frame) const;
 
+    std::atomic<bool> cancelled_{false};
     FfmpegPtr<AVFormatContext> format_;
     FfmpegPtr<AVCodecContext> decoder_;
     FfmpegPtr<AVPacket> packet_;
     FfmpegPtr<AVFrame> frame_;
     AVStream* stream_ = nullptr;
+    std::optional<Mp3Walk> walk_;  // of an MP3 file
     uint32_t rate_ = 0, channels_ = 0;
     int64_t length_ = 0;
     int64_t origin_ = 0;    // the timestamp of frame 0, in the stream's time base

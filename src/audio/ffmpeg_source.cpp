@@ -26,6 +26,8 @@ public:
     SourceFormat Format() const override { return {reader_.Rate(), reader_.Channels(), BASS_CTYPE_STREAM}; }
     int64_t Length() const override { return length_; }
     int64_t LoopLength() const override { return loopLength_; }
+    TagBlock Tags() const override { return reader_.Tags(); }
+    void Cancel() override { reader_.Cancel(); }
     SourceRead Read(float* out, size_t frames) override;
     bool Seek(int64_t frame) override;
 

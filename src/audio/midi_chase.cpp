@@ -28,7 +28,7 @@ bool IsSystemReset(const uint8_t* bytes, size_t count) {
 }
 
 bool IsSystemReset(const MidiSong& song, const MidiEvent& event) {
-    return event.status == 0xF0 && IsSystemReset(song.sysex.data() + event.sysexBegin, event.sysexLength);
+    return event.status == 0xF0 && IsSystemReset(song.sysex[event.sysex].data(), song.sysex[event.sysex].size());
 }
 
 // The place of the last reset among the first `count` events, or 0.
@@ -105,7 +105,7 @@ void ChaseMidi(const MidiSong& song, size_t count, Synth& synth) {
         const uint8_t kind = event.status & 0xF0;
         if (event.status == 0xF0) {
             // It may choose a channel for drums, or be the reset: whatever it was, in its place.
-            synth.SendSysex(song.sysex.data() + event.sysexBegin, event.sysexLength);
+            synth.SendSysex(song.sysex[event.sysex].data(), song.sysex[event.sysex].size());
         } else if (kind == 0xB0 && IsParameterController(event.data[0])) {
             synth.Send(event.status, event.data[0], event.data[1]);
         } else {

@@ -8,8 +8,10 @@ namespace hullrider {
 
 namespace {
 
-constexpr size_t kMaxEvents = 1'500'000;
-constexpr size_t kMaxSysex = 4'000;            // a reset makes a synthesizer work as hard as a thousand notes do
+constexpr size_t kMaxEvents = 1'000'000;
+constexpr size_t kMaxTempos = 100'000;
+constexpr size_t kMaxSysex = 4'000;  // a reset makes a synthesizer work as hard as a thousand notes do
+constexpr size_t kMaxSysexBytes = 1'000;
 constexpr double kMaxSeconds = 24.0 * 3600.0;  // what is said to happen later does not happen
 constexpr double kDefaultTempo = 500'000.0;    // microseconds a quarter note, 120 quarter notes a minute
 
@@ -73,7 +75,7 @@ void ReadMeta(uint8_t type, std::string_view data, double tick, Reading& reading
     if (type != 0x51 || data.size() < 3) return;
     ByteReader in{data};
     const uint32_t micros = in.BigEndian(3);
-    if (reading.tempos.size() < kMaxEvents) reading.tempos.push_back({tick, micros == 0 ? kDefaultTempo : micros});
+    if (reading.tempos.size() < kMaxTempos) reading.tempos.push_back({tick, micros == 0 ? kDefaultTempo : micros});
 }
 
 void AddEvent(const MidiEvent& event, Reading& reading) {
@@ -86,15 +88,14 @@ void AddEvent(const MidiEvent& event, Reading& reading) {
 
 void AddSysex(std::string_view data, double tick, Reading& reading) {
     // A message may come in several packets, each but the last without the closing F7: none that matters does.
-    if (data.empty() || static_cast<uint8_t>(data.back()) != 0xF7) return;
+    if (data.empty() || data.size() > kMaxSysexBytes || static_cast<uint8_t>(data.back()) != 0xF7) return;
     if (++reading.sysexCount > kMaxSysex) return;
     data.remove_suffix(1);
     MidiEvent event;
     event.seconds = tick;
     event.status = 0xF0;
-    event.sysexBegin = static_cast<uint32_t>(reading.song.sysex.size());
-    event.sysexLength = static_cast<uint32_t>(data.size());
-    reading.song.sysex.insert(reading.song.sysex.end(), data.begin(), data.end());
+    event.sysex = static_cast<uint32_t>(reading.song.sysex.size());
+    reading.song.sysex.emplace_back(data.begin(), data.end());
     AddEvent(event, reading);
 }
 

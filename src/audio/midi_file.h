@@ -11,22 +11,22 @@
 namespace hullrider {
 
 struct MidiEvent {
-    double seconds = 0.0;     // from the start, by the tempo map
-    uint8_t status = 0;       // 0x80 to 0xEF with the channel in the low half, or 0xF0: a system exclusive message
-    uint8_t data[2] = {};     // the message's data bytes
-    uint32_t sysexBegin = 0;  // for 0xF0: where its bytes lie in MidiSong::sysex, without the 0xF0 and 0xF7
-    uint32_t sysexLength = 0;
+    double seconds = 0.0;  // from the start, by the tempo map
+    uint32_t sysex = 0;    // for 0xF0: which of MidiSong::sysex
+    uint8_t status = 0;    // 0x80 to 0xEF with the channel in the low half, or 0xF0: a system exclusive message
+    uint8_t data[2] = {};  // the message's data bytes
 };
+static_assert(sizeof(MidiEvent) == 16);  // there may be a million
 
 struct MidiSong {
-    std::vector<MidiEvent> events;  // in order of time; events of one moment in the order of the file
-    std::vector<uint8_t> sysex;
-    double seconds = 0.0;  // the time of the last event, the end of the longest track included
+    std::vector<MidiEvent> events;            // in order of time; events of one moment in the order of the file
+    std::vector<std::vector<uint8_t>> sysex;  // without the 0xF0 and 0xF7
+    double seconds = 0.0;                     // the time of the last event, the end of the longest track included
 };
 
 // Nothing when the bytes are no MIDI file, or hold more events than any song. System exclusive messages
-// beyond those of any song are left out. A file that breaks off, or a track that
-// is damaged, plays up to there.
+// beyond those of any song are left out. A file that breaks off, or a track that is damaged, plays up to there. Takes
+// 32 MB at most.
 std::optional<MidiSong> ReadMidiFile(std::string_view file);
 
 }  // namespace hullrider

@@ -21,8 +21,9 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMaxFileBytes = size_t{32} << 20;
-constexpr double kReleaseSeconds = 1.5;  // for the last notes and their reverb
-constexpr int64_t kBlockFrames = 64;     // FluidSynth's own; events take effect at its beginning
+constexpr double kReleaseSeconds = 1.5;    // for the last notes and their reverb
+constexpr size_t kMostNotesAtOnce = 1000;  // of a block; FluidSynth sounds 256, and each costs time
+constexpr int64_t kBlockFrames = 64;       // FluidSynth's own; events take effect at its beginning
 
 // Fonts differ in loudness by 10 dB and more, and songs do too. Each song is brought to the level at which recorded
 // music lies, as far as that is no caricature of a soft piece or of a font that has few of its instruments.
@@ -112,10 +113,12 @@ size_t MidiSource::RenderTo(int64_t frame, float* out) {
 }
 
 void MidiSource::SendEventsBefore(int64_t frame) {
+    size_t struck = 0;
     for (; next_ < song_.events.size() && FrameOf(song_.events[next_]) < frame; next_++) {
         const MidiEvent& event = song_.events[next_];
+        if ((event.status & 0xF0) == 0x90 && event.data[1] > 0 && ++struck > kMostNotesAtOnce) continue;
         if (event.status == 0xF0) {
-            synth_.SendSysex(song_.sysex.data() + event.sysexBegin, event.sysexLength);
+            synth_.SendSysex(song_.sysex[event.sysex].data(), song_.sysex[event.sysex].size());
         } else {
             synth_.Send(event.status, event.data[0], event.data[1]);
         }

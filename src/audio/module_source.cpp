@@ -31,12 +31,15 @@ public:
         module_.set_render_param(openmpt::module::RENDER_INTERPOLATIONFILTER_LENGTH, 8);
         const double seconds = std::clamp(module_.get_duration_seconds(), 0.0, kMaxSeconds);
         length_ = static_cast<int64_t>(seconds * rate_);
+        if (loop_) FindLoopStart();
     }
 
     SourceFormat Format() const override { return {rate_, kStereo, BASS_CTYPE_MUSIC_MOD}; }
     int64_t Length() const override { return length_; }
-    int64_t LoopLength() const override { return loop_ ? length_.load() : 0; }
+    int64_t LoopLength() const override { return loop_ ? length_ - loopStart_ : 0; }
+    int64_t LoopStart() const override { return loopStart_; }
 
+    TagBlock Tags() const override { return {BASS_TAG_MUSIC_NAME, module_.get_metadata("title")}; }
     SourceRead Read(float* out, size_t frames) override try {
         size_t done = 0;
         while (done < frames && !ended_) {
@@ -61,6 +64,21 @@ public:
     }
 
 private:
+    // A module may go on anywhere after its end. The library does not tell where, so it is played over the end.
+    void FindLoopStart() {
+        constexpr double kBefore = 0.05, kBeyond = 0.01;
+        const double length = static_cast<double>(length_) / rate_;
+        const double reached = module_.set_position_seconds(std::max(0.0, length - kBefore));
+        const double seconds = std::clamp(length + kBeyond - reached, 0.0, kMaxDropSeconds);
+        std::vector<float> dropped(static_cast<size_t>(seconds * rate_) * kStereo);
+        module_.read_interleaved_stereo(static_cast<int32_t>(rate_), dropped.size() / kStereo, dropped.data());
+        const int32_t order = module_.get_current_order(), row = module_.get_current_row();
+        const double start = module_.set_position_order_row(order, row);
+        // An estimate for a row that is played more than once; one that makes no sense is none.
+        if (start < length - kBeyond) loopStart_ = static_cast<int64_t>(start * rate_);
+        module_.set_position_seconds(0.0);
+    }
+
     size_t Render(float* out, size_t frames) {
         const int64_t left = loop_ ? INT64_MAX : static_cast<int64_t>(kMaxSeconds * rate_) - position_;
         const auto now = static_cast<size_t>(std::clamp<int64_t>(left, 0, static_cast<int64_t>(frames)));
@@ -99,6 +117,7 @@ private:
     std::ostringstream log_;  // what the library has to say of a file is of no use to a listener
     openmpt::module module_;
     int64_t position_ = 0;
+    int64_t loopStart_ = 0;
     bool ended_ = false;
     std::atomic<int64_t> length_{0};
 };

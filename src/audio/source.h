@@ -8,10 +8,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "audio/fonts.h"
+#include "audio/tags.h"
 
 namespace hullrider {
 
@@ -26,6 +28,12 @@ struct SourceRead {
     bool atEnd = false;  // nothing follows; never so for a source that loops, unless it is broken
 };
 
+// Where the next frame of a source lies, and how many own frames a mixed frame is from there on.
+struct SourcePlace {
+    double frame = 0.0;
+    double pace = 1.0;
+};
+
 class Source {
 public:
     virtual ~Source() = default;
@@ -36,6 +44,13 @@ public:
     virtual int64_t Length() const = 0;
     // The period after which a looping source repeats, in own frames; 0 while it has not come round yet.
     virtual int64_t LoopLength() const = 0;
+    // Where a looping source goes on after its end.
+    virtual int64_t LoopStart() const { return 0; }
+    // The place of an own frame that was counted on through all repeats.
+    int64_t Fold(int64_t frame) const {
+        const int64_t start = LoopStart(), loop = LoopLength();
+        return loop > 0 && frame >= start + loop ? start + (frame - start) % loop : frame;
+    }
 
     // Yields up to `frames` frames at the mixing rate. Fewer than asked, and not at the end: what there is for now.
     virtual SourceRead Read(float* out, size_t frames) = 0;
@@ -43,6 +58,21 @@ public:
     virtual bool Seek(int64_t frame) = 0;
     // As Seek, but to sound from there as if it had been playing on, for a place that is about to be heard.
     virtual bool Rejoin(int64_t frame) { return Seek(frame); }
+
+    // What the file says of itself.
+    virtual TagBlock Tags() const { return {}; }
+
+    // Any thread: reading ends as soon as the system lets it, and so does all that this source yields. For a source
+    // that is going to be freed, perhaps while it waits for a drive that is gone.
+    virtual void Cancel() {}
+    // For a source whose frames cannot be counted on from where it last was: where the next one lies.
+    virtual std::optional<SourcePlace> Place() { return std::nullopt; }
+    // How far to decode ahead.
+    virtual uint32_t AheadMs() const { return 2000; }
+
+    // Any thread: the tempo of a source that has one, as OpenTempoSource makes.
+    virtual bool SetTempo(float) { return false; }
+    virtual std::optional<float> Tempo() const { return std::nullopt; }
 
     // Any thread: the fonts that a source sounds through from now on, and whether it has had none until now. Only a
     // MIDI source takes any; others return false.

@@ -24,8 +24,7 @@ const uint8_t* const kNoSamples[AV_NUM_DATA_POINTERS] = {};
 int TryRunSwr(SwrContext* swr, float* out, size_t maxFrames, const uint8_t* const* in, int count) {
     if (swr == nullptr) return 0;
     auto* bytes = reinterpret_cast<uint8_t*>(out);
-    // FFmpeg 5 declares the input pointers without the const that they have since.
-    return swr_convert(swr, &bytes, static_cast<int>(maxFrames), const_cast<const uint8_t**>(in), count);
+    return swr_convert(swr, &bytes, static_cast<int>(maxFrames), in, count);
 }
 
 size_t RunSwr(SwrContext* swr, float* out, size_t maxFrames, const uint8_t* const* in, int count) {

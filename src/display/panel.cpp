@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "audio/bass.h"
+#include "platform/paths.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
@@ -12,32 +13,198 @@ namespace hullrider {
 
 namespace {
 
-constexpr double kSteps = 500.0;  // the panel's width in its own space
+constexpr double kSteps = 2000.0;     // finer steps than a panel of usual size can show would be drawn for nothing
+constexpr size_t kLongestText = 160;  // code points: what nobody reads to the end
 
-// Finer steps than the panel can show would have it drawn again for nothing.
 double OnPanel(double fraction) {
     return std::round(std::clamp(fraction, 0.0, 1.0) * kSteps) / kSteps;
 }
 
+// The text in one line, without what a tag or file name may hold beside letters, and not endless.
+std::string ShortLine(const std::string& text) {
+    std::string line;
+    size_t codePoints = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool beginsCodePoint = (byte & 0xC0) != 0x80;
+        if (beginsCodePoint && ++codePoints > kLongestText) return line + "\xE2\x80\xA6";
+        line += byte < 0x20 || byte == 0x7F ? ' ' : c;
+    }
+    return line;
+}
+
+std::string Stem(const std::string& path) {
+    const std::u8string stem = PathFromUtf8(path).stem().u8string();
+    return {stem.begin(), stem.end()};
+}
+
+// The song that plays; null when a rescan has taken its place away.
+const Song* CurrentSong(const MusicLibrary& library, const PlaybackState& playback) {
+    const auto inside = [](int32_t index, size_t size) { return index >= 0 && static_cast<size_t>(index) < size; };
+    if (!inside(playback.playing.playlist, library.playlists.size())) return nullptr;
+    const std::vector<Song>& songs = library.playlists[playback.playing.playlist].songs;
+    return inside(playback.playing.song, songs.size()) ? &songs[playback.playing.song] : nullptr;
+}
+
+// "FLAC" for a file of that name; "MP3" stands for all of its type.
+std::string FileKind(const Song* song) {
+    constexpr size_t kLongestKind = 4;
+    std::string kind;
+    if (song != nullptr) {
+        const std::u8string extension = PathFromUtf8(song->songPath).extension().u8string();
+        for (const char8_t c : extension) {
+            if (c != u8'.') kind += static_cast<char>(c >= u8'a' && c <= u8'z' ? c - 32 : c);
+        }
+    }
+    const bool plain = std::all_of(kind.begin(), kind.end(), [](char c) { return c > ' ' && c < 127; });
+    return kind.empty() || kind.size() > kLongestKind || !plain ? "MP3" : kind;
+}
+
+std::string KindOf(int32_t type, const Song* song) {
+    switch (type) {
+        case kMidi:
+            return "MIDI";
+        case kTracker:
+            return "TRACKER";
+        case kInternetRadio:
+            return "RADIO";
+        default:
+            return FileKind(song);
+    }
+}
+
+void TellTimes(PanelModel& model, const PlaybackState& playback, double positionSec) {
+    // A station has no length: its turn is all there is of it.
+    const bool endless = playback.songLengthSec <= 0.0;
+    const double lengthSec = std::max(endless ? playback.endSec : playback.songLengthSec, 0.001);
+    const double played = std::max(std::floor(positionSec - playback.startSec), 0.0);
+    const double turn = std::round(playback.endSec - playback.startSec);
+    model.turnPlayed = FormatTime(played);
+    model.turnLeft = FormatTime(std::max(turn - played, 0.0));
+    model.songPosition = FormatTime(positionSec);
+    if (!endless) {
+        model.songLeft = '-';
+        model.songLeft += FormatTime(std::max(std::round(lengthSec) - std::floor(positionSec), 0.0));
+    }
+    model.windowFrom = OnPanel(playback.startSec / lengthSec);
+    model.windowTo = OnPanel(playback.endSec / lengthSec);
+    model.position = OnPanel(positionSec / lengthSec);
+}
+
+void TellDraw(PanelModel& model, const SelectionState& selection) {
+    model.shuffle = selection.shuffle;
+    if (selection.favoritesFilter == kFavoritesOnly) model.filter = FavoriteFilter::kFavorites;
+    if (selection.favoritesFilter == kNoFavorites) model.filter = FavoriteFilter::kOthers;
+    if (selection.playMode == kPlaylistMode) model.range = PlayRange::kPlaylist;
+    if (selection.playMode == kStationMode) model.range = PlayRange::kStation;
+}
+
+void TellSong(PanelModel& model, const AppState& app) {
+    const PlaybackState& playback = app.playback;
+    const Song* const song = CurrentSong(app.library, playback);
+    model.kind = KindOf(playback.currentType, song);
+    model.album = ShortLine(playback.currentAlbum);
+    model.title = ShortLine(playback.currentTitle);
+    if (song != nullptr) {
+        model.favoriteCount = song->favoriteCount;
+        model.playlist =
+            std::to_string(playback.playing.playlist + 1) + "/" + std::to_string(app.library.playlists.size());
+    }
+    const SoundFontState& fonts = app.soundFonts;
+    const bool hasFont =
+        fonts.currentSoundFont >= 0 && static_cast<size_t>(fonts.currentSoundFont) < fonts.soundFontFiles.size();
+    if (playback.currentType == kMidi && hasFont) {
+        model.soundFont = ShortLine(Stem(fonts.soundFontFiles[fonts.currentSoundFont]));
+    }
+}
+
 }  // namespace
 
-PanelText MakePanelText(const PlaybackState& playback) {
-    PanelText text;
+ChannelReading ReadChannel(const PlaybackState& playback) {
     const StreamSlot handle = CurrentHandle(playback);
-    if (handle == 0) {
-        text.title = TroubleText(playback.trouble);
-        return text;
+    if (handle == 0) return {};
+    return {PositionSec(handle), BASS_ChannelIsActive(handle) == BASS_ACTIVE_PAUSED};
+}
+
+StereoLevel ReadLevel(const PlaybackState& playback) {
+    constexpr float kFull = 32768.0F;
+    const StreamSlot handle = CurrentHandle(playback);
+    const uint32_t level = handle == 0 ? BASS_LEVEL_ERROR : BASS_ChannelGetLevel(handle);
+    if (level == BASS_LEVEL_ERROR) return {};
+    return {static_cast<float>(level & 0xFFFFU) / kFull, static_cast<float>(level >> 16U) / kFull};
+}
+
+PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
+    PanelModel model;
+    TellDraw(model, app.selection);
+    model.volume = std::round(std::clamp(app.settings.volumeLevel, 0.0F, 1.0F) * 100.0F) / 100.0F;
+    if (CurrentHandle(app.playback) == 0) {
+        model.title = TroubleText(app.playback.trouble);
+        return model;
     }
-    const double positionSec = PositionSec(handle);
-    const double lengthSec = std::max(playback.songLengthSec, 0.001);
-    text.album = playback.currentAlbum;
-    text.title = playback.currentTitle;
-    text.time = FormatTime(positionSec) + " / " + FormatTime(playback.songLengthSec);
-    text.windowFrom = OnPanel(playback.startSec / lengthSec);
-    text.windowTo = OnPanel(playback.endSec / lengthSec);
-    text.position = OnPanel(positionSec / lengthSec);
-    text.playing = BASS_ChannelIsActive(handle) != BASS_ACTIVE_PAUSED;
-    return text;
+    model.transport = channel.paused ? Transport::kPaused : Transport::kPlaying;
+    TellSong(model, app);
+    TellTimes(model, app.playback, channel.positionSec);
+    return model;
+}
+
+ElementSet ElementsThatDiffer(const PanelModel& before, const PanelModel& after) {
+    ElementSet elements;
+    const auto check = [&](PanelElement element, bool differs) { elements.set(IndexOf(element), differs); };
+    const bool transport = before.transport != after.transport;
+    check(PanelElement::kPlayPause, transport);
+    check(PanelElement::kStatus, transport);
+    check(PanelElement::kClock, transport || before.turnPlayed != after.turnPlayed);
+    check(PanelElement::kShuffle, before.shuffle != after.shuffle);
+    check(PanelElement::kFilter, before.filter != after.filter);
+    check(PanelElement::kVolume, before.volume != after.volume);
+    check(PanelElement::kSongBar, transport || before.windowFrom != after.windowFrom ||
+                                      before.windowTo != after.windowTo || before.position != after.position);
+    check(PanelElement::kKind, before.kind != after.kind);
+    check(PanelElement::kAlbum, before.album != after.album);
+    check(PanelElement::kTitle, transport || before.title != after.title);
+    check(PanelElement::kSoundFont, before.soundFont != after.soundFont);
+    check(PanelElement::kPlaylist, before.playlist != after.playlist);
+    check(PanelElement::kFavorite, transport || before.favoriteCount != after.favoriteCount);
+    check(PanelElement::kTurnLeft, before.turnLeft != after.turnLeft);
+    check(PanelElement::kModes,
+          before.shuffle != after.shuffle || before.filter != after.filter || before.range != after.range);
+    check(PanelElement::kSongPosition, before.songPosition != after.songPosition);
+    check(PanelElement::kSongLeft, before.songLeft != after.songLeft);
+    return elements;
+}
+
+std::string TooltipOf(PanelElement element, const PanelModel& model) {
+    switch (element) {
+        case PanelElement::kPrevious:
+            return "Previous song";
+        case PanelElement::kPlayPause:
+            return model.transport == Transport::kPlaying ? "Pause" : "Play";
+        case PanelElement::kNext:
+            return "Next song";
+        case PanelElement::kPlaylistBack:
+            return "Previous playlist";
+        case PanelElement::kPlaylistForward:
+            return "Next playlist";
+        case PanelElement::kShuffle:
+            return model.shuffle ? "Shuffle is on" : "Shuffle is off";
+        case PanelElement::kFilter:
+            if (model.filter == FavoriteFilter::kNone) return "All songs are played";
+            return model.filter == FavoriteFilter::kFavorites ? "Only favorites are played"
+                                                              : "Favorites are not played";
+        case PanelElement::kFavoriteDown:
+            return "Play this song less often";
+        case PanelElement::kFavoriteUp:
+            return "Play this song more often";
+        case PanelElement::kExit:
+            return "Exit";
+        case PanelElement::kVolume:
+            return "Volume " + std::to_string(std::lround(model.volume * 100.0F)) + " %";
+        case PanelElement::kSongBar:
+            return "The song, and the part of it that is played";
+        default:
+            return {};
+    }
 }
 
 }  // namespace hullrider

@@ -1,162 +1,215 @@
 #include "display/panel_view_win.h"
 
-#include <algorithm>
-#include <string>
+#include <windowsx.h>
 
-#include "display/gdiplus_win.h"
-#include "platform/text_win.h"
-#include "state/shell_state.h"
+#include <algorithm>
+
+#include "display/window_sight_win.h"
 
 namespace hullrider {
 
 namespace {
 
-using Gdiplus::Color;
-using Gdiplus::Graphics;
-using Gdiplus::RectF;
-using Gdiplus::SolidBrush;
-
-// The panel's own space is kPanelWidth x kPanelHeight; everything below is in it.
-const RectF kFrame{6.0F, 6.0F, kPanelWidth - 12.0F, kPanelHeight - 12.0F};
-constexpr float kCorner = 7.0F;
-constexpr float kMargin = 24.0F;
-constexpr float kTextWidth = kPanelWidth - 2.0F * kMargin;
-constexpr float kBarTop = 118.0F;
-constexpr float kBarHeight = 3.0F;
-
-Color ColorOf(int32_t red, int32_t green, int32_t blue, BYTE alpha = 255) {
-    const auto byte = [](int32_t value) { return static_cast<BYTE>(std::clamp(value, 0, 255)); };
-    return {alpha, byte(red), byte(green), byte(blue)};
-}
-
-// A font family that is installed, the first choice first; GDI+ draws nothing at all in one that is not.
-std::unique_ptr<Gdiplus::FontFamily> ChooseFontFamily() {
-    for (const wchar_t* name : {L"Segoe UI", L"Tahoma", L"DejaVu Sans", L"Arial"}) {
-        auto family = std::make_unique<Gdiplus::FontFamily>(name);
-        if (family->IsAvailable()) return family;
-    }
-    return std::unique_ptr<Gdiplus::FontFamily>(Gdiplus::FontFamily::GenericSansSerif()->Clone());
-}
-
-void AddRoundedRectangle(Gdiplus::GraphicsPath& path, const RectF& box, float radius) {
-    const float diameter = 2.0F * radius;
-    path.AddArc(box.X, box.Y, diameter, diameter, 180.0F, 90.0F);
-    path.AddArc(box.GetRight() - diameter, box.Y, diameter, diameter, 270.0F, 90.0F);
-    path.AddArc(box.GetRight() - diameter, box.GetBottom() - diameter, diameter, diameter, 0.0F, 90.0F);
-    path.AddArc(box.X, box.GetBottom() - diameter, diameter, diameter, 90.0F, 90.0F);
-    path.CloseFigure();
-}
-
-class PanelPainter {
-public:
-    PanelPainter(Graphics& graphics, const Gdiplus::FontFamily& family, const Settings& settings)
-        : graphics_(graphics),
-          family_(family),
-          textColor_(ColorOf(settings.textR, settings.textG, settings.textB)),
-          backColor_(ColorOf(settings.bkGrR, settings.bkGrG, settings.bkGrB)),
-          songColor_(ColorOf(settings.songR, settings.songG, settings.songB)) {}
-
-    void Draw(const PanelText& text) {
-        DrawFrame();
-        DrawLine(text.album, 22.0F, 11.0F, textColor_, Gdiplus::StringAlignmentNear);
-        DrawLine(text.title, 44.0F, text.playing ? 24.0F : 17.0F, songColor_, Gdiplus::StringAlignmentNear);
-        if (text.time.empty()) return;
-        DrawLine(text.time, 94.0F, 13.0F, textColor_, Gdiplus::StringAlignmentFar);
-        DrawWindowBar(text);
-    }
-
-private:
-    void DrawFrame() {
-        graphics_.Clear(Darker(backColor_, 2));
-        Gdiplus::GraphicsPath glass;
-        AddRoundedRectangle(glass, kFrame, kCorner);
-        Gdiplus::LinearGradientBrush fill(kFrame, backColor_, Darker(backColor_, 3),
-                                          Gdiplus::LinearGradientModeVertical);
-        graphics_.FillPath(&fill, &glass);
-        const Gdiplus::Pen edge(WithAlpha(textColor_, 60), 1.0F);
-        graphics_.DrawPath(&edge, &glass);
-    }
-
-    void DrawLine(const std::string& line, float top, float size, Color color, Gdiplus::StringAlignment alignment) {
-        if (line.empty()) return;
-        const std::wstring wide = WideFromUtf8(line);
-        const Gdiplus::Font font(&family_, size, Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
-        // The plain format leaves a margin that grows with the font; this one begins where it is told.
-        Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
-        format.SetFormatFlags(Gdiplus::StringFormatFlagsNoWrap);
-        format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
-        format.SetAlignment(alignment);
-        const SolidBrush brush(color);
-        graphics_.DrawString(wide.c_str(), static_cast<INT>(wide.size()), &font,
-                             RectF(kMargin, top, kTextWidth, size * 1.6F), &format, &brush);
-    }
-
-    // The song as a line, the part of it that is played as a bright stretch, and a mark where it is now.
-    void DrawWindowBar(const PanelText& text) {
-        const auto at = [](double fraction) { return kMargin + kTextWidth * static_cast<float>(fraction); };
-        const SolidBrush song(WithAlpha(textColor_, 50));
-        const SolidBrush window(WithAlpha(songColor_, 150));
-        const SolidBrush mark(textColor_);
-        graphics_.FillRectangle(&song, kMargin, kBarTop, kTextWidth, kBarHeight);
-        graphics_.FillRectangle(&window, at(text.windowFrom), kBarTop, at(text.windowTo) - at(text.windowFrom),
-                                kBarHeight);
-        graphics_.FillRectangle(&mark, at(text.position) - 1.0F, kBarTop - 4.0F, 2.0F, kBarHeight + 8.0F);
-    }
-
-    static Color Darker(Color color, int divisor) {
-        return ColorOf(color.GetR() / divisor, color.GetG() / divisor, color.GetB() / divisor);
-    }
-    static Color WithAlpha(Color color, BYTE alpha) { return {alpha, color.GetR(), color.GetG(), color.GetB()}; }
-
-    Graphics& graphics_;
-    const Gdiplus::FontFamily& family_;
-    Color textColor_, backColor_, songColor_;
-};
+constexpr UINT kMotionMs = 33;
+constexpr double kLongestStepSec = 0.25;  // after a pause of the timer nothing jumps
 
 }  // namespace
 
-struct PanelView::Buffer {
-    Buffer(LONG width, LONG height) : bitmap(width, height, PixelFormat32bppPARGB), family(ChooseFontFamily()) {}
+void PanelView::Attach(HWND window, const ElementSet& enabled) {
+    window_ = window;
+    look_.enabled = enabled;
+    mouse_.Enable(enabled);
+    tooltips_.Create(window);
+}
 
-    bool Fits(LONG width, LONG height) {
-        return bitmap.GetWidth() == static_cast<UINT>(width) && bitmap.GetHeight() == static_cast<UINT>(height);
+bool PanelView::CanBeSeen() {
+    if (window_ != nullptr && hullrider::CanBeSeen(window_)) return true;
+    StopMotion();
+    return false;
+}
+
+void PanelView::Show(const PanelModel& model, const PanelTheme& theme) {
+    if (theme != theme_) {
+        theme_ = theme;
+        painter_.Release();
+        surface_.reset();
+        InvalidateRect(window_, nullptr, FALSE);
     }
-
-    Gdiplus::Bitmap bitmap;
-    std::unique_ptr<Gdiplus::FontFamily> family;
-};
-
-PanelView::PanelView() = default;
-PanelView::~PanelView() = default;
-
-void PanelView::ReleaseBuffer() {
-    buffer_.reset();
+    PanelLook look = look_;
+    if (model.title != look.model.title || model.album != look.model.album) look.motion.shownSec = 0.0;
+    look.model = model;
+    Look(look);
+    if (model.transport == Transport::kPlaying) StartMotion();
 }
 
-void PanelView::Show(HWND window, const PanelText& text) {
-    if (text == text_) return;
-    text_ = text;
-    InvalidateRect(window, nullptr, FALSE);
+std::optional<LRESULT> PanelView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_PAINT:
+            Paint();
+            return 0;
+        case WM_ERASEBKGND:
+            return 1;  // Paint covers every pixel
+        case WM_TIMER:
+            if (wParam != kPanelMotionTimer) return std::nullopt;
+            OnMotion();
+            return 0;
+        case WM_MOUSEMOVE:
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONUP:
+        case WM_MOUSELEAVE:
+        case WM_CAPTURECHANGED:
+            OnMouse(message, lParam);
+            return 0;
+        case WM_MOUSEWHEEL:
+            OnWheel(wParam);
+            return 0;
+        case WM_NOTIFY:
+            if (const NMTTDISPINFOW* const request = tooltips_.Request(lParam)) {
+                tooltips_.Answer(lParam, TooltipOf(static_cast<PanelElement>(request->hdr.idFrom), look_.model));
+                return 0;
+            }
+            return std::nullopt;
+        default:
+            return std::nullopt;
+    }
 }
 
-void PanelView::Paint(HWND window, const Settings& settings) {
+void PanelView::Release() {
+    StopMotion();
+    tooltips_.Destroy();
+    painter_.Release();
+    surface_.reset();
+}
+
+void PanelView::MakeSurface(LONG width, LONG height) {
+    painter_.Release();
+    surface_ = std::make_unique<Surface>(width, height);
+    if (surface_->Pixels() == nullptr) return;
+    painter_.Begin({surface_->Pixels(), surface_->Width(), surface_->Height()}, theme_);
+    spoilt_.set();
+    tooltips_.Place(painter_.Scale());
+}
+
+void PanelView::Paint() {
     PAINTSTRUCT paint;
-    const HDC target = BeginPaint(window, &paint);
+    const HDC target = BeginPaint(window_, &paint);
     RECT client;
-    GetClientRect(window, &client);
+    GetClientRect(window_, &client);
     if (client.right > 0 && client.bottom > 0) {
-        if (!buffer_ || !buffer_->Fits(client.right, client.bottom)) {
-            buffer_ = std::make_unique<Buffer>(client.right, client.bottom);
+        GdiFlush();  // the system may still be reading the pixels
+        if (!surface_ || surface_->Width() != client.right || surface_->Height() != client.bottom) {
+            MakeSurface(client.right, client.bottom);
         }
-        Graphics offScreen(&buffer_->bitmap);
-        offScreen.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
-        offScreen.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAliasGridFit);
-        offScreen.ScaleTransform(static_cast<float>(client.right) / kPanelWidth,
-                                 static_cast<float>(client.bottom) / kPanelHeight);
-        PanelPainter(offScreen, *buffer_->family, settings).Draw(text_);
-        Graphics(target).DrawImage(&buffer_->bitmap, 0, 0, client.right, client.bottom);
+        painter_.Paint(spoilt_, look_);
+        spoilt_.reset();
+        const HDC source = CreateCompatibleDC(target);
+        const HGDIOBJ old = SelectObject(source, surface_->Bitmap());
+        const RECT& box = paint.rcPaint;
+        BitBlt(target, box.left, box.top, box.right - box.left, box.bottom - box.top, source, box.left, box.top,
+               SRCCOPY);
+        SelectObject(source, old);
+        DeleteDC(source);
     }
-    EndPaint(window, &paint);
+    EndPaint(window_, &paint);
+}
+
+void PanelView::Look(const PanelLook& look) {
+    const ElementSet changed =
+        ElementsToRepaint(look_, look) | painter_.MovedLines(look.model, look_.motion, look.motion);
+    look_ = look;
+    Spoil(changed);
+}
+
+void PanelView::Spoil(const ElementSet& elements) {
+    spoilt_ |= elements;
+    if (!surface_) return;
+    for (size_t i = 0; i < kElementCount; ++i) {
+        if (!elements.test(i)) continue;
+        const PixelBox box = painter_.Scale().ToPixels(BoxOf(static_cast<PanelElement>(i)));
+        const RECT area{box.x, box.y, box.x + box.width, box.y + box.height};
+        InvalidateRect(window_, &area, FALSE);
+    }
+}
+
+void PanelView::OnMouse(UINT message, LPARAM lParam) {
+    const DesignPoint place = painter_.Scale().ToDesign(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
+    if (message == WM_MOUSEMOVE || message == WM_LBUTTONDOWN || message == WM_LBUTTONUP) {
+        tooltips_.Relay(message, 0, lParam);
+    }
+    switch (message) {
+        case WM_MOUSEMOVE: {
+            TRACKMOUSEEVENT leave{sizeof leave, TME_LEAVE, window_, 0};
+            TrackMouseEvent(&leave);
+            Act(mouse_.Move(place));
+            break;
+        }
+        case WM_LBUTTONDOWN: {
+            const std::optional<PanelAction> action = mouse_.Press(place, static_cast<double>(look_.model.volume));
+            if (mouse_.Holds()) SetCapture(window_);
+            Act(action);
+            break;
+        }
+        case WM_LBUTTONUP: {
+            const std::optional<PanelAction> action = mouse_.Release(place);
+            if (GetCapture() == window_) ReleaseCapture();
+            Act(action);
+            break;
+        }
+        case WM_MOUSELEAVE:
+            mouse_.Leave();
+            break;
+        default:
+            mouse_.LoseCapture();
+            break;
+    }
+    FollowMouse();
+}
+
+void PanelView::OnWheel(WPARAM wParam) {
+    const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;
+    Act(mouse_.Wheel(notches, static_cast<double>(look_.model.volume)));
+}
+
+void PanelView::FollowMouse() {
+    PanelLook look = look_;
+    look.hover = mouse_.Hover();
+    look.pressed = mouse_.Pressed();
+    Look(look);
+}
+
+void PanelView::Act(const std::optional<PanelAction>& action) {
+    if (action && ports_.act) ports_.act(*action);
+}
+
+void PanelView::StartMotion() {
+    if (moving_) return;
+    moving_ = SetTimer(window_, kPanelMotionTimer, kMotionMs, nullptr) != 0;
+    lastMotion_ = std::chrono::steady_clock::now();
+}
+
+void PanelView::StopMotion() {
+    if (moving_) KillTimer(window_, kPanelMotionTimer);
+    moving_ = false;
+}
+
+void PanelView::OnMotion() {
+    if (IsWindowVisible(window_) == 0 || IsIconic(window_) != 0) return StopMotion();
+    const auto now = std::chrono::steady_clock::now();
+    const double elapsedSec = std::min(std::chrono::duration<double>(now - lastMotion_).count(), kLongestStepSec);
+    lastMotion_ = now;
+    const bool playing = look_.model.transport == Transport::kPlaying;
+    const StereoLevel level = playing && ports_.level ? ports_.level() : StereoLevel{};
+    left_.Step(level.left, elapsedSec);
+    right_.Step(level.right, elapsedSec);
+
+    PanelLook look = look_;
+    const auto bar = [](const MeterBallistics& channel) {
+        return MeterBar{LitSegments(channel.Level(), kMeterSegments), LitSegments(channel.Peak(), kMeterSegments)};
+    };
+    look.meter = {bar(left_), bar(right_)};
+    if (playing) look.motion.shownSec += elapsedSec;
+    Look(look);
+    if (!playing && left_.AtRest() && right_.AtRest()) StopMotion();
 }
 
 }  // namespace hullrider

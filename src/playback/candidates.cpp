@@ -1,7 +1,6 @@
 #include "playback/candidates.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <utility>
 
@@ -9,13 +8,8 @@ namespace hullrider {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 // Draws with replacement before the search turns to one without, which costs a pass over the whole list.
 constexpr int kDirectDraws = 64;
-
-// A disk that answers slowly for every file must not hold up the window for longer.
-constexpr std::chrono::milliseconds kMostTime{1000};
 
 bool PassesFilter(const Song& song, int32_t filter) {
     if (filter == kFavoritesOnly) return IsFavorite(song);
@@ -117,13 +111,11 @@ const SongChoice& DrawSong(const WeightedSongs& list, Random& random) {
 std::optional<SongChoice> DrawPassing(const WeightedSongs& list, Random& random,
                                       const std::function<bool(const SongChoice&)>& passes) {
     if (IsEmpty(list)) return std::nullopt;
-    const Clock::time_point deadline = Clock::now() + kMostTime;
-    for (int draw = 0; draw < kDirectDraws && Clock::now() < deadline; ++draw) {
+    for (int draw = 0; draw < kDirectDraws; ++draw) {
         const SongChoice& song = DrawSong(list, random);
         if (passes(song)) return song;
     }
     for (const SongChoice& song : DrawOrder(list, random)) {
-        if (Clock::now() >= deadline) break;
         if (passes(song)) return song;
     }
     return std::nullopt;

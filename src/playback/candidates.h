@@ -22,7 +22,8 @@ WeightedSongs BuildStationList(const RadioState& radio, const MusicLibrary& libr
 // A song drawn by weight; `list` is not empty.
 const SongChoice& DrawSong(const WeightedSongs& list, Random& random);
 
-// A song that passes, drawn by weight among those that do. Nothing when none does, or when the search took too long.
+// A song that passes, drawn by weight among those that do; nothing when none does. Asks for each song a few times at
+// most.
 std::optional<SongChoice> DrawPassing(const WeightedSongs& list, Random& random,
                                       const std::function<bool(const SongChoice&)>& passes);
 

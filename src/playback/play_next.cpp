@@ -1,6 +1,7 @@
 #include "playback/play_next.h"
 
 #include <algorithm>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,7 +18,6 @@
 #include "playback/next_item.h"
 #include "playback/play_clock.h"
 #include "playback/play_window.h"
-#include "playback/playlist_ring.h"
 #include "playback/sound_fonts.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
@@ -51,6 +51,7 @@ struct Before {
     bool radioPlaying, previousSongMode;
     size_t cursor;
     bool cutOff;
+    bool isHeard;
 };
 
 const Song& SongOf(const AppState& app, const SongChoice& choice) {
@@ -110,6 +111,10 @@ LoadedItem LoadSomeItem(AppState& app, Draws& draws) {
 
 // Begins its fade, or cuts everything off when another fade is still under way.
 void LetOldItemGo(PlaybackState& playback, const Before& before, int32_t fadeMs) {
+    {
+        const std::lock_guard lock(StreamMutex());
+        playback.volume->currentHandle = 0;  // no volume worker may slide it up again
+    }
     if (before.cutOff) {
         StopAllStreams(playback);
     } else if (before.handle != 0) {
@@ -137,9 +142,11 @@ void BringOldItemBack(AppState& app, const Before& before) {
     app.selection.previousSongMode = before.previousSongMode;
     app.history.cursor = std::min(before.cursor, app.history.records.size());
     if (before.cutOff) ForgetFade(*playback.fade);
-    if (CurrentHandle(playback) == 0) return;
-    if (before.cutOff) BASS_ChannelPlay(before.handle, false);
+    if (before.handle == 0) return;
+    playback.volume->currentHandle = before.handle;
     BASS_ChannelSlideAttribute(before.handle, BASS_ATTRIB_VOL, WantedVolume(app), kReturnMs);
+    if (!before.isHeard) return;  // it was paused
+    if (before.cutOff) BASS_ChannelPlay(before.handle, false);
     ContinueListening(playback);
 }
 
@@ -199,11 +206,6 @@ void LeaveHistoryAtItsEnd(AppState& app) {
     if (app.history.cursor + 1 >= app.history.records.size()) app.selection.previousSongMode = false;
 }
 
-bool PlayRequested(AppState& app, Draws& draws, const NextRequest& request) {
-    app.playback.request = request;
-    return PlayNext(app, draws);
-}
-
 }  // namespace
 
 const char* TroubleText(PlaybackTrouble trouble) {
@@ -229,7 +231,8 @@ bool PlayNext(AppState& app, Draws& draws) {
                         app.selection.radioPlaying,
                         app.selection.previousSongMode,
                         app.history.cursor,
-                        playback.fade->fadeInProgress};
+                        playback.fade->fadeInProgress,
+                        playback.itemIsHeard};
     const bool skipped = old != 0 && !IsSongOver(playback);
     const int32_t fadeMs = std::max(app.settings.FADE_DURATION_MS, 0);
     playback.lastAttempt = PlayNow();
@@ -263,29 +266,6 @@ bool PlayNext(AppState& app, Draws& draws) {
     return true;
 }
 
-bool PlaySong(AppState& app, Draws& draws, int32_t playlist, int32_t song) {
-    return PlayRequested(app, draws, {NextRequest::kSong, {playlist, song, 0, 0}});
-}
-
-bool PlayStation(AppState& app, Draws& draws) {
-    return PlayRequested(app, draws, {NextRequest::kStation, {}});
-}
-
-bool PlayPreviousSong(AppState& app, Draws& draws) {
-    if (!HasEarlierSong(app.history)) return false;
-    return PlayRequested(app, draws, {NextRequest::kEarlierSong, {}});
-}
-
-void NextPlaylist(AppState& app, Draws& draws) {
-    StepPlaylistForward(app);
-    PlayNext(app, draws);
-}
-
-void PreviousPlaylist(AppState& app, Draws& draws) {
-    StepPlaylistBack(app);
-    PlayNext(app, draws);
-}
-
 bool IsSongOver(const PlaybackState& playback) {
     const auto sinceAttempt = PlayNow() - playback.lastAttempt;
     const StreamSlot handle = CurrentHandle(playback);
@@ -298,22 +278,12 @@ bool IsSongOver(const PlaybackState& playback) {
         ended = ended || positionSec >= playback.endSec;
     } else {
         // A file that breaks off is shorter than it said, and begins again where it broke off.
-        const double endSec = std::min(playback.endSec, LengthSec(handle) - kBeforeLoopSec);
-        ended = ended || positionSec >= endSec || positionSec < playback.startSec - 1.0;
+        const double lengthSec = LengthSec(handle);
+        const double endSec = std::min(playback.endSec, lengthSec - kBeforeLoopSec);
+        const bool loopsWithinATurn = lengthSec < std::chrono::duration<double>(kShortestTurn).count() + kBeforeLoopSec;
+        ended = ended || loopsWithinATurn || positionSec >= endSec || positionSec < playback.startSec - 1.0;
     }
     return ended && sinceAttempt >= (playback.trouble == PlaybackTrouble::kNone ? kShortestTurn : kRetryAfter);
-}
-
-void TogglePause(AppState& app) {
-    const StreamSlot handle = CurrentHandle(app.playback);
-    if (handle == 0) return;
-    if (BASS_ChannelIsActive(handle) == BASS_ACTIVE_PAUSED) {
-        BASS_ChannelPlay(handle, false);
-        ContinueListening(app.playback);
-    } else {
-        EndListening(app);
-        BASS_ChannelPause(handle);
-    }
 }
 
 }  // namespace hullrider

@@ -1,4 +1,4 @@
-// The operations that move the music on, and the question when it is time for it. UI thread.
+// The one operation that moves the music on, and the question when it is time for it. UI thread.
 #pragma once
 
 #include "playback/draws.h"
@@ -12,26 +12,11 @@ namespace hullrider {
 // off. With nothing to play `trouble` says why, and what plays already goes on. True when a new item was started.
 bool PlayNext(AppState& app, Draws& draws);
 
-// Play that song of the library, or the current internet station, now.
-bool PlaySong(AppState& app, Draws& draws, int32_t playlist, int32_t song);
-bool PlayStation(AppState& app, Draws& draws);
-
-// Back to the song before, along the history; play-next then goes forward along it until its end. False when there is
-// none.
-bool PlayPreviousSong(AppState& app, Draws& draws);
-
-// Move through playlists, custom stations and internet stations, and start the next item from there.
-void NextPlaylist(AppState& app, Draws& draws);
-void PreviousPlaylist(AppState& app, Draws& draws);
-
 // What the user is told when nothing can be heard; empty for no trouble.
 const char* TroubleText(PlaybackTrouble trouble);
 
 // True when the current item has reached the end of its window, has ended or broke off; or when nothing plays and
 // there may be something to play by now.
 bool IsSongOver(const PlaybackState& playback);
-
-// Toggles pause of what plays.
-void TogglePause(AppState& app);
 
 }  // namespace hullrider

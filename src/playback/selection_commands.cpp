@@ -1,6 +1,6 @@
 #include "playback/selection_commands.h"
 
-#include "playback/play_next.h"
+#include "playback/transport.h"
 
 namespace hullrider {
 

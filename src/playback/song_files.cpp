@@ -4,6 +4,8 @@ namespace hullrider {
 
 namespace {
 
+constexpr std::chrono::milliseconds kPatience{1000};
+
 std::string FolderOf(const std::string& path) {
     const size_t end = path.find_last_of("/\\");
     return end == std::string::npos ? std::string() : path.substr(0, end);
@@ -12,17 +14,25 @@ std::string FolderOf(const std::string& path) {
 }  // namespace
 
 bool SongFiles::Exists(const std::string& path) {
-    if (gone_.empty() && there_.empty() && fileExists_(path)) return true;
+    if (gone_.empty() && there_.empty() && Ask(fileExists_, path)) return true;
     const std::string album = FolderOf(path);
     const std::string music = FolderOf(album);
     if (IsGone(music) || IsGone(album)) return false;
-    return fileExists_(path);
+    return Ask(fileExists_, path);
+}
+
+bool SongFiles::Ask(bool (*question)(const std::string&), const std::string& path) {
+    if (waited_ >= kPatience) return false;
+    const auto start = std::chrono::steady_clock::now();
+    const bool answer = question(path);
+    waited_ += std::chrono::steady_clock::now() - start;
+    return answer;
 }
 
 bool SongFiles::IsGone(const std::string& folder) {
     if (folder.empty() || there_.contains(folder)) return false;
-    if (gone_.contains(folder)) return true;
-    const bool there = folderExists_(folder);
+    if (gone_.contains(folder) || waited_ >= kPatience) return true;
+    const bool there = Ask(folderExists_, folder);
     (there ? there_ : gone_).insert(folder);
     return !there;
 }

@@ -1,7 +1,6 @@
 #include "playback/song_selection.h"
 
 #include <algorithm>
-#include <chrono>
 
 #include "library/music_type.h"
 #include "library/song_counts.h"
@@ -110,6 +109,7 @@ bool CanBePlayed(const AppState& app, const SongChoice& at, SongFiles& files) {
 }
 
 Selection SelectUniformlyFromWhatIsThere(AppState& app, Draws& draws, SongFiles& files, SongChoice& choice) {
+    files.RenewPatience();
     const auto passes = [&](const SongChoice& at) { return CanBePlayed(app, at, files); };
     const std::optional<SongChoice> drawn = DrawPassing(EverySong(app.library, nullptr), draws.song, passes);
     return drawn ? AcceptSong(app, *drawn, choice) : Selection::kNothing;

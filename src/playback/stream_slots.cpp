@@ -90,13 +90,12 @@ StreamSlot LoadTrackerStream(PlaybackState& playback, const MusicLibrary& librar
     return slot;
 }
 
-void StopAllStreams(PlaybackState& playback) {
-    for (const StreamSlot slot : {playback.musicStream, playback.musicStreamNext}) {
-        const std::lock_guard lock(StreamMutex());
+void StopAllStreams(const PlaybackState& playback) {
+    const std::lock_guard lock(StreamMutex());
+    for (const StreamSlot slot :
+         {playback.musicStream, playback.musicStreamNext, playback.trackerStream, playback.trackerStreamNext}) {
         BASS_ChannelStop(slot);
     }
-    FreeStream(playback.trackerStream);
-    FreeStream(playback.trackerStreamNext);
 }
 
 void CutStreamsBut(PlaybackState& playback, StreamSlot keep) {

@@ -17,8 +17,8 @@ StreamSlot LoadTrackerStream(PlaybackState& playback, const MusicLibrary& librar
 // Stops and frees every slot and every font, and shuts the audio library down.
 void FreeAllStreams(PlaybackState& playback, SoundFontState& fonts);
 
-// Stops every slot at once and frees the modules. Streams stay in their slots until these are loaded again.
-void StopAllStreams(PlaybackState& playback);
+// Stops every slot at once. What was in them stays, until the slot is loaded again or CutStreamsBut is called.
+void StopAllStreams(const PlaybackState& playback);
 
 // Stops and frees every slot at once but the one that holds `keep`.
 void CutStreamsBut(PlaybackState& playback, StreamSlot keep);

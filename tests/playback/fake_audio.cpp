@@ -75,7 +75,7 @@ uint32_t Create(const std::string& path) {
     std::ifstream in(PathFromUtf8(path));
     FakeChannel channel;
     if (!in) return Fail(BASS_ERROR_FILEOPEN);
-    if (!(in >> channel.lengthSec >> channel.level)) return Fail(BASS_ERROR_FILEFORM);
+    if (!(in >> channel.lengthSec >> channel.level) || channel.lengthSec <= 0.0) return Fail(BASS_ERROR_FILEFORM);
     channel.isMidi = path.ends_with(".mid");
     const std::lock_guard lock(mutex);
     channels[nextHandle] = channel;

@@ -8,6 +8,7 @@
 
 #include "audio/bass.h"
 #include "playback/stream_slots.h"
+#include "playback/transport.h"
 #include "tests/playback/made_library.h"
 #include "tests/temporary_folder.h"
 #include "tests/tone_wav.h"
@@ -124,6 +125,42 @@ TEST_F(PlayNextTest, AFileThatIsShorterThanItSaysIsOverWhereItBreaksOff) {
     EXPECT_FALSE(IsSongOver(app_.playback));
     std::this_thread::sleep_for(2s);
     EXPECT_TRUE(Eventually([&] { return IsSongOver(app_.playback); }));
+}
+
+TEST_F(PlayNextTest, TheHistoryIsWalkedBackAndForthAndThenLeft) {
+    for (const char* name : {"a.mp3", "b.mp3", "c.mp3"}) Add(folder_.Write(name, ToneWav(400.0, 40.0)));
+    app_.settings.FADE_DURATION_MS = 0;
+    app_.settings.songPlayDurationMin = 5;
+    app_.settings.songPlayDurationMax = 10;
+    app_.selection.shuffle = false;
+    EXPECT_FALSE(PlayPreviousSong(app_, draws_));
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(PlayNext(app_, draws_));
+    const auto expectPlays = [&](const char* title, bool fromHistory) {
+        EXPECT_EQ(app_.playback.currentTitle, title);
+        EXPECT_EQ(app_.selection.previousSongMode, fromHistory);
+        EXPECT_EQ(app_.playback.startSec == 0.0 && app_.playback.endSec == 40.0, fromHistory) << title;
+    };
+    ASSERT_TRUE(PlayPreviousSong(app_, draws_));
+    expectPlays("b", true);
+    ASSERT_TRUE(PlayPreviousSong(app_, draws_));
+    expectPlays("a", true);
+    EXPECT_FALSE(PlayPreviousSong(app_, draws_));
+    expectPlays("a", true);
+    ASSERT_TRUE(PlayNext(app_, draws_));
+    expectPlays("b", true);
+    ASSERT_TRUE(PlayNext(app_, draws_));
+    EXPECT_EQ(app_.playback.currentTitle, "c");
+    EXPECT_FALSE(app_.selection.previousSongMode);  // it was the last one
+    ASSERT_TRUE(PlayNext(app_, draws_));
+    expectPlays("a", false);  // the walk goes on
+    EXPECT_EQ(app_.history.records.size(), 4U);
+
+    std::filesystem::remove(folder_.Path() / "c.mp3");
+    ASSERT_TRUE(PlayPreviousSong(app_, draws_));
+    expectPlays("b", true);
+    ASSERT_TRUE(PlaySong(app_, draws_, 0, 0));
+    EXPECT_FALSE(app_.selection.previousSongMode);
+    EXPECT_EQ(app_.history.records.size(), 5U);
 }
 
 TEST_F(PlayNextTest, AnEmptyLibraryPlaysNothingAndIsNotAskedAgainAtOnce) {

@@ -8,6 +8,7 @@
 #include "playback/loudness.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
+#include "playback/transport.h"
 #include "tests/console_capture.h"
 #include "tests/playback/fake_audio.h"
 #include "tests/playback/fake_clock.h"

@@ -1,8 +1,4 @@
 // SoundFonts as they are changed and as they differ; made here, so that each has a tone of its own.
-#include <atomic>
-#include <chrono>
-#include <thread>
-
 #include "tests/audio/font_bytes.h"
 #include "tests/audio/midi_bytes.h"
 #include "tests/sound/sound.h"
@@ -112,35 +108,6 @@ TEST_F(FontSound, FontsThatLackInstrumentsAreNoUpset) {
     EXPECT_LT(levelThrough({.amplitude = 0.0005}), common / 10);
     EXPECT_GT(levelThrough({.amplitude = 0.0005}), 0.0);
     EXPECT_LT(levelThrough({.banks = {77}}), 1e-4);
-}
-
-TEST_F(FontSound, FontsAreFreedAndReplacedFromSeveralThreads) {
-    const std::string song = SaveHeldNote();
-    const std::string paths[] = {folder_.Write("a.sf2", FontBytes({.period = 100})),
-                                 folder_.Write("b.sf2", FontBytes({.period = 50}))};
-    const HSOUNDFONT first = BASS_MIDI_FontInit(paths[0].c_str(), 0);
-    ASSERT_TRUE(UseFont(0, first));
-    const HSTREAM streams[] = {Play(song), Play(song)};
-    BASS_MIDI_FontFree(first);
-    std::atomic<int> busy{3};
-    std::vector<std::thread> users;
-    for (int user = 0; user < 3; user++) {
-        users.emplace_back([&, user] {
-            for (int round = 0; round < 6; round++) {
-                const HSOUNDFONT font = BASS_MIDI_FontInit(paths[(user + round) % 2].c_str(), 0);
-                UseFont(streams[round % 2], font);
-                if (round == 3) SeekToFrame(streams[round % 2], kRate);
-                std::this_thread::sleep_for(std::chrono::milliseconds(5));
-                BASS_MIDI_FontFree(font);
-            }
-            busy--;
-        });
-    }
-    while (busy > 0) Render(kRate / 10);
-    for (std::thread& user : users) user.join();
-    EXPECT_TRUE(UseFont(streams[0], LoadFont({})));
-    Render(kRate / 2);
-    EXPECT_GT(HeardAt(441.0, Render(kRate / 2)), 0.01);
 }
 
 }  // namespace hullrider

@@ -22,6 +22,7 @@ TEST_F(ModuleSound, PlaysAtItsPitchForItsLength) {
         BASS_CHANNELINFO info{};
         ASSERT_TRUE(BASS_ChannelGetInfo(music, &info));
         EXPECT_EQ(info.ctype, BASS_CTYPE_MUSIC_MOD);
+        EXPECT_STREQ(BASS_ChannelGetTags(music, BASS_TAG_MUSIC_NAME), "test module");
         ASSERT_TRUE(BASS_ChannelPlay(music, false));
         Render(kRate / 4);
         EXPECT_NEAR(FrequencyOf(Left(Render(kRate / 2)), kRate), 7093789.2 / (2 * period) / 32, 1.0);
@@ -38,6 +39,24 @@ TEST_F(ModuleSound, AnEndlessModuleHasALengthAndAnEnd) {
     BASS_ChannelPlay(music, false);
     Render(kRate * 8);
     EXPECT_EQ(BASS_ChannelIsActive(music), BASS_ACTIVE_STOPPED);
+}
+
+// Pattern 0, then pattern 2 again and again.
+TEST_F(ModuleSound, AModuleThatGoesOnInItsMiddleIsWhereItSounds) {
+    const HMUSIC music = Load(ModuleBytes(428, 4, true, 4, 2), BASS_SAMPLE_LOOP);
+    EXPECT_NEAR(LengthSec(music), 2 * kPatternSec, 0.01);
+    BASS_ChannelPlay(music, false);
+    double heardUntil = 0.0;
+    for (const auto& [heard, place] :
+         {std::pair{7.0, 7.0}, {14.0, 14.0}, {16.0, 16.0 - kPatternSec}, {24.0, 24.0 - 2 * kPatternSec}}) {
+        Render(static_cast<size_t>((heard - heardUntil) * kRate));
+        heardUntil = heard;
+        EXPECT_NEAR(PositionSec(music), place, 0.03) << heard;
+        EXPECT_GT(Rms(Render(100)), 0.05);
+    }
+    ASSERT_TRUE(SeekToFrame(music, kRate * 15));
+    Render(kRate);
+    EXPECT_NEAR(PositionSec(music), 16.0 - kPatternSec, 0.03);
 }
 
 TEST_F(ModuleSound, LoopsAndSeeks) {

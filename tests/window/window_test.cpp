@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 
 #include "app/commands.h"
 #include "app/menu_win.h"
+#include "display/panel_layout.h"
 #include "input/hotkey_file.h"
 #include "platform/text_win.h"
 #include "tests/tone_wav.h"
@@ -27,17 +27,35 @@ protected:
     TemporaryFolder folder_;
 };
 
-// The different colours of the window's client area, as it stands on the screen.
-size_t CountColors(HWND window) {
+PixelBox PixelsOf(HWND window, PanelElement element) {
     RECT client;
     GetClientRect(window, &client);
+    return FitPanel(client.right, client.bottom).ToPixels(BoxOf(element));
+}
+
+// The share of an element's pixels that are bright, as they stand on the screen.
+double Brightness(HWND window, PanelElement element) {
+    const PixelBox box = PixelsOf(window, element);
     const HDC dc = GetDC(window);
-    std::set<COLORREF> colors;
-    for (int y = 0; y < client.bottom; y += 2) {
-        for (int x = 0; x < client.right; x += 2) colors.insert(GetPixel(dc, x, y));
+    int bright = 0;
+    for (int y = 0; y < box.height; ++y) {
+        for (int x = 0; x < box.width; ++x) bright += GetRValue(GetPixel(dc, box.x + x, box.y + y)) > 140 ? 1 : 0;
     }
     ReleaseDC(window, dc);
-    return colors.size();
+    return static_cast<double>(bright) / (box.width * box.height);
+}
+
+void Click(HWND window, PanelElement element) {
+    const PixelBox box = PixelsOf(window, element);
+    const LPARAM place = MAKELPARAM(box.x + box.width / 2, box.y + box.height / 2);
+    PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, place);
+    PostMessageW(window, WM_LBUTTONUP, 0, place);
+}
+
+int TimesIn(const std::string& text, const std::string& wanted) {
+    int count = 0;
+    for (size_t at = text.find(wanted); at != std::string::npos; at = text.find(wanted, at + 1)) ++count;
+    return count;
 }
 
 TEST_F(WindowTest, ComesUpWithItsClassTitleStyleSizeAndOpacity) {
@@ -63,15 +81,36 @@ TEST_F(WindowTest, ComesUpWithItsClassTitleStyleSizeAndOpacity) {
     EXPECT_EQ(client.bottom + GetSystemMetrics(SM_CYMENU), height);
 }
 
-TEST_F(WindowTest, DrawsItsPanelAndDrawsItAgainWhenResized) {
-    PlayerProcess player(Arguments());
+TEST_F(WindowTest, ShowsWhatPlaysAtEverySizeAndItsKeysWork) {
+    folder_.Write("music/Album/tone.mp3", ToneWav(440.0, 60.0));
+    PlayerProcess player(Arguments({"--music", folder_.At("music")}));
     const HWND window = player.WaitForWindow(kClass, kTitle);
     ASSERT_NE(window, nullptr);
+    for (const auto& [width, height] : {std::pair{700, 300}, {1100, 400}}) {
+        SetWindowPos(window, nullptr, 0, 0, width, height, SWP_NOZORDER);
+        Sleep(1000);
+        for (const PanelElement element : {PanelElement::kKind, PanelElement::kAlbum, PanelElement::kTitle,
+                                           PanelElement::kClock, PanelElement::kMeter, PanelElement::kSongBar}) {
+            EXPECT_GT(Brightness(window, element), 0.01) << IndexOf(element) << " at width " << width;
+        }
+        EXPECT_EQ(Brightness(window, PanelElement::kSoundFont), 0.0) << "a tone has no SoundFont";
+    }
+
+    const double playing = Brightness(window, PanelElement::kPlayPause);
+    Click(window, PanelElement::kPlayPause);
+    Sleep(4500);
+    EXPECT_EQ(Brightness(window, PanelElement::kMeter), 0.0) << "paused, the meter falls";
+    EXPECT_NE(Brightness(window, PanelElement::kPlayPause), playing) << "the key shows what it would do";
+
+    EXPECT_EQ(TimesIn(player.Output(), "Playing: "), 1);
+    Click(window, PanelElement::kNext);
     Sleep(1000);
-    EXPECT_GT(CountColors(window), 20U);
-    SetWindowPos(window, nullptr, 0, 0, 500, 260, SWP_NOZORDER);
-    Sleep(1000);
-    EXPECT_GT(CountColors(window), 20U);
+    EXPECT_EQ(TimesIn(player.Output(), "Playing: "), 2);
+    EXPECT_GT(Brightness(window, PanelElement::kMeter), 0.01);
+
+    Click(window, PanelElement::kExit);
+    EXPECT_EQ(player.WaitForExit(), 0);
+    EXPECT_TRUE(folder_.Has("data/MusicSettings.json"));
 }
 
 // The menu of another process cannot be read everywhere, so this one is built here.

@@ -1,0 +1,50 @@
+// Walks from frame header to frame header through an MP3 file without decoding, and so knows exactly which time lies
+// where: neither a table of contents (in hundredths of the file) nor a bit rate tells that. Used by the thread that has
+// the reader.
+//
+// Frame headers: ISO/IEC 11172-3, 2.4.1.3, and 13818-3 for the low sample rates; 2.5 is the usual extension of it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+struct AVFormatContext;
+struct AVStream;
+
+namespace hullrider {
+
+struct Mp3Header {
+    uint32_t rate = 0;     // Hz
+    uint32_t samples = 0;  // a channel
+    uint32_t bytes = 0;    // with the header
+};
+
+// Layer III only; nothing for a "free" bit rate, which does not tell where the frame ends.
+std::optional<Mp3Header> ParseMp3Header(uint32_t word);
+
+class Mp3Walk {
+public:
+    // `pos`: the file's byte at which the frame of the stream's `timestamp` begins.
+    Mp3Walk(AVFormatContext& format, AVStream& stream, int64_t pos, int64_t timestamp)
+        : format_(&format), stream_(&stream), pos_(pos), timestamp_(timestamp) {}
+
+    // Walks on until after `timestamp`, and enters what it passes in the stream's index, from which FFmpeg seeks. The
+    // file is left at any place.
+    void GoBeyond(int64_t timestamp);
+
+    // The timestamp at which the sound ends; nothing when the walk did not come to the end.
+    std::optional<int64_t> FindEnd();
+
+private:
+    bool Step();
+    bool FindNext();
+    std::optional<Mp3Header> HeaderAt(int64_t pos);
+
+    AVFormatContext* format_;
+    AVStream* stream_;
+    int64_t pos_, timestamp_;
+    int64_t junk_ = 0;  // bytes passed that were no frame
+    uint32_t frames_ = 0;
+};
+
+}  // namespace hullrider

@@ -1,0 +1,191 @@
+#include "display/lcd.h"
+
+#include "display/icons.h"
+#include "display/marquee.h"
+#include "display/segment_digits.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr float kGhost = 0.09F;  // what an unlit element shows of itself
+constexpr float kDim = 0.55F;    // the name of a value
+constexpr float kGlow = 0.55F;
+
+constexpr float kTitleSize = 21.0F;
+constexpr float kHintSize = 11.6F;  // of the words that stand for a title
+constexpr float kAlbumSize = 11.0F;
+constexpr float kLabelSize = 6.4F;
+constexpr float kValueSize = 8.6F;
+constexpr float kValueBaseline = 8.6F;
+
+TextLook AlbumLook(const Frame& frame, const PanelTheme& theme) {
+    return TitleLook(frame, kAlbumSize, theme.text, 0.25F);
+}
+
+TextLook LookOfTitle(const Frame& frame, const PanelTheme& theme, const PanelModel& model) {
+    const bool playing = model.transport != Transport::kNothing;
+    return TitleLook(frame, playing ? kTitleSize : kHintSize, theme.song, kGlow);
+}
+
+MarqueeLine LineOf(const Frame& frame, const TextMask& mask, float insetUnits) {
+    MarqueeLine line;
+    line.textPx = mask.widthPx;
+    line.boxPx = frame.box.width - 2 * frame.Px(insetUnits);
+    line.gapPx = 3 * mask.baseline / 2;
+    line.pxPerSec = 22.0 * static_cast<double>(frame.scale);
+    return line;
+}
+
+int32_t OffsetOf(Brush& brush, const Frame& frame, const std::string& text, const TextLook& look, float insetUnits,
+                 LineMotion motion) {
+    if (text.empty()) return 0;
+    return MarqueeOffset(LineOf(frame, brush.texts.Get(text, look.style), insetUnits), motion.shownSec);
+}
+
+// A name that may be longer than its box. The inset is there for the glow.
+void PaintName(Brush& brush, const Frame& frame, const std::string& text, const TextLook& look, float baseline,
+               float insetUnits, LineMotion motion) {
+    if (text.empty()) return;
+    const MarqueeLine line = LineOf(frame, brush.texts.Get(text, look.style), insetUnits);
+    const int32_t offset = MarqueeOffset(line, motion.shownSec);
+    if (line.Scrolls()) brush.canvas.Clip(frame.box, offset > 0 ? frame.Px(9.0F) : 0, frame.Px(14.0F));
+    const float x = frame.X(insetUnits) - static_cast<float>(offset);
+    PaintText(brush, text, look, x, frame.Y(baseline));
+    if (line.Scrolls()) {
+        PaintText(brush, text, look, x + static_cast<float>(line.textPx + line.gapPx), frame.Y(baseline));
+    }
+}
+
+constexpr float kTitleInset = 4.0F;
+
+// "NAME value", the name dim.
+void PaintNamedValue(Brush& brush, const Frame& frame, const char* name, const std::string& value) {
+    if (value.empty()) return;
+    const int32_t width = PaintText(brush, name, LabelLook(frame, kLabelSize, brush.theme.text, kDim), frame.X(0.0F),
+                                    frame.Y(kValueBaseline));
+    const TextLook look = TitleLook(frame, kValueSize, brush.theme.text, 0.2F);
+    const float x = frame.X(4.5F) + static_cast<float>(width);
+    brush.canvas.Clip(frame.box, 0, frame.Px(6.0F));
+    PaintText(brush, value, look, x, frame.Y(kValueBaseline));
+}
+
+// A sign that is lit or not, as an annunciator on a tuner.
+void PaintSign(Brush& brush, const Frame& frame, const char* text, bool lit, Rgb color, float x, Align align) {
+    TextLook look = LabelLook(frame, kLabelSize, lit ? color : brush.theme.text, lit ? 1.0F : kGhost);
+    look.glow = lit ? 0.6F : 0.0F;
+    PaintText(brush, text, look, x, frame.Y(8.8F), align);
+}
+
+}  // namespace
+
+int32_t AlbumOffset(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion) {
+    return OffsetOf(brush, frame, model.album, AlbumLook(frame, brush.theme), 0.0F, motion);
+}
+
+int32_t TitleOffset(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion) {
+    return OffsetOf(brush, frame, model.title, LookOfTitle(frame, brush.theme, model), kTitleInset, motion);
+}
+
+void PaintKind(Brush& brush, const Frame& frame, const PanelModel& model) {
+    if (model.kind.empty()) return;
+    Coverage plate = frame.NewCoverage();
+    const Box all{0.0F, 0.0F, frame.WidthUnits(), frame.HeightUnits()};
+    plate.Add(frame.scale, all, [&](Point p) { return DistanceToBox(p, all, 2.2F); });
+    brush.canvas.Paint(plate, frame.box.x, frame.box.y, {brush.theme.song, 0.92F});
+    PaintText(brush, model.kind, LabelLook(frame, 7.4F, brush.theme.glassTop), frame.X(frame.WidthUnits() / 2.0F),
+              frame.Y(8.7F), Align::kCenter);
+}
+
+void PaintAlbum(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion) {
+    PaintName(brush, frame, model.album, AlbumLook(frame, brush.theme), 10.8F, 0.0F, motion);
+}
+
+void PaintTitle(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion) {
+    const TextLook look = LookOfTitle(frame, brush.theme, model);
+    PaintName(brush, frame, model.title, look, model.transport == Transport::kNothing ? 18.0F : 21.5F, kTitleInset,
+              motion);
+}
+
+void PaintStatus(Brush& brush, const Frame& frame, const PanelModel& model) {
+    const bool playing = model.transport == Transport::kPlaying;
+    PaintSign(brush, frame, "ON AIR", playing, brush.theme.lamp, frame.RightX(0.0F), Align::kRight);
+    PaintSign(brush, frame, "PAUSE", model.transport == Transport::kPaused, brush.theme.song, frame.RightX(42.0F),
+              Align::kRight);
+}
+
+void PaintClock(Brush& brush, const Frame& frame, const PanelModel& model) {
+    constexpr float kRightInset = 2.0F;
+    constexpr float kTop = 3.6F;
+    const std::string text = model.turnPlayed.empty() ? ":" : model.turnPlayed;
+    std::string ghost;
+    for (const char c : text.size() < 5 ? std::string("00:00") : text) ghost += c == ':' ? ':' : '8';
+    const float right = frame.WidthUnits() - kRightInset;
+    const auto draw = [&](const std::string& digits) {
+        Coverage coverage = frame.NewCoverage();
+        AddSegmentText(coverage, frame.scale, digits, right - SegmentTextWidth(digits),
+                       kTop + frame.extraY / frame.scale);
+        return coverage;
+    };
+    brush.canvas.Paint(draw(ghost), frame.box.x, frame.box.y, {brush.theme.song, 0.06F});
+    if (model.transport == Transport::kNothing) return;
+    const Coverage lit = draw(text);
+    Coverage glow = lit;
+    glow.Blur(std::max(frame.Px(1.6F), 1));
+    brush.canvas.Paint(glow, frame.box.x, frame.box.y, {brush.theme.song, kGlow});
+    brush.canvas.Paint(lit, frame.box.x, frame.box.y, {brush.theme.song});
+}
+
+void PaintSoundFont(Brush& brush, const Frame& frame, const PanelModel& model) {
+    PaintNamedValue(brush, frame, "SOUNDFONT", model.soundFont);
+}
+
+void PaintPlaylist(Brush& brush, const Frame& frame, const PanelModel& model) {
+    PaintNamedValue(brush, frame, "LIST", model.playlist);
+}
+
+void PaintFavorite(Brush& brush, const Frame& frame, const PanelModel& model) {
+    if (model.transport == Transport::kNothing) return;
+    const bool lit = model.favoriteCount > 0;
+    Coverage star = frame.NewCoverage();
+    constexpr float kIconScale = 0.78F;
+    AddIcon(star, frame.scale * kIconScale, Icon::kStar,
+            {5.4F / kIconScale, (5.3F + frame.extraY / frame.scale) / kIconScale});
+    brush.canvas.Paint(star, frame.box.x, frame.box.y,
+                       {lit ? brush.theme.song : brush.theme.text, lit ? 1.0F : 2.0F * kGhost});
+    if (!lit) return;
+    PaintText(brush, std::to_string(model.favoriteCount), TitleLook(frame, kValueSize, brush.theme.text, 0.2F),
+              frame.X(12.5F), frame.Y(kValueBaseline));
+}
+
+void PaintTurnLeft(Brush& brush, const Frame& frame, const PanelModel& model) {
+    if (model.turnLeft.empty()) return;
+    const TextLook look = TitleLook(frame, kValueSize, brush.theme.text, 0.2F);
+    PaintText(brush, model.turnLeft, look, frame.RightX(0.0F), frame.Y(kValueBaseline), Align::kRight);
+    PaintText(brush, "NEXT IN", LabelLook(frame, kLabelSize, brush.theme.text, kDim), frame.RightX(42.0F),
+              frame.Y(kValueBaseline), Align::kRight);
+}
+
+void PaintModes(Brush& brush, const Frame& frame, const PanelModel& model) {
+    const PanelTheme& theme = brush.theme;
+    PaintSign(brush, frame, "SHUFFLE", model.shuffle, theme.text, frame.X(0.0F), Align::kLeft);
+    const bool others = model.filter == FavoriteFilter::kOthers;
+    PaintSign(brush, frame, others ? "NO FAV" : "FAV", model.filter != FavoriteFilter::kNone, theme.song,
+              frame.X(53.0F), Align::kCenter);
+    const char* const range = model.range == PlayRange::kLibrary    ? "ALL"
+                              : model.range == PlayRange::kPlaylist ? "LIST"
+                                                                    : "STATION";
+    PaintSign(brush, frame, range, true, theme.text, frame.RightX(0.0F), Align::kRight);
+}
+
+void PaintSongPosition(Brush& brush, const Frame& frame, const PanelModel& model) {
+    PaintText(brush, model.songPosition, TitleLook(frame, kValueSize, brush.theme.text, 0.2F), frame.X(0.0F),
+              frame.Y(kValueBaseline));
+}
+
+void PaintSongLeft(Brush& brush, const Frame& frame, const PanelModel& model) {
+    PaintText(brush, model.songLeft, TitleLook(frame, kValueSize, brush.theme.text, 0.2F), frame.RightX(0.0F),
+              frame.Y(kValueBaseline), Align::kRight);
+}
+
+}  // namespace hullrider

@@ -1,0 +1,31 @@
+// What the display shows: one painter for each of its elements. Each paints within its frame, over the bare glass.
+#pragma once
+
+#include "display/brush.h"
+#include "display/panel.h"
+
+namespace hullrider {
+
+// How long the song's names have been shown, which is how far they have scrolled.
+struct LineMotion {
+    double shownSec = 0.0;
+};
+
+void PaintKind(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintAlbum(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion);
+void PaintTitle(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion);
+void PaintStatus(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintClock(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintSoundFont(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintPlaylist(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintFavorite(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintTurnLeft(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintModes(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintSongPosition(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintSongLeft(Brush& brush, const Frame& frame, const PanelModel& model);
+
+// How many pixels a name has moved to the left by then; 0 for one that fits its box.
+int32_t AlbumOffset(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion);
+int32_t TitleOffset(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion);
+
+}  // namespace hullrider

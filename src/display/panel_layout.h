@@ -1,0 +1,94 @@
+// Where everything on the panel is: elements, their boxes in the design space, and how that space meets a window's
+// pixels. Pure.
+#pragma once
+
+#include <bitset>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+namespace hullrider {
+
+// Everything that is drawn and redrawn by itself. The first ones can be clicked.
+enum class PanelElement : uint8_t {
+    kPrevious,
+    kPlayPause,
+    kNext,
+    kPlaylistBack,
+    kPlaylistForward,
+    kShuffle,
+    kFilter,
+    kFavoriteDown,
+    kFavoriteUp,
+    kExit,
+    kVolume,
+    kSongBar,
+    // What follows only shows.
+    kKind,
+    kAlbum,
+    kStatus,
+    kTitle,
+    kClock,
+    kSoundFont,
+    kPlaylist,
+    kFavorite,
+    kTurnLeft,
+    kMeter,
+    kModes,
+    kSongPosition,
+    kSongLeft,
+};
+inline constexpr size_t kElementCount = 25;
+inline constexpr size_t kClickableCount = 12;
+
+using ElementSet = std::bitset<kElementCount>;
+
+inline constexpr size_t IndexOf(PanelElement element) {
+    return static_cast<size_t>(element);
+}
+
+// A box in design units: the panel is 500 wide and 155 high.
+struct Box {
+    float x = 0.0F, y = 0.0F, width = 0.0F, height = 0.0F;
+
+    bool Contains(float px, float py) const { return px >= x && px < x + width && py >= y && py < y + height; }
+};
+
+// A box in pixels of the window's client area.
+struct PixelBox {
+    int32_t x = 0, y = 0, width = 0, height = 0;
+
+    bool operator==(const PixelBox&) const = default;
+};
+
+struct DesignPoint {
+    float x = 0.0F, y = 0.0F;
+};
+
+// The panel fills the window. Boxes stretch with it in both directions, up to a point: beyond it the panel keeps its
+// shape and stands in the middle. What is in the boxes is never stretched: text, icons and strokes all follow `glyph`.
+struct PanelScale {
+    float x = 1.0F, y = 1.0F;  // pixels a design unit
+    float glyph = 1.0F;        // the smaller of the two
+    float originX = 0.0F, originY = 0.0F;
+
+    // Edges are rounded, so that boxes that touch in the design touch in the window.
+    PixelBox ToPixels(const Box& box) const;
+    DesignPoint ToDesign(int32_t px, int32_t py) const;
+};
+
+PanelScale FitPanel(int32_t widthPx, int32_t heightPx);
+
+inline constexpr Box kLcdBox{14.0F, 11.0F, 392.0F, 93.0F};
+inline constexpr Box kWordmarkBox{338.0F, 115.0F, 68.0F, 23.0F};
+
+// The box of an element in the design space; it holds all that the element draws.
+Box BoxOf(PanelElement element);
+
+// The bar within kSongBar's box, from end to end of the song.
+Box SongTrack();
+
+// The element that a click at a place of the design space means.
+std::optional<PanelElement> ElementAt(DesignPoint place);
+
+}  // namespace hullrider

@@ -1,0 +1,57 @@
+// Paints the panel, element by element: the faceplate once for each size and theme, then only what has changed. UI
+// thread.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "display/gauges.h"
+#include "display/lcd.h"
+#include "display/panel.h"
+#include "display/panel_theme.h"
+#include "display/text_raster.h"
+
+namespace hullrider {
+
+// All that the picture depends on beside size and theme.
+struct PanelLook {
+    PanelModel model;
+    ElementSet enabled;
+    std::optional<PanelElement> hover, pressed;
+    MeterBars meter;
+    LineMotion motion;
+};
+
+// The elements that must be painted anew when one look takes the place of another, but for lines that scroll.
+ElementSet ElementsToRepaint(const PanelLook& before, const PanelLook& after);
+
+class PanelPainter {
+public:
+    explicit PanelPainter(TextRasterizer& rasterizer) : texts_(rasterizer) {}
+
+    // Takes other pixels to paint on, which must outlive their use, and paints the faceplate anew. Every element is
+    // then to be painted.
+    void Begin(const Canvas& canvas, const PanelTheme& theme);
+
+    // Gives up the memory that Begin took.
+    void Release();
+
+    // Paints these elements as they look now.
+    void Paint(const ElementSet& elements, const PanelLook& look);
+
+    // The names that stand elsewhere when they have scrolled on from one time to another.
+    ElementSet MovedLines(const PanelModel& model, LineMotion from, LineMotion to);
+
+    const PanelScale& Scale() const { return scale_; }
+
+private:
+    void PaintElement(Brush& brush, PanelElement element, const PanelLook& look);
+
+    TextCache texts_;
+    std::optional<Canvas> canvas_;
+    PanelTheme theme_;
+    PanelScale scale_;
+    std::vector<uint32_t> faceplate_;  // the bare panel, pixel for pixel
+};
+
+}  // namespace hullrider

@@ -1,0 +1,37 @@
+// The panel's colours. Everything that is painted takes its colours from here. Pure.
+#pragma once
+
+#include <cstdint>
+
+#include "state/settings.h"
+
+namespace hullrider {
+
+struct Rgb {
+    uint8_t r = 0, g = 0, b = 0;
+
+    bool operator==(const Rgb&) const = default;
+};
+
+// `share` 0 gives `from`, 1 gives `to`.
+Rgb Mix(Rgb from, Rgb to, float share);
+
+struct PanelTheme {
+    Rgb metalTop, metalBottom;   // the brushed faceplate
+    Rgb metalLight, metalShade;  // its bevels
+    Rgb engraving;               // captions on the metal
+    Rgb keyTop, keyBottom;       // the keys' caps
+    Rgb keyIcon;
+    Rgb glassTop, glassBottom;  // the display
+    Rgb text;
+    Rgb song;  // the title, the clock, and all that is lit
+    Rgb meterLow, meterMiddle, meterHigh;
+    Rgb lamp;  // ON AIR
+
+    bool operator==(const PanelTheme&) const = default;
+};
+
+// The theme that the user's three colours make.
+PanelTheme MakePanelTheme(const Settings& settings);
+
+}  // namespace hullrider

@@ -1,0 +1,142 @@
+#include "display/panel.h"
+
+#include <gtest/gtest.h>
+
+namespace hullrider {
+namespace {
+
+// A player that plays one song; the handle stands for a stream that no test touches.
+class PanelTest : public testing::Test {
+protected:
+    PanelTest() {
+        Playlist first, second;
+        second.albumName = "Album";
+        second.songs.resize(2);
+        second.songs[1].songPath = "/music/Album/Song.FlAc";
+        second.songs[1].favoriteCount = 3;
+        app_.library.playlists = {first, second};
+        app_.soundFonts.soundFontFiles = {"/fonts/Grand.sf2"};
+        PlaybackState& playback = app_.playback;
+        playback.musicStream = playback.trackerStream = 1;
+        playback.currentType = kMp3;
+        playback.playing.playlist = 1;
+        playback.playing.song = 1;
+        playback.currentAlbum = "Album";
+        playback.currentTitle = "Song";
+        playback.songLengthSec = 200.0;
+        playback.startSec = 50.0;
+        playback.endSec = 110.0;
+    }
+
+    PanelModel At(double positionSec) const { return MakePanelModel(app_, {positionSec, false}); }
+
+    AppState app_;
+};
+
+TEST_F(PanelTest, TellsTheTimesOfTheTurnAndOfTheSong) {
+    const PanelModel model = At(73.4);
+    EXPECT_EQ(model.turnPlayed, "0:23");
+    EXPECT_EQ(model.turnLeft, "0:37");
+    EXPECT_EQ(model.songPosition, "1:13");
+    EXPECT_EQ(model.songLeft, "-2:07");
+    EXPECT_NEAR(model.windowFrom, 0.25, 1e-3);
+    EXPECT_NEAR(model.windowTo, 0.55, 1e-3);
+    EXPECT_NEAR(model.position, 0.367, 1e-3);
+    EXPECT_EQ(model.transport, Transport::kPlaying);
+    EXPECT_EQ(MakePanelModel(app_, {73.4, true}).transport, Transport::kPaused);
+}
+
+TEST_F(PanelTest, TimesStayWithinTheirBoundsBeforeAndAfterTheTurn) {
+    EXPECT_EQ(At(10.0).turnPlayed, "0:00");
+    EXPECT_EQ(At(10.0).turnLeft, "1:00");
+    EXPECT_EQ(At(500.0).turnLeft, "0:00");
+    EXPECT_EQ(At(500.0).songLeft, "-0:00");
+    EXPECT_EQ(At(500.0).position, 1.0);
+}
+
+TEST_F(PanelTest, AnEndlessStreamHasOnlyItsTurn) {
+    app_.playback.songLengthSec = app_.playback.startSec = 0.0;
+    const PanelModel model = At(55.0);
+    EXPECT_EQ(model.songLeft, "");
+    EXPECT_EQ(model.windowFrom, 0.0);
+    EXPECT_EQ(model.windowTo, 1.0);
+    EXPECT_NEAR(model.position, 0.5, 1e-3);
+}
+
+TEST_F(PanelTest, NamesTheKindByTypeAndFile) {
+    struct Case {
+        int32_t type;
+        const char* path;
+        const char* kind;
+    };
+    for (const Case& one :
+         {Case{kMp3, "/a/b.m4a", "M4A"}, Case{kMp3, "/a/b.FLAC", "FLAC"}, Case{kMp3, "/a/b", "MP3"},
+          Case{kMp3, "/a/b.longest", "MP3"}, Case{kMp3, "/a/b.\xC3\xA4", "MP3"}, Case{kMidi, "/a/b.mp3", "MIDI"},
+          Case{kTracker, "/a/b.xm", "TRACKER"}, Case{3, "", "RADIO"}}) {
+        app_.library.playlists[1].songs[1].songPath = one.path;
+        app_.playback.currentType = one.type;
+        EXPECT_EQ(At(60.0).kind, one.kind) << one.path;
+    }
+}
+
+TEST_F(PanelTest, TellsPlaylistFavoriteAndFontOnlyWhereTheyAre) {
+    EXPECT_EQ(At(60.0).playlist, "2/2");
+    EXPECT_EQ(At(60.0).favoriteCount, 3);
+    EXPECT_EQ(At(60.0).soundFont, "");
+    app_.playback.currentType = kMidi;
+    EXPECT_EQ(At(60.0).soundFont, "Grand");
+    app_.soundFonts.currentSoundFont = 7;
+    EXPECT_EQ(At(60.0).soundFont, "");
+    // A scan made the library smaller while the song goes on.
+    for (const auto& [playlist, song] : {std::pair{1, 2}, {2, 0}, {-1, 0}, {1, -1}}) {
+        app_.playback.playing.playlist = playlist;
+        app_.playback.playing.song = song;
+        EXPECT_EQ(At(60.0).playlist, "");
+        EXPECT_EQ(At(60.0).favoriteCount, 0);
+        EXPECT_EQ(At(60.0).title, "Song");
+    }
+}
+
+TEST_F(PanelTest, NamesAreOneLineAndNotEndless) {
+    std::string endless;
+    for (int i = 0; i < 5000; ++i) endless += "\xD0\x96";
+    app_.playback.currentTitle = endless;
+    app_.playback.currentAlbum = "two\r\nlines\tand\x7F";
+    const PanelModel model = At(60.0);
+    EXPECT_EQ(model.title.size(), 160U * 2 + 3);
+    EXPECT_EQ(model.title.substr(318), "\xD0\x96\xE2\x80\xA6");
+    EXPECT_EQ(model.album, "two  lines and ");
+}
+
+TEST_F(PanelTest, SaysWhyNothingPlays) {
+    app_.playback.musicStream = 0;
+    app_.playback.trouble = PlaybackTrouble::kNothingPlayable;
+    app_.settings.volumeLevel = 7.0F;
+    const PanelModel model = At(0.0);
+    EXPECT_EQ(model.transport, Transport::kNothing);
+    EXPECT_EQ(model.title, "None of the songs can be played");
+    EXPECT_EQ(model.turnPlayed + model.songLeft + model.kind + model.playlist, "");
+    EXPECT_EQ(model.volume, 1.0F);
+    EXPECT_EQ(ReadLevel(app_.playback).left, 0.0F);
+    EXPECT_EQ(ReadChannel(app_.playback).positionSec, 0.0);
+}
+
+TEST_F(PanelTest, ASecondLaterOnlyTheTimesAreRepainted) {
+    ElementSet times;
+    for (const PanelElement element : {PanelElement::kClock, PanelElement::kTurnLeft, PanelElement::kSongPosition,
+                                       PanelElement::kSongLeft, PanelElement::kSongBar}) {
+        times.set(IndexOf(element));
+    }
+    EXPECT_EQ(ElementsThatDiffer(At(60.0), At(61.0)), times);
+    EXPECT_TRUE(ElementsThatDiffer(At(60.0), At(60.001)).none());
+}
+
+TEST_F(PanelTest, EveryElementThatCanBeClickedHasATooltip) {
+    for (size_t i = 0; i < kElementCount; ++i) {
+        EXPECT_EQ(TooltipOf(static_cast<PanelElement>(i), At(60.0)).empty(), i >= kClickableCount) << i;
+    }
+    EXPECT_EQ(TooltipOf(PanelElement::kVolume, At(60.0)), "Volume 50 %");
+}
+
+}  // namespace
+}  // namespace hullrider

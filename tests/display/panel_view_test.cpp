@@ -1,0 +1,199 @@
+// The panel in a real window of this process.
+#include "display/panel_view_win.h"
+
+#include <gtest/gtest.h>
+#include <psapi.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace hullrider {
+namespace {
+
+constexpr int kWidth = 1000, kHeight = 310;
+
+LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* const view = reinterpret_cast<PanelView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (view != nullptr) {
+        if (const auto answer = view->HandleMessage(message, wParam, lParam)) return *answer;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+class PanelViewTest : public testing::Test {
+protected:
+    PanelViewTest()
+        : view_({[this](const PanelAction& action) { actions_.push_back(action); },
+                 [this] {
+                     return ++levelsAsked_, StereoLevel{0.5F, 0.7F};
+                 }}) {
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = Procedure;
+        windowClass.lpszClassName = L"PanelViewTest";
+        RegisterClassW(&windowClass);
+        window_ = CreateWindowW(windowClass.lpszClassName, L"", WS_POPUP, 0, 0, kWidth, kHeight, nullptr, nullptr,
+                                nullptr, nullptr);
+        SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&view_));
+        view_.Attach(window_, ElementSet().set());
+        model_.transport = Transport::kPlaying;
+        model_.title = "Slow Aurora";
+        model_.album = "Lanterns";
+        model_.kind = "MIDI";
+        model_.turnPlayed = "0:23";
+        model_.volume = 0.5F;
+        ShowWindow(window_, SW_SHOWNA);
+        view_.Show(model_, MakePanelTheme({}));
+        Pump(0);
+    }
+    ~PanelViewTest() override {
+        view_.Release();
+        SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+        DestroyWindow(window_);
+    }
+
+    static void Pump(DWORD ms) {
+        const ULONGLONG end = GetTickCount64() + ms;
+        do {
+            MSG message;
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) DispatchMessageW(&message);
+            Sleep(ms == 0 ? 0 : 5);
+        } while (GetTickCount64() < end);
+    }
+
+    static PixelBox PixelsOf(PanelElement element) { return FitPanel(kWidth, kHeight).ToPixels(BoxOf(element)); }
+
+    static LPARAM MiddleOf(PanelElement element) {
+        const PixelBox box = PixelsOf(element);
+        return MAKELPARAM(box.x + box.width / 2, box.y + box.height / 2);
+    }
+
+    // Pixels of the element, as they stand in the window, in which red is over 128.
+    int BrightPixels(PanelElement element) const {
+        const PixelBox box = PixelsOf(element);
+        const HDC dc = GetDC(window_);
+        int count = 0;
+        for (int y = box.y; y < box.y + box.height; ++y) {
+            for (int x = box.x; x < box.x + box.width; ++x) count += GetRValue(GetPixel(dc, x, y)) > 128 ? 1 : 0;
+        }
+        ReleaseDC(window_, dc);
+        return count;
+    }
+
+    PanelView view_;
+    HWND window_ = nullptr;
+    PanelModel model_;
+    std::vector<PanelAction> actions_;
+    int levelsAsked_ = 0;
+};
+
+TEST_F(PanelViewTest, ShowsTheNamesAndTheClockInTheirPlaces) {
+    for (const PanelElement element : {PanelElement::kTitle, PanelElement::kAlbum, PanelElement::kClock}) {
+        EXPECT_GT(BrightPixels(element), 60) << IndexOf(element);
+    }
+    EXPECT_EQ(BrightPixels(PanelElement::kSoundFont), 0);
+    model_.title = model_.album = "";
+    model_.transport = Transport::kNothing;
+    view_.Show(model_, MakePanelTheme({}));
+    Pump(0);
+    for (const PanelElement element : {PanelElement::kTitle, PanelElement::kAlbum, PanelElement::kClock}) {
+        EXPECT_EQ(BrightPixels(element), 0) << IndexOf(element);
+    }
+}
+
+TEST_F(PanelViewTest, TurnsClicksAndTheWheelIntoActions) {
+    for (size_t i = 0; i < IndexOf(PanelElement::kVolume); ++i) {
+        const auto key = static_cast<PanelElement>(i);
+        SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MiddleOf(key));
+        SendMessageW(window_, WM_LBUTTONUP, 0, MiddleOf(key));
+        ASSERT_EQ(actions_.size(), i + 1);
+        EXPECT_EQ(actions_.back().element, key);
+    }
+    SendMessageW(window_, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    EXPECT_EQ(actions_.back().element, PanelElement::kVolume);
+    EXPECT_NEAR(actions_.back().value, 0.45, 1e-6);
+    SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MiddleOf(PanelElement::kVolume));
+    SendMessageW(window_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(0xFF00, 0));  // far to the left of the window
+    EXPECT_EQ(actions_.back().value, 0.0);
+    SendMessageW(window_, WM_LBUTTONUP, 0, 0);
+    EXPECT_NE(GetCapture(), window_);
+}
+
+TEST_F(PanelViewTest, NothingMovesWhileItIsHiddenOrPaused) {
+    const auto askedIn300Ms = [&] {
+        const int before = levelsAsked_;
+        Pump(300);
+        return levelsAsked_ - before;
+    };
+    EXPECT_GT(askedIn300Ms(), 3);
+    EXPECT_GT(BrightPixels(PanelElement::kMeter), 60);
+    ShowWindow(window_, SW_HIDE);
+    EXPECT_FALSE(view_.CanBeSeen());
+    Pump(100);
+    EXPECT_EQ(askedIn300Ms(), 0);
+    EXPECT_EQ(KillTimer(window_, kPanelMotionTimer), FALSE) << "its timer runs on";
+    ShowWindow(window_, SW_SHOWNA);
+    view_.Show(model_, MakePanelTheme({}));
+    EXPECT_GT(askedIn300Ms(), 3);
+    model_.transport = Transport::kPaused;
+    view_.Show(model_, MakePanelTheme({}));
+    EXPECT_EQ(askedIn300Ms(), 0);
+    Pump(4500);  // the bars fall, and then the timer ends
+    EXPECT_EQ(KillTimer(window_, kPanelMotionTimer), FALSE) << "its timer runs on";
+}
+
+TEST_F(PanelViewTest, AWindowWhollyBehindAnotherIsNotSeen) {
+    const HWND cover = CreateWindowW(L"PanelViewTest", L"", WS_POPUP | WS_VISIBLE, 0, 0, kWidth + 40, kHeight + 40,
+                                     nullptr, nullptr, nullptr, nullptr);
+    SetWindowPos(cover, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    EXPECT_FALSE(view_.CanBeSeen());
+    EXPECT_EQ(KillTimer(window_, kPanelMotionTimer), FALSE) << "it moves for nobody";
+    SetWindowPos(cover, nullptr, 5, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_TRUE(view_.CanBeSeen());
+    DestroyWindow(cover);
+    EXPECT_TRUE(view_.CanBeSeen());
+}
+
+// Wine counts no objects; but its handles are numbers in a table whose free places are used again, so that the highest
+// of some new ones grows with what is not deleted.
+DWORD GdiObjectsInUse() {
+    const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    if (counted != 0) return counted;
+    std::vector<HBRUSH> brushes;
+    DWORD highest = 0;
+    for (int i = 0; i < 64; ++i) {
+        brushes.push_back(CreateSolidBrush(RGB(1, 2, i)));
+        highest = std::max(highest, static_cast<DWORD>(reinterpret_cast<UINT_PTR>(brushes.back()) & 0xFFFFU));
+    }
+    for (const HBRUSH brush : brushes) DeleteObject(brush);
+    return highest;
+}
+
+TEST_F(PanelViewTest, TenThousandRedrawsLeaveNothingBehind) {
+    const auto redraw = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            model_.turnPlayed = std::to_string(i % 10) + ":0" + std::to_string(i / 10 % 10);
+            model_.songPosition = std::to_string(i);
+            model_.position = i % 100 / 100.0;
+            model_.volume = static_cast<float>(i / 100 % 7) / 7.0F;
+            view_.Show(model_, MakePanelTheme({}));
+            UpdateWindow(window_);
+            if (i % 1000 == 999) SetWindowPos(window_, nullptr, 0, 0, kWidth - i / 1000, kHeight, SWP_NOZORDER);
+        }
+    };
+    const auto memory = [] {
+        PROCESS_MEMORY_COUNTERS_EX counters{};
+        GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                             sizeof counters);
+        return counters.PrivateUsage;
+    };
+    redraw(1000);
+    const DWORD objects = GdiObjectsInUse();
+    const SIZE_T before = memory();
+    redraw(10000);
+    RecordProperty("memoryGrowthKiB", static_cast<int>((memory() - before) / 1024));
+    EXPECT_LE(GdiObjectsInUse(), objects + 16);
+    EXPECT_LT(memory(), before + (4U << 20U));
+}
+
+}  // namespace
+}  // namespace hullrider
