@@ -2,10 +2,17 @@
 
 #include <filesystem>
 
+#include "app/current_favorite.h"
+#include "app/library_loading.h"
+#include "library/favorites.h"
+#include "library/favorites_file.h"
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/folder.h"
+#include "platform/message_box.h"
 #include "platform/paths.h"
+#include "platform/program.h"
+#include "playback/stream_slots.h"
 
 namespace hullrider {
 
@@ -14,6 +21,38 @@ namespace {
 void WriteExport(const std::string& folder, const char* name, const std::string& text) {
     const std::string path = StatePath(folder, name);
     if (!WriteWholeFile(path, text)) PrintErrorLine("Failed to open " + path + " for writing.");
+}
+
+std::string Joined(const auto& list, const auto& lineOf) {
+    std::string text;
+    for (const auto& entry : list) text += lineOf(entry) + '\n';
+    return text;
+}
+
+void WriteLibraryExport(const AppState& state) {
+    std::string songs;
+    for (const Playlist& playlist : state.library.playlists) {
+        songs += Joined(playlist.songs, [](const Song& song) { return song.songPath; });
+    }
+    WriteExport(state.folders.hullriderPath, "\\MusicLibraryCache.txt", songs);
+}
+
+void WriteFavoritesExport(const AppState& state) {
+    WriteExport(state.folders.hullriderPath, "\\SongFavs.txt",
+                Joined(state.favorites.list, [](const FavoriteEntry& entry) { return entry.songPath; }));
+}
+
+const char* KindText(int32_t type) {
+    switch (type) {
+        case kMidi:
+            return "MIDI";
+        case kMp3:
+            return "MP3";
+        case kTracker:
+            return "Tracker";
+        default:
+            return "Radio";
+    }
 }
 
 }  // namespace
@@ -28,17 +67,46 @@ std::string FindCompanionGame(const std::string& programFolder) {
 }
 
 void WriteCompanionExports(const AppState& state) {
-    std::string songs;
-    for (const Playlist& playlist : state.library.playlists) {
-        for (const Song& song : playlist.songs) songs += song.songPath + '\n';
-    }
-    std::string directories;
-    for (const std::string& directory : state.settings.directoryPaths) directories += directory + '\n';
-
     const std::string& folder = state.folders.hullriderPath;
-    WriteExport(folder, "\\MusicLibraryCache.txt", songs);
-    WriteExport(folder, "\\MusicPaths.txt", directories);
+    WriteLibraryExport(state);
+    WriteExport(folder, "\\InternetStations.txt",
+                Joined(state.radio.stations, [](const InternetStation& station) { return station.url; }));
+    WriteFavoritesExport(state);
+    WriteExport(folder, "\\MusicPaths.txt",
+                Joined(state.settings.directoryPaths, [](const std::string& directory) { return directory; }));
     WriteExport(folder, "\\SoundFontsPath.Txt", state.folders.soundFontDirectoryPath + '\n');
+}
+
+void LaunchCompanionGame(const AppState& state) {
+    const std::string& folder = state.folders.hullriderPath;
+    if (folder.empty()) return;
+    WriteCompanionExports(state);
+    std::string error;
+    if (!StartElevated(StatePath(folder, "\\Hullrider.exe"), folder, error)) {
+        ShowErrorBox("Error launching the game: " + error);
+    }
+}
+
+void MergeCompanionFavorites(AppState& state) {
+    if (state.folders.hullriderPath.empty()) return;
+    const std::string path = StatePath(state.folders.hullriderPath, "\\favorite.json");
+    if (IsFile(path)) {
+        LoadFavorites(path, state.favorites);
+        MatchFavorites(state.favorites, state.library);
+        RecountSongs(state);
+    }
+    WriteFavoritesExport(state);
+}
+
+void SyncCompanionLibrary(const AppState& state) {
+    if (!state.folders.hullriderPath.empty()) WriteLibraryExport(state);
+}
+
+std::string SongInfoText(const AppState& state) {
+    if (CurrentHandle(state.playback) == 0) return {};
+    const PlaybackState& playback = state.playback;
+    return playback.currentTitle + '\n' + playback.currentAlbum + '\n' + KindText(playback.currentType) + '\n' +
+           std::to_string(CurrentFavoriteCount(state).value_or(0)) + '\n';
 }
 
 }  // namespace hullrider

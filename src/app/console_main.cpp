@@ -3,6 +3,7 @@
 #include <atomic>
 #include <chrono>
 
+#include "app/command_lines.h"
 #include "app/front.h"
 #include "app/player.h"
 #include "app/shutdown.h"
@@ -10,7 +11,6 @@
 #include "audio/output_choice.h"
 #include "platform/console.h"
 #include "playback/loudness.h"
-#include "playback/play_next.h"
 
 namespace hullrider {
 namespace {
@@ -20,17 +20,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kPollPeriod{100};
 constexpr std::chrono::milliseconds kMeterPeriod{250};
 
-std::atomic<bool> interrupted{false};
-
-// True when the player is to end.
-bool RunCommand(Player& player, const std::string& line) {
-    if (line == "quit") return true;
-    if (line == "NEXT_SONG") {
-        PrintLine("Next Song...");
-        PlayNext(player.state, player.draws);
-    }
-    return false;
-}
+std::atomic<bool> interrupted{false};  // the player is to end
 
 void RunUntilTheEnd(Player& player) {
     const Clock::time_point start = Clock::now();
@@ -38,7 +28,7 @@ void RunUntilTheEnd(Player& player) {
     ConsoleInput input;
     while (!interrupted) {
         const std::optional<std::string> line = input.WaitForLine(kPollPeriod);
-        if (line && RunCommand(player, *line)) return;
+        if (line) RunConsoleLine(player, *line);
         PollPlayer(player);
         if (Clock::now() >= nextLevel) {
             SampleLoudness(player.state.playback);
@@ -53,6 +43,7 @@ int Run(const RunOptions& options) {
     OnInterrupt([] { interrupted = true; });
     Player player;
     player.options = options;
+    player.endProgram = [] { interrupted = true; };
     StartPlayer(player);
     PrintLine("Output: " + OutputDescription());
     RunUntilTheEnd(player);

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "app/favorites_files.h"
 #include "app/settings_file.h"
 #include "library/cache.h"
+#include "library/favorites.h"
 #include "library/play_counts.h"
 #include "library/scan.h"
 #include "library/song_counts.h"
@@ -71,23 +73,28 @@ void HealLibrary(Player& player) {
 // True when there was music in it.
 bool TryDefaultMusicFolder(AppState& state) {
     if (state.library.typedSongCount > 0 || state.shell.libraryCachePath.empty()) return false;
-    ScanDefaultMusicFolder(state.library, WorkingFolder(), state.shell.libraryCachePath);
+    ScanDefaultMusicFolder(state.library, WorkingFolder(), state.shell.libraryCachePath, FavoritesMerger(state));
     Recount(state);
     return state.library.typedSongCount > 0;
 }
 
 }  // namespace
 
-void Recount(AppState& state) {
+void RecountSongs(AppState& state) {
     const Settings& settings = state.settings;
     state.weights = {settings.rawFav, settings.rawMIDI, settings.rawMP3, settings.rawTracker, settings.rawRadio};
     UpdateSongCounts(state.library, state.weights, static_cast<int32_t>(state.radio.stations.size()));
+}
+
+void Recount(AppState& state) {
+    RecountSongs(state);
     MergePlayCounts(state.library, state.playCounts);
     FindHistoryInLibrary(state.history, state.library);
 }
 
 void RescanAndRecount(AppState& state, const std::vector<std::string>& directories) {
-    RescanMusicLibrary(state.library, directories, state.shell.libraryCachePath);
+    RescanMusicLibrary(state.library, directories, state.shell.libraryCachePath, FavoritesMerger(state));
+    MatchFavorites(state.favorites, state.library);
     Recount(state);
 }
 
@@ -100,7 +107,8 @@ void LoadLibrary(AppState& state) {
             PrintLine("No directory paths available to update music library.");
         } else {
             PrintLine(kUpdatingText);
-            RescanMusicLibrary(state.library, state.settings.directoryPaths, state.shell.libraryCachePath);
+            RescanMusicLibrary(state.library, state.settings.directoryPaths, state.shell.libraryCachePath,
+                               FavoritesMerger(state));
         }
     }
     Recount(state);

@@ -13,6 +13,9 @@ namespace hullrider {
 // finds its songs again.
 void Recount(AppState& state);
 
+// The first half of it: due after a change of weights or of the songs' marks.
+void RecountSongs(AppState& state);
+
 // Replaces the library by what the directories hold, and saves its cache.
 void RescanAndRecount(AppState& state, const std::vector<std::string>& directories);
 

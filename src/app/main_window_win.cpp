@@ -5,12 +5,16 @@
 #include <exception>
 #include <optional>
 
+#include "app/commands.h"
 #include "app/menu_win.h"
+#include "app/option_window_win.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "input/hotkeys_win.h"
 #include "platform/console.h"
 #include "playback/loudness.h"
-#include "playback/play_next.h"
+#include "playback/seek.h"
+#include "playback/volume.h"
 
 namespace hullrider {
 
@@ -30,6 +34,7 @@ enum Timer : UINT_PTR {
     kPollTimer = 3,      // song over, next song
     kSlowPollTimer = 4,  // stream titles, audiobook position
     kEndTimer = 1001,    // one-shot: --for
+    kNoticeTimer = 2001  // one-shot: what the panel shows for a moment
 };
 
 // The size of the client area: large enough to read from a distance, never larger than the screen.
@@ -39,20 +44,40 @@ SIZE ChooseClientSize() {
             static_cast<LONG>(std::min(kLargestHeight, share(SM_CYSCREEN)))};
 }
 
-// What the panel's elements do. One that is not here is shown as not available.
+// What the panel's elements do: a command, or something with the element's value. One that is not here is shown as not
+// available.
 struct PanelCommand {
     PanelElement element;
-    void (*run)(Player& player, double value);
+    int32_t command = 0;
+    void (*run)(Player& player, double value) = nullptr;
 };
 
+// Posted, so that the panel is done with the click when the window goes.
 void PostExit(Player& player, double) {
     PostMessageW(static_cast<HWND>(player.state.shell.mainWindow), WM_COMMAND, kExitCommand, 0);
 }
 
+void ChangeVolume(Player& player, double value) {
+    SetVolumeLevel(player.state, static_cast<float>(value));
+}
+
+void Seek(Player& player, double value) {
+    SeekTo(player.state.playback, value * player.state.playback.songLengthSec);
+}
+
 constexpr std::array kPanelCommands{
-    PanelCommand{PanelElement::kPlayPause, [](Player& player, double) { TogglePause(player.state); }},
-    PanelCommand{PanelElement::kNext, [](Player& player, double) { PlayNext(player.state, player.random); }},
-    PanelCommand{PanelElement::kExit, PostExit},
+    PanelCommand{PanelElement::kPrevious, kPreviousSongCommand},
+    PanelCommand{PanelElement::kPlayPause, kPlayPauseCommand},
+    PanelCommand{PanelElement::kNext, kNextSongCommand},
+    PanelCommand{PanelElement::kPlaylistBack, kPreviousPlaylistCommand},
+    PanelCommand{PanelElement::kPlaylistForward, kNextPlaylistCommand},
+    PanelCommand{PanelElement::kShuffle, kShuffleCommand},
+    PanelCommand{PanelElement::kFilter, kFavoritesFilterCommand},
+    PanelCommand{PanelElement::kFavoriteDown, kFavoriteDownCommand},
+    PanelCommand{PanelElement::kFavoriteUp, kFavoriteUpCommand},
+    PanelCommand{PanelElement::kExit, 0, PostExit},
+    PanelCommand{PanelElement::kVolume, 0, ChangeVolume},
+    PanelCommand{PanelElement::kSongBar, 0, Seek},
 };
 
 ElementSet EnabledElements() {
@@ -95,14 +120,20 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player)
     shell.mainWindow = window_;
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     panel_.Attach(window_, EnabledElements());
+    player_.takeHotkeys = [this] { TakeHotkeys(); };
+    player_.openWindow = [instance](const OptionWindow& window) { OpenOptionWindow(instance, window); };
+    player_.bringToFront = [this] { BringToFront(); };
+    player_.endProgram = [this] { EndProgram(); };
     player_.releaseFront = [this] {
         KillTimers();
+        UnregisterHotkeys(window_);
         panel_.Release();
     };
 }
 
 MainWindow::~MainWindow() {
-    player_.releaseFront = nullptr;
+    player_.releaseFront = player_.takeHotkeys = player_.bringToFront = player_.endProgram = nullptr;
+    player_.openWindow = nullptr;
     if (window_ == nullptr) return;
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
     DestroyWindow(window_);
@@ -137,7 +168,19 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (const std::optional<LRESULT> answer = panel_.HandleMessage(message, wParam, lParam)) return *answer;
     switch (message) {
         case WM_COMMAND:
-            if (LOWORD(wParam) == kExitCommand) EndProgram();
+            Run(LOWORD(wParam));
+            return 0;
+        case WM_HOTKEY:
+            Run(CommandOfHotkey(static_cast<int32_t>(wParam)));
+            return 0;
+        case WM_APPCOMMAND:
+            if (const int32_t action = ActionOfAppCommand(lParam); action >= 0) {
+                Run(CommandOfHotkey(action));
+                return TRUE;
+            }
+            return DefWindowProcW(window_, message, wParam, lParam);
+        case WM_KEYDOWN:
+            OnKey(wParam);
             return 0;
         case WM_TIMER:
             OnTimer(wParam);
@@ -168,6 +211,17 @@ void MainWindow::OnTimer(WPARAM timer) {
             break;
         case kPollTimer:
             PollPlayer(player_);
+            borderless_.WatchMouse(window_, player_.state.settings.borderlessAuto != 0);
+            break;
+        case kLatchTimer:
+            shortcuts_.ReleaseLatches();
+            break;
+        case kIdleTimer:
+            borderless_.OnIdle(window_);
+            break;
+        case kNoticeTimer:
+            KillTimer(window_, kNoticeTimer);
+            RefreshPanel();
             break;
         case kEndTimer:
             EndProgram();
@@ -175,6 +229,30 @@ void MainWindow::OnTimer(WPARAM timer) {
         default:
             break;
     }
+}
+
+void MainWindow::OnKey(WPARAM key) {
+    if (key == VK_F11) borderless_.Toggle(window_);
+    Run(shortcuts_.CommandOfKey(key));
+}
+
+// What has changed is shown at once.
+void MainWindow::Run(int32_t command) {
+    if (RunCommand(player_, command)) RefreshPanel();
+}
+
+void MainWindow::TakeHotkeys() {
+    player_.refusedHotkeys = RegisterHotkeys(window_, player_.hotkeys);
+    for (const RefusedHotkey& refused : player_.refusedHotkeys) {
+        const std::string_view label = HotkeyLabel(refused.hotkey.action);
+        PrintErrorLine("The hotkey " + std::to_string(refused.hotkey.action) +
+                       (label.empty() ? "" : " (" + std::string(label) + ")") + " is not available: " + refused.reason);
+    }
+}
+
+void MainWindow::BringToFront() {
+    if (IsIconic(window_) != 0) ShowWindow(window_, SW_RESTORE);
+    SetForegroundWindow(window_);
 }
 
 void MainWindow::OnSize(WPARAM kind, LPARAM size) {
@@ -201,7 +279,11 @@ void MainWindow::RunPanelAction(const PanelAction& action) {
     const auto isMeant = [&](const PanelCommand& command) { return command.element == action.element; };
     const auto command = std::find_if(kPanelCommands.begin(), kPanelCommands.end(), isMeant);
     if (command == kPanelCommands.end()) return;
-    command->run(player_, action.value);
+    if (command->run != nullptr) {
+        command->run(player_, action.value);
+    } else {
+        RunCommand(player_, command->command);
+    }
     RefreshPanel();
 }
 

@@ -3,7 +3,9 @@
 
 #include <windows.h>
 
+#include "app/borderless_win.h"
 #include "app/player.h"
+#include "app/shortcuts_win.h"
 #include "display/panel_view_win.h"
 
 namespace hullrider {
@@ -28,6 +30,10 @@ private:
     static bool RegisterMainClass(HINSTANCE instance);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnTimer(WPARAM timer);
+    void OnKey(WPARAM key);
+    void Run(int32_t command);
+    void TakeHotkeys();
+    void BringToFront();
     void OnSize(WPARAM kind, LPARAM size);
     void FollowDpi(const RECT& proposed);
     void RefreshPanel();
@@ -37,6 +43,8 @@ private:
 
     Player& player_;
     PanelView panel_;
+    Borderless borderless_;
+    Shortcuts shortcuts_;
     HWND window_ = nullptr;
 };
 

@@ -5,9 +5,6 @@
 
 namespace hullrider {
 
-// Identifiers that WM_COMMAND carries.
-enum Command : WORD { kExitCommand = 3 };
-
 // The caller owns the menu until it is attached to a window.
 HMENU BuildMainMenu();
 

@@ -1,6 +1,7 @@
 #include "app/shutdown.h"
 
 #include "app/companion.h"
+#include "app/favorites_files.h"
 #include "app/listening_files.h"
 #include "app/settings_file.h"
 #include "library/cache.h"
@@ -13,7 +14,8 @@
 namespace hullrider {
 
 void SaveAndShutdown(Player& player) {
-    if (player.shutDown) return;
+    // What was not loaded yet must not be saved: an error box of start-up lets messages in.
+    if (!player.started || player.shutDown) return;
     player.shutDown = true;
 
     AppState& state = player.state;
@@ -29,6 +31,7 @@ void SaveAndShutdown(Player& player) {
     if (shell.companionExport && gameIsKnown) WriteCompanionExports(state);
     FreeAllStreams(state.playback, state.soundFonts);
     CloseControllers(player.controllers);
+    SaveFavoriteFile(state);
     SaveSongHistoryFile(state);
     if (gameIsKnown) WriteRunningMarker(state.folders.hullriderPath, "no");
 }

@@ -1,13 +1,15 @@
 #include "app/startup.h"
 
 #include <cstdio>
-#include <stdexcept>
 
+#include "app/audio_start.h"
+#include "app/command_lines.h"
 #include "app/companion.h"
 #include "app/data_directory.h"
+#include "app/favorites_files.h"
 #include "app/library_loading.h"
 #include "app/listening_files.h"
-#include "audio/bass.h"
+#include "input/hotkey_file.h"
 #include "library/folder_config_file.h"
 #include "platform/console.h"
 #include "platform/folder.h"
@@ -21,23 +23,6 @@
 namespace hullrider {
 
 namespace {
-
-constexpr uint32_t kMixingRateHz = 44100;
-
-void InitAudio(Player& player) {
-    const OutputChoice& output = player.options.output;
-    ChooseOutput(output);
-    if (!BASS_Init(-1, kMixingRateHz, 0, player.state.shell.mainWindow, nullptr)) {
-        if (output.kind == OutputKind::kWav) throw std::runtime_error("Cannot record to " + output.wavPath);
-        ShowErrorBox("Failed to initialize BASS library!");
-        PrintErrorLine("No sound device could be opened: playing silently.");
-        BASS_Init(0, kMixingRateHz, 0, player.state.shell.mainWindow, nullptr);
-        return;
-    }
-    BASS_PluginLoad("bassmidi.dll", 0);
-    BASS_PluginLoad("bass_aac.dll", 0);
-    if (BASS_PluginLoad("BASSFLAC.dll", 0) == 0) PrintLine("Failed to load BASSFLAC.dll");
-}
 
 // Tries the configured folder, that of the companion game and the one beside the program, in this order, until one
 // holds fonts.
@@ -106,8 +91,11 @@ void PrintAudiobookSummary(const AudiobookState& audiobooks) {
 void StartPlayer(Player& player) {
     player.state.shell.dataDirectory = ChooseDataDirectory(player.options);
     CreateDataDirectory(player.state.shell.dataDirectory);
+    LoadHotkeyFiles(StatePath(player.state.shell.dataDirectory, "\\hotkeyConfig.json"), player.hotkeys);
+    if (player.takeHotkeys) player.takeHotkeys();
     OpenControllers(player.controllers);
     RunStartupSequence(player);
+    player.started = true;
 }
 
 void RunStartupSequence(Player& player) {
@@ -127,13 +115,18 @@ void RunStartupSequence(Player& player) {
     FillLibrary(player);
     if (!state.folders.hullriderPath.empty()) WriteRunningMarker(state.folders.hullriderPath, "yes");
     LoadSongHistoryFile(state);
+    LoadFavoriteFiles(state);
+    Recount(state);
     PlayNext(state, player.draws);
     PrintAudiobookSummary(state.audiobooks);
     if (state.shell.companionExport && !state.folders.hullriderPath.empty()) WriteCompanionExports(state);
 }
 
 void PollPlayer(Player& player) {
-    if (IsSongOver(player.state.playback)) PlayNext(player.state, player.draws);
+    if (!player.started || player.shutDown) return;
+    if (!player.stopped && IsSongOver(player.state.playback)) PlayNext(player.state, player.draws);
+    PollCommandFolder(player);
+    PumpControllers(player.controllers);
 }
 
 }  // namespace hullrider

@@ -5,7 +5,7 @@
 
 namespace hullrider {
 
-// Fixes the data directory, opens the controllers and runs the start-up sequence. Throws
+// Fixes the data directory, loads the hotkeys, opens the controllers and runs the start-up sequence. Throws
 // std::filesystem::filesystem_error when the data directory cannot be created, and std::runtime_error when the
 // recording that was asked for cannot be written; nothing else ends the start.
 void StartPlayer(Player& player);
@@ -14,7 +14,8 @@ void StartPlayer(Player& player);
 // missing or unreadable leaves its defaults in place. Called by StartPlayer.
 void RunStartupSequence(Player& player);
 
-// The 30 ms poll: when the song's window has ended, plays the next one.
+// The 30 ms poll: when the song's window has ended, plays the next one; then looks into the command folder and
+// at the controllers.
 void PollPlayer(Player& player);
 
 }  // namespace hullrider

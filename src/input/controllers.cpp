@@ -22,6 +22,37 @@ void OpenController(int index, ControllerSlot& slot) {
     PrintLine("Controller " + std::to_string(index) + " is connected: " + slot.name);
 }
 
+// The slot that holds the device; null when none does.
+ControllerSlot* FindSlot(ControllerSlots& slots, SDL_JoystickID device) {
+    const auto holds = [device](const ControllerSlot& slot) {
+        return slot.controller != nullptr &&
+               SDL_JoystickInstanceID(SDL_GameControllerGetJoystick(slot.controller)) == device;
+    };
+    const auto found = std::find_if(slots.begin(), slots.end(), holds);
+    return found == slots.end() ? nullptr : &*found;
+}
+
+// `index` counts the joysticks that are there now, so its slot may hold another one.
+void Connect(ControllerSlots& slots, int index) {
+    if (FindSlot(slots, SDL_JoystickGetDeviceInstanceID(index)) != nullptr) return;  // opened at start-up
+    const auto isFree = [](const ControllerSlot& slot) { return slot.controller == nullptr; };
+    const auto free = std::find_if(slots.begin(), slots.end(), isFree);
+    if (free == slots.end()) return;
+    free->controller = SDL_GameControllerOpen(index);
+    if (free->controller == nullptr) return;
+    const char* const name = SDL_GameControllerName(free->controller);
+    free->name = name == nullptr ? "" : name;
+    PrintLine("Controller " + std::to_string(free - slots.begin()) + " connected.");
+}
+
+void Disconnect(ControllerSlots& slots, SDL_JoystickID device) {
+    ControllerSlot* const slot = FindSlot(slots, device);
+    if (slot == nullptr) return;
+    SDL_GameControllerClose(slot->controller);
+    *slot = {};
+    PrintLine("Controller " + std::to_string(slot - slots.data()) + " disconnected.");
+}
+
 }  // namespace
 
 void OpenControllers(ControllerSlots& slots) {
@@ -37,6 +68,15 @@ void OpenControllers(ControllerSlots& slots) {
     const int count = std::min(SDL_NumJoysticks(), kControllerSlots);
     for (int index = 0; index < count; ++index) {
         if (SDL_IsGameController(index) == SDL_TRUE) OpenController(index, slots[static_cast<size_t>(index)]);
+    }
+}
+
+void PumpControllers(ControllerSlots& slots) {
+    if (SDL_WasInit(SDL_INIT_GAMECONTROLLER) == 0) return;
+    SDL_Event event;
+    while (SDL_PollEvent(&event) != 0) {
+        if (event.type == SDL_CONTROLLERDEVICEADDED) Connect(slots, event.cdevice.which);
+        if (event.type == SDL_CONTROLLERDEVICEREMOVED) Disconnect(slots, event.cdevice.which);
     }
 }
 

@@ -22,6 +22,10 @@ using ControllerSlots = std::array<ControllerSlot, kControllerSlots>;
 // controllers; both outcomes are told on the console, silence means that none is attached.
 void OpenControllers(ControllerSlots& slots);
 
+// Takes in what has happened since the last call: opens controllers that were plugged in and closes those that are
+// gone, each with a line.
+void PumpControllers(ControllerSlots& slots);
+
 void CloseControllers(ControllerSlots& slots);
 
 }  // namespace hullrider

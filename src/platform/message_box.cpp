@@ -9,6 +9,7 @@ namespace hullrider {
 namespace {
 
 std::atomic<void (*)(std::string_view)> errorBoxHandler{nullptr};
+std::atomic<int> openBoxes{0};
 
 }  // namespace
 
@@ -21,8 +22,14 @@ void ShowErrorBox(std::string_view text) {
     if (handler != nullptr) {
         handler(text);
     } else {
+        ++openBoxes;
         ShowSystemErrorBox(text);
+        --openBoxes;
     }
+}
+
+bool IsErrorBoxOpen() {
+    return openBoxes > 0;
 }
 
 }  // namespace hullrider

@@ -9,6 +9,9 @@ namespace hullrider {
 // goes to the error stream.
 void ShowErrorBox(std::string_view text);
 
+// True while a box waits for the user; timers go on meanwhile.
+bool IsErrorBoxOpen();
+
 // Where error boxes go instead, for a front that has no windows; null restores the box.
 void SetErrorBoxHandler(void (*handler)(std::string_view text));
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "state/audiobook_state.h"
+#include "state/favorites.h"
 #include "state/folder_config.h"
 #include "state/music_library.h"
 #include "state/playback_state.h"
@@ -21,6 +22,7 @@ struct AppState {
     Settings settings;
     FolderConfig folders;
     MusicLibrary library;
+    FavoritesState favorites;
     SelectionWeights weights;
     SelectionState selection;
     RadioState radio;

@@ -23,7 +23,9 @@ TEST(Companion, TheExportsListSongsAndFoldersOneALine) {
     state.folders = {"C:\\fonts", folder.Text()};
     state.settings.directoryPaths = {"C:\\a", "D:\\b"};
     state.library.playlists = {{"A", {{"C:\\a\\1.mp3"}, {"C:\\a\\2.mid"}}}, {"B", {{"D:\\b\\3.mod"}}}};
+    state.favorites.list.push_back({kTracker, 0, 1, 1, "D:\\b\\3.mod"});
     WriteCompanionExports(state);
+    EXPECT_EQ(folder.Read("SongFavs.txt"), "D:\\b\\3.mod\n");
     EXPECT_EQ(folder.Read("MusicLibraryCache.txt"), "C:\\a\\1.mp3\nC:\\a\\2.mid\nD:\\b\\3.mod\n");
     EXPECT_EQ(folder.Read("MusicPaths.txt"), "C:\\a\nD:\\b\n");
     EXPECT_EQ(folder.Read("SoundFontsPath.Txt"), "C:\\fonts\n");

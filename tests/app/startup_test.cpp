@@ -156,6 +156,33 @@ TEST_F(StartupTest, ACacheOfOtherFoldersThanTheConfiguredOnesIsScannedAnew) {
     EXPECT_EQ(songsWith({folder_.At("more")}), 1);
 }
 
+TEST_F(StartupTest, FavoritesLastFromRunToRunAndTakeInWhatAScanFinds) {
+    ConfigureMusic();
+    const std::string song = folder_.At("music/Album/one.mp3");
+    const json found = {{"favorites", {{{"songPath", song}, {"favoriteCount", 2}}}}};
+    folder_.Write("music/Album/Favorite.json", found.dump());
+    folder_.Write("data/favorite.json", R"({"favorites":[{"songPath":"/elsewhere.mid","favoriteCount":3}]})");
+    Player& scanning = Start();
+    EXPECT_EQ(scanning.state.library.favoriteSongCount, 1);
+    EXPECT_EQ(scanning.state.weights.favorites, 50);
+    Stop(scanning);
+    ASSERT_EQ(StateFile("favorite.json")["favorites"].size(), 2U);
+
+    const auto favoritesAfter = [&](const std::string& file) {
+        folder_.Write("data/favorite.json", file);
+        Player& player = Start();
+        const int32_t favorites = player.state.library.favoriteSongCount;
+        Stop(player);
+        return favorites;
+    };
+    const std::string kept = folder_.Read("data/favorite.json");
+    EXPECT_EQ(favoritesAfter(kept), 1);
+    EXPECT_EQ(favoritesAfter("lost"), 1);  // the library's cache has the mark too
+    EXPECT_EQ(StateFile("favorite.json")["favorites"][0]["favoriteCount"], 2);
+    EXPECT_EQ(favoritesAfter(R"({"favorites":[]})"), 0);  // and does not bring back what is no favourite any more
+    EXPECT_EQ(favoritesAfter("lost"), 0);
+}
+
 TEST_F(StartupTest, TheCompanionEditionTakesOverTheGamesMusicAndTellsIt) {
     const std::string song = folder_.Write("game/Tonewell/Mp3 Songs/Album/five.mp3", "x");
     const std::string font = folder_.Write("game/Tonewell/SoundFonts/font.sf2", "not one");
@@ -240,13 +267,15 @@ TEST_F(StartupTest, StateFilesFullOfJunkStopNothingAndAreKept) {
                                 std::string(100000, '['),
                                 std::string("\xFF\xFE\0\0", 4)};
     for (const std::string& text : junk) {
-        for (const char* name : {"MusicSettings.json", "config.json", "musicLibraryCache.json", "Song History.json",
-                                 "Sonorant_Stats.json", "MusicLibraryPlayCount.json"}) {
+        for (const char* name : {"MusicSettings.json", "config.json", "musicLibraryCache.json", "favorite.json",
+                                 "Song History.json", "Sonorant_Stats.json", "MusicLibraryPlayCount.json"}) {
             folder_.Write(std::string("data/") + name, text);
         }
         Stop(Start());
         EXPECT_EQ(StateFile("MusicSettings.json").size(), 44U) << text.substr(0, 20);
         EXPECT_EQ(folder_.Read("data/MusicSettings.json.bad"), text) << text.substr(0, 20);
+        EXPECT_EQ(folder_.Read("data/favorite.json.bad"), text) << text.substr(0, 20);
+        EXPECT_EQ(StateFile("favorite.json")["favorites"].size(), 0U) << text.substr(0, 20);
     }
 }
 

@@ -70,6 +70,17 @@ int PlayerProcess::WaitForExit() {
     return static_cast<int>(code);
 }
 
+bool PlayerProcess::WaitForOutput(const std::string& text, int times, DWORD patienceMs) const {
+    for (DWORD waited = 0;; waited += 50) {
+        const std::string output = Output();
+        int found = 0;
+        for (size_t at = output.find(text); at != std::string::npos; at = output.find(text, at + 1)) ++found;
+        if (found >= times) return true;
+        if (waited >= patienceMs) return false;
+        Sleep(50);
+    }
+}
+
 std::string PlayerProcess::Output() const {
     return folder_.Read("output.txt");
 }

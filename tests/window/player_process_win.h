@@ -24,6 +24,9 @@ public:
     // The exit code, or -1 when the program still runs after 20 s.
     int WaitForExit();
 
+    // True as soon as it has printed that text so many times; false when it has not after `patienceMs`.
+    bool WaitForOutput(const std::string& text, int times, DWORD patienceMs = 20000) const;
+
     // All that it has printed so far.
     std::string Output() const;
 

@@ -3,8 +3,11 @@
 
 #include <algorithm>
 
+#include "app/commands.h"
 #include "app/menu_win.h"
 #include "display/panel_layout.h"
+#include "input/hotkey_file.h"
+#include "platform/text_win.h"
 #include "tests/tone_wav.h"
 #include "tests/window/player_process_win.h"
 
@@ -111,17 +114,23 @@ TEST_F(WindowTest, ShowsWhatPlaysAtEverySizeAndItsKeysWork) {
 }
 
 // The menu of another process cannot be read everywhere, so this one is built here.
-TEST(MainMenu, HoldsItsCommands) {
+TEST(MenuBar, HoldsTheMenusItems) {
     const HMENU menu = BuildMainMenu();
-    ASSERT_EQ(GetMenuItemCount(menu), 1);
+    ASSERT_EQ(GetMenuItemCount(menu), static_cast<int>(MainMenu().size()));
     wchar_t text[64] = {};
-    GetMenuStringW(menu, 0, text, 64, MF_BYPOSITION);
-    EXPECT_STREQ(text, L"&File");
-    const HMENU file = GetSubMenu(menu, 0);
-    ASSERT_EQ(GetMenuItemCount(file), 1);
-    EXPECT_EQ(GetMenuItemID(file, 0), 3U);
-    GetMenuStringW(file, 0, text, 64, MF_BYPOSITION);
-    EXPECT_STREQ(text, L"Exit");
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        const MenuPopup& popup = MainMenu()[static_cast<size_t>(i)];
+        GetMenuStringW(menu, static_cast<UINT>(i), text, 64, MF_BYPOSITION);
+        EXPECT_EQ(Utf8FromWide(text), popup.text);
+        const HMENU items = GetSubMenu(menu, i);
+        ASSERT_EQ(GetMenuItemCount(items), static_cast<int>(popup.commands.size()));
+        for (int j = 0; j < GetMenuItemCount(items); ++j) {
+            const int32_t id = popup.commands[static_cast<size_t>(j)];
+            EXPECT_EQ(GetMenuItemID(items, j), static_cast<UINT>(id));
+            GetMenuStringW(items, static_cast<UINT>(j), text, 64, MF_BYPOSITION);
+            EXPECT_EQ(Utf8FromWide(text), FindCommand(id)->text);
+        }
+    }
     DestroyMenu(menu);
 }
 
@@ -157,6 +166,148 @@ TEST_F(WindowTest, PlaysTheFallbackMusicThroughASongThatIsBroken) {
     EXPECT_EQ(player.WaitForExit(), 0);
     EXPECT_NE(player.Output().find("Playing: \xC3\x81lbum / t\xC3\xB6ne"), std::string::npos) << player.Output();
     EXPECT_TRUE(folder_.Has("data/musicLibraryCache.json"));
+}
+
+TEST_F(WindowTest, EveryOptionWindowOpensOnceAndCloses) {
+    PlayerProcess player(Arguments());
+    const HWND window = player.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    for (const Command& command : Commands()) {
+        if (command.window.className == nullptr) continue;
+        const std::wstring className = WideFromUtf8(command.window.className);
+        const std::wstring title = WideFromUtf8(command.window.title);
+        PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(command.id), 0);
+        const HWND opened = player.WaitForWindow(className.c_str(), title.c_str());
+        ASSERT_NE(opened, nullptr) << command.window.title;
+        PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(command.id), 0);
+        Sleep(100);
+        EXPECT_EQ(FindWindowExW(nullptr, opened, className.c_str(), nullptr), nullptr) << "opened twice";
+        PostMessageW(opened, WM_CLOSE, 0, 0);
+        for (int i = 0; i < 100 && IsWindow(opened) != 0; ++i) Sleep(20);
+        EXPECT_EQ(IsWindow(opened), 0) << command.window.title;
+    }
+    EXPECT_NE(IsWindow(window), 0);
+}
+
+TEST_F(WindowTest, TheMenusCommandsAreHeard) {
+    folder_.Write("music/A/tone.mp3", ToneWav(440.0, 100.0));
+    PlayerProcess player(Arguments({"--music", folder_.At("music")}));
+    const HWND window = player.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 1)) << player.Output();
+    const auto command = [&](int32_t id) { PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(id), 0); };
+    command(kNextSongCommand);
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
+    command(kStopCommand);
+    command(kStartCommand);
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 3)) << player.Output();
+    command(kFavoriteUpCommand);
+    command(kNextSoundFontCommand);
+    command(kPlayGameCommand);
+    command(9999);
+    command(kExitCommand);
+    EXPECT_EQ(player.WaitForExit(), 0);
+    EXPECT_NE(folder_.Read("data/favorite.json").find("tone.mp3"), std::string::npos);
+}
+
+// Presses a key as a keyboard does: whoever has registered it gets it, whichever window has the focus.
+void PressKey(WORD key, WORD modifier = 0) {
+    if (modifier != 0) keybd_event(static_cast<BYTE>(modifier), 0, 0, 0);
+    keybd_event(static_cast<BYTE>(key), 0, 0, 0);
+    keybd_event(static_cast<BYTE>(key), 0, KEYEVENTF_KEYUP, 0);
+    if (modifier != 0) keybd_event(static_cast<BYTE>(modifier), 0, KEYEVENTF_KEYUP, 0);
+}
+
+TEST_F(WindowTest, HotkeysWorkWhileAnotherProgramHasTheFocus) {
+    folder_.Write("music/A/tone.mp3", ToneWav(440.0, 100.0));
+    HotkeyBindings bindings = BuiltInHotkeys();
+    bindings[kNextSongKey] = {VK_F5, true, false, false};
+    bindings[kQuitKey] = {VK_F6, true, false, false};
+    bindings[kVolumeUpKey] = {VK_F7, true, false, false};
+    std::filesystem::create_directories(folder_.Path() / "data");
+    ASSERT_TRUE(SaveHotkeyConfig(folder_.At("data/hotkeyConfig.json"), bindings));
+    // Some other program has one of the keys already.
+    ASSERT_NE(RegisterHotKey(nullptr, 1, MOD_CONTROL, VK_F7), 0);
+
+    PlayerProcess player(Arguments({"--music", folder_.At("music")}));
+    const HWND window = player.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 1)) << player.Output();
+    EXPECT_TRUE(player.WaitForOutput("The hotkey 10 (Volume Up:) is not available: ", 1)) << player.Output();
+
+    const HWND other = CreateWindowExW(0, L"EDIT", L"another program", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 100,
+                                       nullptr, nullptr, nullptr, nullptr);
+    SetForegroundWindow(other);
+    ASSERT_EQ(GetForegroundWindow(), other);
+    PressKey(VK_F5, VK_CONTROL);
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
+    PressKey(VK_MEDIA_NEXT_TRACK);
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 3)) << player.Output();
+    PressKey(VK_F5);  // without Ctrl it is not ours
+    Sleep(500);
+    EXPECT_FALSE(player.WaitForOutput("Playing: ", 4, 0)) << player.Output();
+    EXPECT_EQ(GetForegroundWindow(), other);
+    PressKey(VK_F6, VK_CONTROL);
+    EXPECT_EQ(player.WaitForExit(), 0);
+    DestroyWindow(other);
+    UnregisterHotKey(nullptr, 1);
+}
+
+TEST_F(WindowTest, MediaKeysArriveAsAppCommandsToo) {
+    folder_.Write("music/A/tone.mp3", ToneWav(440.0, 100.0));
+    PlayerProcess player(Arguments({"--music", folder_.At("music")}));
+    const HWND window = player.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 1));
+    PostMessageW(window, WM_APPCOMMAND, 0, MAKELPARAM(0, APPCOMMAND_MEDIA_NEXTTRACK));
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
+}
+
+TEST_F(WindowTest, TheFrameComesOffAndBackWithItsMenu) {
+    PlayerProcess player(Arguments());
+    const HWND window = player.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    const auto hasFrame = [&] { return (GetWindowLongPtrW(window, GWL_STYLE) & WS_CAPTION) == WS_CAPTION; };
+    const auto waitForFrame = [&](bool wanted) {
+        for (int i = 0; i < 100 && hasFrame() != wanted; ++i) Sleep(20);
+        Sleep(100);
+        return hasFrame() == wanted;
+    };
+    RECT framed, bare, again;
+    GetClientRect(window, &framed);
+    PostMessageW(window, WM_KEYDOWN, VK_F11, 0);
+    EXPECT_TRUE(waitForFrame(false));
+    GetClientRect(window, &bare);
+    EXPECT_GT(bare.bottom, framed.bottom);
+    PostMessageW(window, WM_KEYDOWN, VK_F11, 0);
+    EXPECT_TRUE(waitForFrame(true));
+    GetClientRect(window, &again);
+    EXPECT_EQ(again.bottom, framed.bottom);
+}
+
+TEST_F(WindowTest, TheFrameComesOffByItselfWhenTheMouseRests) {
+    {
+        PlayerProcess player(Arguments({"--for", "0"}));
+        ASSERT_EQ(player.WaitForExit(), 0);
+    }
+    std::string settings = folder_.Read("data/MusicSettings.json");
+    const std::string key = "\"borderlessAuto\": ";
+    const size_t at = settings.find(key + "0");
+    ASSERT_NE(at, std::string::npos);
+    settings[at + key.size()] = '1';
+    folder_.Write("data/MusicSettings.json", settings);
+    PlayerProcess player(Arguments());
+    const HWND window = player.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    const auto hasFrame = [&] { return (GetWindowLongPtrW(window, GWL_STYLE) & WS_CAPTION) == WS_CAPTION; };
+    Sleep(5000);
+    SetCursorPos(10, 10);
+    Sleep(500);
+    SetCursorPos(20, 20);
+    Sleep(8000);
+    EXPECT_TRUE(hasFrame());  // the time counts from the last movement
+    for (int i = 0; i < 200 && hasFrame(); ++i) Sleep(50);
+    EXPECT_FALSE(hasFrame());
 }
 
 TEST_F(WindowTest, ABadOptionIsOneLineAndStatusTwo) {

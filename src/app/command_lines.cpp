@@ -1,0 +1,138 @@
+#include "app/command_lines.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <utility>
+
+#include "app/audio_start.h"
+#include "app/commands.h"
+#include "app/companion.h"
+#include "app/current_favorite.h"
+#include "app/library_loading.h"
+#include "platform/console.h"
+#include "platform/files.h"
+#include "platform/message_box.h"
+#include "playback/command_file.h"
+#include "playback/seek.h"
+#include "playback/transport.h"
+#include "playback/volume.h"
+
+namespace hullrider {
+
+namespace {
+
+std::string NumberText(double number) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", number);
+    return text;
+}
+
+void ChangePosition(Player& player, double seconds) {
+    PrintLine("Change position to " + NumberText(seconds) + " seconds...");
+    SeekTo(player.state.playback, seconds);
+}
+
+void ChangeVolume(Player& player, double volume) {
+    PrintLine("Change volume to " + NumberText(volume) + "...");
+    SetVolumeLevel(player.state, static_cast<float>(std::clamp(volume, -1.0, 2.0)));  // what is outside is refused
+}
+
+void ChangeWeight(Player& player, int32_t& weight, int32_t value) {
+    weight = value;
+    RecountSongs(player.state);
+}
+
+void PlaySongAt(Player& player, int32_t playlist, int32_t song) {
+    const std::vector<Playlist>& playlists = player.state.library.playlists;
+    if (playlist < 0 || std::cmp_greater_equal(playlist, playlists.size())) return;
+    if (song < 0 || std::cmp_greater_equal(song, playlists[static_cast<size_t>(playlist)].songs.size())) return;
+    StartAudioAgain(player);
+    PlaySong(player.state, player.draws, playlist, song);
+}
+
+void Run(Player& player, const CommandLine& line) {
+    Settings& settings = player.state.settings;
+    switch (line.word) {
+        case CommandWord::kNextSong:
+            PrintLine("Next Song...");
+            RunCommand(player, kNextSongCommand);
+            return;
+        case CommandWord::kPosition:
+            return ChangePosition(player, line.number);
+        case CommandWord::kVolume:
+            return ChangeVolume(player, line.number);
+        case CommandWord::kSongPlayDurationMax:
+            settings.songPlayDurationMax = line.first;
+            return;
+        case CommandWord::kSongPlayDurationMin:
+            settings.songPlayDurationMin = std::max(line.first, 0);
+            return;
+        case CommandWord::kFadeDurationMs:
+            settings.FADE_DURATION_MS = std::max(line.first, 0);
+            return;
+        case CommandWord::kRawMidi:
+            return ChangeWeight(player, settings.rawMIDI, line.first);
+        case CommandWord::kRawTracker:
+            return ChangeWeight(player, settings.rawTracker, line.first);
+        case CommandWord::kRawMp3:
+            return ChangeWeight(player, settings.rawMP3, line.first);
+        case CommandWord::kRawFav:
+            return ChangeWeight(player, settings.rawFav, line.first);
+        case CommandWord::kFavoriteCount:
+            return SetCurrentFavoriteCount(player.state, line.first);
+        case CommandWord::kPlaySong:
+            return PlaySongAt(player, line.first, line.second);
+        case CommandWord::kFavoritesOnly:
+            RunCommand(player, kFavoritesFilterCommand);
+            return;
+        case CommandWord::kPreviousSong:
+            RunCommand(player, kPreviousSongCommand);
+            return;
+        case CommandWord::kShuffle:
+            RunCommand(player, kShuffleCommand);
+            return;
+        case CommandWord::kNextPlaylist:
+            RunCommand(player, kNextPlaylistCommand);
+            return;
+        case CommandWord::kNextSoundFont:
+            RunCommand(player, kNextSoundFontCommand);
+            return;
+    }
+}
+
+}  // namespace
+
+void RunCommandLine(Player& player, std::string_view line) {
+    if (const std::optional<CommandLine> parsed = ParseCommandLine(line)) Run(player, *parsed);
+}
+
+void RunConsoleLine(Player& player, std::string_view line) {
+    if (line == "quit") {
+        RunCommand(player, kExitCommand);
+        return;
+    }
+    const std::span<const Command> commands = Commands();
+    const auto named =
+        std::find_if(commands.begin(), commands.end(), [line](const Command& command) { return command.text == line; });
+    if (!line.empty() && named != commands.end()) {
+        RunCommand(player, named->id);
+    } else {
+        RunCommandLine(player, line);
+    }
+}
+
+void PollCommandFolder(Player& player) {
+    AppState& state = player.state;
+    if (!state.shell.startupFinished || state.library.playlists.empty() || IsErrorBoxOpen()) return;
+    for (const std::string& line : player.commandFile.TakeLines(state.folders.hullriderPath)) {
+        RunCommandLine(player, line);
+    }
+    const std::string songInfo = SongInfoText(state);
+    if (songInfo == player.songInfo) return;
+    player.songInfo = songInfo;
+    const std::string& folder = state.folders.hullriderPath;
+    WriteWholeFile((folder.empty() ? "." : folder) + "/songInfo.txt", songInfo);
+}
+
+}  // namespace hullrider

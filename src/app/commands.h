@@ -1,0 +1,81 @@
+// What the player can be told to do. One table serves the menu, the hotkeys, the panel, the command file and the
+// console. UI thread.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "app/player.h"
+
+namespace hullrider {
+
+// Identifiers, as a menu's WM_COMMAND carries them.
+enum CommandId : int32_t {
+    kExitCommand = 3,
+    kPlayPauseCommand,
+    kStartCommand,
+    kStopCommand,
+    kNextSongCommand,
+    kPreviousSongCommand,
+    kRadioOptionsCommand,
+    kFavoriteOptionsCommand,
+    kHotkeyOptionsCommand,
+    kSongInfoCommand,
+    kNextSoundFontCommand,
+    kPreviousSoundFontCommand,
+    kVisualOptionsCommand,
+    kFoldersCommand,
+    kMergeFavoritesCommand = 18,
+    kAboutCommand,
+    kNextPlaylistCommand,
+    kPreviousPlaylistCommand,
+    kStationsCommand,
+    kPlayGameCommand,
+    kUpdateCommand,
+    kSyncLibraryCommand,
+    kEqualizerCommand,
+    kCustomStationCommand,
+
+    // Not in the menu.
+    kStopStartCommand = 100,
+    kVolumeToggleCommand,
+    kVolumeUpCommand,
+    kVolumeDownCommand,
+    kFavoriteUpCommand,
+    kFavoriteDownCommand,
+    kMusicHomeCommand,
+    kNextStationCommand,
+    kPreviousStationCommand,
+    kShuffleCommand,
+    kFavoritesFilterCommand,
+    kShowPlayerCommand,
+    kButtonRumbleCommand,
+    kToggleRumbleCommand,
+};
+
+struct Command {
+    int32_t id = 0;
+    std::string_view text;           // as the menu has it
+    void (*run)(Player&) = nullptr;  // null: opens a window
+    OptionWindow window;
+};
+
+std::span<const Command> Commands();
+const Command* FindCommand(int32_t id);  // null when there is none
+
+// False when there is no such command, when it needs a window that this front does not have, before the end of
+// start-up and after the shutdown.
+bool RunCommand(Player& player, int32_t id);
+
+// The menu bar: pop-ups with their commands, in order.
+struct MenuPopup {
+    std::string_view text;
+    std::span<const int32_t> commands;
+};
+std::span<const MenuPopup> MainMenu();
+
+// The command that a hotkey drives, by its HotkeyAction; 0 for none.
+int32_t CommandOfHotkey(int32_t action);
+
+}  // namespace hullrider

@@ -1,0 +1,23 @@
+// Keys of the main window while it has the focus: Ctrl+= and Ctrl+- raise and lower the favourite count, once however
+// long they are held. UI thread.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+namespace hullrider {
+
+class Shortcuts {
+public:
+    // The command of a key that went down, 0 for none.
+    int32_t CommandOfKey(WPARAM key);
+
+    // Notices keys that are no longer held. Ten times a second.
+    void ReleaseLatches();
+
+private:
+    bool plusHeld_ = false, minusHeld_ = false;
+};
+
+}  // namespace hullrider

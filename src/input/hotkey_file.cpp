@@ -1,0 +1,101 @@
+#include "input/hotkey_file.h"
+
+#include <algorithm>
+#include <exception>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "platform/console.h"
+#include "platform/files.h"
+#include "platform/folder.h"
+
+namespace hullrider {
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr size_t kMaxConfigBytes = size_t{1} << 20;
+constexpr size_t kMaxErrorBytes = 1000;  // the parser quotes what it stumbled over, however long that is
+
+// A number's whole part, put into 32 bits; a boolean is 0 or 1.
+int32_t NumberIn(const Json& element, const char* key) {
+    const Json& value = element.at(key);
+    if (value.is_boolean()) return value.get<bool>() ? 1 : 0;
+    constexpr double kLowest = std::numeric_limits<int32_t>::min();
+    constexpr double kHighest = std::numeric_limits<int32_t>::max();
+    return static_cast<int32_t>(std::clamp(value.get<double>(), kLowest, kHighest));
+}
+
+HotkeyBinding BindingFrom(const Json& element) {
+    HotkeyBinding binding;
+    binding.vkKey = NumberIn(element, "vkKey");
+    binding.ctrl = element.at("ctrl").get<bool>();
+    binding.alt = element.at("alt").get<bool>();
+    binding.shift = element.at("shift").get<bool>();
+    binding.gameControllerButton = NumberIn(element, "gameControllerButton");
+    binding.gameControllerTrigger = NumberIn(element, "gameControllerTrigger");
+    return binding;
+}
+
+// True when the file was there, good or bad.
+bool LoadOrMend(const std::string& path, HotkeyBindings& bindings) {
+    try {
+        return LoadHotkeyConfig(path, bindings);
+    } catch (const std::exception& error) {
+        PrintErrorLine("Failed to read " + path + ": " + std::string(error.what()).substr(0, kMaxErrorBytes));
+    }
+    KeepBadFile(path);
+    const HotkeyBindings builtIn = BuiltInHotkeys();
+    if (bindings.size() < builtIn.size()) {
+        bindings.insert(bindings.end(), builtIn.begin() + static_cast<ptrdiff_t>(bindings.size()), builtIn.end());
+    }
+    return true;
+}
+
+}  // namespace
+
+void ReadHotkeyConfig(std::string_view text, HotkeyBindings& bindings) {
+    const Json list = Json::parse(text);
+    const auto elements = list.get<Json::array_t>();
+    bindings.clear();
+    for (const Json& element : elements) bindings.push_back(BindingFrom(element));
+}
+
+std::string HotkeyConfigText(const HotkeyBindings& bindings) {
+    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    for (const HotkeyBinding& binding : bindings) {
+        list.push_back({{"vkKey", binding.vkKey},
+                        {"ctrl", binding.ctrl},
+                        {"alt", binding.alt},
+                        {"shift", binding.shift},
+                        {"gameControllerButton", binding.gameControllerButton},
+                        {"gameControllerTrigger", binding.gameControllerTrigger}});
+    }
+    return list.dump(4) + "\n";
+}
+
+bool LoadHotkeyConfig(const std::string& path, HotkeyBindings& bindings) {
+    const std::optional<std::string> text = ReadWholeFile(path, kMaxConfigBytes);
+    if (!text) {
+        PrintErrorLine("Unable to open file for reading: " + path);
+        return false;
+    }
+    ReadHotkeyConfig(*text, bindings);
+    return true;
+}
+
+bool SaveHotkeyConfig(const std::string& path, const HotkeyBindings& bindings) {
+    if (WriteWholeFile(path, HotkeyConfigText(bindings))) return true;
+    PrintErrorLine("Unable to open file for writing: " + path);
+    return false;
+}
+
+void LoadHotkeyFiles(const std::string& ownPath, HotkeyBindings& bindings) {
+    if (LoadOrMend(ownPath, bindings)) return;
+    if (IsFile(ownPath)) KeepBadFile(ownPath);
+    LoadOrMend("hotkeyConfig.json", bindings);
+}
+
+}  // namespace hullrider

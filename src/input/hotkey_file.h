@@ -1,0 +1,29 @@
+// "hotkeyConfig.json": a JSON list with an object for each binding, in the table's order, with the keys "vkKey"
+// (number), "ctrl", "alt", "shift" (booleans), "gameControllerButton" and "gameControllerTrigger" (numbers). UI thread.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "input/hotkeys.h"
+
+namespace hullrider {
+
+// Replaces the bindings with the file's, as many as it has. False, with a line on the error stream, when it cannot be
+// opened. Throws a std::exception that says what is wrong with it: when it is no JSON list the bindings are as before,
+// at an element that is none they are those before it.
+bool LoadHotkeyConfig(const std::string& path, HotkeyBindings& bindings);
+
+// Writes all bindings, replacing the file. False, with a line on the error stream, when that failed.
+bool SaveHotkeyConfig(const std::string& path, const HotkeyBindings& bindings);
+
+// Loads the player's own file, or that of the working directory when there is none. A file with an error in it is one
+// line on the error stream and is kept as "PATH.bad", because a save replaces it: what was read of it stands, and the
+// built-in bindings take the other places.
+void LoadHotkeyFiles(const std::string& ownPath, HotkeyBindings& bindings);
+
+// The same on the file's text. Pure.
+void ReadHotkeyConfig(std::string_view text, HotkeyBindings& bindings);
+std::string HotkeyConfigText(const HotkeyBindings& bindings);
+
+}  // namespace hullrider

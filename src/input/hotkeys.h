@@ -1,0 +1,79 @@
+// Keys that work while another program has the focus: the table of bindings, and what of it is registered with the
+// system. A binding's place in the table says which action it drives, whether by key or by game controller. UI thread.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace hullrider {
+
+enum HotkeyAction : int32_t {
+    kNextSongKey,
+    kPreviousSongKey,
+    kPlayPauseKey,
+    kStopStartKey,
+    kVolumeToggleKey,
+    kNextSoundFontKey,
+    kPreviousSoundFontKey,
+    kFavoriteUpKey,
+    kFavoriteDownKey,
+    kQuitKey,
+    kVolumeUpKey,
+    kVolumeDownKey,
+    kMusicHomeKey,
+    kNextStationKey,
+    kPreviousStationKey,
+    kKeyBind1Key,
+    kKeyBind2Key,
+    kKeyBind3Key,
+    kKeyBind4Key,
+    kJoystickToggleKey,
+    kButtonRumbleKey,
+    kToggleRumbleKey,
+    kHotkeyActions,  // how many there are
+
+    // Beyond the table: always there.
+    kShowPlayerKey = 199,
+    kMediaNextKey,
+    kMediaPreviousKey,
+    kMediaStopKey,
+    kMediaPlayPauseKey,
+};
+
+struct HotkeyBinding {
+    int32_t vkKey = 0;  // virtual-key code; 0: no key
+    bool ctrl = false;  // these must be held
+    bool alt = false;
+    bool shift = false;
+    int32_t gameControllerButton = -1;   // bound to the same action; -1: none
+    int32_t gameControllerTrigger = -1;  // -1: none
+};
+
+using HotkeyBindings = std::vector<HotkeyBinding>;  // by HotkeyAction; may be shorter or longer
+
+// Thirty of them, more than there are actions, none with a key.
+HotkeyBindings BuiltInHotkeys();
+
+// The action's label in the option window; empty for what is no action of the table.
+std::string_view HotkeyLabel(int32_t action);
+
+// What is registered with the system.
+struct Hotkey {
+    int32_t action = 0;      // also its identifier
+    uint32_t modifiers = 0;  // the system's bits: 1 Alt, 2 Ctrl, 4 Shift, 0x4000 not again while it is held
+    int32_t vkKey = 0;
+};
+
+// What the system did not take, as a rule because another program has that key.
+struct RefusedHotkey {
+    Hotkey hotkey;
+    std::string reason;  // the system's text
+};
+
+// The bindings of the first sixteen actions as far as they have a key, Ctrl+Shift+J to show the player, and the
+// keyboard's media keys.
+std::vector<Hotkey> HotkeysToRegister(const HotkeyBindings& bindings);
+
+}  // namespace hullrider

@@ -1,0 +1,21 @@
+// Registers hotkeys with the system, for a window that is sent a WM_HOTKEY with the action. UI thread.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+#include "input/hotkeys.h"
+
+namespace hullrider {
+
+// Registers all that it can and returns the others.
+std::vector<RefusedHotkey> RegisterHotkeys(HWND window, const HotkeyBindings& bindings);
+
+// Lets the first fifteen bindings and the media keys go. The others go with the window.
+void UnregisterHotkeys(HWND window);
+
+// The action that a media key or button sends to the window that has the focus (the parameter of WM_APPCOMMAND), or -1.
+int32_t ActionOfAppCommand(LPARAM parameter);
+
+}  // namespace hullrider

@@ -1,0 +1,12 @@
+// Starting other programs. UI thread.
+#pragma once
+
+#include <string>
+
+namespace hullrider {
+
+// Starts a program in a folder with the rights of an administrator, for which the system asks the user, and lets it go
+// its own way. False when that failed; `error` receives the system's text.
+bool StartElevated(const std::string& program, const std::string& folder, std::string& error);
+
+}  // namespace hullrider

@@ -1,0 +1,12 @@
+#include <system_error>
+
+#include "platform/program.h"
+
+namespace hullrider {
+
+bool StartElevated(const std::string& /*program*/, const std::string& /*folder*/, std::string& error) {
+    error = std::make_error_code(std::errc::not_supported).message();
+    return false;
+}
+
+}  // namespace hullrider

@@ -1,0 +1,31 @@
+#include "playback/selection_commands.h"
+
+#include "playback/transport.h"
+
+namespace hullrider {
+
+void ToggleShuffle(SelectionState& selection) {
+    selection.shuffle = !selection.shuffle;
+}
+
+void CycleFavoritesFilter(SelectionState& selection) {
+    selection.favoritesFilter = (selection.favoritesFilter + 1) % 3;
+    selection.playMode = selection.favoritesFilter + 1;
+}
+
+void ReturnToLibrary(SelectionState& selection) {
+    selection.playMode = kLibraryMode;
+    selection.radioPlaying = selection.customStationActive = false;
+}
+
+bool StepStation(AppState& app, Draws& draws, int32_t step) {
+    const auto count = static_cast<int32_t>(app.radio.stations.size());
+    if (count == 0) return false;
+    SelectionState& selection = app.selection;
+    selection.currentInternetStation = ((selection.currentInternetStation + step) % count + count) % count;
+    selection.playMode = kStationMode;
+    selection.customStationActive = false;
+    return PlayStation(app, draws);
+}
+
+}  // namespace hullrider

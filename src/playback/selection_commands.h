@@ -1,0 +1,22 @@
+// What the user changes about how music is chosen, while it plays. UI thread.
+#pragma once
+
+#include "playback/draws.h"
+#include "state/app_state.h"
+
+namespace hullrider {
+
+// From random order to one song after the other, and back.
+void ToggleShuffle(SelectionState& selection);
+
+// All songs, favourites only, all but favourites, and round again; of the whole library.
+void CycleFavoritesFilter(SelectionState& selection);
+
+// Leaves playlist, station and custom station for the mix of the whole library.
+void ReturnToLibrary(SelectionState& selection);
+
+// Plays the internet station `step` places after the last one that played, round and round, and stays with stations.
+// False when there are none.
+bool StepStation(AppState& app, Draws& draws, int32_t step);
+
+}  // namespace hullrider

@@ -1,0 +1,26 @@
+// The user's favourites, as a list of their own beside the marks in the songs. UI thread only.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace hullrider {
+
+struct FavoriteEntry {
+    int32_t songType = 0;  // a MusicType
+    // Where the song lies in the library; -1: it is not in the library of this run.
+    int32_t songIndex = -1;
+    int32_t plistIndex = -1;
+    int32_t favoriteCount = 1;  // 1 or more
+    std::string songPath;       // UTF-8, full path of any length; identifies the entry, whatever its letters' case
+};
+
+struct FavoritesState {
+    std::vector<FavoriteEntry> list;                 // in the order in which they were added
+    std::unordered_map<std::string, size_t> byPath;  // the place in the list of each path in lower case
+};
+
+}  // namespace hullrider

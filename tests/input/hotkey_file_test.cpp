@@ -1,0 +1,146 @@
+#include "input/hotkey_file.h"
+
+#include <gtest/gtest.h>
+
+#include <exception>
+
+#include "tests/console_capture.h"
+#include "tests/temporary_folder.h"
+
+namespace hullrider {
+namespace {
+
+// One binding's text, with one of its values changed.
+std::string Binding(const std::string& key = "", const std::string& value = "") {
+    std::string text;
+    for (const auto& [name, usual] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"vkKey", "65"},
+                                                                    {"ctrl", "true"},
+                                                                    {"alt", "false"},
+                                                                    {"shift", "false"},
+                                                                    {"gameControllerButton", "-1"},
+                                                                    {"gameControllerTrigger", "3"}}) {
+        const std::string used = name == key ? value : usual;
+        if (!used.empty()) text += (text.empty() ? "{\"" : ",\"") + std::string(name) + "\":" + used;
+    }
+    return text + "}";
+}
+
+// Why the text is refused; empty when it is not.
+std::string Error(const std::string& text, HotkeyBindings& bindings) {
+    try {
+        ReadHotkeyConfig(text, bindings);
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(HotkeyFile, WhatWasSavedIsLoadedInTheOrderOfItsKeys) {
+    const TemporaryFolder folder;
+    const HotkeyBindings saved{{0x74, true, false, true, 4, -1}, {}, {'J', false, true, false, -1, 1}};
+    const std::string path = folder.At("hotkeyConfig.json");
+    ASSERT_TRUE(SaveHotkeyConfig(path, saved));
+    HotkeyBindings loaded = BuiltInHotkeys();
+    ASSERT_TRUE(LoadHotkeyConfig(path, loaded));
+    ASSERT_EQ(loaded.size(), 3U);  // as many as the file has, fewer than the built-in ones
+    EXPECT_EQ(HotkeyConfigText(loaded), HotkeyConfigText(saved));
+    EXPECT_EQ(loaded[0].vkKey, 0x74);
+    EXPECT_TRUE(loaded[0].ctrl && !loaded[0].alt && loaded[0].shift);
+    EXPECT_EQ(loaded[0].gameControllerButton, 4);
+    EXPECT_EQ(loaded[2].gameControllerTrigger, 1);
+
+    const std::string text = folder.Read("hotkeyConfig.json");
+    size_t last = 0;
+    for (const char* key : {"vkKey", "ctrl", "alt", "shift", "gameControllerButton", "gameControllerTrigger"}) {
+        const size_t place = text.find('"' + std::string(key) + '"');
+        EXPECT_TRUE(place != std::string::npos && place > last) << key;
+        last = place;
+    }
+}
+
+TEST(HotkeyFile, NumbersAreTakenAsTheyComeAndFlagsAreBooleans) {
+    const std::pair<std::string, int32_t> keys[] = {{"7", 7},
+                                                    {"true", 1},
+                                                    {"false", 0},
+                                                    {"65.9", 65},
+                                                    {"-1.5", -1},
+                                                    {"99999999999", INT32_MAX},
+                                                    {"1e300", INT32_MAX},
+                                                    {"-1e300", INT32_MIN}};
+    for (const auto& [value, expected] : keys) {
+        HotkeyBindings bindings;
+        EXPECT_EQ(Error("[" + Binding("vkKey", value) + "]", bindings), "") << value;
+        ASSERT_EQ(bindings.size(), 1U) << value;
+        EXPECT_EQ(bindings[0].vkKey, expected) << value;
+    }
+    const std::string table[][3] = {
+        {"ctrl", "1", "type must be boolean, but is number"},
+        {"shift", "\"true\"", "type must be boolean, but is string"},
+        {"vkKey", "\"65\"", "type must be number, but is string"},
+        {"vkKey", "null", "type must be number, but is null"},
+        {"gameControllerButton", "[]", "type must be number, but is array"},
+        {"gameControllerTrigger", "{}", "type must be number, but is object"},
+        {"alt", "", "key 'alt' not found"},
+    };
+    for (const auto& [key, value, expected] : table) {
+        HotkeyBindings bindings(9);
+        const std::string error = Error("[" + Binding() + "," + Binding(key, value) + "," + Binding() + "]", bindings);
+        EXPECT_NE(error.find(expected), std::string::npos) << error;
+        EXPECT_EQ(bindings.size(), 1U) << key;  // what came before the bad one
+    }
+}
+
+TEST(HotkeyFile, WhatIsNoListLeavesTheBindings) {
+    for (const std::string text : {"", "{}", "null", "7", "[1", "[{]", "\xFF"}) {
+        HotkeyBindings bindings(9);
+        EXPECT_NE(Error(text, bindings), "") << text;
+        EXPECT_EQ(bindings.size(), 9U) << text;
+    }
+    HotkeyBindings bindings(9);
+    EXPECT_NE(Error("[[]]", bindings), "");
+    EXPECT_EQ(Error("[]", bindings), "");
+    EXPECT_TRUE(bindings.empty());
+}
+
+TEST(HotkeyFile, StartUpMendsABadFileAndKeepsIt) {
+    const TemporaryFolder folder;
+    const std::string text = "[" + Binding() + "," + Binding("ctrl", "1") + "]";
+    const std::string path = folder.Write("hotkeyConfig.json", text);
+    HotkeyBindings bindings = BuiltInHotkeys();
+    ConsoleCapture console;
+    LoadHotkeyFiles(path, bindings);
+    const std::string errors = console.Errors();
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+    EXPECT_NE(errors.find("type must be boolean, but is number"), std::string::npos) << errors;
+    ASSERT_EQ(bindings.size(), 30U);
+    EXPECT_EQ(bindings[0].vkKey, 65);
+    EXPECT_EQ(bindings[1].vkKey, 0);
+    EXPECT_EQ(folder.Read("hotkeyConfig.json.bad"), text);
+}
+
+TEST(HotkeyFile, TheWorkingDirectorysFileIsReadOnlyWithoutAnOwnOne) {
+    const TemporaryFolder folder;
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    folder.Write("hotkeyConfig.json", "[" + Binding("vkKey", "1") + "]");
+    HotkeyBindings bindings = BuiltInHotkeys();
+    {
+        ConsoleCapture console;
+        LoadHotkeyFiles(folder.At("own.json"), bindings);
+        EXPECT_EQ(console.Errors(), "Unable to open file for reading: " + folder.At("own.json") + "\n");
+    }
+    ASSERT_EQ(bindings.size(), 1U);
+    EXPECT_EQ(bindings[0].vkKey, 1);
+
+    ConsoleCapture console;
+    LoadHotkeyFiles(folder.Write("own.json", "[" + Binding() + "," + Binding("vkKey", "2") + "]"), bindings);
+    std::filesystem::current_path(before);
+    ASSERT_EQ(bindings.size(), 2U);
+    EXPECT_EQ(bindings[1].vkKey, 2);
+    EXPECT_EQ(console.Errors(), "");
+    EXPECT_FALSE(SaveHotkeyConfig(folder.At("missing/own.json"), bindings));
+}
+
+}  // namespace
+}  // namespace hullrider
