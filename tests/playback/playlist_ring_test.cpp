@@ -8,21 +8,27 @@
 namespace hullrider {
 namespace {
 
+std::string Named(char kind, int32_t index) {
+    std::string name = std::to_string(index);
+    name.insert(name.begin(), kind);
+    return name;
+}
+
 std::string Where(const AppState& app) {
     const SelectionState& selection = app.selection;
     switch (selection.playMode) {
         case kPlaylistMode:
             EXPECT_EQ(selection.currentSongInPlaylist, -1);
             EXPECT_FALSE(selection.radioPlaying || selection.customStationActive);
-            return "p" + std::to_string(selection.currentPlaylist);
+            return Named('p', selection.currentPlaylist);
         case kStationMode:
             EXPECT_TRUE(selection.radioPlaying && !selection.customStationActive);
-            return "s" + std::to_string(selection.currentInternetStation);
+            return Named('s', selection.currentInternetStation);
         default:
             if (!selection.customStationActive) return "library";
             EXPECT_EQ(app.radio.activeCustomStation.name,
                       app.radio.customStations[static_cast<size_t>(selection.currentCustomStation)].name);
-            return "c" + std::to_string(selection.currentCustomStation);
+            return Named('c', selection.currentCustomStation);
     }
 }
 
