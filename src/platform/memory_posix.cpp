@@ -1,5 +1,7 @@
 #include "platform/memory.h"
 
+#include <cstdlib>  // defines __GLIBC__, where that is the library
+
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
