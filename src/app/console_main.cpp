@@ -17,23 +17,18 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds kPollPeriod{100};
-constexpr std::chrono::milliseconds kMeterPeriod{250};
+constexpr std::chrono::milliseconds kPollPeriod{250};  // also that of the loudness meter; a line is obeyed at once
 
 std::atomic<bool> interrupted{false};  // the player is to end
 
 void RunUntilTheEnd(Player& player) {
     const Clock::time_point start = Clock::now();
-    Clock::time_point nextLevel = start;
     ConsoleInput input;
     while (!interrupted) {
         const std::optional<std::string> line = input.WaitForLine(kPollPeriod);
         if (line) RunConsoleLine(player, *line);
         PollPlayer(player);
-        if (Clock::now() >= nextLevel) {
-            SampleLoudness(player.state.playback);
-            nextLevel = Clock::now() + kMeterPeriod;
-        }
+        SampleLoudness(player.state.playback);
         const std::chrono::duration<double> elapsed = Clock::now() - start;
         if (player.options.forSec && elapsed.count() >= *player.options.forSec) return;
     }

@@ -86,15 +86,12 @@ class ConsoleTest(unittest.TestCase):
         for name, frequency in tones.items():
             write_tone(self.folder / "music" / f"Álbum {name}" / f"{name} töne.mp3", frequency, 40)
         self.write_settings(directoryPaths=[str(self.folder / "music")], songPlayDurationMin=4,
-                            songPlayDurationMax=5, FADE_DURATION_MS=2000, volumeLevel=0.5)
+                            songPlayDurationMax=5, FADE_DURATION_MS=2000, volumeLevel=0.5, historyDepth=1)
         recording = self.folder / "heard.wav"
-        # Either tone may be drawn again and again: one try in eight hears only one of them, all five in 32 768.
-        for _ in range(5):
-            output, _ = self.run_player("--output", f"wav:{recording}", seconds=20)
-            played = re.findall(r"^Playing: .* / (low|high) töne", output, re.M)
-            self.assertGreaterEqual(len(played), 4, output)
-            if set(played) == set(tones):
-                break
+        output, _ = self.run_player("--output", f"wav:{recording}", seconds=20)
+        played = re.findall(r"^Playing: .* / (low|high) töne", output, re.M)
+        self.assertGreaterEqual(len(played), 4, output)
+        self.assertTrue(all(one != other for one, other in zip(played, played[1:])), played)
         self.check_cross_fades(recording, played, tones)
 
     def check_cross_fades(self, recording, played, tones):
@@ -106,15 +103,10 @@ class ConsoleTest(unittest.TestCase):
                     for name, frequency in tones.items()}
         both = [sum(envelope[name][i] for name in tones) for i in range(len(blocks))]
 
-        # The tone's amplitude is 0.5 and the volume 0.5. Linear fades of two songs that cross add up to that; a song
-        # that follows itself may be out of phase with itself, but the level never falls to silence for long.
+        # The tone's amplitude is 0.5 and the volume 0.5. Linear fades of two songs that cross add up to that.
         loud = [i for i, level in enumerate(both) if level > 0.2]
         self.assertTrue(loud and max(both) < 0.3, max(both))
-        quiet = longest = 0
-        for level in both[25:]:  # after the first fade-in
-            quiet = quiet + 1 if level < 0.05 else 0
-            longest = max(longest, quiet)
-        self.assertLessEqual(longest, 3, "a gap of more than 0.3 s")
+        self.assertGreater(min(both[25:]), 0.2, "a gap after the first fade-in")
 
         # Where one tone gives way to the other, both are heard at once and their sum stays level.
         crossings = [i for i in range(30, len(blocks) - 1)
