@@ -28,6 +28,7 @@ void InitAudio(Player& player) {
     if (!BASS_Init(-1, kMixingRateHz, 0, player.state.shell.mainWindow, nullptr)) {
         if (IsRecording(player)) throw std::runtime_error("Cannot record to " + output.wavPath);
         ShowErrorBox("Failed to initialize BASS library!");
+        if (player.shutDown) return;
         PrintErrorLine("No sound device could be opened: playing silently.");
         BASS_Init(0, kMixingRateHz, 0, player.state.shell.mainWindow, nullptr);
         return;
@@ -49,19 +50,20 @@ void StopMusic(Player& player) {
     }
 }
 
-void StartAudioAgain(Player& player) {
-    if (!player.stopped) return;
+bool StartAudioAgain(Player& player) {
+    if (!player.stopped) return true;
     player.stopped = false;
-    if (IsRecording(player)) return;
+    if (IsRecording(player)) return true;
     InitAudio(player);
+    if (player.shutDown) return false;
     SoundFontState& fonts = player.state.soundFonts;
     if (!fonts.soundFontFiles.empty()) SelectSoundFont(fonts, player.state.playback, fonts.currentSoundFont);
+    return !player.shutDown;
 }
 
 void StartMusic(Player& player) {
     StopMusic(player);
-    StartAudioAgain(player);
-    PlayNext(player.state, player.draws);
+    if (StartAudioAgain(player)) PlayNext(player.state, player.draws);
 }
 
 }  // namespace hullrider

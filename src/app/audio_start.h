@@ -14,7 +14,8 @@ void InitAudio(Player& player);
 void StopMusic(Player& player);
 
 // After a stop: the device and the SoundFont as they were. Without effect otherwise. Due before anything is played.
-void StartAudioAgain(Player& player);
+// False when the program was ended meanwhile, which an error box allows: then nothing may be played.
+bool StartAudioAgain(Player& player);
 
 // Begins anew with another song, whether it plays or was stopped.
 void StartMusic(Player& player);

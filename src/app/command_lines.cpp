@@ -47,8 +47,7 @@ void PlaySongAt(Player& player, int32_t playlist, int32_t song) {
     const std::vector<Playlist>& playlists = player.state.library.playlists;
     if (playlist < 0 || std::cmp_greater_equal(playlist, playlists.size())) return;
     if (song < 0 || std::cmp_greater_equal(song, playlists[static_cast<size_t>(playlist)].songs.size())) return;
-    StartAudioAgain(player);
-    PlaySong(player.state, player.draws, playlist, song);
+    if (StartAudioAgain(player)) PlaySong(player.state, player.draws, playlist, song);
 }
 
 void Run(Player& player, const CommandLine& line) {
@@ -104,6 +103,7 @@ void Run(Player& player, const CommandLine& line) {
 }  // namespace
 
 void RunCommandLine(Player& player, std::string_view line) {
+    if (!player.started || player.shutDown) return;
     if (const std::optional<CommandLine> parsed = ParseCommandLine(line)) Run(player, *parsed);
 }
 
@@ -130,9 +130,9 @@ void PollCommandFolder(Player& player) {
     }
     const std::string songInfo = SongInfoText(state);
     if (songInfo == player.songInfo) return;
-    player.songInfo = songInfo;
     const std::string& folder = state.folders.hullriderPath;
-    WriteWholeFile((folder.empty() ? "." : folder) + "/songInfo.txt", songInfo);
+    // The game may have the file open: then again at the next poll.
+    if (WriteWholeFile((folder.empty() ? "." : folder) + "/songInfo.txt", songInfo)) player.songInfo = songInfo;
 }
 
 }  // namespace hullrider

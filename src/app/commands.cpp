@@ -23,21 +23,24 @@ constexpr float kVolumeStep = 0.05F;
 
 template <void (*operation)(AppState&, Draws&)>
 void Play(Player& player) {
-    StartAudioAgain(player);
-    operation(player.state, player.draws);
+    if (StartAudioAgain(player)) operation(player.state, player.draws);
 }
 
 template <bool (*operation)(AppState&, Draws&)>
 void Play(Player& player) {
-    StartAudioAgain(player);
-    operation(player.state, player.draws);
+    if (StartAudioAgain(player)) operation(player.state, player.draws);
 }
 
 template <int32_t step>
 void PlayStationBeside(Player& player) {
     if (player.state.radio.stations.empty()) return PrintLine("There are no internet stations.");
-    StartAudioAgain(player);
-    StepStation(player.state, player.draws, step);
+    if (StartAudioAgain(player)) StepStation(player.state, player.draws, step);
+}
+
+// While the music is stopped there is nothing to load a font into.
+template <void (*step)(AppState&)>
+void StepSoundFont(Player& player) {
+    if (!player.stopped) step(player.state);
 }
 
 template <int32_t step>
@@ -94,9 +97,8 @@ constexpr std::array kCommands{
     Command{kStopCommand, "Stop", StopMusic, {}},
     Command{kNextSongCommand, "Next Song", Play<PlayNext>, {}},
     Command{kPreviousSongCommand, "Previous Song", Play<PlayPreviousSong>, {}},
-    Command{kNextSoundFontCommand, "Next Sound Font", [](Player& player) { NextSoundFont(player.state); }, {}},
-    Command{
-        kPreviousSoundFontCommand, "Previous Sound Font", [](Player& player) { PreviousSoundFont(player.state); }, {}},
+    Command{kNextSoundFontCommand, "Next Sound Font", StepSoundFont<NextSoundFont>, {}},
+    Command{kPreviousSoundFontCommand, "Previous Sound Font", StepSoundFont<PreviousSoundFont>, {}},
     Command{kNextPlaylistCommand, "Next Play List", Play<NextPlaylist>, {}},
     Command{kPreviousPlaylistCommand, "Previous Play List", Play<PreviousPlaylist>, {}},
     Command{kRadioOptionsCommand, "Radio", nullptr, {"CustomRadioDialogClass", "Radio Options"}},

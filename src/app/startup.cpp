@@ -58,6 +58,15 @@ void LoadFoldersAndSoundFonts(Player& player) {
     }
 }
 
+void TakeCompanionMix(AppState& state) {
+    Settings& settings = state.settings;
+    settings.rawMIDI = 50;
+    settings.rawMP3 = 50;
+    settings.rawRadio = 20;
+    settings.rawTracker = 50;
+    RescanAndRecount(state, settings.directoryPaths);
+}
+
 // The companion edition, started without any music folder, takes over the game's music.
 void AddCompanionMusic(AppState& state) {
     PrintLine("Current directory: " + WorkingFolder());
@@ -65,12 +74,8 @@ void AddCompanionMusic(AppState& state) {
         for (const std::string& folder : CompanionMusicFolders(state.folders.hullriderPath)) {
             if (IsFolder(folder)) state.settings.directoryPaths.push_back(folder);
         }
-        Settings& settings = state.settings;
-        settings.rawMIDI = 50;
-        settings.rawMP3 = 50;
-        settings.rawRadio = 20;
-        settings.rawTracker = 50;
-        RescanAndRecount(state, settings.directoryPaths);
+        // Without any of the folders the user's own mix and library stay.
+        if (!state.settings.directoryPaths.empty()) TakeCompanionMix(state);
     }
     state.shell.companionExport = true;
     state.shell.startupFinished = true;

@@ -171,7 +171,7 @@ bool BASS_MusicFree(HMUSIC handle);
 
 // A stream that plays what `channel`, created with BASS_STREAM_DECODE, decodes, at any tempo and its own pitch. Places
 // and lengths are those of the file. Returns 0 on failure: BASS_ERROR_HANDLE, _DECODE (not a decoding channel),
-// _ALREADY (there is a tempo stream of it).
+// _ALREADY (there is a tempo stream of it, or one was freed a moment ago).
 HSTREAM BASS_FX_TempoCreate(uint32_t channel, uint32_t flags);
 
 // Plays from where the channel is, or from its start when `restart` is set or it had ended.

@@ -1,4 +1,4 @@
-// Volume and level of a channel.
+// Volume, level and tempo of a channel.
 #include <algorithm>
 #include <cmath>
 #include <optional>

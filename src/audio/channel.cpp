@@ -132,7 +132,8 @@ double Channel::OwnFrameAt(uint64_t taken, uint64_t latency) const {
 bool Channel::SetFonts(const FontList& fonts, uint32_t latencyFrames) {
     const bool wasSilent = source_->LacksFonts();
     if (!source_->SetFonts(fonts)) return false;
-    if (wasSilent) {
+    // One that is stopped has nothing that would have to go on without a gap: it is made ready anew.
+    if (wasSilent || State() == RunState::kStopped) {
         SetPosition(Position(latencyFrames));
     } else {
         rejoinOrders_.fetch_add(1);

@@ -70,7 +70,12 @@ public:
     const SourceFormat& Format() const { return format_; }
     const TagBlock& Tags() const { return tags_; }
     // Lets a decoder that waits for a file go, and decodes no more. For a channel that is going to be freed.
-    void Cancel() { source_->Cancel(); }
+    // A source that is lent goes on for as long as the borrower plays it.
+    void Cancel() {
+        freed_ = true;
+        if (!lent_) source_->Cancel();
+    }
+    bool IsFreed() const { return freed_; }
     const std::string& Path() const { return path_; }
     uint32_t Flags() const { return flags_; }
     uint32_t Frees() const { return frees_; }
@@ -93,6 +98,8 @@ public:
 
     // --- Callback. What Render does first in any case; for an output that waits for decoders before it renders.
     void PassOverVoid() { PassOverVoid(LoadControl()); }
+    // Whether its volume is on its way, which takes output time also while it does not play.
+    bool IsSliding() const { return volume_.IsMoving(); }
 
     // Adds the next `frames` frames to `mix`; `scratch` has room for as many.
     Sounded Render(float* scratch, float* mix, size_t frames);
@@ -132,7 +139,7 @@ private:
     TagBlock tags_;
     std::string path_;
     uint32_t flags_, frees_, mixRate_, aheadMs_;
-    std::atomic<bool> lent_{false};
+    std::atomic<bool> lent_{false}, freed_{false};
 
     FrameRing ring_;
     EffectRack effects_;

@@ -18,7 +18,7 @@ constexpr uint32_t kPieceMs = 500;
 
 // What is rendered anew is heard so much later, and must be there so much before.
 constexpr uint32_t kRejoinLeadMs = 120;
-constexpr uint32_t kRejoinMarginMs = 30;
+constexpr uint32_t kRejoinMarginMs = 50;
 constexpr uint32_t kRejoinRoomMs = 300;
 
 constexpr milliseconds kRetry(10);  // the callback has not yet passed over what was made void

@@ -55,11 +55,11 @@ uint32_t Engine::AddChannel(std::shared_ptr<Channel> channel) {
 bool Engine::FreeChannel(uint32_t handle) {
     const std::shared_ptr<Channel> channel = channels_.Take(handle);
     if (channel == nullptr) return false;
+    if (channel->Frees() != 0) FreeChannel(channel->Frees());
     channel->Cancel();
     mixer_.Remove(channel);
     channel->Effects().Close();
     decoders_.Drop(channel);
-    if (channel->Frees() != 0) FreeChannel(channel->Frees());
     return true;
 }
 

@@ -51,6 +51,7 @@ bool Filter::Shape(const FilterShape& shape, int band) {
     const std::optional<Biquad> biquad = DesignBiquad(shape, rate_);
     if (!biquad.has_value()) return false;
     const std::lock_guard lock(mutex_);
+    if (leaving_) return false;
     shape_ = shape;
     band_ = band;
     Post(*biquad);
@@ -69,6 +70,7 @@ int Filter::Band() const {
 
 void Filter::Neutralise() {
     const std::lock_guard lock(mutex_);
+    leaving_ = true;
     Post(Biquad());
 }
 

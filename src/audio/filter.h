@@ -52,6 +52,7 @@ private:
     mutable std::mutex mutex_;  // callers only
     FilterShape shape_;
     int band_ = 0;
+    bool leaving_ = false;
     uint32_t number_ = 0;  // of the last order
 
     // The order, written by callers and read by the callback: a sequence lock made of atomics. Odd: being written.

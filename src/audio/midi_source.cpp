@@ -178,6 +178,7 @@ bool MidiSource::TakeNewFonts() {
 float MidiSource::GainOfSong() {
     const int64_t place = position_;
     synth_.SetGain(1.0f);
+    synth_.SetDraft(true);
     Loudness loudness(rate_);
     std::vector<float> excerpt(static_cast<size_t>(kExcerptSeconds * rate_) * kStereo);
     size_t events = 0;
@@ -187,6 +188,7 @@ float MidiSource::GainOfSong() {
         loudness.Add(excerpt.data(), RenderSong(excerpt.data(), excerpt.size() / kStereo));
         events += next_ - first;
     }
+    synth_.SetDraft(false);
     position_ = place;
     const std::optional<double> lkfs = loudness.Lkfs();
     if (!lkfs) return 1.0f;

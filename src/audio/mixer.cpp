@@ -75,8 +75,8 @@ void Mixer::RenderBlock(float* out, size_t frames) {
     if (limiter_.has_value()) limiter_->Run(out, frames);
 }
 
-// Whether the slot's channel is to play. Where a channel breaks off (paused, freed, moved, out of data), its last value
-// dies away, because a step would be a click.
+// Whether the slot's channel needs time to pass. Where a channel breaks off (paused, freed, moved, out of data), its
+// last value dies away, because a step would be a click.
 bool Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     Channel* channel = slot.channel.load();
     const uint64_t number = channel == nullptr ? 0 : channel->Number();
@@ -96,7 +96,7 @@ bool Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     const bool whole = sounded.frames == frames;
     slot.left = whole ? sounded.left : 0.0f;
     slot.right = whole ? sounded.right : 0.0f;
-    return plays;
+    return plays || channel->IsSliding();
 }
 
 void Mixer::LetDecay(float left, float right, float* out, size_t frames) {

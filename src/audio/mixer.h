@@ -38,7 +38,7 @@ public:
 
     // Writes the next `frames` stereo frames. Should two threads come at once, the second gets silence.
     void Render(float* out, size_t frames);
-    // Whether any channel was to play when the last block was mixed.
+    // Whether any channel was to play, or its volume on its way, when the last block was mixed.
     bool Playing() const { return playing_.load(); }
 
 private:

@@ -124,6 +124,10 @@ void Synth::UnloadRetired() {
     retired_.clear();
 }
 
+void Synth::SetDraft(bool draft) {
+    fluid_synth_set_interp_method(synth_.get(), -1, draft ? FLUID_INTERP_LINEAR : FLUID_INTERP_4THORDER);
+}
+
 void Synth::Reset() {
     const std::lock_guard lock(SampleMutex());
     KeepSamples();

@@ -33,6 +33,9 @@ public:
     // A factor on everything from here on.
     void SetGain(float gain) { gain_ = gain; }
 
+    // Coarser from the next note on, for what is weighed and not heard: half the work.
+    void SetDraft(bool draft);
+
     // Silence, every controller and program as after power-on. The samples of the programs until now stay in memory,
     // because most are wanted again at once, up to the next DropUnusedSamples.
     void Reset();

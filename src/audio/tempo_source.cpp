@@ -39,7 +39,10 @@ public:
     TagBlock Tags() const override { return inner_.Tags(); }
     SourceRead Read(float* out, size_t frames) override;
     bool Seek(int64_t frame) override;
-    void Cancel() override { inner_.Cancel(); }
+    // The channel that lent it may go on to lend it to another.
+    void Cancel() override {
+        if (channel_->IsFreed()) inner_.Cancel();
+    }
     uint32_t AheadMs() const override { return kAheadMs; }
     std::optional<SourcePlace> Place() override;
     bool SetTempo(float percent) override {

@@ -26,6 +26,8 @@ public:
     void MixInto(const float* frames, size_t count, float* mix, size_t blockFrames, bool sounding);
     // Callback: the gain of the last frame mixed.
     float LastGain() const { return lastGain_; }
+    // Callback: a slide is under way.
+    bool IsMoving() const { return line_.Sliding(); }
 
 private:
     struct Order {

@@ -58,7 +58,8 @@ bool LoadOrMend(const std::string& path, HotkeyBindings& bindings) {
 
 void ReadHotkeyConfig(std::string_view text, HotkeyBindings& bindings) {
     const Json list = Json::parse(text);
-    const auto elements = list.get<Json::array_t>();
+    // Not a copy: copying goes as deep into the stack as the file is nested.
+    const auto& elements = list.get_ref<const Json::array_t&>();
     bindings.clear();
     for (const Json& element : elements) bindings.push_back(BindingFrom(element));
 }

@@ -59,7 +59,9 @@ Selection TakeRecord(AppState& app, const Draws& draws, const HistoryRecord& rec
         if (!IsSong(app.library, choice) || !draws.fileExists(SongOf(app, choice).songPath)) return Selection::kNothing;
     }
     app.selection.radioPlaying = record.type == kInternetRadio;
-    NoteType(app.playback, app.selection, record.type);
+    // As it is loaded, whatever the file of the history says.
+    const int32_t type = app.selection.radioPlaying ? kInternetRadio : SongOf(app, choice).musicType;
+    NoteType(app.playback, app.selection, type);
     return app.selection.radioPlaying ? Selection::kStation : Selection::kSong;
 }
 

@@ -36,6 +36,7 @@ constexpr std::chrono::milliseconds kMostTimeToTry{1000};
 constexpr uint32_t kReturnMs = 200;  // of the old item, when no new one could be started
 
 // Streams loop, so a window that ends with the song must be seen to end just before.
+constexpr int32_t kUnknownLengthSec = 180;  // at least, for a song that does not tell its length
 constexpr double kBeforeLoopSec = 0.2;
 
 struct LoadedItem {
@@ -173,6 +174,8 @@ void StartSilentInWindow(AppState& app, const LoadedItem& item, Draws& draws) {
         BASS_ChannelSetPosition(handle, BASS_ChannelSeconds2Bytes(handle, window.startSec), BASS_POS_BYTE);
     playback.startSec = positioned ? window.startSec : 0.0;
     playback.endSec = playback.startSec + (window.endSec - window.startSec);
+    // Of unknown length: until it ends by itself or the longest play time is over.
+    if (playback.songLengthSec <= 0.0) playback.endSec = std::max(app.settings.songPlayDurationMax, kUnknownLengthSec);
     if (!BASS_ChannelPlay(handle, false)) {
         const std::string slot = playback.currentType == kTracker ? "trackerStream" : "musicStream";
         PrintErrorLine("Error playing " + slot + (playback.nextSlotActive ? "" : "Next") + ": " +
@@ -244,7 +247,10 @@ bool PlayNext(AppState& app, Draws& draws) {
     if (item.handle == 0) {
         BringOldItemBack(app, before);
         if (request.kind == NextRequest::kEarlierSong && item.kind == Selection::kNothing) return false;
-        if (item.kind == Selection::kRefused) CutStreamsBut(playback, 0);
+        if (item.kind == Selection::kRefused) {
+            EndListening(app);
+            CutStreamsBut(playback, 0);
+        }
         TellTrouble(playback, TroubleWith(app, item.kind));
         return false;
     }
@@ -279,8 +285,10 @@ bool IsSongOver(const PlaybackState& playback) {
     } else {
         // A file that breaks off is shorter than it said, and begins again where it broke off.
         const double lengthSec = LengthSec(handle);
-        const double endSec = std::min(playback.endSec, lengthSec - kBeforeLoopSec);
-        const bool loopsWithinATurn = lengthSec < std::chrono::duration<double>(kShortestTurn).count() + kBeforeLoopSec;
+        const bool isKnown = lengthSec > 0.0;
+        const double endSec = isKnown ? std::min(playback.endSec, lengthSec - kBeforeLoopSec) : playback.endSec;
+        const bool loopsWithinATurn =
+            isKnown && lengthSec < std::chrono::duration<double>(kShortestTurn).count() + kBeforeLoopSec;
         ended = ended || loopsWithinATurn || positionSec >= endSec || positionSec < playback.startSec - 1.0;
     }
     return ended && sinceAttempt >= (playback.trouble == PlaybackTrouble::kNone ? kShortestTurn : kRetryAfter);

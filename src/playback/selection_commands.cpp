@@ -15,7 +15,7 @@ void CycleFavoritesFilter(SelectionState& selection) {
 
 void ReturnToLibrary(SelectionState& selection) {
     selection.playMode = kLibraryMode;
-    selection.radioPlaying = selection.customStationActive = false;
+    selection.radioPlaying = selection.customStationActive = selection.previousSongMode = false;
 }
 
 bool StepStation(AppState& app, Draws& draws, int32_t step) {

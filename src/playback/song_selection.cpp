@@ -58,7 +58,7 @@ Selection SelectFromRadioPlaylist(AppState& app, Draws& draws, int32_t index, So
     const SongChoice drawn{index, static_cast<int32_t>(draws.song.Index(songs.size())), 0, 0};
     if (!draws.fileExists(SongOf(app, drawn).songPath)) return SelectNextSong(app, draws, kRadioCategory, choice);
     app.selection.radioPlaying = false;
-    return Accept(app, drawn, MusicTypeOf(SongOf(app, drawn).songPath), choice);
+    return Accept(app, drawn, SongOf(app, drawn).musicType, choice);
 }
 
 // One after the other, through all playlists and round again.

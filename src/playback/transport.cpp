@@ -33,11 +33,13 @@ bool PlayPreviousSong(AppState& app, Draws& draws) {
 
 void NextPlaylist(AppState& app, Draws& draws) {
     StepPlaylistForward(app);
+    app.selection.previousSongMode = false;
     PlayNext(app, draws);
 }
 
 void PreviousPlaylist(AppState& app, Draws& draws) {
     StepPlaylistBack(app);
+    app.selection.previousSongMode = false;
     PlayNext(app, draws);
 }
 

@@ -64,15 +64,17 @@ void FadeInMeasured(VolumeState& volume, StreamSlot handle, int32_t fadeMs) {
 
 void AdjustVolume(VolumeState& volume, int32_t fadeMs) {
     PrintLine("Volume adjustment thread started, waiting for " + std::to_string(fadeMs / 2) + " ms");
+    const StreamSlot handle = volume.currentHandle;
     SleepFor(kAdjustAfter);
     const std::lock_guard lock(StreamMutex());
-    if (volume.closed) return;
+    // The item after it was not measured long enough to be corrected.
+    if (volume.closed || volume.currentHandle != handle) return;
     PrintLine("Adjusting volume. Current average music vol: " + Text(volume.averageMusicRms) +
               ", User target RMS: " + Text(volume.targetRms) + ", Current volume level: " + Text(volume.volumeLevel));
     const float level = VolumeFor(volume.targetRms, volume.averageMusicRms);
     volume.adjustedVolume = level;
     PrintLine("Volume adjusted. New target volume: " + Text(level));
-    Slide(volume.currentHandle, level, fadeMs / 2);
+    Slide(handle, level, fadeMs / 2);
 }
 
 void TakePreset(AppState& app) {
