@@ -3,6 +3,12 @@
 say() { printf '%s\n' "$*"; }
 fail() { printf 'error: %s\n' "$*" >&2; exit 1; }
 
+# File names are UTF-8; Wine goes by the locale.
+case ${LC_ALL:-${LC_CTYPE:-${LANG:-}}} in
+    *[Uu][Tt][Ff]*8) ;;
+    *) export LC_ALL=C.UTF-8 ;;
+esac
+
 readonly cache=${HULLRIDER_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/hullrider-radio}
 
 # What each job needs from Debian.

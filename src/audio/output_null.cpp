@@ -59,7 +59,7 @@ BlockClock::Block NullOutput::PlayBlock(Mixer& mixer) {
     } while (frames < longest && !mixer.Playing());
     if (!brisk && !mixer.Playing()) return {frames, true};
     idle_ = false;
-    return {frames, false};
+    return {piece, false};  // silence before a channel that began meanwhile is not waited for
 }
 
 void NullOutput::Hasten() {
