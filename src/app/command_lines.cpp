@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <string>
-#include <utility>
 
 #include "app/audio_start.h"
 #include "app/commands.h"
 #include "app/companion.h"
 #include "app/current_favorite.h"
 #include "app/library_loading.h"
+#include "library/song_counts.h"
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
@@ -44,9 +44,7 @@ void ChangeWeight(Player& player, int32_t& weight, int32_t value) {
 }
 
 void PlaySongAt(Player& player, int32_t playlist, int32_t song) {
-    const std::vector<Playlist>& playlists = player.state.library.playlists;
-    if (playlist < 0 || std::cmp_greater_equal(playlist, playlists.size())) return;
-    if (song < 0 || std::cmp_greater_equal(song, playlists[static_cast<size_t>(playlist)].songs.size())) return;
+    if (FindSong(player.state.library, {playlist, song}) == nullptr) return;
     if (StartAudioAgain(player)) PlaySong(player.state, player.draws, playlist, song);
 }
 

@@ -5,6 +5,7 @@
 
 #include "audio/bass.h"
 #include "platform/paths.h"
+#include "playback/chosen_song.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
@@ -36,14 +37,6 @@ std::string ShortLine(const std::string& text) {
 std::string Stem(const std::string& path) {
     const std::u8string stem = PathFromUtf8(path).stem().u8string();
     return {stem.begin(), stem.end()};
-}
-
-// The song that plays; null when a rescan has taken its place away.
-const Song* CurrentSong(const MusicLibrary& library, const PlaybackState& playback) {
-    const auto inside = [](int32_t index, size_t size) { return index >= 0 && static_cast<size_t>(index) < size; };
-    if (!inside(playback.playing.playlist, library.playlists.size())) return nullptr;
-    const std::vector<Song>& songs = library.playlists[playback.playing.playlist].songs;
-    return inside(playback.playing.song, songs.size()) ? &songs[playback.playing.song] : nullptr;
 }
 
 // "FLAC" for a file of that name; "MP3" stands for all of its type.
@@ -101,7 +94,7 @@ void TellDraw(PanelModel& model, const SelectionState& selection) {
 
 void TellSong(PanelModel& model, const AppState& app) {
     const PlaybackState& playback = app.playback;
-    const Song* const song = CurrentSong(app.library, playback);
+    const Song* const song = PlayingSong(app);
     model.kind = KindOf(playback.currentType, song);
     model.album = ShortLine(playback.currentAlbum);
     model.title = ShortLine(playback.currentTitle);

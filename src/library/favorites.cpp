@@ -16,12 +16,6 @@ bool IsSamePath(std::string_view a, std::string_view b) {
     return a.size() == b.size() && (a == b || ToLower(a) == ToLower(b));
 }
 
-bool Has(const MusicLibrary& library, SongPosition position) {
-    if (position.playlist < 0 || std::cmp_greater_equal(position.playlist, library.playlists.size())) return false;
-    const std::vector<Song>& songs = library.playlists[static_cast<size_t>(position.playlist)].songs;
-    return position.song >= 0 && std::cmp_less(position.song, songs.size());
-}
-
 void Mark(Song& song, int32_t count) {
     song.favoriteCount = count;
     song.isFavorite = count > 0 ? 1 : 0;
@@ -93,7 +87,7 @@ void MatchFavorites(FavoritesState& favorites, MusicLibrary& library) {
 }
 
 void SetFavoriteCount(FavoritesState& favorites, MusicLibrary& library, SongPosition position, int32_t count) {
-    if (!Has(library, position)) return;
+    if (FindSong(library, position) == nullptr) return;
     const auto playlist = static_cast<size_t>(position.playlist), index = static_cast<size_t>(position.song);
     const Song& changed = library.playlists[playlist].songs[index];
     const int32_t kept = std::max(count, 0);

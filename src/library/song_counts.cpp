@@ -1,6 +1,8 @@
 #include "library/song_counts.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace hullrider {
 
@@ -46,14 +48,15 @@ void UpdateSongCounts(MusicLibrary& library, SelectionWeights& weights, int32_t 
     DropIfNone(library.internetStationCount, weights.radio);
 }
 
-bool HasSongOfKind(const MusicLibrary& library, int32_t kind) {
-    constexpr int32_t kFavorite = 3;
-    const auto matches = [kind](const Song& song) {
-        return kind == kFavorite ? song.isFavorite == 1 : song.musicType == kind;
-    };
-    return std::any_of(library.playlists.begin(), library.playlists.end(), [&](const Playlist& playlist) {
-        return std::any_of(playlist.songs.begin(), playlist.songs.end(), matches);
-    });
+const Song* FindSong(const MusicLibrary& library, SongPosition position) {
+    if (position.playlist < 0 || std::cmp_greater_equal(position.playlist, library.playlists.size())) return nullptr;
+    const std::vector<Song>& songs = library.playlists[static_cast<size_t>(position.playlist)].songs;
+    if (position.song < 0 || std::cmp_greater_equal(position.song, songs.size())) return nullptr;
+    return &songs[static_cast<size_t>(position.song)];
+}
+
+Song* FindSong(MusicLibrary& library, SongPosition position) {
+    return const_cast<Song*>(FindSong(std::as_const(library), position));
 }
 
 int64_t SongCountOf(const MusicLibrary& library) {

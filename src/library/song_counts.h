@@ -13,15 +13,15 @@ namespace hullrider {
 // 0; other weights stay. Due after every change of the library or of the station list.
 void UpdateSongCounts(MusicLibrary& library, SelectionWeights& weights, int32_t internetStationCount);
 
-// True when some song is of that MusicType; for 3, when some song has isFavorite 1. The recount's favouriteSongCount
-// asks for favoriteCount instead: the two marks are kept apart.
-bool HasSongOfKind(const MusicLibrary& library, int32_t kind);
-
 // Where a song stands.
 struct SongPosition {
     int32_t playlist = 0;
     int32_t song = 0;  // within the playlist
 };
+
+// The song that stands there; null when none does.
+const Song* FindSong(const MusicLibrary& library, SongPosition position);
+Song* FindSong(MusicLibrary& library, SongPosition position);
 
 // All songs of the library as it stands, whether scanned or loaded: the range for a draw over every song. The songs are
 // numbered from 0 in library order; there is no position for a number outside the range.

@@ -5,6 +5,7 @@
 #include "library/play_counts.h"
 #include "library/statistics.h"
 #include "playback/candidates.h"
+#include "playback/chosen_song.h"
 #include "playback/play_clock.h"
 
 namespace hullrider {
@@ -12,16 +13,6 @@ namespace hullrider {
 namespace {
 
 // What plays as a song of the library; null for a station.
-Song* PlayingSong(AppState& app) {
-    const SongChoice& at = app.playback.playing;
-    std::vector<Playlist>& playlists = app.library.playlists;
-    if (app.playback.currentType == kInternetRadio || at.playlist < 0) return nullptr;
-    if (static_cast<size_t>(at.playlist) >= playlists.size()) return nullptr;
-    std::vector<Song>& songs = playlists[static_cast<size_t>(at.playlist)].songs;
-    if (at.song < 0 || static_cast<size_t>(at.song) >= songs.size()) return nullptr;
-    return &songs[static_cast<size_t>(at.song)];
-}
-
 bool IsFavoritePlaying(AppState& app) {
     const Song* const song = PlayingSong(app);
     return song != nullptr && IsFavorite(*song);

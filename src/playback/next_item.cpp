@@ -3,20 +3,11 @@
 #include <algorithm>
 
 #include "library/song_history.h"
+#include "playback/chosen_song.h"
 
 namespace hullrider {
 
 namespace {
-
-bool IsSong(const MusicLibrary& library, const SongChoice& choice) {
-    return choice.playlist >= 0 && static_cast<size_t>(choice.playlist) < library.playlists.size() &&
-           choice.song >= 0 &&
-           static_cast<size_t>(choice.song) < library.playlists[static_cast<size_t>(choice.playlist)].songs.size();
-}
-
-const Song& SongOf(const AppState& app, const SongChoice& choice) {
-    return app.library.playlists[static_cast<size_t>(choice.playlist)].songs[static_cast<size_t>(choice.song)];
-}
 
 Selection SelectFreely(AppState& app, Draws& draws, SongChoice& choice) {
     if (app.selection.customStationActive) return SelectForCustomStation(app, draws, choice);
@@ -36,7 +27,7 @@ Selection TakeStation(AppState& app, SongChoice& choice) {
 }
 
 Selection TakeSong(AppState& app, const SongChoice& wanted, SongChoice& choice) {
-    if (!IsSong(app.library, wanted)) return Selection::kNothing;
+    if (FindSong(app.library, PositionOf(wanted)) == nullptr) return Selection::kNothing;
     const Song& song = SongOf(app, wanted);
     app.selection.radioPlaying = false;
     NoteType(app.playback, app.selection, song.musicType);
@@ -56,7 +47,8 @@ Selection TakeRecord(AppState& app, const Draws& draws, const HistoryRecord& rec
         app.selection.currentInternetStation = choice.playlist;
     } else {
         choice = {record.playlist, record.song, 0, 0};
-        if (!IsSong(app.library, choice) || !draws.fileExists(SongOf(app, choice).songPath)) return Selection::kNothing;
+        const Song* const song = FindSong(app.library, PositionOf(choice));
+        if (song == nullptr || !draws.fileExists(song->songPath)) return Selection::kNothing;
     }
     app.selection.radioPlaying = record.type == kInternetRadio;
     // As it is loaded, whatever the file of the history says.

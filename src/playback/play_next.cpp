@@ -12,6 +12,7 @@
 #include "library/statistics.h"
 #include "platform/console.h"
 #include "platform/paths.h"
+#include "playback/chosen_song.h"
 #include "playback/fade_out.h"
 #include "playback/listening.h"
 #include "playback/loudness.h"
@@ -54,10 +55,6 @@ struct Before {
     bool cutOff;
     bool isHeard;
 };
-
-const Song& SongOf(const AppState& app, const SongChoice& choice) {
-    return app.library.playlists[static_cast<size_t>(choice.playlist)].songs[static_cast<size_t>(choice.song)];
-}
 
 // Says once why it is silent, not with every attempt.
 void TellTrouble(PlaybackState& playback, PlaybackTrouble trouble) {

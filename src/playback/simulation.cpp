@@ -6,6 +6,7 @@
 #include "library/song_counts.h"
 #include "library/song_history.h"
 #include "playback/candidates.h"
+#include "playback/chosen_song.h"
 #include "playback/next_item.h"
 #include "playback/play_window.h"
 
@@ -15,10 +16,6 @@ namespace {
 
 constexpr double kShortestTurnSec = 1.0;
 constexpr int kMostTries = 1000;
-
-const Song& SongOf(const AppState& app, const SongChoice& choice) {
-    return app.library.playlists[static_cast<size_t>(choice.playlist)].songs[static_cast<size_t>(choice.song)];
-}
 
 struct Play {
     Selection kind = Selection::kNothing;

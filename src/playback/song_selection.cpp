@@ -6,6 +6,7 @@
 #include "library/song_counts.h"
 #include "library/song_history.h"
 #include "playback/candidates.h"
+#include "playback/chosen_song.h"
 #include "playback/song_category.h"
 #include "playback/song_files.h"
 
@@ -14,10 +15,6 @@ namespace hullrider {
 namespace {
 
 constexpr int32_t kMostCalls = 10000;
-
-const Song& SongOf(const AppState& app, const SongChoice& choice) {
-    return app.library.playlists[static_cast<size_t>(choice.playlist)].songs[static_cast<size_t>(choice.song)];
-}
 
 Playlist* CurrentPlaylist(AppState& app) {
     const int32_t index = app.selection.currentPlaylist;

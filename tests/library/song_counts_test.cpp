@@ -63,19 +63,6 @@ TEST(SongCounts, AKindWithNothingToPlayLosesItsWeightAndTheOthersKeepTheirs) {
     }
 }
 
-TEST(SongCounts, FavouriteByCountAndFavouriteByMarkAreKeptApart) {
-    MusicLibrary library = LibraryOf({{SongOf(kMidi, 2, 0)}});
-    SelectionWeights weights;
-    UpdateSongCounts(library, weights, 0);
-    EXPECT_EQ(library.favoriteSongCount, 1);
-    EXPECT_FALSE(HasSongOfKind(library, 3));
-    EXPECT_TRUE(HasSongOfKind(library, kMidi));
-    EXPECT_FALSE(HasSongOfKind(library, kMp3));
-    library.playlists[0].songs.push_back(SongOf(kMp3, 0, 1));
-    EXPECT_TRUE(HasSongOfKind(library, 3));
-    EXPECT_FALSE(HasSongOfKind(MusicLibrary{}, kMidi));
-}
-
 TEST(SongCounts, EverySongHasOneNumberAndNothingElseHas) {
     const MusicLibrary library = LibraryOf({{}, {SongOf(kMidi), SongOf(kMp3)}, {}, {SongOf(kTracker)}, {}});
     EXPECT_EQ(SongCountOf(library), 3);
