@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iostream>
 #include <string>
 
 namespace hullrider {
@@ -14,9 +15,12 @@ public:
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
     }
+    // A failed test's own report is among what was captured: it is handed on.
     ~ConsoleCapture() {
-        if (!outputTaken_) testing::internal::GetCapturedStdout();
-        if (!errorsTaken_) testing::internal::GetCapturedStderr();
+        std::string report;
+        if (!outputTaken_) report = testing::internal::GetCapturedStdout();
+        if (!errorsTaken_) report += testing::internal::GetCapturedStderr();
+        if (testing::Test::HasFailure()) std::cout << report << std::flush;
     }
     ConsoleCapture(const ConsoleCapture&) = delete;
     ConsoleCapture& operator=(const ConsoleCapture&) = delete;

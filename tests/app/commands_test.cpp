@@ -13,6 +13,7 @@
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
 #include "tests/console_capture.h"
+#include "tests/eventually.h"
 #include "tests/temporary_folder.h"
 #include "tests/tone_wav.h"
 
@@ -43,6 +44,8 @@ protected:
         StartPlayer(player_);
         return player_.state;
     }
+
+    bool Plays() const { return BASS_ChannelIsActive(CurrentHandle(player_.state.playback)) == BASS_ACTIVE_PLAYING; }
 
     const Song& Playing() const {
         const SongChoice& at = player_.state.playback.playing;
@@ -158,10 +161,10 @@ TEST_F(CommandsTest, AStopIsSilenceUntilSomethingIsStarted) {
         RunCommand(player_, kFavoriteUpCommand);  // of nothing
         EXPECT_EQ(state.favorites.list.size(), 0U);
         RunCommand(player_, start);
-        EXPECT_EQ(BASS_ChannelIsActive(CurrentHandle(state.playback)), BASS_ACTIVE_PLAYING) << start;
+        EXPECT_TRUE(Eventually([&] { return Plays(); })) << start;
     }
     RunCommand(player_, kStartCommand);  // also while it plays
-    EXPECT_EQ(BASS_ChannelIsActive(CurrentHandle(state.playback)), BASS_ACTIVE_PLAYING);
+    EXPECT_TRUE(Eventually([&] { return Plays(); }));
     SaveAndShutdown(player_);
     EXPECT_FALSE(RunCommand(player_, kNextSongCommand));
 }

@@ -1,0 +1,16 @@
+// For what other threads bring about: true as soon as the claim holds, false when it does not within ten seconds.
+#pragma once
+
+#include <chrono>
+#include <thread>
+
+namespace hullrider {
+
+template <typename Claim>
+bool Eventually(const Claim& claim) {
+    using namespace std::chrono_literals;
+    for (int i = 0; i < 1000 && !claim(); ++i) std::this_thread::sleep_for(10ms);
+    return claim();
+}
+
+}  // namespace hullrider
