@@ -51,7 +51,7 @@ void ChangeFavorite(Player& player) {
 
 template <int steps>
 void ChangeVolume(Player& player) {
-    SetVolumeLevel(player.state, std::clamp(player.state.settings.volumeLevel + steps * kVolumeStep, 0.0F, 1.0F));
+    SetVolumeLevel(player.state, std::clamp(UserVolume(player.state) + steps * kVolumeStep, 0.0F, 1.0F));
 }
 
 void PlayOrPause(Player& player) {

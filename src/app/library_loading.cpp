@@ -13,6 +13,7 @@
 #include "platform/console.h"
 #include "platform/folder.h"
 #include "platform/paths.h"
+#include "playback/volume.h"
 
 namespace hullrider {
 
@@ -120,6 +121,12 @@ void LoadSettingsFile(AppState& state) {
         LoadSettings("MusicSettings.json", state.settings);
     }
     Recount(state);
+}
+
+void SaveSettingsFile(const AppState& state) {
+    Settings settings = state.settings;
+    settings.volumeLevel = NormalVolume(state);
+    SaveSettings(StatePath(state.shell.dataDirectory, "\\MusicSettings.json"), settings);
 }
 
 void FillLibrary(Player& player) {

@@ -10,6 +10,7 @@
 #include "app/player.h"
 #include "app/startup.h"
 #include "audio/output_choice.h"
+#include "dialogs/dialogs_win.h"
 #include "display/gdiplus_win.h"
 #include "platform/console.h"
 #include "platform/message_box.h"
@@ -32,6 +33,7 @@ std::vector<std::string> CommandLineArguments() {
 int RunMessageLoop() {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (TranslateDialogMessage(message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }

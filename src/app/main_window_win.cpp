@@ -6,12 +6,15 @@
 #include <optional>
 
 #include "app/commands.h"
+#include "app/library_loading.h"
 #include "app/menu_win.h"
-#include "app/option_window_win.h"
+#include "app/options.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "dialogs/dialogs_win.h"
 #include "input/hotkeys_win.h"
 #include "platform/console.h"
+#include "platform/window_class_win.h"
 #include "playback/loudness.h"
 #include "playback/seek.h"
 #include "playback/volume.h"
@@ -22,11 +25,11 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"HelloWorldClass";
 constexpr wchar_t kTitle[] = L"Hullrider Radio";
-constexpr int kIconResource = 32512;
 
 constexpr float kLargestWidth = 1250.0F;
 constexpr float kLargestHeight = 458.0F;
 constexpr float kScreenShare = 0.9F;
+constexpr UINT kSaveDelayMs = 1000;  // so that what is changed step by step is saved once
 
 enum Timer : UINT_PTR {
     kPanelTimer = 1,     // level meter, redraws the panel
@@ -34,6 +37,7 @@ enum Timer : UINT_PTR {
     kPollTimer = 3,      // song over, next song
     kSlowPollTimer = 4,  // stream titles, audiobook position
     kEndTimer = 1001,    // one-shot: --for
+    kSaveTimer = 1002,   // one-shot: changed settings
     kNoticeTimer = 2001  // one-shot: what the panel shows for a moment
 };
 
@@ -88,24 +92,11 @@ ElementSet EnabledElements() {
 
 }  // namespace
 
-bool MainWindow::RegisterMainClass(HINSTANCE instance) {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.style = CS_HREDRAW | CS_VREDRAW;
-    windowClass.lpfnWndProc = Procedure;
-    windowClass.hInstance = instance;
-    windowClass.hIcon = windowClass.hIconSm = LoadIconW(instance, MAKEINTRESOURCEW(kIconResource));
-    windowClass.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));  // the standard arrow
-    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
-    windowClass.lpszClassName = kClassName;
-    return RegisterClassExW(&windowClass) != 0;
-}
-
 MainWindow::MainWindow(HINSTANCE instance, Player& player)
     : player_(player),
       panel_({[this](const PanelAction& action) { RunPanelAction(action); },
               [this] { return ReadLevel(player_.state.playback); }}) {
-    if (!RegisterMainClass(instance)) return;
+    if (!RegisterWindowClass(instance, kClassName, Procedure, COLOR_WINDOW)) return;
     const SIZE client = ChooseClientSize();
     ShellState& shell = player_.state.shell;
     shell.horizontalScale = static_cast<float>(client.cx) / kPanelWidth;
@@ -121,10 +112,13 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player)
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     panel_.Attach(window_, EnabledElements());
     player_.takeHotkeys = [this] { TakeHotkeys(); };
-    player_.openWindow = [instance](const OptionWindow& window) { OpenOptionWindow(instance, window); };
+    player_.openWindow = [instance, host = MakeDialogHost()](const OptionWindow& window) {
+        OpenDialog(instance, host, window.className, window.title);
+    };
     player_.bringToFront = [this] { BringToFront(); };
     player_.endProgram = [this] { EndProgram(); };
     player_.releaseFront = [this] {
+        CloseDialogs();
         KillTimers();
         UnregisterHotkeys(window_);
         panel_.Release();
@@ -223,6 +217,10 @@ void MainWindow::OnTimer(WPARAM timer) {
             KillTimer(window_, kNoticeTimer);
             RefreshPanel();
             break;
+        case kSaveTimer:
+            KillTimer(window_, kSaveTimer);
+            SaveSettingsFile(player_.state);
+            break;
         case kEndTimer:
             EndProgram();
             break;
@@ -239,6 +237,14 @@ void MainWindow::OnKey(WPARAM key) {
 // What has changed is shown at once.
 void MainWindow::Run(int32_t command) {
     if (RunCommand(player_, command)) RefreshPanel();
+}
+
+std::shared_ptr<DialogHost> MainWindow::MakeDialogHost() {
+    AppState& state = player_.state;
+    const auto keepSettings = [this] { SetTimer(window_, kSaveTimer, kSaveDelayMs, nullptr); };
+    return std::make_shared<DialogHost>(DialogHost{state, player_.hotkeys, player_.refusedHotkeys, VersionText(),
+                                                   keepSettings, [&state] { RecountSongs(state); },
+                                                   [this] { TakeHotkeys(); }, [this] { UnregisterHotkeys(window_); }});
 }
 
 void MainWindow::TakeHotkeys() {
@@ -295,7 +301,7 @@ void MainWindow::EndProgram() {
 }
 
 void MainWindow::KillTimers() {
-    for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer}) KillTimer(window_, timer);
+    for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer, kSaveTimer}) KillTimer(window_, timer);
 }
 
 }  // namespace hullrider

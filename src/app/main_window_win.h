@@ -3,9 +3,12 @@
 
 #include <windows.h>
 
+#include <memory>
+
 #include "app/borderless_win.h"
 #include "app/player.h"
 #include "app/shortcuts_win.h"
+#include "dialogs/dialog_host.h"
 #include "display/panel_view_win.h"
 
 namespace hullrider {
@@ -27,11 +30,11 @@ public:
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static bool RegisterMainClass(HINSTANCE instance);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnTimer(WPARAM timer);
     void OnKey(WPARAM key);
     void Run(int32_t command);
+    std::shared_ptr<DialogHost> MakeDialogHost();
     void TakeHotkeys();
     void BringToFront();
     void OnSize(WPARAM kind, LPARAM size);

@@ -2,11 +2,10 @@
 
 #include "app/companion.h"
 #include "app/favorites_files.h"
+#include "app/library_loading.h"
 #include "app/listening_files.h"
-#include "app/settings_file.h"
 #include "library/cache.h"
 #include "platform/console.h"
-#include "platform/paths.h"
 #include "playback/listening.h"
 #include "playback/running_marker.h"
 #include "playback/stream_slots.h"
@@ -25,7 +24,7 @@ void SaveAndShutdown(Player& player) {
     SaveStatisticsFile(state);
     if (player.releaseFront) player.releaseFront();
     if (state.audiobooks.bookCount == 0) PrintLine("No audiobooks to save. Skipping save operation.");
-    SaveSettings(StatePath(shell.dataDirectory, "\\MusicSettings.json"), state.settings);
+    SaveSettingsFile(state);
     SavePlayCountsFile(state);
     if (!shell.libraryCachePath.empty()) SaveMusicLibraryCache(shell.libraryCachePath, state.library);
     if (shell.companionExport && gameIsKnown) WriteCompanionExports(state);

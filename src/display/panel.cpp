@@ -9,6 +9,7 @@
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
+#include "playback/volume.h"
 
 namespace hullrider {
 
@@ -130,7 +131,7 @@ StereoLevel ReadLevel(const PlaybackState& playback) {
 PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
     PanelModel model;
     TellDraw(model, app.selection);
-    model.volume = std::round(std::clamp(app.settings.volumeLevel, 0.0F, 1.0F) * 100.0F) / 100.0F;
+    model.volume = std::round(std::clamp(UserVolume(app), 0.0F, 1.0F) * 100.0F) / 100.0F;
     if (CurrentHandle(app.playback) == 0) {
         model.title = TroubleText(app.playback.trouble);
         return model;

@@ -9,4 +9,7 @@ namespace hullrider {
 // its own way. False when that failed; `error` receives the system's text.
 bool StartElevated(const std::string& program, const std::string& folder, std::string& error);
 
+// Shows the folder in the system's own file browser. False when that failed.
+bool ShowFolder(const std::string& folder);
+
 }  // namespace hullrider

@@ -9,4 +9,8 @@ bool StartElevated(const std::string& /*program*/, const std::string& /*folder*/
     return false;
 }
 
+bool ShowFolder(const std::string& /*folder*/) {
+    return false;
+}
+
 }  // namespace hullrider

@@ -133,15 +133,23 @@ Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const Leng
     return rotation;
 }
 
-RotationShares PromisedShares(AppState& app) {
+std::array<double, 5> CategoryShares(AppState& app) {
     const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection);
     PrepareWeights(app.weights, app.selection, CountsOf(lists, app.radio));
-    std::array<int32_t, 5> percents{};
-    for (int32_t percent = 0; percent < 100; ++percent)
-        ++percents[static_cast<size_t>(CategoryAt(app.weights, percent))];
+    std::array<double, 5> shares{};
+    for (int32_t percent = 0; percent < 100; ++percent) {
+        const Category category = CategoryAt(app.weights, percent);
+        if (category != kNoCategory) shares[static_cast<size_t>(category)] += 0.01;
+    }
+    return shares;
+}
+
+RotationShares PromisedShares(AppState& app) {
+    const std::array<double, 5> byCategory = CategoryShares(app);
+    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection);
     RotationShares shares;
-    for (size_t i = 0; i < percents.size(); ++i) {
-        if (percents[i] > 0) AddCategory(app, lists, static_cast<Category>(i), percents[i] / 100.0, shares);
+    for (size_t i = 0; i < byCategory.size(); ++i) {
+        if (byCategory[i] > 0.0) AddCategory(app, lists, static_cast<Category>(i), byCategory[i], shares);
     }
     return shares;
 }

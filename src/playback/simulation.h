@@ -33,6 +33,10 @@ using LengthOf = std::function<double(const Song&)>;
 // earlier when nothing can be chosen.
 Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const LengthOf& lengthOf);
 
+// How many of all draws go to each Category by the weights, 0 to 1. Brings the weights into the form that is drawn
+// from.
+std::array<double, 5> CategoryShares(AppState& app);
+
 // What the weights promise, the history left aside. Brings the weights into the form that is drawn from.
 RotationShares PromisedShares(AppState& app);
 

@@ -152,14 +152,31 @@ bool SetVolumeLevel(AppState& app, float volume) {
         return false;
     }
     app.settings.volumeLevel = volume;
+    if (app.playback.realTimeVolume) TakeVolumeFromSettings(app);
     ApplyVolume(app);
     return true;
+}
+
+float UserVolume(const AppState& app) {
+    const float target = app.playback.volume->targetRms;
+    return app.playback.realTimeVolume && target >= 0.0F ? target / kRmsAtFullVolume : app.settings.volumeLevel;
+}
+
+float NormalVolume(const AppState& app) {
+    return app.playback.savedVolume >= 0.0F ? app.playback.savedVolume : UserVolume(app);
+}
+
+void SetLoudnessFollowing(AppState& app, bool isOn) {
+    if (isOn == app.playback.realTimeVolume) return;
+    const float volume = UserVolume(app);
+    app.playback.realTimeVolume = isOn;
+    SetVolumeLevel(app, std::clamp(volume, 0.0F, 1.0F));
 }
 
 void ToggleHighLowVolume(AppState& app) {
     PlaybackState& playback = app.playback;
     Settings& settings = app.settings;
-    if (playback.savedVolume < 0.0F) playback.savedVolume = settings.volumeLevel;
+    if (playback.savedVolume < 0.0F) playback.savedVolume = UserVolume(app);
     if (playback.volumeMode == kHighVolume) {
         playback.volumeMode = kLowVolume;
         settings.volumeLevel = settings.lowVolume;

@@ -32,6 +32,16 @@ void ApplyVolume(AppState& app);
 // Sets and applies the user's volume. False when it is refused.
 bool SetVolumeLevel(AppState& app, float volume);
 
+// The volume that the user has set. With loudness following it stands for a loudness, and the settings' volume is what
+// that comes to for the song that plays.
+float UserVolume(const AppState& app);
+
+// The user's volume when no preset is on: what the next start begins with.
+float NormalVolume(const AppState& app);
+
+// Turns loudness following on or off; the user's volume stays.
+void SetLoudnessFollowing(AppState& app, bool isOn);
+
 // From the normal volume to the high preset, to the low one, and back to the normal one if toggles are latched, else to
 // the high one again; the change slides.
 void ToggleHighLowVolume(AppState& app);

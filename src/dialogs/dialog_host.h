@@ -1,0 +1,26 @@
+// What the option windows work on, and what only the application can do for them. UI thread.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "input/hotkeys.h"
+#include "state/app_state.h"
+
+namespace hullrider {
+
+struct DialogHost {
+    AppState& state;
+    HotkeyBindings& hotkeys;
+    const std::vector<RefusedHotkey>& refusedHotkeys;  // of those that were to be registered
+    std::string versionText;
+
+    std::function<void()> keepSettings;    // they have changed and are to be saved soon
+    std::function<void()> recountSongs;    // after a change of weights or of the songs' marks
+    std::function<void()> takeHotkeys;     // registers the bindings as they are now
+    std::function<void()> releaseHotkeys;  // none is registered any more, so that each key can be pressed
+};
+
+}  // namespace hullrider

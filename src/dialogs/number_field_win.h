@@ -1,0 +1,36 @@
+// A field for a whole number with a remark beside it. What is typed is taken at once when it makes sense; when not, the
+// remark says what would, and the number in force comes back when the field is left. UI thread.
+#pragma once
+
+#include "dialogs/dialog_win.h"
+
+namespace hullrider {
+
+class NumberField {
+public:
+    struct Meaning {
+        int32_t lowest = 0, highest = 0;
+        std::function<int32_t()> get;
+        std::function<void(int32_t)> set;  // only with numbers within the bounds
+    };
+
+    // The controls are made by the caller; the edit control's changes and its being left are to be reported here.
+    NumberField(HWND edit, HWND remark, Meaning meaning);
+
+    void OnChange() const;
+    void OnLeave() const;
+
+    // The number in force, unless the user is typing here.
+    void Show() const;
+
+    // New bounds of what makes sense.
+    void SetBounds(int32_t lowest, int32_t highest);
+
+    HWND Edit() const { return edit_; }
+
+private:
+    HWND edit_, remark_;
+    Meaning meaning_;
+};
+
+}  // namespace hullrider

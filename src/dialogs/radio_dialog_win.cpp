@@ -1,0 +1,253 @@
+// Radio Options: how long songs play, how the kinds are mixed, how soon a song may come again, and how loud it all is.
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "dialogs/dialog_kinds_win.h"
+#include "dialogs/number_field_win.h"
+#include "library/song_counts.h"
+#include "platform/text_win.h"
+#include "playback/simulation.h"
+#include "playback/volume.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr int kWidth = 520, kLabelWidth = 164, kNumberWidth = 76, kUnitWidth = 150, kRow = 30;
+constexpr int kRemarkLeft = kMargin + kLabelWidth + kNumberWidth + 2 * kGap + kUnitWidth;
+constexpr int kLongestSec = 36000, kLongestFadeMs = 60000, kMostSongsAFont = 1000;
+constexpr int kWholeSongs = 0;      // as songPlayDurationMax
+constexpr int kUsualLongest = 110;  // when songs are not to play whole any more
+constexpr int kUsualDepth = 20;
+constexpr int kHighestWeight = 100;
+
+struct Weight {
+    const char* label;
+    Category category;
+    int32_t Settings::*setting;
+    COLORREF color;
+};
+
+// In the order in which the bar shows them.
+constexpr std::array<Weight, 5> kWeights{{
+    {"&MIDI", kMidiCategory, &Settings::rawMIDI, RGB(66, 133, 190)},
+    {"A&udio files", kMp3Category, &Settings::rawMP3, RGB(226, 156, 60)},
+    {"&Tracker modules", kTrackerCategory, &Settings::rawTracker, RGB(110, 168, 98)},
+    {"Fa&vourites", kFavoritesCategory, &Settings::rawFav, RGB(200, 86, 96)},
+    {"&Internet radio", kRadioCategory, &Settings::rawRadio, RGB(136, 106, 176)},
+}};
+
+void FillWith(HDC dc, const RECT& box, COLORREF color) {
+    SetDCBrushColor(dc, color);
+    FillRect(dc, &box, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+class RadioDialog : public Dialog {
+public:
+    explicit RadioDialog(SharedHost host) : host_(std::move(host)) {}
+
+protected:
+    Size ClientSize() const override { return {kWidth, 676}; }
+
+    void AddControls() override {
+        AddPlayTimes();
+        AddMix();
+        AddRepeats();
+        AddVolumes();
+        AddButton({kWidth - kMargin - kButtonWidth, 636, kButtonWidth, kButtonHeight}, "&Close",
+                  [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
+    }
+
+    void Refresh() override {
+        for (const NumberField& field : fields_) field.Show();
+        SetChecked(whole_, Settings_().songPlayDurationMax <= kWholeSongs);
+        SetChecked(noRepeat_, Settings_().historyDepth >= 0);
+        SetChecked(follow_, host_->state.playback.realTimeVolume);
+        ShowWhatApplies();
+        ShowVolumes();
+        ShowShares();
+    }
+
+private:
+    Settings& Settings_() const { return host_->state.settings; }
+
+    void AddHeading(int y, const char* text) { UseHeadingFont(AddLabel({kMargin, y, kWidth - 2 * kMargin, 26}, text)); }
+
+    // A labelled number with its unit, and room for a remark at its right.
+    size_t AddField(int y, const char* label, const char* unit, int lowest, int highest, int32_t Settings::*setting) {
+        AddLabel({kMargin, y + 3, kLabelWidth, kLineHeight}, label);
+        const size_t at = fields_.size();
+        const HWND edit = AddNumber(
+            {kMargin + kLabelWidth, y, kNumberWidth, kFieldHeight}, lowest, highest,
+            [this, at] { fields_[at].OnChange(); }, [this, at] { fields_[at].OnLeave(); });
+        AddLabel({kMargin + kLabelWidth + kNumberWidth + kGap, y + 3, kUnitWidth, kLineHeight}, unit);
+        const HWND remark = AddLabel({kRemarkLeft, y + 3, kWidth - kRemarkLeft - kMargin, kLineHeight}, "");
+        fields_.push_back(NumberField(edit, remark,
+                                      {lowest, highest, [this, setting] { return Settings_().*setting; },
+                                       [this, setting](int32_t value) {
+                                           Settings_().*setting = value;
+                                           host_->keepSettings();
+                                           TakeBounds();
+                                       }}));
+        return at;
+    }
+
+    void AddPlayTimes() {
+        AddHeading(kMargin, "Play time");
+        whole_ = AddCheckBox({kMargin, 40, 300, kLineHeight}, "Play songs &whole", false, [this] { ToggleWhole(); });
+        least_ = AddField(66, "Songs play at &least", "seconds", 0, kLongestSec, &Settings::songPlayDurationMin);
+        most_ = AddField(66 + kRow, "and at m&ost", "seconds", 1, kLongestSec, &Settings::songPlayDurationMax);
+        stationLeast_ = AddField(66 + 2 * kRow, "&Stations play at least", "seconds", 0, kLongestSec,
+                                 &Settings::iSongPlayDurationMin);
+        stationMost_ =
+            AddField(66 + 3 * kRow, "and at mo&st", "seconds", 1, kLongestSec, &Settings::iSongPlayDurationMax);
+        AddField(66 + 4 * kRow, "Cross-&fade", "milliseconds", 0, kLongestFadeMs, &Settings::FADE_DURATION_MS);
+    }
+
+    void AddMix() {
+        AddHeading(226, "Mix");
+        int y = 256;
+        for (size_t i = 0; i < kWeights.size(); ++i, y += 26) {
+            AddCanvas({kMargin, y + 5, 12, 12}, [i](HDC dc, const RECT& box) { FillWith(dc, box, kWeights[i].color); });
+            AddLabel({kMargin + 20, y + 2, kLabelWidth - 20 - kGap, kLineHeight}, kWeights[i].label);
+            sliders_[i] = AddSlider({kMargin + kLabelWidth, y, 222, 24}, 0, kHighestWeight,
+                                    Settings_().*kWeights[i].setting, [this, i] { TakeWeight(i); });
+            shares_[i] = AddLabel({406, y + 2, kWidth - 406 - kMargin, kLineHeight}, "");
+        }
+        bar_ = AddCanvas({kMargin, y + 4, kWidth - 2 * kMargin, 22},
+                         [this](HDC dc, const RECT& box) { PaintBar(dc, box); });
+    }
+
+    void AddRepeats() {
+        AddHeading(424, "Variety");
+        noRepeat_ =
+            AddCheckBox({kMargin, 454, 300, kLineHeight}, "No song &repeat", false, [this] { ToggleNoRepeat(); });
+        depth_ = AddField(478, "A song comes again after", "others", 0, kLongestSec, &Settings::historyDepth);
+        AddField(478 + kRow, "New Sound&Font every", "MIDI songs; 0: never", 0, kMostSongsAFont,
+                 &Settings::songsBeforeSoundfontChange);
+    }
+
+    void AddVolumes() {
+        AddHeading(544, "Volume");
+        follow_ =
+            AddCheckBox({kMargin, 574, kWidth - 2 * kMargin, kLineHeight},
+                        "Play every song e&qually loud, however it was mastered", false, [this] { ToggleFollow(); });
+        AddLabel({kMargin, 602, 90, kLineHeight}, "&High preset");
+        high_ = AddSlider({98, 600, 110, 24}, 0, 100, 0, [this] { TakePresets(); });
+        highText_ = AddLabel({210, 602, 44, kLineHeight}, "");
+        AddLabel({266, 602, 84, kLineHeight}, "Lo&w preset");
+        low_ = AddSlider({346, 600, 110, 24}, 0, 100, 0, [this] { TakePresets(); });
+        lowText_ = AddLabel({460, 602, 48, kLineHeight}, "");
+    }
+
+    void ToggleWhole() {
+        int32_t& longest = Settings_().songPlayDurationMax;
+        longest = IsChecked(whole_) ? kWholeSongs : std::max(kUsualLongest, Settings_().songPlayDurationMin);
+        host_->keepSettings();
+        Refresh();
+    }
+
+    void ToggleNoRepeat() {
+        Settings_().historyDepth = IsChecked(noRepeat_) ? std::min(kUsualDepth, DeepestHistory()) : -1;
+        host_->keepSettings();
+        Refresh();
+    }
+
+    void ToggleFollow() {
+        SetLoudnessFollowing(host_->state, IsChecked(follow_));
+        host_->keepSettings();
+    }
+
+    // So many others that one song is left to be drawn.
+    int32_t DeepestHistory() const {
+        return static_cast<int32_t>(std::clamp<int64_t>(SongCountOf(host_->state.library) - 1, 0, kLongestSec));
+    }
+
+    // The least is at most the most, and a song can come again only after as many others as there are.
+    void TakeBounds() {
+        const Settings& settings = Settings_();
+        fields_[least_].SetBounds(0, std::max(settings.songPlayDurationMax, 1));
+        fields_[most_].SetBounds(std::max(settings.songPlayDurationMin, 1), kLongestSec);
+        fields_[stationLeast_].SetBounds(0, std::max(settings.iSongPlayDurationMax, 1));
+        fields_[stationMost_].SetBounds(std::max(settings.iSongPlayDurationMin, 1), kLongestSec);
+        fields_[depth_].SetBounds(0, DeepestHistory());
+    }
+
+    void ShowWhatApplies() {
+        TakeBounds();
+        const bool isWindowed = Settings_().songPlayDurationMax > kWholeSongs;
+        EnableWindow(fields_[least_].Edit(), isWindowed ? TRUE : FALSE);
+        EnableWindow(fields_[most_].Edit(), isWindowed ? TRUE : FALSE);
+        EnableWindow(fields_[depth_].Edit(), Settings_().historyDepth >= 0 ? TRUE : FALSE);
+    }
+
+    void TakeWeight(size_t i) {
+        Settings_().*kWeights[i].setting = static_cast<int32_t>(SendMessageW(sliders_[i], TBM_GETPOS, 0, 0));
+        host_->recountSongs();
+        host_->keepSettings();
+        ShowShares();
+    }
+
+    void TakePresets() {
+        Settings_().highVolume = static_cast<float>(SendMessageW(high_, TBM_GETPOS, 0, 0)) / 100.0F;
+        Settings_().lowVolume = static_cast<float>(SendMessageW(low_, TBM_GETPOS, 0, 0)) / 100.0F;
+        host_->keepSettings();
+        ShowVolumes();
+    }
+
+    void ShowVolumes() {
+        const auto show = [](HWND slider, HWND text, float volume) {
+            const auto percent = static_cast<int>(std::lround(volume * 100.0F));
+            if (SendMessageW(slider, TBM_GETPOS, 0, 0) != percent) SendMessageW(slider, TBM_SETPOS, TRUE, percent);
+            SetText(text, std::to_string(percent) + " %");
+        };
+        show(high_, highText_, Settings_().highVolume);
+        show(low_, lowText_, Settings_().lowVolume);
+    }
+
+    // What the mix comes to with the music that there is.
+    void ShowShares() {
+        const std::array<double, 5> promised = CategoryShares(host_->state);
+        if (promised != promised_) InvalidateRect(bar_, nullptr, FALSE);
+        promised_ = promised;
+        for (size_t i = 0; i < kWeights.size(); ++i) {
+            SetText(shares_[i], std::to_string(std::lround(ShareOf(i) * 100.0)) + " %");
+            const int32_t weight = std::clamp(Settings_().*kWeights[i].setting, 0, kHighestWeight);
+            if (SendMessageW(sliders_[i], TBM_GETPOS, 0, 0) != weight) {
+                SendMessageW(sliders_[i], TBM_SETPOS, TRUE, weight);
+            }
+        }
+    }
+
+    double ShareOf(size_t i) const { return promised_[static_cast<size_t>(kWeights[i].category)]; }
+
+    void PaintBar(HDC dc, const RECT& box) const {
+        FillRect(dc, &box, GetSysColorBrush(COLOR_WINDOW));
+        double begin = 0.0;
+        for (size_t i = 0; i < kWeights.size(); ++i) {
+            const double end = begin + ShareOf(i);
+            const RECT part{static_cast<LONG>(std::lround(begin * box.right)), box.top,
+                            static_cast<LONG>(std::lround(end * box.right)), box.bottom};
+            FillWith(dc, part, kWeights[i].color);
+            begin = end;
+        }
+        FrameRect(dc, &box, GetSysColorBrush(COLOR_BTNSHADOW));
+    }
+
+    SharedHost host_;
+    std::vector<NumberField> fields_;
+    size_t least_ = 0, most_ = 0, stationLeast_ = 0, stationMost_ = 0, depth_ = 0;
+    std::array<HWND, 5> sliders_{}, shares_{};
+    std::array<double, 5> promised_{};
+    HWND whole_ = nullptr, noRepeat_ = nullptr, follow_ = nullptr, bar_ = nullptr;
+    HWND high_ = nullptr, highText_ = nullptr, low_ = nullptr, lowText_ = nullptr;
+};
+
+}  // namespace
+
+std::unique_ptr<Dialog> MakeRadioDialog(const SharedHost& host) {
+    return std::make_unique<RadioDialog>(host);
+}
+
+}  // namespace hullrider

@@ -1,0 +1,12 @@
+// Window classes as this program registers them. Windows sources only; UI thread.
+#pragma once
+
+#include <windows.h>
+
+namespace hullrider {
+
+// Registers the class with the program's icon and the standard arrow, redrawn whole when it is resized, over a
+// background of that system colour (COLOR_...). True also when it is registered already.
+bool RegisterWindowClass(HINSTANCE instance, const wchar_t* name, WNDPROC procedure, int backgroundColor);
+
+}  // namespace hullrider
