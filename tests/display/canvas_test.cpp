@@ -48,22 +48,6 @@ TEST(Coverage, AnArcIsItsShareOfTheRing) {
     EXPECT_EQ(arc.At(100, 160), 0);
 }
 
-TEST(Coverage, BlurSpreadsButLosesNothing) {
-    Coverage dot(61, 61);
-    for (int32_t y = 20; y < 40; ++y) {
-        for (int32_t x = 20; x < 40; ++x) dot.Set(x, y, 255);
-    }
-    const double before = Area(dot);
-    dot.Blur(5);
-    EXPECT_NEAR(Area(dot), before, before * 0.03);
-    EXPECT_GT(dot.At(15, 30), 0);
-    EXPECT_EQ(dot.At(5, 30), 0);
-    Coverage thin(2, 1);  // narrower than the radius
-    thin.Set(0, 0, 255);
-    thin.Blur(9);
-    EXPECT_LT(thin.At(0, 0), 255);
-}
-
 TEST(Canvas, PaintsWithinItsClipAndItself) {
     constexpr int32_t kSide = 12;
     std::array<uint32_t, kSide * kSide> pixels{};
