@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "demo_music/accompaniment.h"
+#include "demo_music/harmony.h"
 #include "demo_music/notation.h"
 
 namespace hullrider::demo {
@@ -53,14 +53,6 @@ TEST(Harmony, ReadsBarsOfChords) {
     for (const char* text : {"H", "Cfoo", "%", "C | | D", "C/"}) {
         EXPECT_THROW(ReadChords(text), std::invalid_argument) << text;
     }
-}
-
-TEST(Accompaniment, StepsStrikeHoldAndPause) {
-    const Progression chords = ReadChords("C | F/A");
-    EXPECT_EQ(Listed(Bass(chords, "R-.5n---", 0.5, 36)), "36:0+1 43:1.5+0.5 45:2+2 45:4+1 48:5.5+0.5 36:6+2");
-    EXPECT_EQ(Listed(Arpeggio(chords, {{60, 64}, {60, 65}}, "13.2", 1)), "60:0+1 72:1+1 64:3+1 60:4+1 72:5+1 65:7+1");
-    EXPECT_THROW(Bass(chords, "q", 1, 36), std::invalid_argument);
-    EXPECT_THROW(Arpeggio(chords, {{60}, {60}}, "x", 1), std::invalid_argument);
 }
 
 }  // namespace

@@ -31,7 +31,9 @@ TEST(Cache, WhatWasSavedIsLoaded) {
     EXPECT_FALSE(folder.Has("cache.json.temp"));
     // The keys stand in alphabetical order.
     const std::string text = R"({"playlists":[
-{"albumName":"Quote \" \\ ä","favoriteCount":2,"iRadioMode":1,"isFavorite":3,"songs":[
+{"albumName":"Quote \" \\ )"
+                             "\xC3\xA4"
+                             R"(","favoriteCount":2,"iRadioMode":1,"isFavorite":3,"songs":[
 {"favoriteCount":7,"isFavorite":1,"musicType":1,"playCount":5,"songPath":"C:\\Music\\a \"b\".mp3"},
 {"favoriteCount":-1,"isFavorite":0,"musicType":0,"playCount":0,"songPath":"/music/b.mid"}]},
 {"albumName":"","favoriteCount":0,"iRadioMode":0,"isFavorite":0,"songs":[]}]}
