@@ -1,12 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <functional>
-#include <numeric>
+#include <cstdio>
 #include <stdexcept>
 
-#include "demo_music/accompaniment.h"
-#include "demo_music/feel.h"
+#include "demo_music/harmony.h"
 #include "demo_music/notation.h"
 
 namespace hullrider::demo {
@@ -56,49 +53,6 @@ TEST(Harmony, ReadsBarsOfChords) {
     for (const char* text : {"H", "Cfoo", "%", "C | | D", "C/"}) {
         EXPECT_THROW(ReadChords(text), std::invalid_argument) << text;
     }
-}
-
-bool IsIn(const Chord& chord, int key) {
-    return std::any_of(chord.intervals.begin(), chord.intervals.end(),
-                       [&](int interval) { return (chord.root + interval) % 12 == key % 12; });
-}
-
-TEST(Harmony, VoicesLieOnChordTonesNearTheMiddleAndMoveLittle) {
-    const Progression chords = ReadChords("Dm9 | G13 | Cmaj9 | A7b9 | Dm9 | Db | Gm7b5 | F6");
-    for (const int voices : {3, 4}) {
-        const Voicings voicings = LeadVoices(chords, voices, 60);
-        for (size_t i = 0; i < chords.size(); ++i) {
-            SCOPED_TRACE(i);
-            const std::vector<int>& keys = voicings[i];
-            ASSERT_EQ(keys.size(), static_cast<size_t>(voices));
-            EXPECT_TRUE(std::is_sorted(keys.begin(), keys.end(), std::less_equal<>()));
-            EXPECT_NEAR(std::accumulate(keys.begin(), keys.end(), 0) / voices, 60, 7);
-            for (const int key : keys) EXPECT_TRUE(IsIn(chords[i].chord, key)) << key;
-            for (size_t v = 0; i > 0 && v < keys.size(); ++v) EXPECT_LE(std::abs(keys[v] - voicings[i - 1][v]), 5);
-        }
-    }
-}
-
-TEST(Harmony, AScaleIsWalkedInBothDirections) {
-    const struct {
-        int key, steps, expected;
-    } cases[] = {{60, 2, 64}, {60, -1, 59}, {60, 7, 72}, {61, 1, 62}, {61, 0, 60}, {71, -8, 57}};
-    for (const auto& [key, steps, expected] : cases) {
-        EXPECT_EQ(StepInScale(Major(0), key, steps), expected) << key << " " << steps;
-    }
-}
-
-TEST(Accompaniment, StepsStrikeHoldAndPause) {
-    const Progression chords = ReadChords("C | F/A");
-    EXPECT_EQ(Listed(Bass(chords, "R-.5n---", 0.5, 36)), "36:0+1 43:1.5+0.5 45:2+2 45:4+1 48:5.5+0.5 36:6+2");
-    EXPECT_EQ(Listed(Arpeggio(chords, {{60, 64}, {60, 65}}, "13.2", 1)), "60:0+1 72:1+1 64:3+1 60:4+1 72:5+1 65:7+1");
-    EXPECT_THROW(Bass(chords, "q", 1, 36), std::invalid_argument);
-    EXPECT_THROW(Arpeggio(chords, {{60}, {60}}, "x", 1), std::invalid_argument);
-}
-
-TEST(Feel, SwingDelaysOffBeatsOnlyAndKeepsNotesJoined) {
-    const Phrase swung = Swung(ReadMelody("o4 l8 c d e f g4 a4"), 0.5, 0.6);
-    EXPECT_EQ(Listed(swung), "60:0+0.6 62:0.6+0.4 64:1+0.6 65:1.6+0.4 67:2+1 69:3+1");
 }
 
 }  // namespace

@@ -117,27 +117,6 @@ TEST_F(PanelPainterTest, RepaintingWhatHasChangedGivesThePictureThatPaintingAllO
     }
 }
 
-TEST_F(PanelPainterTest, PaintsAnElementOnlyInItsBox) {
-    constexpr int32_t kWidth = 700, kHeight = 217;
-    std::vector<uint32_t> pixels(static_cast<size_t>(kWidth) * kHeight);
-    PanelPainter painter(text_);
-    painter.Begin({pixels.data(), kWidth, kHeight}, MakePanelTheme({}));
-    look_.model.title = look_.model.album = look_.model.soundFont = look_.model.playlist = std::string(200, '~');
-    for (size_t i = 0; i < kElementCount; ++i) {
-        std::fill(pixels.begin(), pixels.end(), 0x00FF00FFU);
-        painter.Paint(ElementSet().set(i), look_);
-        const PixelBox box = painter.Scale().ToPixels(BoxOf(static_cast<PanelElement>(i)));
-        for (int32_t y = 0; y < kHeight; ++y) {
-            for (int32_t x = 0; x < kWidth; ++x) {
-                const bool inside = x >= box.x && x < box.x + box.width && y >= box.y && y < box.y + box.height;
-                if (!inside) {
-                    ASSERT_EQ(pixels[static_cast<size_t>(y) * kWidth + x], 0x00FF00FFU) << "element " << i;
-                }
-            }
-        }
-    }
-}
-
 TEST_F(PanelPainterTest, SurvivesWindowsOfAnyShape) {
     look_.model.title = std::string(160, 'w');
     look_.meter = {{36, 36}, {36, 36}};

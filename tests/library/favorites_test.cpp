@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 
 namespace hullrider {
 namespace {
@@ -142,11 +142,11 @@ TEST(Favorites, ALargeListAndALargeLibraryAreMatchedByHash) {
             Entry("/MUSIC/album " + std::to_string(i % 100) + "/song " + std::to_string(i / 100) + ".MP3"));
     }
     FavoritesState favorites;
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();
     MergeFavorites(favorites, entries);
     MatchFavorites(favorites, library);
-    // Comparing each with each would take minutes.
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    // Comparing each with each would take minutes. Where it can be had, the processor's time: the machine may be busy.
+    EXPECT_LT(std::clock() - start, 20 * CLOCKS_PER_SEC);
     EXPECT_EQ(favorites.list.size(), 20'000U);
     EXPECT_EQ(library.playlists[7].songs[199].isFavorite, 1);
     EXPECT_EQ(library.playlists[7].songs[200].isFavorite, 0);

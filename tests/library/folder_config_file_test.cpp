@@ -51,18 +51,12 @@ TEST(FolderConfigFile, AKeyThatIsMissingOrNoTextLeavesItsFieldAlone) {
     }
 }
 
-TEST(FolderConfigFile, AMissingFileIsNoFailureAndLeavesBothFields) {
+TEST(FolderConfigFile, AMissingFileIsNotWorthALineButAFailedSaveIs) {
     const TemporaryFolder folder;
     FolderConfig config{"fonts", "game"};
     ConsoleCapture console;
     EXPECT_FALSE(LoadFolderConfig(folder.At("config.json"), config));
-    EXPECT_EQ(console.Errors(), "");
     EXPECT_EQ(config.soundFontDirectoryPath + config.hullriderPath, "fontsgame");
-}
-
-TEST(FolderConfigFile, AFailedSaveIsTold) {
-    const TemporaryFolder folder;
-    ConsoleCapture console;
     EXPECT_FALSE(SaveFolderConfig(folder.At("missing/config.json"), {}));
     EXPECT_EQ(console.Errors(), "Failed to open file for writing: " + folder.At("missing/config.json") + "\n");
     EXPECT_TRUE(SaveFolderConfig(folder.At("config.json"), {"bad \xFF text", ""}));

@@ -34,11 +34,6 @@ TEST(Paths, AStateFileLiesInItsFolderWhateverSlashItsNameBeginsWith) {
               Utf8FromPath((std::filesystem::path("folder") / "sub" / "a b.txt").make_preferred()));
 }
 
-TEST(Paths, NamesOutsideAsciiSurviveTheWayThroughThePathType) {
-    const std::string name = "J\xC3\xBCrgen/\xE9\x9F\xB3\xE6\xA5\xBD.mp3";
-    EXPECT_EQ(Utf8FromPath(PathFromUtf8(name)), name);
-}
-
 TEST(Paths, AnAbsolutePathIsTheSamePlaceInItsShortestForm) {
     EXPECT_EQ(AbsolutePath("a/../some/./folder/"), StatePath(WorkingFolder(), "some\\folder"));
     const std::string root = Utf8FromPath(std::filesystem::current_path().root_path());

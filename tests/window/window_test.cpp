@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "app/commands.h"
-#include "app/menu_win.h"
 #include "display/panel_layout.h"
 #include "input/hotkey_file.h"
 #include "platform/text_win.h"
@@ -52,10 +52,10 @@ void Click(HWND window, PanelElement element) {
     PostMessageW(window, WM_LBUTTONUP, 0, place);
 }
 
-int TimesIn(const std::string& text, const std::string& wanted) {
-    int count = 0;
-    for (size_t at = text.find(wanted); at != std::string::npos; at = text.find(wanted, at + 1)) ++count;
-    return count;
+// True as soon as it holds; false when it does not within 20 s.
+bool Becomes(const std::function<bool()>& condition) {
+    for (int i = 0; i < 1000 && !condition(); ++i) Sleep(20);
+    return condition();
 }
 
 TEST_F(WindowTest, ComesUpWithItsClassTitleStyleSizeAndOpacity) {
@@ -91,58 +91,26 @@ TEST_F(WindowTest, ShowsWhatPlaysAtEverySizeAndItsKeysWork) {
         Sleep(1000);
         for (const PanelElement element : {PanelElement::kKind, PanelElement::kAlbum, PanelElement::kTitle,
                                            PanelElement::kClock, PanelElement::kMeter, PanelElement::kSongBar}) {
-            EXPECT_GT(Brightness(window, element), 0.01) << IndexOf(element) << " at width " << width;
+            EXPECT_TRUE(Becomes([&] { return Brightness(window, element) > 0.01; }))
+                << IndexOf(element) << " at width " << width;
         }
         EXPECT_EQ(Brightness(window, PanelElement::kSoundFont), 0.0) << "a tone has no SoundFont";
     }
 
     const double playing = Brightness(window, PanelElement::kPlayPause);
     Click(window, PanelElement::kPlayPause);
-    Sleep(4500);
-    EXPECT_EQ(Brightness(window, PanelElement::kMeter), 0.0) << "paused, the meter falls";
+    EXPECT_TRUE(Becomes([&] { return Brightness(window, PanelElement::kMeter) == 0.0; })) << "paused, the meter falls";
     EXPECT_NE(Brightness(window, PanelElement::kPlayPause), playing) << "the key shows what it would do";
 
-    EXPECT_EQ(TimesIn(player.Output(), "Playing: "), 1);
+    EXPECT_FALSE(player.WaitForOutput("Playing: ", 2, 0)) << player.Output();
     Click(window, PanelElement::kNext);
-    Sleep(1000);
-    EXPECT_EQ(TimesIn(player.Output(), "Playing: "), 2);
-    EXPECT_GT(Brightness(window, PanelElement::kMeter), 0.01);
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
+    EXPECT_TRUE(Becomes([&] { return Brightness(window, PanelElement::kMeter) > 0.01; }));
+    EXPECT_FALSE(player.WaitForOutput("Playing: ", 3, 0)) << player.Output();
 
     Click(window, PanelElement::kExit);
     EXPECT_EQ(player.WaitForExit(), 0);
     EXPECT_TRUE(folder_.Has("data/MusicSettings.json"));
-}
-
-// The menu of another process cannot be read everywhere, so this one is built here.
-TEST(MenuBar, HoldsTheMenusItems) {
-    const HMENU menu = BuildMainMenu();
-    ASSERT_EQ(GetMenuItemCount(menu), static_cast<int>(MainMenu().size()));
-    wchar_t text[64] = {};
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        const MenuPopup& popup = MainMenu()[static_cast<size_t>(i)];
-        GetMenuStringW(menu, static_cast<UINT>(i), text, 64, MF_BYPOSITION);
-        EXPECT_EQ(Utf8FromWide(text), popup.text);
-        const HMENU items = GetSubMenu(menu, i);
-        ASSERT_EQ(GetMenuItemCount(items), static_cast<int>(popup.commands.size()));
-        for (int j = 0; j < GetMenuItemCount(items); ++j) {
-            const int32_t id = popup.commands[static_cast<size_t>(j)];
-            EXPECT_EQ(GetMenuItemID(items, j), static_cast<UINT>(id));
-            GetMenuStringW(items, static_cast<UINT>(j), text, 64, MF_BYPOSITION);
-            EXPECT_EQ(Utf8FromWide(text), FindCommand(id)->text);
-        }
-    }
-    DestroyMenu(menu);
-}
-
-TEST_F(WindowTest, TheMenusExitSavesAndEnds) {
-    PlayerProcess player(Arguments());
-    const HWND window = player.WaitForWindow(kClass, kTitle);
-    ASSERT_NE(window, nullptr);
-    EXPECT_FALSE(folder_.Has("data/MusicSettings.json"));
-    PostMessageW(window, WM_COMMAND, 3, 0);
-    EXPECT_EQ(player.WaitForExit(), 0);
-    EXPECT_TRUE(folder_.Has("data/MusicSettings.json"));
-    EXPECT_TRUE(folder_.Has("data/config.json"));
 }
 
 TEST_F(WindowTest, ClosingItAndTheEndOfItsTimeSaveToo) {
@@ -183,8 +151,7 @@ TEST_F(WindowTest, EveryOptionWindowOpensOnceAndCloses) {
         Sleep(100);
         EXPECT_EQ(FindWindowExW(nullptr, opened, className.c_str(), nullptr), nullptr) << "opened twice";
         PostMessageW(opened, WM_CLOSE, 0, 0);
-        for (int i = 0; i < 100 && IsWindow(opened) != 0; ++i) Sleep(20);
-        EXPECT_EQ(IsWindow(opened), 0) << command.window.title;
+        EXPECT_TRUE(Becomes([&] { return IsWindow(opened) == 0; })) << command.window.title;
     }
     EXPECT_NE(IsWindow(window), 0);
 }
@@ -201,6 +168,8 @@ TEST_F(WindowTest, TheMenusCommandsAreHeard) {
     command(kStopCommand);
     command(kStartCommand);
     EXPECT_TRUE(player.WaitForOutput("Playing: ", 3)) << player.Output();
+    PostMessageW(window, WM_APPCOMMAND, 0, MAKELPARAM(0, APPCOMMAND_MEDIA_NEXTTRACK));
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 4)) << player.Output();
     command(kFavoriteUpCommand);
     command(kNextSoundFontCommand);
     command(kPlayGameCommand);
@@ -208,6 +177,7 @@ TEST_F(WindowTest, TheMenusCommandsAreHeard) {
     command(kExitCommand);
     EXPECT_EQ(player.WaitForExit(), 0);
     EXPECT_NE(folder_.Read("data/favorite.json").find("tone.mp3"), std::string::npos);
+    EXPECT_TRUE(folder_.Has("data/config.json"));
 }
 
 // Presses a key as a keyboard does: whoever has registered it gets it, whichever window has the focus.
@@ -253,34 +223,21 @@ TEST_F(WindowTest, HotkeysWorkWhileAnotherProgramHasTheFocus) {
     UnregisterHotKey(nullptr, 1);
 }
 
-TEST_F(WindowTest, MediaKeysArriveAsAppCommandsToo) {
-    folder_.Write("music/A/tone.mp3", ToneWav(440.0, 100.0));
-    PlayerProcess player(Arguments({"--music", folder_.At("music")}));
-    const HWND window = player.WaitForWindow(kClass, kTitle);
-    ASSERT_NE(window, nullptr);
-    EXPECT_TRUE(player.WaitForOutput("Playing: ", 1));
-    PostMessageW(window, WM_APPCOMMAND, 0, MAKELPARAM(0, APPCOMMAND_MEDIA_NEXTTRACK));
-    EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
-}
-
 TEST_F(WindowTest, TheFrameComesOffAndBackWithItsMenu) {
     PlayerProcess player(Arguments());
     const HWND window = player.WaitForWindow(kClass, kTitle);
     ASSERT_NE(window, nullptr);
     const auto hasFrame = [&] { return (GetWindowLongPtrW(window, GWL_STYLE) & WS_CAPTION) == WS_CAPTION; };
-    const auto waitForFrame = [&](bool wanted) {
-        for (int i = 0; i < 100 && hasFrame() != wanted; ++i) Sleep(20);
-        Sleep(100);
-        return hasFrame() == wanted;
-    };
     RECT framed, bare, again;
     GetClientRect(window, &framed);
     PostMessageW(window, WM_KEYDOWN, VK_F11, 0);
-    EXPECT_TRUE(waitForFrame(false));
+    EXPECT_TRUE(Becomes([&] { return !hasFrame(); }));
+    Sleep(100);
     GetClientRect(window, &bare);
     EXPECT_GT(bare.bottom, framed.bottom);
     PostMessageW(window, WM_KEYDOWN, VK_F11, 0);
-    EXPECT_TRUE(waitForFrame(true));
+    EXPECT_TRUE(Becomes(hasFrame));
+    Sleep(100);
     GetClientRect(window, &again);
     EXPECT_EQ(again.bottom, framed.bottom);
 }
@@ -304,10 +261,12 @@ TEST_F(WindowTest, TheFrameComesOffByItselfWhenTheMouseRests) {
     SetCursorPos(10, 10);
     Sleep(500);
     SetCursorPos(20, 20);
+    const ULONGLONG moved = GetTickCount64();
     Sleep(8000);
-    EXPECT_TRUE(hasFrame());  // the time counts from the last movement
-    for (int i = 0; i < 200 && hasFrame(); ++i) Sleep(50);
-    EXPECT_FALSE(hasFrame());
+    const bool framed = hasFrame();
+    const bool soonEnough = GetTickCount64() - moved < 9500;  // a busy machine may have slept longer
+    EXPECT_TRUE(framed || !soonEnough) << "the time counts from the last movement";
+    EXPECT_TRUE(Becomes([&] { return !hasFrame(); }));
 }
 
 TEST_F(WindowTest, ABadOptionIsOneLineAndStatusTwo) {
