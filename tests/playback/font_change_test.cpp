@@ -69,13 +69,11 @@ TEST_F(FontChangeTest, AFontThatCannotBeLoadedLeavesTheOldOne) {
 }
 
 TEST_F(FontChangeTest, NextAndPreviousGoRound) {
-    const int32_t expected[] = {1, 2, 0, 1};
-    for (const int32_t index : expected) {
+    for (const int32_t index : {1, 2, 0, 1}) {
         NextSoundFont(app_);
         EXPECT_EQ(app_.soundFonts.currentSoundFont, index);
     }
-    const int32_t back[] = {0, 2, 1};
-    for (const int32_t index : back) {
+    for (const int32_t index : {0, 2, 1}) {
         PreviousSoundFont(app_);
         EXPECT_EQ(app_.soundFonts.currentSoundFont, index);
     }
