@@ -23,6 +23,8 @@ bool SetFont(uint32_t handle) {
     return BASS_MIDI_StreamSetFonts(0, &font, 1);
 }
 
+void LeaveAsItIs(HDSP, uint32_t, void*, uint32_t, void*) {}
+
 const Call kChannelCalls[] = {
     {"Play", [](uint32_t h) { return !BASS_ChannelPlay(h, false); }},
     {"Play again", [](uint32_t h) { return !BASS_ChannelPlay(h, true); }},
@@ -48,6 +50,9 @@ const Call kChannelCalls[] = {
     {"SlideAttribute", [](uint32_t h) { return !BASS_ChannelSlideAttribute(h, BASS_ATTRIB_VOL, 0.5f, 10); }},
     {"IsSliding", [](uint32_t h) { return !BASS_ChannelIsSliding(h, BASS_ATTRIB_VOL); }},
     {"GetLevel", [](uint32_t h) { return BASS_ChannelGetLevel(h) == BASS_LEVEL_ERROR; }},
+    {"SetFX", [](uint32_t h) { return BASS_ChannelSetFX(h, BASS_FX_BFX_PEAKEQ, 0) == 0; }},
+    {"SetDSP", [](uint32_t h) { return BASS_ChannelSetDSP(h, LeaveAsItIs, nullptr, 0) == 0; }},
+    {"TempoCreate", [](uint32_t h) { return BASS_FX_TempoCreate(h, 0) == 0; }},
     {"StreamFree", [](uint32_t h) { return !BASS_StreamFree(h); }},
     {"MusicFree", [](uint32_t h) { return !BASS_MusicFree(h); }},
 };

