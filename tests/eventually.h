@@ -1,4 +1,4 @@
-// For what other threads bring about: true as soon as the claim holds, false when it does not within ten seconds.
+// For what other threads bring about: true as soon as the claim holds, false when it does not within twenty seconds.
 #pragma once
 
 #include <chrono>
@@ -9,7 +9,7 @@ namespace hullrider {
 template <typename Claim>
 bool Eventually(const Claim& claim) {
     using namespace std::chrono_literals;
-    for (int i = 0; i < 1000 && !claim(); ++i) std::this_thread::sleep_for(10ms);
+    for (int i = 0; i < 2000 && !claim(); ++i) std::this_thread::sleep_for(10ms);
     return claim();
 }
 

@@ -9,17 +9,10 @@
 
 namespace hullrider {
 
-class FontThreads : public SoundTest {
-protected:
-    static bool UseFont(HSTREAM stream, HSOUNDFONT font) {
-        const BASS_MIDI_FONT entry{font, -1, 0};
-        return BASS_MIDI_StreamSetFonts(stream, &entry, 1);
-    }
-};
+class FontThreads : public SoundTest {};
 
 TEST_F(FontThreads, FontsAreFreedAndReplacedFromSeveralThreads) {
-    const std::string song = folder_.Write(
-        "song.mid", MidiFile(0, 500, {At(0, {0x90, 69, 100}) + At(60'000, {0x80, 69, 0}) + EndOfTrack()}));
+    const std::string song = SaveMidi(At(0, {0x90, 69, 100}) + At(60'000, {0x80, 69, 0}));
     const std::string paths[] = {folder_.Write("a.sf2", FontBytes({.period = 100})),
                                  folder_.Write("b.sf2", FontBytes({.period = 50}))};
     const HSOUNDFONT first = BASS_MIDI_FontInit(paths[0].c_str(), 0);

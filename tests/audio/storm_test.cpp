@@ -64,55 +64,36 @@ void LiveOnce(const std::string& path, std::minstd_rand& random) {
 void Storm(const std::vector<std::string>& paths, std::vector<std::atomic<uint32_t>>& shared, unsigned seed,
            std::chrono::steady_clock::time_point end) {
     std::minstd_rand random(seed);
+    const std::function<void(uint32_t)> calls[] = {
+        [&](uint32_t h) { BASS_ChannelPlay(h, random() % 2 == 0); },
+        BASS_ChannelPause,
+        BASS_ChannelStop,
+        [&](uint32_t h) { BASS_ChannelSetPosition(h, random() % 400000, BASS_POS_BYTE); },
+        [](uint32_t h) { BASS_ChannelSetAttribute(h, BASS_ATTRIB_VOL, 0.1f); },
+        [&](uint32_t h) {
+            BASS_ChannelSlideAttribute(h, BASS_ATTRIB_VOL, 0.9f, static_cast<uint32_t>(random() % 100));
+        },
+        [](uint32_t h) {
+            float value = 0.0f;
+            BASS_ChannelGetAttribute(h, BASS_ATTRIB_VOL, &value);
+            EXPECT_TRUE(value >= 0.0f && value <= 1.0f);
+        },
+        BASS_ChannelGetLevel,
+        [](uint32_t h) { BASS_ChannelGetPosition(h, BASS_POS_BYTE); },
+        BASS_ChannelIsActive,
+        BASS_StreamFree,
+    };
     while (std::chrono::steady_clock::now() < end) {
         std::atomic<uint32_t>& slot = shared[random() % shared.size()];
-        const uint32_t channel = slot.load();
-        float value = 0.0f;
-        switch (random() % 12) {
-            case 0: {
-                const std::string& path = paths[random() % paths.size()];
-                const uint32_t flags = random() % 2 == 0 ? BASS_SAMPLE_LOOP : 0;
-                const uint32_t created = OpenSong(path, flags);
-                EXPECT_NE(created, 0u);
-                BASS_ChannelPlay(created, false);
-                BASS_StreamFree(slot.exchange(created));
-                break;
-            }
-            case 1:
-                BASS_ChannelPlay(channel, random() % 2 == 0);
-                break;
-            case 2:
-                BASS_ChannelPause(channel);
-                break;
-            case 3:
-                BASS_ChannelStop(channel);
-                break;
-            case 4:
-                BASS_ChannelSetPosition(channel, random() % 400000, BASS_POS_BYTE);
-                break;
-            case 5:
-                BASS_ChannelSetAttribute(channel, BASS_ATTRIB_VOL, 0.1f);
-                break;
-            case 6:
-                BASS_ChannelSlideAttribute(channel, BASS_ATTRIB_VOL, 0.9f, static_cast<uint32_t>(random() % 100));
-                break;
-            case 7:
-                BASS_ChannelGetAttribute(channel, BASS_ATTRIB_VOL, &value);
-                break;
-            case 8:
-                BASS_ChannelGetLevel(channel);
-                break;
-            case 9:
-                BASS_ChannelGetPosition(channel, BASS_POS_BYTE);
-                break;
-            case 10:
-                BASS_ChannelIsActive(channel);
-                break;
-            default:
-                BASS_StreamFree(channel);
-                break;
+        const size_t call = random() % (std::size(calls) + 1);
+        if (call < std::size(calls)) {
+            calls[call](slot);
+            continue;
         }
-        EXPECT_TRUE(value >= 0.0f && value <= 1.0f);
+        const uint32_t created = OpenSong(paths[random() % paths.size()], random() % 2 == 0 ? BASS_SAMPLE_LOOP : 0);
+        EXPECT_NE(created, 0u);
+        BASS_ChannelPlay(created, false);
+        BASS_StreamFree(slot.exchange(created));
     }
 }
 

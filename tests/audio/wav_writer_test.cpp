@@ -36,16 +36,12 @@ size_t FindChunk(const std::string& file, const char* name) {
 
 TEST(WavWriter, TheFileIsRightAfterEveryHeader) {
     const TemporaryFolder folder;
-    const std::string path = folder.At(
-        "r\xC3\xA9"
-        "c.wav");
+    const std::string name = "r\u00E9c.wav";
     WavWriter writer;
-    ASSERT_TRUE(writer.Open(path, 44100));
+    ASSERT_TRUE(writer.Open(folder.At(name), 44100));
     const std::vector<float> frames(2000, 0.25f);
     for (uint64_t written = 0; written < 5000; written += 1000) {
-        const std::string file = folder.Read(
-            "r\xC3\xA9"
-            "c.wav");
+        const std::string file = folder.Read(name);
         EXPECT_EQ(file.substr(0, 4), "RIFF");
         EXPECT_EQ(Number(file, 4, 4), file.size() - 8);
         EXPECT_EQ(Number(file, FindChunk(file, "fmt ") + 4, 4), 44100u);
@@ -54,18 +50,6 @@ TEST(WavWriter, TheFileIsRightAfterEveryHeader) {
         EXPECT_EQ(FindChunk(file, "data") + written * 8, file.size());
         ASSERT_TRUE(writer.Write(frames.data(), 1000));
         ASSERT_TRUE(writer.UpdateHeader());
-    }
-}
-
-TEST(WavWriter, AHeaderNeverPromisesMoreThanIsThere) {
-    const TemporaryFolder folder;
-    WavWriter writer;
-    ASSERT_TRUE(writer.Open(folder.At("a.wav"), 48000));
-    const std::vector<float> frames(96000, 0.5f);
-    for (int i = 0; i < 5; i++) {
-        ASSERT_TRUE(writer.Write(frames.data(), 48000));
-        const std::string file = folder.Read("a.wav");
-        EXPECT_LE(Number(file, FindChunk(file, "data") - 4, 4) + FindChunk(file, "data"), file.size());
     }
 }
 

@@ -49,74 +49,61 @@ TEST(CommandFile, LinesAreReadByTheirWordAndNumbers) {
 }
 
 TEST(CommandFile, WhatIsNoCommandOrHasNoNumberIsPassedOver) {
-    const std::string table[] = {"",
-                                 " ",
-                                 " NEXT_SONG",
-                                 "next_song",
-                                 "NEXT_SONGS",
-                                 "NEXT_SON",
-                                 "rawMIDI 5",  // the setting's name, not the word
-                                 "POS",
-                                 "POS12",
-                                 "POS twelve",
-                                 "POS 12s",
-                                 "POS nan",
-                                 "POS -inf",
-                                 "POS 1e999",
-                                 "VOL ++1",
-                                 "VOL 0x1",
-                                 "VOL 0,5",
-                                 "rawMP3",
-                                 "rawMP3 2147483648",
-                                 "rawMP3 -2147483649",
-                                 "rawMP3 1e300",
-                                 "PLAY_SONG 1",
-                                 "PLAY_SONG 1 x",
-                                 std::string("NEXT_SONG\0", 10),
-                                 std::string(1'000'000, 'x'),
-                                 "POS " + std::string(1'000'000, ' '),
-                                 "POS " + std::string(1'000'000, 'n')};
-    for (const std::string& line : table) EXPECT_FALSE(ParseCommandLine(line)) << line.substr(0, 40);
+    struct {
+        const char* word;
+        Lines rests;
+    } const table[] = {
+        {"", {"", " ", " NEXT_SONG", "next_song", std::string(1'000'000, 'x')}},
+        {"NEXT_SON", {"", "GS", std::string("G\0", 2)}},
+        {"rawMIDI", {" 5"}},  // the setting's name, not the word
+        {"POS", {"", "12", " twelve", " 12s", " nan", " -inf", " 1e999"}},
+        {"POS ", {std::string(1'000'000, ' '), std::string(1'000'000, 'n')}},
+        {"VOL", {" ++1", " 0x1", " 0,5"}},
+        {"rawMP3", {"", " 2147483648", " -2147483649", " 1e300"}},
+        {"PLAY_SONG", {" 1", " 1 x"}},
+    };
+    for (const auto& row : table) {
+        for (const std::string& rest : row.rests) {
+            EXPECT_FALSE(ParseCommandLine(row.word + rest)) << row.word << rest.substr(0, 40);
+        }
+    }
 }
 
-TEST(CommandFile, LinesAreTakenOnceAndTheFileIsEmptied) {
+TEST(CommandFile, LinesAreTakenOnceWhenTheyHaveEndedAndTheFileIsEmptied) {
     const TemporaryFolder folder;
+    ConsoleCapture console;
     CommandFile file;
     EXPECT_EQ(file.TakeLines(folder.Text()), Lines());
     EXPECT_EQ(file.TakeLines(folder.At("missing")), Lines());
     EXPECT_FALSE(folder.Has("commands.txt"));
-
-    folder.Write("commands.txt", "VOL 1\r\n\nSHUFFLE\n");
-    EXPECT_EQ(file.TakeLines(folder.Text()), (Lines{"VOL 1\r", "SHUFFLE"}));
-    EXPECT_EQ(folder.Read("commands.txt"), "");
-    EXPECT_EQ(file.TakeLines(folder.Text()), Lines());
+    const std::string endless(1'000'000, 'x');
+    struct {
+        std::string written;
+        Lines taken;
+        bool empties;
+    } const table[] = {
+        {"VOL 1\r\n\nSHUFFLE\n", {"VOL 1\r", "SHUFFLE"}, true},
+        {"", {}, true},
+        {"POS 1", {}, false},  // half a line waits for its end
+        {"POS 12", {}, false},
+        {"POS 123\n", {"POS 123"}, true},
+        {"POS 4", {}, false},
+        {"POS 4", {"POS 4"}, true},  // one that stays as it is has no end, and none follows
+        {"SHUFFLE\n" + endless + "\nNEXT_SONG\n", {"SHUFFLE", "NEXT_SONG"}, true},
+    };
+    for (const auto& row : table) {
+        folder.Write("commands.txt", row.written);
+        EXPECT_EQ(file.TakeLines(folder.Text()), row.taken) << row.written.substr(0, 40);
+        EXPECT_EQ(folder.Read("commands.txt").empty(), row.empties) << row.written.substr(0, 40);
+    }
+    EXPECT_EQ(console.Errors(), "");
 }
 
-TEST(CommandFile, AHalfLineWaitsForItsEnd) {
+TEST(CommandFile, AHugeFileIsEmptiedUnread) {
     const TemporaryFolder folder;
-    CommandFile file;
-    folder.Write("commands.txt", "POS 1");
-    EXPECT_EQ(file.TakeLines(folder.Text()), Lines());
-    folder.Write("commands.txt", "POS 12");
-    EXPECT_EQ(file.TakeLines(folder.Text()), Lines());
-    folder.Write("commands.txt", "POS 123\n");
-    EXPECT_EQ(file.TakeLines(folder.Text()), Lines{"POS 123"});
-    // One that stays as it is has no end, and none follows.
-    folder.Write("commands.txt", "POS 4");
-    EXPECT_EQ(file.TakeLines(folder.Text()), Lines());
-    EXPECT_EQ(file.TakeLines(folder.Text()), Lines{"POS 4"});
-    EXPECT_EQ(folder.Read("commands.txt"), "");
-}
-
-TEST(CommandFile, AnEndlessLineAndAHugeFileStopNothing) {
-    const TemporaryFolder folder;
-    CommandFile file;
-    folder.Write("commands.txt", "SHUFFLE\n" + std::string(1'000'000, 'x') + "\nNEXT_SONG\n");
-    EXPECT_EQ(file.TakeLines(folder.Text()), (Lines{"SHUFFLE", "NEXT_SONG"}));
-
-    folder.Write("commands.txt", std::string(5'000'000, '\n'));
     ConsoleCapture console;
-    EXPECT_EQ(file.TakeLines(folder.Text()), Lines());
+    folder.Write("commands.txt", std::string(5'000'000, '\n'));
+    EXPECT_EQ(CommandFile().TakeLines(folder.Text()), Lines());
     EXPECT_EQ(folder.Read("commands.txt"), "");
     EXPECT_NE(console.Errors(), "");
 }

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <set>
 #include <string>
 
@@ -130,54 +131,33 @@ protected:
         }
         if (app_.playback.trouble != PlaybackTrouble::kNone) return;
         const double playedSec = Seconds(clock_.Now() - startedAt_);
-        ASSERT_GE(playedSec, std::min(dueSec, 1.0) - 0.25) << app_.playback.currentTitle;
         ASSERT_GE(playedSec, dueSec - 0.25) << app_.playback.currentTitle;
         ASSERT_LE(playedSec, std::max(dueSec, 1.0) + 0.25) << app_.playback.currentTitle;
     }
 
     void Disturb() {
-        switch (chance_.Index(60)) {
-            case 0:  // the user is in a hurry
+        const std::function<void()> disturbances[] = {
+            [&] {  // the user is in a hurry
                 for (int i = 0; i < 2; ++i) StartNext(), Pass(300ms);
-                break;
-            case 1:
+            },
+            [&] {
                 TogglePause(app_);
                 Pass(30s, true);
                 TogglePause(app_);
                 startedAt_ += 30s;
-                break;
-            case 2:
-                NextSoundFont(app_);
-                break;
-            case 3:
-                PlayPreviousSong(app_, draws_);
-                startedAt_ = clock_.Now();
-                break;
-            case 4:
-                app_.selection.shuffle = chance_.Index(3) != 0;
-                break;
-            case 5:
-                NextPlaylist(app_, draws_);
-                startedAt_ = clock_.Now();
-                break;
-            case 6:
-                app_.selection.playMode = kLibraryMode;
-                break;
-            case 7:
-                app_.playback.realTimeVolume = !app_.playback.realTimeVolume;
-                break;
-            case 8:
-                ToggleHighLowVolume(app_);
-                break;
-            case 9:
-                ChangeSettings();
-                break;
-            case 10:
-                MoveAlbums();
-                break;
-            default:
-                break;
-        }
+            },
+            [&] { NextSoundFont(app_); },
+            [&] { PlayPreviousSong(app_, draws_), startedAt_ = clock_.Now(); },
+            [&] { app_.selection.shuffle = chance_.Index(3) != 0; },
+            [&] { NextPlaylist(app_, draws_), startedAt_ = clock_.Now(); },
+            [&] { app_.selection.playMode = kLibraryMode; },
+            [&] { app_.playback.realTimeVolume = !app_.playback.realTimeVolume; },
+            [&] { ToggleHighLowVolume(app_); },
+            [&] { ChangeSettings(); },
+            [&] { MoveAlbums(); },
+        };
+        const uint64_t chosen = chance_.Index(60);
+        if (chosen < std::size(disturbances)) disturbances[chosen]();
     }
 
     void ChangeSettings() {

@@ -10,6 +10,10 @@ namespace {
 // In the order of Category: MIDI, MP3, tracker, favourites, radio.
 using Shares = std::array<int32_t, 5>;
 
+std::array<int32_t, 5> AsList(const SelectionWeights& weights) {
+    return {weights.favorites, weights.midi, weights.mp3, weights.tracker, weights.radio};
+}
+
 Shares SharesOf(const SelectionWeights& weights) {
     Shares shares{};
     for (int32_t percent = 0; percent < 100; ++percent) {
@@ -64,11 +68,7 @@ TEST(SongCategory, KindsThatCannotPlayLoseTheirWeightAndNoWeightAtAllGivesTheBui
         selection.excludeRadioOnce = test.excludeRadio;
         SelectionWeights weights = test.weights;
         PrepareWeights(weights, selection, test.counts);
-        EXPECT_EQ(weights.favorites, test.expected.favorites);
-        EXPECT_EQ(weights.midi, test.expected.midi);
-        EXPECT_EQ(weights.mp3, test.expected.mp3);
-        EXPECT_EQ(weights.tracker, test.expected.tracker);
-        EXPECT_EQ(weights.radio, test.expected.radio);
+        EXPECT_EQ(AsList(weights), AsList(test.expected));
     }
 }
 

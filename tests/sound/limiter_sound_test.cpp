@@ -12,19 +12,10 @@ namespace {
 
 constexpr size_t kDelay = 220;  // frames: 5 ms at 44100 Hz
 
-// What is not the tone itself, as a part of it.
-double Distortion(Samples mono, uint32_t rate, double hz) {
-    double real = 0.0, imaginary = 0.0;
-    const auto count = static_cast<double>(mono.size());
-    const auto phase = [&](size_t i) { return 2 * std::numbers::pi * hz * static_cast<double>(i) / rate; };
-    for (size_t i = 0; i < mono.size(); i++) {
-        real += static_cast<double>(mono[i]) * std::cos(phase(i)) * 2 / count;
-        imaginary += static_cast<double>(mono[i]) * std::sin(phase(i)) * 2 / count;
-    }
-    for (size_t i = 0; i < mono.size(); i++) {
-        mono[i] -= static_cast<float>(real * std::cos(phase(i)) + imaginary * std::sin(phase(i)));
-    }
-    return Rms(mono) * std::numbers::sqrt2 / std::hypot(real, imaginary);
+// What is not the tone itself, as a part of it; over a whole number of its waves.
+double Distortion(const Samples& mono, uint32_t rate, double hz) {
+    const double tone = AmplitudeAt(mono, rate, hz) / std::numbers::sqrt2, all = Rms(mono);
+    return std::sqrt(std::max(0.0, all * all - tone * tone)) / tone;
 }
 
 // The longest run of equal samples that are nearly full.
@@ -57,8 +48,7 @@ TEST_F(LimiterSound, BelowFullScaleEverySampleIsAsItWasOnlyLater) {
         for (size_t i = 0; i < out.size(); i++) {
             ASSERT_EQ(out[i], i < kDelay * 2 ? 0.0f : sound.samples[i - kDelay * 2]) << i;
         }
-        BASS_StreamFree(stream);
-        Render(1000);
+        Finish(stream);
     }
 }
 
@@ -89,8 +79,7 @@ TEST_F(LimiterSound, ATooLoudToneIsTurnedDownNotBent) {
         const Samples out = Left(Render(kRate));
         EXPECT_LT(Distortion(out, kRate, hz), 0.002);
         EXPECT_NEAR(AmplitudeAt(out, kRate, hz), 1.0, 0.01);
-        BASS_StreamFree(stream);
-        Render(kRate);
+        Finish(stream);
     }
 }
 
@@ -102,8 +91,7 @@ TEST_F(LimiterSound, AfterAPeakTheSoundComesBackWithinAThirdOfASecond) {
     EXPECT_LE(Peak(out), 1.0f);
     const auto loudness = [&](size_t afterMs) {
         const size_t begin = 22050 + 1000 + kDelay + afterMs * kRate / 1000;
-        const auto first = out.begin() + static_cast<ptrdiff_t>(begin);
-        return AmplitudeAt(Samples(first, first + 441), kRate, 1000.0) / 0.5;
+        return AmplitudeAt(Part(out, begin, 441), kRate, 1000.0) / 0.5;
     };
     EXPECT_LT(loudness(5), 0.6);
     EXPECT_GT(loudness(120), 0.85);

@@ -97,8 +97,7 @@ TEST_F(PlaybackSound, LoopsHaveNoGapAndPlacesComeRound) {
         EXPECT_TRUE(SeekToFrame(stream, 5));
         const Samples again = Render(kJointFrames + 1);
         EXPECT_NEAR(again.back(), sound.samples[(5 + kJointFrames) % frames * 2 + 1], 1e-6f);
-        BASS_StreamFree(stream);
-        Render(500);
+        Finish(stream);
     }
 }
 
@@ -134,25 +133,16 @@ TEST_F(PlaybackSound, EveryRateAndLayoutPlaysAtItsPitchAndLevel) {
     }
 }
 
-TEST_F(PlaybackSound, SurroundIsFoldedDownWithoutExceedingFullScale) {
-    const HSTREAM stream = Play(Save("surround.wav", Tone(48000, 6, 440.0, 0.5, 0.999)));
-    EXPECT_NE(stream, 0u);
-    const float peak = Peak(Render(kRate / 2));
-    EXPECT_LE(peak, 1.001f);
-    EXPECT_GT(peak, 0.9f);
-}
-
 // For most large numbers of channels nobody agrees on which is which.
-TEST_F(PlaybackSound, ChannelsOfUnknownPlacesAreHeardOnBothSides) {
-    for (const uint32_t channels : {9u, 10u, 11u, 12u, 13u, 16u, 33u, 64u}) {
+TEST_F(PlaybackSound, ManyChannelsAreFoldedDownToBothSidesWithoutExceedingTheirLevel) {
+    for (const uint32_t channels : {6u, 9u, 10u, 11u, 12u, 13u, 16u, 33u, 64u}) {
         SCOPED_TRACE(channels);
-        const HSTREAM stream = Play(Save("many.wav", Tone(kRate, channels, 440.0, 0.3, 0.5)), BASS_SAMPLE_LOOP);
+        const HSTREAM stream = Play(Save("many.wav", Tone(kRate, channels, 440.0, 0.3, 0.999)), BASS_SAMPLE_LOOP);
         const float peak = Peak(Render(kRate));
-        EXPECT_LE(peak, 0.501f);
-        EXPECT_GT(peak, 0.4f);
+        EXPECT_LE(peak, 1.001f);
+        EXPECT_GT(peak, channels == 6 ? 0.9f : 0.8f);
         EXPECT_EQ(BASS_ChannelIsActive(stream), BASS_ACTIVE_PLAYING);
-        BASS_StreamFree(stream);
-        Render(1000);
+        Finish(stream);
     }
 }
 
@@ -208,8 +198,7 @@ TEST_F(PlaybackSound, AFileThatIsCutWhileItPlaysEndsOrLoopsWhatIsLeft) {
         if (test.goesOn) {
             EXPECT_LT(BASS_ChannelGetPosition(stream, BASS_POS_BYTE), 5000u * 8);
         }
-        BASS_StreamFree(stream);
-        Render(1000);
+        Finish(stream);
     }
 }
 

@@ -5,6 +5,8 @@
 #include <numbers>
 #include <random>
 
+#include "tests/audio/midi_bytes.h"
+
 namespace hullrider {
 
 namespace {
@@ -49,11 +51,23 @@ TestSound Constant(uint32_t rate, size_t frames, float value) {
     return {rate, 2, Samples(frames * 2, value)};
 }
 
-TestSound Noise(uint32_t rate, size_t frames) {
+TestSound Noise(uint32_t rate, size_t frames, unsigned seed) {
     TestSound sound{rate, 2, {}};
-    std::minstd_rand random(7);
+    std::minstd_rand random(seed);
     for (size_t i = 0; i < frames * 2; i++) {
         sound.samples.push_back(static_cast<float>(static_cast<int>(random() % 40000) - 20000) / 32768.0f);
+    }
+    return sound;
+}
+
+TestSound Sweep(uint32_t rate, double seconds, double fromHz, double hzPerSec) {
+    TestSound sound{rate, 2, {}};
+    const auto frames = static_cast<size_t>(seconds * rate);
+    for (size_t i = 0; i < frames; i++) {
+        const double t = static_cast<double>(i) / rate;
+        const double turns = fromHz * t + hzPerSec * t * t / 2.0;
+        const double value = std::round(16384.0 * std::sin(2.0 * std::numbers::pi * turns)) / 32768.0;
+        sound.samples.insert(sound.samples.end(), 2, static_cast<float>(value));
     }
     return sound;
 }
@@ -119,10 +133,32 @@ float Peak(const Samples& samples) {
     return peak;
 }
 
+double Decibels(double ratio) {
+    return 20.0 * std::log10(std::max(ratio, 1e-9));
+}
+
+double SteepestStep(const Samples& stereo) {
+    double worst = 0.0;
+    for (size_t i = 2; i < stereo.size(); i++) {
+        worst = std::max(worst, std::fabs(static_cast<double>(stereo[i] - stereo[i - 2])));
+    }
+    return worst;
+}
+
+Samples Part(const Samples& samples, size_t from, size_t count) {
+    const auto first = samples.begin() + static_cast<ptrdiff_t>(from);
+    return {first, first + static_cast<ptrdiff_t>(count)};
+}
+
 Samples SoundTest::Render(size_t frames, size_t blockFrames) {
     Samples out(frames * 2);
     EXPECT_TRUE(RenderManually(out.data(), frames, blockFrames));
     return out;
+}
+
+void SoundTest::Finish(HSTREAM stream) {
+    EXPECT_TRUE(BASS_StreamFree(stream));
+    Render(1000);
 }
 
 bool SoundTest::SeekToFrame(uint32_t channel, int64_t frame) {
@@ -137,6 +173,15 @@ double SoundTest::PositionSec(uint32_t channel) {
 
 double SoundTest::LengthSec(uint32_t channel) {
     return BASS_ChannelBytes2Seconds(channel, BASS_ChannelGetLength(channel, BASS_POS_BYTE));
+}
+
+std::string SoundTest::SaveMidi(const std::string& track) const {
+    return folder_.Write("song.mid", MidiFile(0, 500, {track + EndOfTrack()}));
+}
+
+bool SoundTest::UseFont(HSTREAM stream, HSOUNDFONT font) {
+    const BASS_MIDI_FONT entry{font, -1, 0};
+    return BASS_MIDI_StreamSetFonts(stream, &entry, 1);
 }
 
 }  // namespace hullrider

@@ -28,7 +28,9 @@ TestSound Tone(uint32_t rate, uint32_t channels, double hz, double seconds, doub
 // One value in every channel.
 TestSound Constant(uint32_t rate, size_t frames, float value);
 // Stereo noise in which every place is unlike any other; each sample a whole number of 1/32768.
-TestSound Noise(uint32_t rate, size_t frames);
+TestSound Noise(uint32_t rate, size_t frames, unsigned seed = 7);
+// A tone that rises steadily, so that its pitch tells the time; each sample a whole number of 1/32768.
+TestSound Sweep(uint32_t rate, double seconds, double fromHz, double hzPerSec);
 
 enum class WavFormat { kPcm8, kPcm16, kPcm24, kFloat };
 std::string WavBytes(const TestSound& sound, WavFormat format = WavFormat::kPcm16);
@@ -41,6 +43,11 @@ double FrequencyOf(const Samples& mono, uint32_t rate);
 double AmplitudeAt(const Samples& mono, uint32_t rate, double hz);
 double Rms(const Samples& samples);
 float Peak(const Samples& samples);
+double Decibels(double ratio);
+// The greatest step from one frame of stereo samples to the next.
+double SteepestStep(const Samples& stereo);
+// So many of the samples, `from` the first of them.
+Samples Part(const Samples& samples, size_t from, size_t count);
 
 // The library on an output without time, at 44100 Hz if a test asks for nothing else.
 class SoundTest : public testing::Test {
@@ -72,9 +79,15 @@ protected:
         EXPECT_TRUE(BASS_ChannelPlay(stream, false));
         return stream;
     }
+    // Frees a stream and lets what is left of it die away.
+    static void Finish(HSTREAM stream);
     static bool SeekToFrame(uint32_t channel, int64_t frame);
     static double PositionSec(uint32_t channel);
     static double LengthSec(uint32_t channel);
+
+    // A MIDI file of one track in which a tick is a millisecond, and a SoundFont for a stream, or for all to come.
+    std::string SaveMidi(const std::string& track) const;
+    static bool UseFont(HSTREAM stream, HSOUNDFONT font);
 
     TemporaryFolder folder_;
 };

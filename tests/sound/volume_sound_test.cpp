@@ -33,14 +33,6 @@ protected:
         }
         return worst;
     }
-    // The greatest step between two frames.
-    static double SteepestStep(const Samples& stereo) {
-        double worst = 0.0;
-        for (size_t i = 2; i < stereo.size(); i++) {
-            worst = std::max(worst, std::fabs(static_cast<double>(stereo[i] - stereo[i - 2])));
-        }
-        return worst;
-    }
 };
 
 TEST_F(VolumeSound, SlidesFollowTheLineToTheSampleInBlocksOfAnySize) {
@@ -53,8 +45,7 @@ TEST_F(VolumeSound, SlidesFollowTheLineToTheSampleInBlocksOfAnySize) {
         EXPECT_LT(DistanceFromLine(Render(44200, block), 0.0, 0.8, 44100), 0.0008);
         EXPECT_FALSE(Slides(stream));
         EXPECT_EQ(Get(stream), 0.8f);
-        BASS_StreamFree(stream);
-        Render(1000);
+        Finish(stream);
     }
 }
 
@@ -67,35 +58,25 @@ TEST_F(VolumeSound, ASlideBeginsWhereTheVolumeIsAndReplacesARunningOne) {
     EXPECT_LT(DistanceFromLine(Render(23000), 0.75, 1.0, 22050), 0.001);
 }
 
+// A slide in no time is a set.
 TEST_F(VolumeSound, OrdersBetweenTwoBlocksArePutTogether) {
-    const HSTREAM stream = PlayOnes();
-    Render(441);
-    Slide(stream, 0.9f, 5000);
-    Set(stream, 0.25f);
-    EXPECT_EQ(Get(stream), 0.25f);
-    EXPECT_FALSE(Slides(stream));
-    Slide(stream, 0.9f, 60000);
-    Slide(stream, 0.5f, 1000);
-    EXPECT_EQ(Get(stream), 0.25f);
-    const Samples out = Render(44100);
-    // After the few milliseconds in which the jump from 1.0 is smoothed, exactly the line from 0.25.
-    for (const size_t frame : {500u, 22050u, 44000u}) {
-        EXPECT_NEAR(static_cast<double>(out[frame * 2]), 0.25 + 0.25 * static_cast<double>(frame) / 44100.0, 0.0005);
+    for (const bool asSlide : {false, true}) {
+        const HSTREAM stream = PlayOnes();
+        Render(441);
+        Slide(stream, 0.9f, 5000);
+        asSlide ? Slide(stream, 0.25f, 0) : Set(stream, 0.25f);
+        EXPECT_EQ(Get(stream), 0.25f);
+        EXPECT_FALSE(Slides(stream));
+        Slide(stream, 0.9f, 60000);
+        Slide(stream, 0.5f, 1000);
+        EXPECT_EQ(Get(stream), 0.25f);
+        const Samples out = Render(44100);
+        // After the few milliseconds in which the jump from 1.0 is smoothed, exactly the line from 0.25.
+        for (const size_t frame : {500u, 22050u, 44000u}) {
+            EXPECT_NEAR(static_cast<double>(out[frame * 2]), 0.25 + 0.25 * static_cast<double>(frame) / 44100.0, 5e-4);
+        }
+        Finish(stream);
     }
-}
-
-TEST_F(VolumeSound, ASlideInNoTimeIsASetAlsoForTheSlideAfterIt) {
-    const HSTREAM stream = PlayOnes();
-    Render(441);
-    Slide(stream, 0.9f, 5000);
-    Slide(stream, 0.25f, 0);
-    EXPECT_EQ(Get(stream), 0.25f);
-    EXPECT_FALSE(Slides(stream));
-    Slide(stream, 0.75f, 1000);
-    EXPECT_EQ(Get(stream), 0.25f);
-    const Samples out = Render(44100);
-    EXPECT_NEAR(out[500 * 2], 0.25 + 0.5 * 500 / 44100, 0.0005);
-    EXPECT_NEAR(out[22050 * 2], 0.5, 0.0005);
 }
 
 TEST_F(VolumeSound, AHardSetIsReachedWithinTenMillisecondsAndWithoutAStep) {
@@ -166,31 +147,11 @@ TEST_F(VolumeSound, TheLevelForgetsWithinFiftyMilliseconds) {
 
 TEST_F(VolumeSound, TwoStreamsAddUp) {
     const TestSound one = Noise(kRate, 4410), other = Tone(kRate, 2, 700.0, 0.1, 0.25);
-    const HSTREAM first = Play(Save("one.wav", one)), second = Play(Save("other.wav", other));
+    const HSTREAM first = Play(Save("one.wav", one));
+    Play(Save("other.wav", other));
     Set(first, 0.5f);
     const Samples out = Render(4410);
     for (size_t i = 0; i < out.size(); i++) ASSERT_NEAR(out[i], one.samples[i] * 0.5f + other.samples[i], 2e-5f) << i;
-    EXPECT_NE(first, second);
-}
-
-TEST_F(VolumeSound, WhatBreaksOffDoesNotClick) {
-    struct Case {
-        const char* name;
-        bool (*act)(uint32_t);
-    };
-    for (const Case& test : {Case{"pause", BASS_ChannelPause}, {"stop", BASS_ChannelStop}, {"free", BASS_StreamFree}}) {
-        SCOPED_TRACE(test.name);
-        const HSTREAM stream = PlayOnes();
-        Samples out = Render(1000);
-        test.act(stream);
-        const Samples after = Render(1000);
-        out.insert(out.end(), after.begin(), after.end());
-        out.erase(out.begin(), out.begin() + 20);
-        EXPECT_LT(SteepestStep(out), 0.06);
-        EXPECT_EQ(after.back(), 0.0f);
-        BASS_StreamFree(stream);
-        Render(1000);
-    }
 }
 
 }  // namespace hullrider

@@ -1,9 +1,6 @@
 #!/usr/bin/env python3
 """device_test.py PROGRAM: the console front on a real sound server, which is killed, halted and changed under it."""
 
-import array
-import json
-import math
 import pathlib
 import shutil
 import subprocess
@@ -12,22 +9,13 @@ import tempfile
 import threading
 import time
 import unittest
-import wave
 
-from sound_server import PATIENCE_SEC, RATE, SoundServer, strength, wait_until
+from playing import PATIENCE_SEC, strength, wait_until, write_settings, write_tone
+from sound_server import RATE, SoundServer
 
 PROGRAM = sys.argv.pop(1)
 TONE_HZ = 400.0
 AUDIBLE = 0.1  # the tone's amplitude is 0.5 and the volume 0.5
-
-
-def write_tone(path, seconds, rate=8000):
-    path.parent.mkdir(parents=True, exist_ok=True)
-    samples = array.array("h", (int(16384 * math.sin(2 * math.pi * TONE_HZ * i / rate))
-                                for i in range(int(seconds * rate))))
-    with wave.open(str(path), "wb") as out:
-        out.setparams((1, 2, rate, 0, "NONE", ""))
-        out.writeframes(samples.tobytes())
 
 
 class Player:
@@ -79,33 +67,24 @@ class DeviceTest(unittest.TestCase):
         """The data folder of a player that knows two songs and plays each for so long."""
         data = self.folder / "data"
         for name in ("one", "two"):
-            write_tone(self.folder / "music" / "Album" / f"{name}.mp3", 60)
-        self.run_briefly(data)
-        path = data / "MusicSettings.json"
-        settings = json.loads(path.read_text())
-        settings.update(directoryPaths=[str(self.folder / "music")], songPlayDurationMin=play_sec,
-                        songPlayDurationMax=play_sec, FADE_DURATION_MS=500, volumeLevel=0.5)
-        path.write_text(json.dumps(settings))
+            write_tone(self.folder / "music" / "Album" / f"{name}.mp3", TONE_HZ, 60, rate=8000)
+        write_settings(PROGRAM, data, directoryPaths=[str(self.folder / "music")], songPlayDurationMin=play_sec,
+                       songPlayDurationMax=play_sec, FADE_DURATION_MS=500, volumeLevel=0.5)
         return data
-
-    @staticmethod
-    def run_briefly(data):
-        subprocess.run([PROGRAM, "--data-dir", str(data), "--output", "null", "--for", "0"], check=True,
-                       stdin=subprocess.DEVNULL, capture_output=True, timeout=PATIENCE_SEC)
 
     def start_with(self, data):
         player = Player(data, self.server.environment)
         self.addCleanup(player.end)
         return player
 
-    def sec_until_heard(self, sink, patience=PATIENCE_SEC):
+    def sec_until_heard(self, sink):
         """Seconds until the tone comes out of the sink, whole for half a second; fails when it never does."""
         begin = time.monotonic()
-        while time.monotonic() - begin < patience:
+        while time.monotonic() - begin < PATIENCE_SEC:
             heard = self.server.record(sink, 0.5)
             step = RATE // 10
             blocks = [heard[i:i + step] for i in range(0, len(heard) - step + 1, step)]
-            if len(blocks) >= 4 and all(strength(block, TONE_HZ) > AUDIBLE for block in blocks):
+            if len(blocks) >= 4 and all(strength(block, TONE_HZ, RATE) > AUDIBLE for block in blocks):
                 return time.monotonic() - begin
         return self.fail(f"no tone came out of the {sink} sink")
 
@@ -116,7 +95,7 @@ class DeviceTest(unittest.TestCase):
         rises = [i for i in range(1, len(heard)) if heard[i - 1] < 0.0 <= heard[i]]
         frequency = (len(rises) - 1) * RATE / (rises[-1] - rises[0])
         self.assertAlmostEqual(frequency, TONE_HZ, delta=1.0)
-        self.assertAlmostEqual(strength(heard, TONE_HZ), 0.25, delta=0.05)
+        self.assertAlmostEqual(strength(heard, TONE_HZ, RATE), 0.25, delta=0.05)
 
     def test_songs_go_on_while_the_server_is_gone_and_are_heard_when_it_is_back(self):
         player = self.start_player(play_sec=3)
@@ -129,21 +108,17 @@ class DeviceTest(unittest.TestCase):
         player.say("quit")
         self.assertEqual(player.process.wait(timeout=PATIENCE_SEC), 0)
 
-    def test_the_default_sink_is_followed(self):
+    def test_the_default_sink_is_followed_and_one_that_is_taken_away_gives_way_to_another(self):
         self.start_player(play_sec=50)
         self.sec_until_heard("first")
         self.server.control("set-default-sink", "second")
         print(f"heard from the new one after {self.sec_until_heard('second'):.1f} s")
-
-    def test_a_sink_that_is_taken_away_gives_way_to_another(self):
-        self.start_player(play_sec=50)
-        self.sec_until_heard("first")
-        self.server.take_away("first")
-        print(f"heard from the other one after {self.sec_until_heard('second'):.1f} s")
+        self.server.take_away("second")
+        print(f"heard from the other one after {self.sec_until_heard('first'):.1f} s")
 
     def test_a_device_without_anything_to_play_is_let_rest_and_wakes(self):
         data = self.scan_music(play_sec=50)
-        self.run_briefly(data)  # scans the music
+        write_settings(PROGRAM, data)  # scans the music
         music = self.folder / "music"
         music.rename(self.folder / "away")
         player = self.start_with(data)

@@ -1,24 +1,13 @@
 """A PulseAudio server of the test's own, with sinks that nobody hears, and what comes out of them."""
 
 import array
-import math
 import os
 import signal
 import subprocess
-import time
+
+from playing import PATIENCE_SEC, wait_until
 
 RATE = 48000
-PATIENCE_SEC = 20  # with a machine that has other things to do
-
-
-def wait_until(condition, patience=PATIENCE_SEC):
-    """Seconds until the condition held, or None."""
-    begin = time.monotonic()
-    while time.monotonic() - begin < patience:
-        if condition():
-            return time.monotonic() - begin
-        time.sleep(0.05)
-    return None
 
 
 class SoundServer:
@@ -83,13 +72,3 @@ class SoundServer:
             parec.kill()
         samples.frombytes(heard[:len(heard) - len(heard) % samples.itemsize])
         return samples
-
-
-def strength(block, frequency):
-    """Amplitude of one frequency within a block (Goertzel)."""
-    turn = 2 * math.cos(2 * math.pi * frequency / RATE)
-    s1 = s2 = 0.0
-    for sample in block:
-        s1, s2 = sample + turn * s1 - s2, s1
-    power = s1 * s1 + s2 * s2 - turn * s1 * s2
-    return 2 * math.sqrt(max(power, 0.0)) / max(1, len(block))
