@@ -4,6 +4,7 @@
 
 #include "app/favorites_files.h"
 #include "app/settings_file.h"
+#include "app/shell_options_file.h"
 #include "library/cache.h"
 #include "library/favorites.h"
 #include "library/play_counts.h"
@@ -127,6 +128,9 @@ void SaveSettingsFile(const AppState& state) {
     Settings settings = state.settings;
     settings.volumeLevel = NormalVolume(state);
     SaveSettings(StatePath(state.shell.dataDirectory, "\\MusicSettings.json"), settings);
+    ShellOptions options = state.shell.options;
+    options.isEquallyLoud = state.playback.realTimeVolume;
+    SaveShellOptions(StatePath(state.shell.dataDirectory, kShellOptionsFile), options);
 }
 
 void FillLibrary(Player& player) {

@@ -24,7 +24,7 @@ void LoadLibrary(AppState& state);
 
 // Loads the settings, and recounts by their weights.
 void LoadSettingsFile(AppState& state);
-void SaveSettingsFile(const AppState& state);
+void SaveSettingsFile(const AppState& state);  // and the shell's own options
 
 // Brings the library up to date once the settings are there, and notes whether there are music folders: the kinds are
 // mixed when the music comes from some folder of this run, and not when it is only left over in the cache.

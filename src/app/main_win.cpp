@@ -5,10 +5,14 @@
 #include <shellapi.h>
 #include <shellscalingapi.h>
 
+#include "app/commands.h"
+#include "app/data_directory.h"
 #include "app/front.h"
 #include "app/main_window_win.h"
 #include "app/player.h"
+#include "app/single_instance_win.h"
 #include "app/startup.h"
+#include "app/window_place_win.h"
 #include "audio/output_choice.h"
 #include "dialogs/dialogs_win.h"
 #include "display/gdiplus_win.h"
@@ -64,6 +68,9 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
     const INITCOMMONCONTROLSEX controls{sizeof(INITCOMMONCONTROLSEX), 255};
     InitCommonControlsEx(&controls);
 
+    const SingleInstance instanceOfFolder(ChooseDataDirectory(options));
+    if (!instanceOfFolder.IsFirst()) return 0;
+
     Player player;
     player.options = options;
     if (options.forSec) SetErrorBoxHandler(PrintErrorBox);  // nobody may be there to close a box
@@ -72,11 +79,13 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
         PrintErrorLine("The window could not be created.");
         return -1;
     }
+    instanceOfFolder.Mark(window.Handle());
     StartPlayer(player);
     PrintLine("Output: " + OutputDescription());
     window.Activate();
+    showCommand = RestorePlace(window.Handle(), player.state.shell.options, showCommand);
     interruptedWindow = window.Handle();
-    OnInterrupt([] { PostMessageW(interruptedWindow, WM_CLOSE, 0, 0); });
+    OnInterrupt([] { PostMessageW(interruptedWindow, WM_COMMAND, kExitCommand, 0); });
     ShowWindow(window.Handle(), showCommand);
     UpdateWindow(window.Handle());
     return RunMessageLoop();

@@ -6,14 +6,19 @@
 #include <optional>
 
 #include "app/commands.h"
+#include "app/dropped_songs.h"
 #include "app/library_loading.h"
 #include "app/menu_win.h"
 #include "app/options.h"
 #include "app/shutdown.h"
+#include "app/single_instance_win.h"
 #include "app/startup.h"
+#include "app/window_place_win.h"
 #include "dialogs/dialogs_win.h"
 #include "input/hotkeys_win.h"
 #include "platform/console.h"
+#include "platform/message_box.h"
+#include "platform/text_win.h"
 #include "platform/window_class_win.h"
 #include "playback/loudness.h"
 #include "playback/seek.h"
@@ -25,6 +30,7 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"HelloWorldClass";
 constexpr wchar_t kTitle[] = L"Hullrider Radio";
+constexpr const char* kName = "Hullrider Radio";
 
 constexpr float kLargestWidth = 1250.0F;
 constexpr float kLargestHeight = 458.0F;
@@ -110,6 +116,7 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player)
     shell.instance = instance;
     shell.mainWindow = window_;
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    DragAcceptFiles(window_, TRUE);
     panel_.Attach(window_, EnabledElements());
     player_.takeHotkeys = [this] { TakeHotkeys(); };
     player_.openWindow = [instance, host = MakeDialogHost()](const OptionWindow& window) {
@@ -119,6 +126,8 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player)
     player_.endProgram = [this] { EndProgram(); };
     player_.releaseFront = [this] {
         CloseDialogs();
+        NotePlace(window_, player_.state.shell.options);
+        tray_.Remove();
         KillTimers();
         UnregisterHotkeys(window_);
         panel_.Release();
@@ -144,6 +153,7 @@ void MainWindow::Activate() {
         SetTimer(window_, kEndTimer, static_cast<UINT>(ms), nullptr);
     }
     SetMenu(window_, BuildMainMenu());
+    tray_.Add(window_);
 }
 
 LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -160,6 +170,14 @@ LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam,
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (const std::optional<LRESULT> answer = panel_.HandleMessage(message, wParam, lParam)) return *answer;
+    if (const std::optional<TrayIcon::Click> click = tray_.Understand(message, lParam)) {
+        OnTrayClick(*click);
+        return 0;
+    }
+    if (message == SingleInstance::ShowMessage()) {
+        BringToFront();
+        return 0;
+    }
     switch (message) {
         case WM_COMMAND:
             Run(LOWORD(wParam));
@@ -174,8 +192,21 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             return DefWindowProcW(window_, message, wParam, lParam);
         case WM_KEYDOWN:
-            OnKey(wParam);
+            OnKey(wParam, (HIWORD(lParam) & KF_REPEAT) != 0);
             return 0;
+        case WM_DROPFILES:
+            OnDrop(reinterpret_cast<HDROP>(wParam));
+            return 0;
+        case WM_EXITSIZEMOVE:
+            NotePlace(window_, player_.state.shell.options);
+            SaveSoon();
+            return 0;
+        case WM_CLOSE:
+            if (player_.state.shell.options.closesToTray && tray_.IsShown()) {
+                ShowWindow(window_, SW_HIDE);
+                return 0;
+            }
+            return DefWindowProcW(window_, message, wParam, lParam);
         case WM_TIMER:
             OnTimer(wParam);
             return 0;
@@ -202,6 +233,7 @@ void MainWindow::OnTimer(WPARAM timer) {
         case kPanelTimer:
             SampleLoudness(player_.state.playback);
             RefreshPanel();
+            tray_.SetTip(TrayTip());
             break;
         case kPollTimer:
             PollPlayer(player_);
@@ -229,9 +261,48 @@ void MainWindow::OnTimer(WPARAM timer) {
     }
 }
 
-void MainWindow::OnKey(WPARAM key) {
+void MainWindow::OnKey(WPARAM key, bool isRepeated) {
     if (key == VK_F11) borderless_.Toggle(window_);
-    Run(shortcuts_.CommandOfKey(key));
+    Run(shortcuts_.CommandOfKey(key, isRepeated));
+}
+
+void MainWindow::OnDrop(HDROP drop) {
+    std::vector<std::string> paths(DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0));
+    for (size_t i = 0; i < paths.size(); ++i) {
+        const auto index = static_cast<UINT>(i);
+        std::wstring path(DragQueryFileW(drop, index, nullptr, 0) + 1, L'\0');
+        path.resize(DragQueryFileW(drop, index, path.data(), static_cast<UINT>(path.size())));
+        paths[i] = Utf8FromWide(path);
+    }
+    DragFinish(drop);
+    if (!PlayDropped(player_, paths)) ShowErrorBox("There is no music among what was dropped that can be played.");
+    RefreshPanel();
+}
+
+void MainWindow::OnTrayClick(TrayIcon::Click click) {
+    if (click == TrayIcon::Click::kMenu) return ShowTrayMenu();
+    BringToFront();
+}
+
+void MainWindow::ShowTrayMenu() {
+    bool& closesToTray = player_.state.shell.options.closesToTray;
+    const HMENU menu = BuildTrayMenu(closesToTray);
+    POINT mouse{};
+    GetCursorPos(&mouse);
+    // Else the menu does not close when the user clicks beside it.
+    SetForegroundWindow(window_);
+    const int command = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, window_, nullptr);
+    DestroyMenu(menu);
+    if (command == kCloseToTrayItem) {
+        closesToTray = !closesToTray;
+        return SaveSoon();
+    }
+    // Posted, as the menu bar does it: the command may end the program.
+    if (command != 0) PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+void MainWindow::SaveSoon() {
+    SetTimer(window_, kSaveTimer, kSaveDelayMs, nullptr);
 }
 
 // What has changed is shown at once.
@@ -241,7 +312,7 @@ void MainWindow::Run(int32_t command) {
 
 std::shared_ptr<DialogHost> MainWindow::MakeDialogHost() {
     AppState& state = player_.state;
-    const auto keepSettings = [this] { SetTimer(window_, kSaveTimer, kSaveDelayMs, nullptr); };
+    const auto keepSettings = [this] { SaveSoon(); };
     return std::make_shared<DialogHost>(DialogHost{state, player_.hotkeys, player_.refusedHotkeys, VersionText(),
                                                    keepSettings, [&state] { RecountSongs(state); },
                                                    [this] { TakeHotkeys(); }, [this] { UnregisterHotkeys(window_); }});
@@ -257,7 +328,7 @@ void MainWindow::TakeHotkeys() {
 }
 
 void MainWindow::BringToFront() {
-    if (IsIconic(window_) != 0) ShowWindow(window_, SW_RESTORE);
+    ShowWindow(window_, IsIconic(window_) != 0 ? SW_RESTORE : SW_SHOW);
     SetForegroundWindow(window_);
 }
 
@@ -273,6 +344,11 @@ void MainWindow::OnSize(WPARAM kind, LPARAM size) {
 void MainWindow::FollowDpi(const RECT& proposed) {
     SetWindowPos(window_, nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
                  proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+std::string MainWindow::TrayTip() const {
+    const std::string& title = player_.state.playback.currentTitle;
+    return title.empty() ? std::string(kName) : title + " - " + kName;
 }
 
 void MainWindow::RefreshPanel() {

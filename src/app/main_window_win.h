@@ -8,6 +8,7 @@
 #include "app/borderless_win.h"
 #include "app/player.h"
 #include "app/shortcuts_win.h"
+#include "app/tray_icon_win.h"
 #include "dialogs/dialog_host.h"
 #include "display/panel_view_win.h"
 
@@ -32,7 +33,12 @@ private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnTimer(WPARAM timer);
-    void OnKey(WPARAM key);
+    void OnKey(WPARAM key, bool isRepeated);
+    void OnDrop(HDROP drop);
+    void OnTrayClick(TrayIcon::Click click);
+    void ShowTrayMenu();
+    std::string TrayTip() const;
+    void SaveSoon();
     void Run(int32_t command);
     std::shared_ptr<DialogHost> MakeDialogHost();
     void TakeHotkeys();
@@ -48,6 +54,7 @@ private:
     PanelView panel_;
     Borderless borderless_;
     Shortcuts shortcuts_;
+    TrayIcon tray_;
     HWND window_ = nullptr;
 };
 

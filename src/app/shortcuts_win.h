@@ -1,5 +1,6 @@
-// Keys of the main window while it has the focus: Ctrl+= and Ctrl+- raise and lower the favourite count, once however
-// long they are held. UI thread.
+// Keys of the main window while it has the focus: Space plays and pauses, the arrow keys go to the next and the
+// previous song and turn the volume, Ctrl+= and Ctrl+- raise and lower the favourite count, once however long they are
+// held. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -10,8 +11,8 @@ namespace hullrider {
 
 class Shortcuts {
 public:
-    // The command of a key that went down, 0 for none.
-    int32_t CommandOfKey(WPARAM key);
+    // The command of a key that went down, 0 for none. `isRepeated`: it has been held since an earlier message.
+    int32_t CommandOfKey(WPARAM key, bool isRepeated);
 
     // Notices keys that are no longer held. Ten times a second.
     void ReleaseLatches();

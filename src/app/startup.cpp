@@ -9,6 +9,7 @@
 #include "app/favorites_files.h"
 #include "app/library_loading.h"
 #include "app/listening_files.h"
+#include "app/shell_options_file.h"
 #include "input/hotkey_file.h"
 #include "library/folder_config_file.h"
 #include "platform/console.h"
@@ -96,6 +97,7 @@ void PrintAudiobookSummary(const AudiobookState& audiobooks) {
 void StartPlayer(Player& player) {
     player.state.shell.dataDirectory = ChooseDataDirectory(player.options);
     CreateDataDirectory(player.state.shell.dataDirectory);
+    LoadShellOptions(StatePath(player.state.shell.dataDirectory, kShellOptionsFile), player.state.shell.options);
     LoadHotkeyFiles(StatePath(player.state.shell.dataDirectory, "\\hotkeyConfig.json"), player.hotkeys);
     if (player.takeHotkeys) player.takeHotkeys();
     OpenControllers(player.controllers);
@@ -116,6 +118,7 @@ void RunStartupSequence(Player& player) {
     LoadFoldersAndSoundFonts(player);
     LoadSettingsFile(state);
     TakeVolumeFromSettings(state);
+    state.playback.realTimeVolume = state.shell.options.isEquallyLoud;
     if (player.companionEdition) AddCompanionMusic(state);
     FillLibrary(player);
     if (!state.folders.hullriderPath.empty()) WriteRunningMarker(state.folders.hullriderPath, "yes");

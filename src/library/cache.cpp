@@ -63,6 +63,7 @@ std::string CacheText(const std::vector<Playlist>& playlists) {
     std::string text = R"({"playlists":[)";
     std::string_view separator = "\n";
     for (const Playlist& playlist : playlists) {
+        if (playlist.isOfThisRun) continue;
         text += std::exchange(separator, ",\n");
         AppendPlaylist(text, playlist);
     }

@@ -9,6 +9,7 @@
 #include "library/music_type.h"
 #include "platform/console.h"
 #include "platform/folder.h"
+#include "platform/paths.h"
 
 namespace hullrider {
 
@@ -71,6 +72,18 @@ std::vector<std::string> AlbumNames(const std::string& path, const FavoritesFoun
     return names;
 }
 
+std::string OwnName(const std::string& folder) {
+    return Utf8FromPath(PathFromUtf8(AbsolutePath(folder)).filename());
+}
+
+void GatherFolder(const std::string& folder, std::vector<Song>& songs) {
+    const auto take = [&songs](std::vector<Song> found) {
+        songs.insert(songs.end(), std::make_move_iterator(found.begin()), std::make_move_iterator(found.end()));
+    };
+    take(ScanAlbum(folder, {}));
+    for (const std::string& name : AlbumNames(folder, {})) take(ScanAlbum(JoinPath(folder, name), {}));
+}
+
 void ScanInto(MusicLibrary& library, const std::string& path, const FavoritesFound& favoritesFound) {
     std::vector<Playlist> found = ScanDirectory(path, library, favoritesFound);
     library.playlists.insert(library.playlists.end(), std::make_move_iterator(found.begin()),
@@ -97,6 +110,24 @@ std::vector<Playlist> ScanDirectory(const std::string& path, MusicLibrary& libra
         playlists.push_back(std::move(playlist));
     }
     return playlists;
+}
+
+Playlist GatherSongs(const std::vector<std::string>& paths) {
+    Playlist gathered;
+    gathered.isOfThisRun = true;
+    gathered.albumName = paths.size() == 1 && IsFolder(paths[0]) ? OwnName(paths[0]) : "Dropped songs";
+    for (const std::string& path : paths) {
+        if (IsFolder(path)) {
+            GatherFolder(path, gathered.songs);
+        } else if (const MusicType type = MusicTypeOf(path); type != kUnsupported && IsFile(path)) {
+            Song song;
+            song.songPath = path;
+            song.musicType = type;
+            gathered.songs.push_back(std::move(song));
+        }
+    }
+    gathered.songCount = static_cast<int32_t>(gathered.songs.size());
+    return gathered;
 }
 
 void RescanMusicLibrary(MusicLibrary& library, const std::vector<std::string>& directoryPaths,

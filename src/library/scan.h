@@ -21,6 +21,10 @@ using FavoritesFound = std::function<void(const std::string& path)>;
 std::vector<Playlist> ScanDirectory(const std::string& path, MusicLibrary& library,
                                     const FavoritesFound& favoritesFound = {});
 
+// One playlist, of this run only, with the songs among the files and those in the folders and in the folders directly
+// inside them, in the order given. It bears the folder's name when there is just one. What is no music is passed over.
+Playlist GatherSongs(const std::vector<std::string>& paths);
+
 // Replaces the playlists with those of the directories, in their order, and saves the cache; an empty `cachePath` saves
 // nothing. Indices of songs and playlists that anyone kept are void after it, and the caller recounts.
 void RescanMusicLibrary(MusicLibrary& library, const std::vector<std::string>& directoryPaths,

@@ -10,16 +10,6 @@ int32_t CountOf(const auto& list) {
     return static_cast<int32_t>(list.size());
 }
 
-bool EnterPlaylist(AppState& app, int32_t index) {
-    SelectionState& selection = app.selection;
-    if (index < 0 || index >= CountOf(app.library.playlists)) return false;
-    selection.playMode = kPlaylistMode;
-    selection.currentPlaylist = index;
-    selection.currentSongInPlaylist = -1;
-    selection.radioPlaying = selection.customStationActive = false;
-    return true;
-}
-
 bool EnterCustomStation(AppState& app, int32_t index) {
     SelectionState& selection = app.selection;
     const bool noneExists = app.radio.customStations.empty();
@@ -43,6 +33,16 @@ bool EnterStation(AppState& app, int32_t index) {
 }
 
 }  // namespace
+
+bool EnterPlaylist(AppState& app, int32_t index) {
+    SelectionState& selection = app.selection;
+    if (index < 0 || index >= CountOf(app.library.playlists)) return false;
+    selection.playMode = kPlaylistMode;
+    selection.currentPlaylist = index;
+    selection.currentSongInPlaylist = -1;
+    selection.radioPlaying = selection.customStationActive = false;
+    return true;
+}
 
 void StepPlaylistForward(AppState& app) {
     const SelectionState& selection = app.selection;

@@ -11,4 +11,7 @@ namespace hullrider {
 void StepPlaylistForward(AppState& app);
 void StepPlaylistBack(AppState& app);
 
+// Moves the selection to that playlist of the library. False when it has none such.
+bool EnterPlaylist(AppState& app, int32_t index);
+
 }  // namespace hullrider

@@ -1,6 +1,7 @@
 // What the shell knows of the process: where its files lie, its window, and how far start-up has come.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace hullrider {
@@ -9,6 +10,15 @@ namespace hullrider {
 inline constexpr float kPanelWidth = 500.0F;
 inline constexpr float kPanelHeight = 155.0F;
 
+// What the shell keeps from run to run besides the settings.
+struct ShellOptions {
+    // The window's outer box when it is not maximised, in pixels of the whole desktop; without a width: not known.
+    int32_t x = 0, y = 0, width = 0, height = 0;
+    bool isMaximized = false;
+    bool closesToTray = false;   // closing the window leaves the player in the notification area
+    bool isEquallyLoud = false;  // loudness following is on
+};
+
 struct ShellState {
     std::string dataDirectory;     // folder of all state files, UTF-8, no trailing separator
     std::string libraryCachePath;  // empty: the library of this run is not kept
@@ -16,6 +26,7 @@ struct ShellState {
     void* mainWindow = nullptr;    // the one top-level window; null until created
     float horizontalScale = 1.0F;  // client width / kPanelWidth
     float verticalScale = 1.0F;    // client height / kPanelHeight
+    ShellOptions options;
 
     // Both are set at the end of start-up, and only in the companion edition.
     bool companionExport = false;  // write the plain-text exports for the companion game

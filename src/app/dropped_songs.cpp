@@ -1,0 +1,38 @@
+#include "app/dropped_songs.h"
+
+#include <algorithm>
+
+#include "app/audio_start.h"
+#include "app/library_loading.h"
+#include "library/favorites.h"
+#include "library/scan.h"
+#include "playback/playlist_ring.h"
+#include "playback/transport.h"
+
+namespace hullrider {
+
+namespace {
+
+// The place of the playlist of this run: that of the one before, so that no other playlist moves.
+int32_t PutIntoLibrary(std::vector<Playlist>& playlists, Playlist dropped) {
+    auto place = std::find_if(playlists.begin(), playlists.end(), [](const Playlist& one) { return one.isOfThisRun; });
+    if (place == playlists.end()) place = playlists.insert(place, Playlist());
+    *place = std::move(dropped);
+    return static_cast<int32_t>(place - playlists.begin());
+}
+
+}  // namespace
+
+bool PlayDropped(Player& player, const std::vector<std::string>& paths) {
+    Playlist dropped = GatherSongs(paths);
+    if (dropped.songs.empty() || !StartAudioAgain(player)) return false;
+    AppState& state = player.state;
+    const int32_t index = PutIntoLibrary(state.library.playlists, std::move(dropped));
+    MatchFavorites(state.favorites, state.library);
+    Recount(state);
+    EnterPlaylist(state, index);
+    state.selection.currentSongInPlaylist = 0;
+    return PlaySong(state, player.draws, index, 0);
+}
+
+}  // namespace hullrider

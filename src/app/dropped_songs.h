@@ -1,0 +1,15 @@
+// Songs that are dropped on the window. UI thread.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/player.h"
+
+namespace hullrider {
+
+// Plays the songs among the files and folders now, one playlist of this run; it takes the place of the one dropped
+// before. False, and nothing has changed, when there is no music among them.
+bool PlayDropped(Player& player, const std::vector<std::string>& paths);
+
+}  // namespace hullrider

@@ -1,0 +1,71 @@
+#include "app/shell_options_file.h"
+
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "platform/console.h"
+#include "platform/files.h"
+#include "platform/folder.h"
+
+namespace hullrider {
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr size_t kMaxFileBytes = 64 * 1024;
+constexpr int64_t kFarthestPixel = 100000;  // no desktop is larger
+
+void Take(const Json& object, const char* key, int32_t& value) {
+    const auto found = object.find(key);
+    if (found == object.end() || !found->is_number_integer()) return;
+    const auto pixels = found->get<int64_t>();
+    if (pixels >= -kFarthestPixel && pixels <= kFarthestPixel) value = static_cast<int32_t>(pixels);
+}
+
+void Take(const Json& object, const char* key, bool& value) {
+    const auto found = object.find(key);
+    if (found != object.end() && found->is_boolean()) value = found->get<bool>();
+}
+
+}  // namespace
+
+bool ReadShellOptions(std::string_view text, ShellOptions& options) {
+    const Json object = Json::parse(text, nullptr, false);
+    if (!object.is_object()) return false;
+    Take(object, "x", options.x);
+    Take(object, "y", options.y);
+    Take(object, "width", options.width);
+    Take(object, "height", options.height);
+    Take(object, "maximized", options.isMaximized);
+    Take(object, "closeToTray", options.closesToTray);
+    Take(object, "equalLoudness", options.isEquallyLoud);
+    return true;
+}
+
+std::string ShellOptionsText(const ShellOptions& options) {
+    const Json object{{"x", options.x},
+                      {"y", options.y},
+                      {"width", options.width},
+                      {"height", options.height},
+                      {"maximized", options.isMaximized},
+                      {"closeToTray", options.closesToTray},
+                      {"equalLoudness", options.isEquallyLoud}};
+    return object.dump(4) + '\n';
+}
+
+void LoadShellOptions(const std::string& path, ShellOptions& options) {
+    if (!IsFile(path)) return;
+    const std::optional<std::string> text = ReadWholeFile(path, kMaxFileBytes);
+    if (text && ReadShellOptions(*text, options)) return;
+    PrintErrorLine("Failed to read " + path + ": it holds no object");
+    KeepBadFile(path);
+}
+
+bool SaveShellOptions(const std::string& path, const ShellOptions& options) {
+    if (WriteWholeFile(path, ShellOptionsText(options))) return true;
+    PrintErrorLine("Failed to open file for writing: " + path);
+    return false;
+}
+
+}  // namespace hullrider

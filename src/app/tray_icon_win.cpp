@@ -1,0 +1,51 @@
+#include "app/tray_icon_win.h"
+
+#include <algorithm>
+#include <cwchar>
+
+#include "platform/text_win.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr UINT kIconMessage = WM_APP + 1;
+constexpr UINT kIconId = 1;
+
+}  // namespace
+
+void TrayIcon::Add(HWND window) {
+    taskbarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
+    data_.cbSize = sizeof data_;
+    data_.hWnd = window;
+    data_.uID = kIconId;
+    data_.uFlags = NIF_ICON | NIF_MESSAGE | NIF_TIP;
+    data_.uCallbackMessage = kIconMessage;
+    data_.hIcon = reinterpret_cast<HICON>(GetClassLongPtrW(window, GCLP_HICONSM));
+    isShown_ = Shell_NotifyIconW(NIM_ADD, &data_) != 0;
+}
+
+void TrayIcon::Remove() {
+    if (isShown_) Shell_NotifyIconW(NIM_DELETE, &data_);
+    isShown_ = false;
+}
+
+void TrayIcon::SetTip(const std::string& text) {
+    if (text == tip_) return;
+    tip_ = text;
+    const std::wstring wide = WideFromUtf8(text);
+    const size_t length = std::min(wide.size(), std::size(data_.szTip) - 1);
+    std::wmemcpy(data_.szTip, wide.data(), length);
+    data_.szTip[length] = L'\0';
+    if (isShown_) Shell_NotifyIconW(NIM_MODIFY, &data_);
+}
+
+std::optional<TrayIcon::Click> TrayIcon::Understand(UINT message, LPARAM lParam) {
+    if (message == taskbarCreated_ && taskbarCreated_ != 0) isShown_ = Shell_NotifyIconW(NIM_ADD, &data_) != 0;
+    if (message != kIconMessage) return std::nullopt;
+    if (lParam == WM_LBUTTONUP) return Click::kShow;
+    if (lParam == WM_RBUTTONUP) return Click::kMenu;
+    return std::nullopt;
+}
+
+}  // namespace hullrider

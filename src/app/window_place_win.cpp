@@ -1,0 +1,27 @@
+#include "app/window_place_win.h"
+
+namespace hullrider {
+
+int RestorePlace(HWND window, const ShellOptions& options, int showCommand) {
+    const RECT box{options.x, options.y, options.x + options.width, options.y + options.height};
+    if (options.width <= 0 || options.height <= 0) return showCommand;
+    // The screen that it was on may be gone.
+    if (MonitorFromRect(&box, MONITOR_DEFAULTTONULL) == nullptr) return showCommand;
+    SetWindowPos(window, nullptr, options.x, options.y, options.width, options.height, SWP_NOZORDER | SWP_NOACTIVATE);
+    const bool asksForNothing = showCommand == SW_SHOWNORMAL || showCommand == SW_SHOWDEFAULT;
+    return options.isMaximized && asksForNothing ? SW_SHOWMAXIMIZED : showCommand;
+}
+
+void NotePlace(HWND window, ShellOptions& options) {
+    const auto style = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
+    if ((style & WS_POPUP) != 0 || (style & WS_VISIBLE) == 0 || IsIconic(window) != 0) return;
+    options.isMaximized = IsZoomed(window) != 0;
+    RECT box;
+    if (options.isMaximized || GetWindowRect(window, &box) == 0) return;
+    options.x = box.left;
+    options.y = box.top;
+    options.width = box.right - box.left;
+    options.height = box.bottom - box.top;
+}
+
+}  // namespace hullrider
