@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "app/command_lines.h"
+#include "app/dropped_songs.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "audio/bass.h"
@@ -167,6 +168,21 @@ TEST_F(CommandsTest, AStopIsSilenceUntilSomethingIsStarted) {
     EXPECT_TRUE(Eventually([&] { return Plays(); }));
     SaveAndShutdown(player_);
     EXPECT_FALSE(RunCommand(player_, kNextSongCommand));
+}
+
+TEST_F(CommandsTest, WhatIsDroppedPlaysNowInThePlaceOfTheDropBefore) {
+    AppState& state = Start();
+    folder_.Write("drop/four.mp3", ToneWav(440.0, 60.0));
+    RunCommand(player_, kStopCommand);
+    EXPECT_FALSE(PlayDropped(player_, {folder_.At("data"), folder_.At("missing")}));
+    EXPECT_EQ(CurrentHandle(state.playback), 0U) << "nothing has changed";
+    EXPECT_EQ(state.library.playlists.size(), 2U);
+    for (const char* drop : {"drop", "music/B"}) {
+        ASSERT_TRUE(PlayDropped(player_, {folder_.At(drop)}));
+        EXPECT_TRUE(Eventually([&] { return Plays(); }));
+        EXPECT_EQ(state.library.playlists.size(), 3U);
+        EXPECT_TRUE(Playing().songPath.starts_with(folder_.At(drop)));
+    }
 }
 
 TEST_F(CommandsTest, LinesChangeWhatTheySay) {

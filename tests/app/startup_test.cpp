@@ -11,6 +11,7 @@
 #include "app/shutdown.h"
 #include "app/simulate.h"
 #include "platform/message_box.h"
+#include "playback/volume.h"
 #include "tests/temporary_folder.h"
 #include "tests/tone_wav.h"
 
@@ -233,6 +234,33 @@ TEST_F(StartupTest, WhatWasHeardIsKeptFromRunToRunAndThroughARescan) {
         EXPECT_GT(last["startedAt"], 1'700'000'000);
         std::filesystem::remove(folder_.Path() / "data" / "musicLibraryCache.json");
     }
+}
+
+TEST_F(StartupTest, TheUsersOwnVolumeLastsWhateverIsMadeOfIt) {
+    folder_.Write("data/ShellOptions.json", R"({"equalLoudness": 1, "width": 1e9, "closeToTray": true})");
+    {
+        Player& player = Start();
+        EXPECT_FALSE(player.state.playback.realTimeVolume);
+        EXPECT_EQ(player.state.shell.options.width, 0);
+        SetVolumeLevel(player.state, 0.25F);
+        SetLoudnessFollowing(player.state, true);
+        SetVolumeLevel(player.state, 0.375F);
+        ApplyVolume(player.state);
+        Stop(player);
+    }
+    {
+        Player& player = Start();
+        EXPECT_TRUE(player.state.playback.realTimeVolume);
+        EXPECT_TRUE(player.state.shell.options.closesToTray);
+        EXPECT_EQ(UserVolume(player.state), 0.375F);
+        SetLoudnessFollowing(player.state, false);
+        EXPECT_EQ(player.state.settings.volumeLevel, 0.375F);
+        ToggleHighLowVolume(player.state);
+        EXPECT_NE(player.state.settings.volumeLevel, 0.375F);
+        Stop(player);
+    }
+    EXPECT_EQ(StateFile("MusicSettings.json")["volumeLevel"], 0.375);
+    EXPECT_FALSE(StateFile("ShellOptions.json")["equalLoudness"].get<bool>());
 }
 
 TEST_F(StartupTest, TheSimulationTellsOfTheConfiguredMusicAndWritesNothing) {

@@ -26,7 +26,9 @@ TEST(Cache, WhatWasSavedIsLoaded) {
     folder.Write("cache.json", "old");
     folder.Write("cache.json.temp", "left over from an interrupted save");
     ConsoleCapture console;
-    ASSERT_TRUE(SaveMusicLibraryCache(path, SmallLibrary()));
+    MusicLibrary library = SmallLibrary();
+    library.playlists.insert(library.playlists.begin(), Playlist{"dropped", {}, 0, 0, 0, 0, true});
+    ASSERT_TRUE(SaveMusicLibraryCache(path, library));
     EXPECT_EQ(console.Output(), "Successfully saved cache to " + path + "\n");
     EXPECT_FALSE(folder.Has("cache.json.temp"));
     // The keys stand in alphabetical order.

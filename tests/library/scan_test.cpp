@@ -116,6 +116,24 @@ TEST(Scan, ARescanReplacesThePlaylistsInTheOrderOfTheDirectoriesAndRaisesTheCoun
     }
 }
 
+TEST(Scan, WhatIsGatheredIsTheMusicAmongFilesAndFoldersInTheirOrder) {
+    const TemporaryFolder folder;
+    for (const char* name :
+         {"box/one.mp3", "box/readme.txt", "box/Inner/two.MID", "box/Inner/deeper/three.xm", "b.flac"}) {
+        folder.Write(name, "");
+    }
+    const Playlist one = GatherSongs({folder.At("box")});
+    EXPECT_EQ(one.albumName, "box");
+    EXPECT_EQ(one.songs.size(), 2U);
+    const Playlist all = GatherSongs({folder.At("b.flac"), folder.At("box"), folder.At("missing.mp3")});
+    EXPECT_TRUE(all.isOfThisRun);
+    ASSERT_EQ(all.songs.size(), 3U);
+    EXPECT_EQ(all.songs[0].songPath, folder.At("b.flac"));
+    EXPECT_EQ(all.songs[1].songPath, folder.At("box/one.mp3"));
+    EXPECT_EQ(all.songs[2].songPath, folder.At("box/Inner/two.MID"));
+    EXPECT_EQ(all.songs[2].musicType, kMidi);
+}
+
 TEST(Scan, TheDefaultFolderIsMusicInTheWorkingFolder) {
     const TemporaryFolder working;
     const std::string song = working.Write("Music/Album/a.mod", "");

@@ -1,5 +1,6 @@
 // The real program in its real window.
 #include <gtest/gtest.h>
+#include <shlobj.h>
 
 #include <algorithm>
 #include <functional>
@@ -8,6 +9,7 @@
 #include "display/panel_layout.h"
 #include "input/hotkey_file.h"
 #include "platform/text_win.h"
+#include "tests/eventually.h"
 #include "tests/tone_wav.h"
 #include "tests/window/player_process_win.h"
 
@@ -52,12 +54,6 @@ void Click(HWND window, PanelElement element) {
     PostMessageW(window, WM_LBUTTONUP, 0, place);
 }
 
-// True as soon as it holds; false when it does not within 20 s.
-bool Becomes(const std::function<bool()>& condition) {
-    for (int i = 0; i < 1000 && !condition(); ++i) Sleep(20);
-    return condition();
-}
-
 TEST_F(WindowTest, ComesUpWithItsClassTitleStyleSizeAndOpacity) {
     PlayerProcess player(Arguments());
     const HWND window = player.WaitForWindow(kClass, kTitle);
@@ -91,7 +87,7 @@ TEST_F(WindowTest, ShowsWhatPlaysAtEverySizeAndItsKeysWork) {
         Sleep(1000);
         for (const PanelElement element : {PanelElement::kKind, PanelElement::kAlbum, PanelElement::kTitle,
                                            PanelElement::kClock, PanelElement::kMeter, PanelElement::kSongBar}) {
-            EXPECT_TRUE(Becomes([&] { return Brightness(window, element) > 0.01; }))
+            EXPECT_TRUE(Eventually([&] { return Brightness(window, element) > 0.01; }))
                 << IndexOf(element) << " at width " << width;
         }
         EXPECT_EQ(Brightness(window, PanelElement::kSoundFont), 0.0) << "a tone has no SoundFont";
@@ -99,13 +95,14 @@ TEST_F(WindowTest, ShowsWhatPlaysAtEverySizeAndItsKeysWork) {
 
     const double playing = Brightness(window, PanelElement::kPlayPause);
     Click(window, PanelElement::kPlayPause);
-    EXPECT_TRUE(Becomes([&] { return Brightness(window, PanelElement::kMeter) == 0.0; })) << "paused, the meter falls";
+    EXPECT_TRUE(Eventually([&] { return Brightness(window, PanelElement::kMeter) == 0.0; }))
+        << "paused, the meter falls";
     EXPECT_NE(Brightness(window, PanelElement::kPlayPause), playing) << "the key shows what it would do";
 
     EXPECT_FALSE(player.WaitForOutput("Playing: ", 2, 0)) << player.Output();
     Click(window, PanelElement::kNext);
     EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
-    EXPECT_TRUE(Becomes([&] { return Brightness(window, PanelElement::kMeter) > 0.01; }));
+    EXPECT_TRUE(Eventually([&] { return Brightness(window, PanelElement::kMeter) > 0.01; }));
     EXPECT_FALSE(player.WaitForOutput("Playing: ", 3, 0)) << player.Output();
 
     Click(window, PanelElement::kExit);
@@ -151,7 +148,7 @@ TEST_F(WindowTest, EveryOptionWindowOpensOnceAndCloses) {
         Sleep(100);
         EXPECT_EQ(FindWindowExW(nullptr, opened, className.c_str(), nullptr), nullptr) << "opened twice";
         PostMessageW(opened, WM_CLOSE, 0, 0);
-        EXPECT_TRUE(Becomes([&] { return IsWindow(opened) == 0; })) << command.window.title;
+        EXPECT_TRUE(Eventually([&] { return IsWindow(opened) == 0; })) << command.window.title;
     }
     EXPECT_NE(IsWindow(window), 0);
 }
@@ -231,12 +228,12 @@ TEST_F(WindowTest, TheFrameComesOffAndBackWithItsMenu) {
     RECT framed, bare, again;
     GetClientRect(window, &framed);
     PostMessageW(window, WM_KEYDOWN, VK_F11, 0);
-    EXPECT_TRUE(Becomes([&] { return !hasFrame(); }));
+    EXPECT_TRUE(Eventually([&] { return !hasFrame(); }));
     Sleep(100);
     GetClientRect(window, &bare);
     EXPECT_GT(bare.bottom, framed.bottom);
     PostMessageW(window, WM_KEYDOWN, VK_F11, 0);
-    EXPECT_TRUE(Becomes(hasFrame));
+    EXPECT_TRUE(Eventually(hasFrame));
     Sleep(100);
     GetClientRect(window, &again);
     EXPECT_EQ(again.bottom, framed.bottom);
@@ -266,7 +263,89 @@ TEST_F(WindowTest, TheFrameComesOffByItselfWhenTheMouseRests) {
     const bool framed = hasFrame();
     const bool soonEnough = GetTickCount64() - moved < 9500;  // a busy machine may have slept longer
     EXPECT_TRUE(framed || !soonEnough) << "the time counts from the last movement";
-    EXPECT_TRUE(Becomes([&] { return !hasFrame(); }));
+    EXPECT_TRUE(Eventually([&] { return !hasFrame(); }));
+}
+
+TEST_F(WindowTest, ASecondStartBringsTheFirstToTheFront) {
+    PlayerProcess first(Arguments());
+    const HWND window = first.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    ShowWindow(window, SW_MINIMIZE);
+    ASSERT_TRUE(Eventually([&] { return IsIconic(window) != 0; }));
+    PlayerProcess second(Arguments());
+    EXPECT_EQ(second.WaitForExit(), 0);
+    EXPECT_TRUE(Eventually([&] { return IsIconic(window) == 0; }));
+
+    // Of another folder there may be another one.
+    PlayerProcess other({"--data-dir", folder_.At("other"), "--output", "null", "--for", "1"});
+    EXPECT_EQ(other.WaitForExit(), 0);
+    EXPECT_TRUE(folder_.Has("other/MusicSettings.json"));
+}
+
+TEST_F(WindowTest, ComesBackWhereItWasAndStaysInTheTrayWhenAsked) {
+    folder_.Write("data/ShellOptions.json",
+                  R"({"x": 60, "y": 80, "width": 700, "height": "high", "closeToTray": true})");
+    RECT box{};
+    {
+        PlayerProcess player(Arguments());
+        const HWND window = player.WaitForWindow(kClass, kTitle);
+        ASSERT_NE(window, nullptr);
+        SetWindowPos(window, nullptr, 120, 90, 640, 300, SWP_NOZORDER);
+        EXPECT_TRUE(Eventually([&] { return GetWindowRect(window, &box) != 0 && box.right - box.left == 640; }));
+        PostMessageW(window, WM_CLOSE, 0, 0);
+        EXPECT_TRUE(Eventually([&] { return IsWindowVisible(window) == 0; }));
+        PlayerProcess second(Arguments());
+        EXPECT_EQ(second.WaitForExit(), 0);
+        EXPECT_TRUE(Eventually([&] { return IsWindowVisible(window) != 0; }));
+        PostMessageW(window, WM_COMMAND, kExitCommand, 0);
+        EXPECT_EQ(player.WaitForExit(), 0);
+    }
+    PlayerProcess player(Arguments());
+    const HWND window = player.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    RECT after{};
+    EXPECT_TRUE(Eventually([&] { return GetWindowRect(window, &after) != 0 && EqualRect(&box, &after) != 0; }))
+        << after.left << ' ' << after.top << ' ' << after.right << ' ' << after.bottom;
+}
+
+// What the system hands over with a drop, put into the other process's memory.
+void Drop(HWND window, const std::string& path) {
+    struct {
+        DROPFILES head{};
+        wchar_t path[512] = {};
+    } drop;
+    drop.head.pFiles = sizeof(DROPFILES);
+    drop.head.fWide = TRUE;
+    WideFromUtf8(path).copy(drop.path, 510);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    const HANDLE handle = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_WRITE, FALSE, process);
+    void* const there = VirtualAllocEx(handle, nullptr, sizeof drop, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    ASSERT_NE(WriteProcessMemory(handle, there, &drop, sizeof drop, nullptr), 0);
+    CloseHandle(handle);
+    PostMessageW(window, WM_DROPFILES, reinterpret_cast<WPARAM>(there), 0);
+}
+
+TEST_F(WindowTest, PlaysWhatIsDroppedAndObeysItsKeys) {
+    folder_.Write("music/Album/tone.mp3", ToneWav(440.0, 60.0));
+    folder_.Write("elsewhere/first.mp3", ToneWav(550.0, 60.0));
+    folder_.Write("elsewhere/second.mp3", ToneWav(660.0, 60.0));
+    folder_.Write("elsewhere/notes.txt", "not music");
+    PlayerProcess player(Arguments({"--music", folder_.At("music")}));
+    const HWND window = player.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    ASSERT_TRUE(player.WaitForOutput("Playing: Album / tone", 1)) << player.Output();
+    Drop(window, folder_.At("elsewhere"));
+    EXPECT_TRUE(player.WaitForOutput("Playing: elsewhere / ", 1)) << player.Output();
+    PostMessageW(window, WM_KEYDOWN, VK_RIGHT, 1);
+    EXPECT_TRUE(player.WaitForOutput("Playing: elsewhere / ", 2)) << player.Output();
+
+    Drop(window, folder_.At("elsewhere/notes.txt"));
+    const HWND box = player.WaitForWindow(L"#32770", L"Error");
+    ASSERT_NE(box, nullptr);
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+    PostMessageW(window, WM_KEYDOWN, VK_SPACE, 1);
+    EXPECT_TRUE(Eventually([&] { return Brightness(window, PanelElement::kMeter) == 0.0; })) << "paused";
 }
 
 TEST_F(WindowTest, ABadOptionIsOneLineAndStatusTwo) {
