@@ -3,6 +3,7 @@
 #include <fluidsynth.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <mutex>
@@ -17,11 +18,14 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kNoBank = 1'000'000;  // the offset of a font whose presets are not to be chosen any more
+constexpr size_t kBlockFrames = 64;  // FluidSynth's own
+constexpr int kNoBank = 1'000'000;   // the offset of a font whose presets are not to be chosen any more
 
 // What stays below this for so long, with no note sounding, is the end of the reverb: 100 dB below full scale.
 constexpr float kSilence = 1e-5f;
 constexpr size_t kQuietMs = 500;
+
+constexpr size_t kLongestRoomSeconds = 1;
 
 // As loud as recorded music usually is; by its own default FluidSynth is 14 dB softer.
 constexpr double kGain = 1.0;
@@ -32,6 +36,10 @@ constexpr std::pair<const char*, double> kRoom[] = {
     {"synth.reverb.level", 0.9},     {"synth.chorus.level", 2.0}, {"synth.chorus.speed", 0.3},
     {"synth.chorus.depth", 8.0},
 };
+
+bool IsSilent(const float* frames, size_t count) {
+    return std::all_of(frames, frames + count * kStereo, [](float sample) { return std::fabs(sample) < kSilence; });
+}
 
 void PrintSynthError(int, const char* message, void*) {
     PrintErrorLine(std::string("MIDI synthesizer: ") + message);
@@ -120,7 +128,8 @@ bool Synth::UseFonts(const FontList& fonts) {
 // end of all notes. The caller holds the mutex.
 void Synth::UnloadRetired() {
     if (retired_.empty() || fluid_synth_get_active_voice_count(synth_.get()) > 0) return;
-    for (const int number : retired_) fluid_synth_sfunload(synth_.get(), number, 0);
+    // Without its last argument FluidSynth leaves channels that no program change has named without any preset.
+    for (const int number : retired_) fluid_synth_sfunload(synth_.get(), number, 1);
     retired_.clear();
 }
 
@@ -132,17 +141,34 @@ void Synth::Reset() {
     const std::lock_guard lock(SampleMutex());
     KeepSamples();
     fluid_synth_system_reset(synth_.get());
+    // FluidSynth 2.3 lets some notes sound on through its reset.
+    fluid_synth_all_sounds_off(synth_.get(), -1);
+    QuietDown();
     UnloadRetired();
+}
+
+// Begins a block, because FluidSynth renders whole ones and would begin with what is left of the last one, and lets the
+// room die away.
+void Synth::QuietDown() {
+    std::array<float, 16 * kBlockFrames * kStereo> dropped{};
+    size_t frames = 2 * kBlockFrames - rendered_ % kBlockFrames;  // the reset is taken in with the second block
+    for (size_t done = 0; done < kLongestRoomSeconds * rate_; done += frames, frames = 16 * kBlockFrames) {
+        fluid_synth_write_float(synth_.get(), static_cast<int>(frames), dropped.data(), 0, 2, dropped.data(), 1, 2);
+        if (frames == 16 * kBlockFrames && IsSilent(dropped.data(), frames)) break;
+    }
+    rendered_ = 0;
 }
 
 void Synth::KeepSamples() {
     for (int channel = 0; channel < fluid_synth_count_midi_channels(synth_.get()); channel++) {
-        Program program{};
-        if (fluid_synth_get_program(synth_.get(), channel, &program.font, &program.bank, &program.number) != FLUID_OK) {
-            continue;
+        int font = 0, bank = 0, number = 0;
+        if (fluid_synth_get_program(synth_.get(), channel, &font, &bank, &number) != FLUID_OK) continue;
+        // A program that was chosen by a program change is not told with its font: the one that is asked first has it.
+        for (auto one = loaded_.rbegin(); one != loaded_.rend(); ++one) {
+            if (fluid_synth_pin_preset(synth_.get(), *one, bank, number) != FLUID_OK) continue;
+            kept_.push_back({*one, bank, number});
+            break;
         }
-        const int pinned = fluid_synth_pin_preset(synth_.get(), program.font, program.bank, program.number);
-        if (pinned == FLUID_OK) kept_.push_back(program);
     }
 }
 
@@ -203,17 +229,37 @@ void Synth::Render(float* out, size_t frames) {
         std::fill_n(out, frames * kStereo, 0.0f);
     } else {
         fluid_synth_write_float(synth_.get(), static_cast<int>(frames), out, 0, 2, out, 1, 2);
+        rendered_ += frames;
         if (still) NoteQuiet(out, frames);
-        for (size_t i = 0; i < frames * kStereo; i++) out[i] *= gain_;
+        ApplyGain(out, frames);
     }
     if (retired_.empty()) return;
     const std::lock_guard lock(SampleMutex());
     UnloadRetired();
 }
 
+void Synth::SetGain(float gain) {
+    gain_ = targetGain_ = gain;
+}
+
+void Synth::GlideToGain(float gain, size_t frames) {
+    targetGain_ = gain;
+    gainStep_ = (targetGain_ - gain_) / static_cast<float>(std::max<size_t>(frames, 1));
+}
+
+void Synth::ApplyGain(float* out, size_t frames) {
+    size_t i = 0;
+    for (; gain_ != targetGain_ && i < frames; i++) {
+        const float left = targetGain_ - gain_;
+        gain_ = std::fabs(left) <= std::fabs(gainStep_) ? targetGain_ : gain_ + gainStep_;
+        out[i * kStereo] *= gain_;
+        out[i * kStereo + 1] *= gain_;
+    }
+    for (i *= kStereo; i < frames * kStereo; i++) out[i] *= gain_;
+}
+
 void Synth::NoteQuiet(const float* out, size_t frames) {
-    const auto isSilence = [](float sample) { return std::fabs(sample) < kSilence; };
-    quietFrames_ = std::all_of(out, out + frames * kStereo, isSilence) ? quietFrames_ + frames : 0;
+    quietFrames_ = IsSilent(out, frames) ? quietFrames_ + frames : 0;
 }
 
 }  // namespace hullrider

@@ -31,7 +31,9 @@ public:
     bool HasFonts() const { return !loaded_.empty(); }
 
     // A factor on everything from here on.
-    void SetGain(float gain) { gain_ = gain; }
+    void SetGain(float gain);
+    // The same little by little, over that many frames.
+    void GlideToGain(float gain, size_t frames);
 
     // Coarser from the next note on, for what is weighed and not heard: half the work.
     void SetDraft(bool draft);
@@ -57,6 +59,8 @@ private:
     };
 
     void KeepSamples();
+    void QuietDown();
+    void ApplyGain(float* out, size_t frames);
     void NoteQuiet(const float* out, size_t frames);
     void ChangeProgram(int channel, int program);
     void UnloadRetired();
@@ -68,7 +72,9 @@ private:
     std::vector<Program> kept_;
 
     uint32_t rate_;
-    float gain_ = 1.0f;
+    float gain_ = 1.0f, targetGain_ = 1.0f;
+    float gainStep_ = 0.0f;   // a frame, until the target is reached
+    size_t rendered_ = 0;     // frames since the last reset
     size_t quietFrames_ = 0;  // rendered in a row with no voice and nothing left of the reverb
 };
 

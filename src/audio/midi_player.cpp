@@ -1,0 +1,58 @@
+#include "audio/midi_player.h"
+
+#include <algorithm>
+
+#include "audio/midi_chase.h"
+#include "audio/ring.h"
+
+namespace hullrider {
+
+namespace {
+
+constexpr size_t kMostNotesAtOnce = 256;  // of a block; FluidSynth sounds no more
+constexpr int64_t kBlockFrames = 64;      // FluidSynth's own; events take effect at its beginning
+
+}  // namespace
+
+void MidiPlayer::GoTo(int64_t frame, Notes notes) {
+    synth_.Reset();
+    const double seconds = static_cast<double>(frame) / rate_;
+    const auto earlier = [](const MidiEvent& event, double limit) { return event.seconds < limit; };
+    const auto first = std::lower_bound(song_.events.begin(), song_.events.end(), seconds, earlier);
+    next_ = static_cast<size_t>(first - song_.events.begin());
+    ChaseMidi(song_, next_, synth_);
+    synth_.DropUnusedSamples();
+    if (notes == Notes::kHeld) StrikeHeldNotes(song_, next_, synth_);
+    position_ = frame;
+}
+
+void MidiPlayer::RenderTo(int64_t frame, float* out) {
+    while (position_ < frame) {
+        SendEventsBefore(position_ + kBlockFrames);
+        // On to the block that holds the next event, or as far as is wanted.
+        int64_t stop = frame;
+        if (next_ < song_.events.size()) {
+            const int64_t blocks = (FrameOf(song_.events[next_]) - position_) / kBlockFrames;
+            stop = std::min(stop, position_ + std::max<int64_t>(1, blocks) * kBlockFrames);
+        }
+        const auto count = static_cast<size_t>(stop - position_);
+        synth_.Render(out, count);
+        out += count * kStereo;
+        position_ = stop;
+    }
+}
+
+void MidiPlayer::SendEventsBefore(int64_t frame) {
+    size_t struck = 0;
+    for (; next_ < song_.events.size() && FrameOf(song_.events[next_]) < frame; next_++) {
+        const MidiEvent& event = song_.events[next_];
+        if ((event.status & 0xF0) == 0x90 && event.data[1] > 0 && ++struck > kMostNotesAtOnce) continue;
+        if (event.status == 0xF0) {
+            synth_.SendSysex(song_.sysex[event.sysex].data(), song_.sysex[event.sysex].size());
+        } else {
+            synth_.Send(event.status, event.data[0], event.data[1]);
+        }
+    }
+}
+
+}  // namespace hullrider

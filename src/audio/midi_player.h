@@ -1,0 +1,41 @@
+// One synthesizer on its way through a song. One thread at a time; the song must outlive it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "audio/midi_file.h"
+#include "audio/synth.h"
+
+namespace hullrider {
+
+class MidiPlayer {
+public:
+    MidiPlayer(const MidiSong& song, uint32_t rate) : song_(song), rate_(rate), synth_(rate) {}
+
+    bool Good() const { return synth_.Good(); }
+    Synth& TheSynth() { return synth_; }
+
+    // Where the next frame lies, and how many of the song's events lie before it.
+    int64_t Position() const { return position_; }
+    size_t EventsPassed() const { return next_; }
+
+    // The synthesizer as it would be had it played up to there: silent, or with the notes that are held then struck.
+    enum class Notes { kCut, kHeld };
+    void GoTo(int64_t frame, Notes notes);
+
+    // The frames up to that one, interleaved stereo; after the song's last event what dies away.
+    void RenderTo(int64_t frame, float* out);
+
+private:
+    int64_t FrameOf(const MidiEvent& event) const { return static_cast<int64_t>(event.seconds * rate_); }
+    void SendEventsBefore(int64_t frame);
+
+    const MidiSong& song_;
+    uint32_t rate_;
+    Synth synth_;
+    int64_t position_ = 0;
+    size_t next_ = 0;  // of the song's events
+};
+
+}  // namespace hullrider
