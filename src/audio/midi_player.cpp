@@ -23,17 +23,19 @@ void MidiPlayer::GoTo(int64_t frame, Notes notes) {
     ChaseMidi(song_, next_, synth_);
     synth_.DropUnusedSamples();
     if (notes == Notes::kHeld) StrikeHeldNotes(song_, next_, synth_);
-    position_ = frame;
+    position_ = origin_ = frame;
 }
 
+// Events are sent where one of FluidSynth's blocks begins, so that the sound is the same in pieces of any size.
 void MidiPlayer::RenderTo(int64_t frame, float* out) {
     while (position_ < frame) {
-        SendEventsBefore(position_ + kBlockFrames);
+        const int64_t inBlock = (position_ - origin_) % kBlockFrames;
+        if (inBlock == 0) SendEventsBefore(position_ + kBlockFrames);
         // On to the block that holds the next event, or as far as is wanted.
         int64_t stop = frame;
         if (next_ < song_.events.size()) {
-            const int64_t blocks = (FrameOf(song_.events[next_]) - position_) / kBlockFrames;
-            stop = std::min(stop, position_ + std::max<int64_t>(1, blocks) * kBlockFrames);
+            const int64_t blocks = (FrameOf(song_.events[next_]) - position_ + inBlock) / kBlockFrames;
+            stop = std::min(stop, position_ - inBlock + std::max<int64_t>(1, blocks) * kBlockFrames);
         }
         const auto count = static_cast<size_t>(stop - position_);
         synth_.Render(out, count);

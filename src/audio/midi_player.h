@@ -35,6 +35,7 @@ private:
     uint32_t rate_;
     Synth synth_;
     int64_t position_ = 0;
+    int64_t origin_ = 0;  // where it last went to; a block begins there
     size_t next_ = 0;  // of the song's events
 };
 
