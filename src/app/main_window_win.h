@@ -35,6 +35,7 @@ private:
     void OnKey(WPARAM key);
     void Run(int32_t command);
     std::shared_ptr<DialogHost> MakeDialogHost();
+    void PlaySongNow(SongPosition position);
     void TakeHotkeys();
     void BringToFront();
     void OnSize(WPARAM kind, LPARAM size);
