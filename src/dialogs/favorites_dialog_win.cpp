@@ -95,7 +95,7 @@ private:
                 return 0;
             case LVN_ODFINDITEMW: {
                 const auto& search = reinterpret_cast<const NMLVFINDITEMW&>(notice);
-                if ((search.lvfi.flags & LVFI_STRING) == 0) return -1;
+                if ((search.lvfi.flags & (LVFI_PARAM | LVFI_NEARESTXY)) != 0) return -1;
                 return FindFavoriteRow(rows_, Utf8FromWide(search.lvfi.psz), search.iStart);
             }
             case LVN_COLUMNCLICK:
