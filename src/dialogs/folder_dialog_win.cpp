@@ -11,7 +11,7 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kWidth = 600, kHeight = 468, kHoldsWidth = 150;
+constexpr int kWidth = 600, kHeight = 468, kHoldsWidth = 172;
 constexpr int kInner = kWidth - 2 * kMargin;
 constexpr int kButtonLeft = kWidth - kMargin - kButtonWidth;
 constexpr int kListWidth = kButtonLeft - kGap - kMargin;
