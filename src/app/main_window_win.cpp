@@ -323,8 +323,9 @@ void MainWindow::EndProgram() {
 }
 
 void MainWindow::KillTimers() {
-    for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer, kSaveTimer, kFavoritesTimer})
+    for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer, kSaveTimer, kFavoritesTimer}) {
         KillTimer(window_, timer);
+    }
 }
 
 }  // namespace hullrider

@@ -26,10 +26,9 @@ struct DialogHost {
 
     std::function<void()> keepFavorites = {};  // they have changed and are to be saved soon
     std::function<void(SongPosition)> playSong = {};
-    std::function<void()> scanMusicFolders =
-        {};  // after a change of the music folders; the library follows when it is done
-    std::function<std::optional<int32_t>()> songsFoundByScan = {};       // so far; nothing when no scan is under way
-    std::function<bool(const std::string& folder)> takeSoundFonts = {};  // false: it has none, and the old ones stay
+    std::function<void()> scanMusicFolders = {};                    // begins to; the library follows when that is done
+    std::function<std::optional<int32_t>()> songsFoundByScan = {};  // so far; nothing when no scan is under way
+    std::function<bool(const std::string& folder)> takeSoundFonts = {};  // false: none to use, and the old ones stay
 };
 
 }  // namespace hullrider

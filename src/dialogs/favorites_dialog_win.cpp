@@ -178,6 +178,7 @@ private:
     }
 
     void Play() {
+        Refresh();  // a scan may have moved the song since
         const FavoriteRow* const row = Selected();
         if (row != nullptr && row->IsInLibrary()) host_->playSong(row->position);
     }

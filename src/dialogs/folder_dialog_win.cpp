@@ -114,12 +114,13 @@ private:
         ShowWhatApplies();
     }
 
-    // What was said of the last change stands until another folder is selected.
+    // What was said of the last change stands until another folder is selected, or the scan has told more of this one.
     void ShowWhatApplies() {
         const int at = SelectedRow(list_);
         const auto count = static_cast<int>(rows_.size());
         const bool isSelected = at >= 0 && at < count;
-        SetText(remarkLine_, !remark_.empty() || !isSelected ? remark_ : rows_[static_cast<size_t>(at)].remark);
+        const std::string found = isSelected ? rows_[static_cast<size_t>(at)].remark : std::string();
+        SetText(remarkLine_, remark_.empty() || (isTaken_ && !found.empty()) ? found : remark_);
         Enable(remove_, isSelected);
         Enable(up_, isSelected && at > 0);
         Enable(down_, isSelected && at + 1 < count);
@@ -154,6 +155,7 @@ private:
         if (!chosen || IsWindow(window) == 0) return;
         const FolderVerdict verdict = JudgeFolder(Folders(), *chosen, IsFolder(*chosen));
         remark_ = verdict.remark;
+        isTaken_ = verdict.isTaken;
         if (!verdict.isTaken) return ShowWhatApplies();
         Folders().push_back(*chosen);
         TakeChange(static_cast<int>(Folders().size()) - 1);
@@ -190,7 +192,7 @@ private:
     std::vector<FolderRow> rows_;
     std::vector<std::string> shownFolders_;
     uint64_t shownRevision_ = 0;
-    bool isScanning_ = false, isFilling_ = false;
+    bool isScanning_ = false, isFilling_ = false, isTaken_ = false;
     std::string remark_, fontRemark_;
     HWND list_ = nullptr, add_ = nullptr, remove_ = nullptr, up_ = nullptr, down_ = nullptr, rescan_ = nullptr;
     HWND status_ = nullptr, bar_ = nullptr, remarkLine_ = nullptr, fontFolder_ = nullptr, fontStatus_ = nullptr;
