@@ -158,9 +158,7 @@ private:
         ShowWhatApplies();
     }
 
-    void ShowStatus(const std::string& remark) {
-        SetText(status_, remark.empty() ? FavoritesSummary(rows_) : remark + " " + FavoritesSummary(rows_));
-    }
+    void ShowStatus(const std::string& remark) { SetText(status_, remark.empty() ? FavoritesSummary(rows_) : remark); }
 
     void ShowWhatApplies() const {
         const FavoriteRow* const row = Selected();
