@@ -5,13 +5,17 @@
 #include <exception>
 #include <optional>
 
+#include "app/audio_start.h"
 #include "app/commands.h"
 #include "app/dropped_songs.h"
+#include "app/favorites_files.h"
+#include "app/folder_scan.h"
 #include "app/library_loading.h"
 #include "app/menu_win.h"
 #include "app/options.h"
 #include "app/shutdown.h"
 #include "app/single_instance_win.h"
+#include "app/sound_font_folder.h"
 #include "app/startup.h"
 #include "app/window_place_win.h"
 #include "dialogs/dialogs_win.h"
@@ -22,6 +26,7 @@
 #include "platform/window_class_win.h"
 #include "playback/loudness.h"
 #include "playback/seek.h"
+#include "playback/transport.h"
 #include "playback/volume.h"
 
 namespace hullrider {
@@ -38,13 +43,14 @@ constexpr float kScreenShare = 0.9F;
 constexpr UINT kSaveDelayMs = 1000;  // so that what is changed step by step is saved once
 
 enum Timer : UINT_PTR {
-    kPanelTimer = 1,     // level meter, redraws the panel
-    kLatchTimer = 2,     // watches held keys
-    kPollTimer = 3,      // song over, next song
-    kSlowPollTimer = 4,  // stream titles, audiobook position
-    kEndTimer = 1001,    // one-shot: --for
-    kSaveTimer = 1002,   // one-shot: changed settings
-    kNoticeTimer = 2001  // one-shot: what the panel shows for a moment
+    kPanelTimer = 1,         // level meter, redraws the panel
+    kLatchTimer = 2,         // watches held keys
+    kPollTimer = 3,          // song over, next song
+    kSlowPollTimer = 4,      // stream titles, audiobook position
+    kEndTimer = 1001,        // one-shot: --for
+    kSaveTimer = 1002,       // one-shot: changed settings
+    kFavoritesTimer = 1003,  // one-shot: changed favourites
+    kNoticeTimer = 2001      // one-shot: what the panel shows for a moment
 };
 
 // The size of the client area: large enough to read from a distance, never larger than the screen.
@@ -253,6 +259,10 @@ void MainWindow::OnTimer(WPARAM timer) {
             KillTimer(window_, kSaveTimer);
             SaveSettingsFile(player_.state);
             break;
+        case kFavoritesTimer:
+            KillTimer(window_, kFavoritesTimer);
+            SaveFavoriteFile(player_.state);
+            break;
         case kEndTimer:
             EndProgram();
             break;
@@ -313,9 +323,21 @@ void MainWindow::Run(int32_t command) {
 std::shared_ptr<DialogHost> MainWindow::MakeDialogHost() {
     AppState& state = player_.state;
     const auto keepSettings = [this] { SaveSoon(); };
-    return std::make_shared<DialogHost>(DialogHost{state, player_.hotkeys, player_.refusedHotkeys, VersionText(),
-                                                   keepSettings, [&state] { RecountSongs(state); },
-                                                   [this] { TakeHotkeys(); }, [this] { UnregisterHotkeys(window_); }});
+    const auto host = std::make_shared<DialogHost>(DialogHost{
+        state, player_.hotkeys, player_.refusedHotkeys, VersionText(), keepSettings, [&state] { RecountSongs(state); },
+        [this] { TakeHotkeys(); }, [this] { UnregisterHotkeys(window_); }});
+    host->keepFavorites = [this] { SetTimer(window_, kFavoritesTimer, kSaveDelayMs, nullptr); };
+    host->playSong = [this](SongPosition position) { PlaySongNow(position); };
+    host->scanMusicFolders = [this] { StartFolderScan(player_); };
+    host->songsFoundByScan = [this] { return SongsFoundByScan(player_); };
+    host->takeSoundFonts = [this](const std::string& folder) { return TakeSoundFontFolder(player_, folder); };
+    return host;
+}
+
+void MainWindow::PlaySongNow(SongPosition position) {
+    if (!StartAudioAgain(player_)) return;
+    PlaySong(player_.state, player_.draws, position.playlist, position.song);
+    RefreshPanel();
 }
 
 void MainWindow::TakeHotkeys() {
@@ -377,7 +399,9 @@ void MainWindow::EndProgram() {
 }
 
 void MainWindow::KillTimers() {
-    for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer, kSaveTimer}) KillTimer(window_, timer);
+    for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer, kSaveTimer, kFavoritesTimer}) {
+        KillTimer(window_, timer);
+    }
 }
 
 }  // namespace hullrider

@@ -41,6 +41,7 @@ private:
     void SaveSoon();
     void Run(int32_t command);
     std::shared_ptr<DialogHost> MakeDialogHost();
+    void PlaySongNow(SongPosition position);
     void TakeHotkeys();
     void BringToFront();
     void OnSize(WPARAM kind, LPARAM size);

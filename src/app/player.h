@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "app/options.h"
 #include "input/controllers.h"
 #include "input/hotkeys.h"
+#include "library/background_scan.h"
 #include "platform/paths.h"
 #include "playback/command_file.h"
 #include "playback/draws.h"
@@ -32,8 +34,9 @@ struct Player {
     HotkeyBindings hotkeys = BuiltInHotkeys();
     std::vector<RefusedHotkey> refusedHotkeys;  // of those that were to be registered
     CommandFile commandFile;
-    std::string songInfo;  // as it was last written
-    bool stopped = false;  // by the user: nothing plays until something is started
+    std::string songInfo;                  // as it was last written
+    std::unique_ptr<BackgroundScan> scan;  // under way; null: none
+    bool stopped = false;                  // by the user: nothing plays until something is started
 
     // What only a front can do. Each may be empty.
     std::function<void()> takeHotkeys;  // once the bindings are known

@@ -16,6 +16,7 @@ void SaveAndShutdown(Player& player) {
     // What was not loaded yet must not be saved: an error box of start-up lets messages in.
     if (!player.started || player.shutDown) return;
     player.shutDown = true;
+    player.scan.reset();
 
     AppState& state = player.state;
     const ShellState& shell = state.shell;

@@ -7,6 +7,7 @@
 #include "app/companion.h"
 #include "app/data_directory.h"
 #include "app/favorites_files.h"
+#include "app/folder_scan.h"
 #include "app/library_loading.h"
 #include "app/listening_files.h"
 #include "app/shell_options_file.h"
@@ -135,6 +136,7 @@ void PollPlayer(Player& player) {
     if (!player.stopped && IsSongOver(player.state.playback)) PlayNext(player.state, player.draws);
     PollCommandFolder(player);
     PumpControllers(player.controllers);
+    PollFolderScan(player);
 }
 
 }  // namespace hullrider

@@ -15,7 +15,7 @@ void StartPlayer(Player& player);
 void RunStartupSequence(Player& player);
 
 // The 30 ms poll: when the song's window has ended, plays the next one; then looks into the command folder and
-// at the controllers.
+// at the controllers, and takes over what a scan of the folders has found.
 void PollPlayer(Player& player);
 
 }  // namespace hullrider

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "input/hotkeys.h"
+#include "library/song_counts.h"
 #include "state/app_state.h"
 
 namespace hullrider {
@@ -21,6 +23,12 @@ struct DialogHost {
     std::function<void()> recountSongs;    // after a change of weights or of the songs' marks
     std::function<void()> takeHotkeys;     // registers the bindings as they are now
     std::function<void()> releaseHotkeys;  // none is registered any more, so that each key can be pressed
+
+    std::function<void()> keepFavorites = {};  // they have changed and are to be saved soon
+    std::function<void(SongPosition)> playSong = {};
+    std::function<void()> scanMusicFolders = {};                    // begins to; the library follows when that is done
+    std::function<std::optional<int32_t>()> songsFoundByScan = {};  // so far; nothing when no scan is under way
+    std::function<bool(const std::string& folder)> takeSoundFonts = {};  // false: none to use, and the old ones stay
 };
 
 }  // namespace hullrider

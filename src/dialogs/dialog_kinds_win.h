@@ -12,6 +12,8 @@ using SharedHost = std::shared_ptr<DialogHost>;
 
 std::unique_ptr<Dialog> MakeRadioDialog(const SharedHost& host);
 std::unique_ptr<Dialog> MakeAboutDialog(const SharedHost& host);
+std::unique_ptr<Dialog> MakeFavoritesDialog(const SharedHost& host);
+std::unique_ptr<Dialog> MakeFolderDialog(const SharedHost& host);
 
 // For a subject that has no window yet: says so.
 std::unique_ptr<Dialog> MakeNoticeDialog(std::string text);

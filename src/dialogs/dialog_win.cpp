@@ -28,6 +28,36 @@ HFONT MakeFont(int dpi, int percent, LONG weight) {
     return CreateFontIndirectW(&font);
 }
 
+int CountColumns(HWND table) {
+    const auto header = reinterpret_cast<HWND>(SendMessageW(table, LVM_GETHEADER, 0, 0));
+    return static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+}
+
+int WidthOfColumn(HWND table, int column) {
+    return static_cast<int>(SendMessageW(table, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+}
+
+void SetColumnWidth(HWND table, int column, int width) {
+    SendMessageW(table, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(width, 0));
+}
+
+void ScaleColumns(HWND table, int dpi, int dpiBefore) {
+    for (int i = 0; i < CountColumns(table); ++i) {
+        SetColumnWidth(table, i, MulDiv(WidthOfColumn(table, i), dpi, dpiBefore));
+    }
+}
+
+// The first column takes what the others leave, with room for the scroll bar that may come.
+void FitFirstColumn(HWND table, int least) {
+    RECT box;
+    GetWindowRect(table, &box);
+    const auto dpi = GetDpiForWindow(table);
+    int left =
+        box.right - box.left - GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) - 2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
+    for (int i = 1; i < CountColumns(table); ++i) left -= WidthOfColumn(table, i);
+    SetColumnWidth(table, 0, std::max(left, least));
+}
+
 Dialog* DialogOf(HWND window) {
     return reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
@@ -256,9 +286,10 @@ HWND Dialog::AddTabs(const Place& place, const std::vector<std::string>& names, 
 }
 
 HWND Dialog::AddTable(const Place& place, const std::vector<std::pair<std::string, int>>& columns,
-                      NoticeHandler onNotice) {
-    const HWND table = AddControl(place, WC_LISTVIEWW, "", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
-                                  WS_EX_CLIENTEDGE);
+                      NoticeHandler onNotice, DWORD style) {
+    const HWND table = AddControl(
+        place, WC_LISTVIEWW, "", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | style, WS_EX_CLIENTEDGE);
+    Last().isTable = true;
     SendMessageW(table, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_INFOTIP);
     for (size_t i = 0; i < columns.size(); ++i) {
         std::wstring heading = WideFromUtf8(columns[i].first);
@@ -294,12 +325,24 @@ void Dialog::UseHeadingFont(HWND control) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(headingFont_), FALSE);
 }
 
+bool Dialog::Confirm(std::string_view question) const {
+    const HWND window = window_;
+    wchar_t title[128] = {};
+    GetWindowTextW(window, title, 128);
+    const int answer =
+        MessageBoxW(window, WideFromUtf8(question).c_str(), title, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2);
+    return answer == IDYES && IsWindow(window) != 0;
+}
+
 int Dialog::Pixels(int units) const {
     return MulDiv(units, dpi_, USER_DEFAULT_SCREEN_DPI);
 }
 
 // The fonts of before are let go when no control uses them any more.
 void Dialog::TakeScale(int dpi) {
+    for (const Control& control : controls_) {
+        if (control.isTable) ScaleColumns(control.window, dpi, dpi_);
+    }
     dpi_ = dpi;
     const HFONT oldFont = font_, oldHeading = headingFont_;
     font_ = MakeFont(dpi, 100, 0);
@@ -324,6 +367,7 @@ void Dialog::PlaceControls() {
         SetWindowPos(control.window, nullptr, Pixels(place.x) + share(kMoveRight, wider),
                      Pixels(place.y) + share(kMoveDown, higher), Pixels(place.width) + share(kGrowWide, wider),
                      Pixels(place.height) + share(kGrowHigh, higher), SWP_NOZORDER | SWP_NOACTIVATE);
+        if (control.isTable) FitFirstColumn(control.window, Pixels(80));
     }
     InvalidateRect(window_, nullptr, TRUE);
 }

@@ -72,14 +72,19 @@ protected:
     HWND AddNumber(const Place& place, int lowest, int highest, Procedure onChange, Procedure onLeave);
     HWND AddSlider(const Place& place, int lowest, int highest, int at, Procedure onChange);
     HWND AddTabs(const Place& place, const std::vector<std::string>& names, std::function<void(int)> onSelect);
-    // A list in rows and columns, one row selected at a time. Widths in units.
-    HWND AddTable(const Place& place, const std::vector<std::pair<std::string, int>>& columns, NoticeHandler onNotice);
+    // A list in rows and columns, one row selected at a time. Widths in units; the first column also takes what the
+    // others leave of the table.
+    HWND AddTable(const Place& place, const std::vector<std::pair<std::string, int>>& columns, NoticeHandler onNotice,
+                  DWORD style = 0);
     HWND AddProgressBar(const Place& place);
     HWND AddIcon(const Place& place);  // the program's
     // A box that is painted by the window itself, without flicker.
     HWND AddCanvas(const Place& place, Painter paint);
     HWND AddControl(const Place& place, const wchar_t* className, std::string_view text, DWORD style,
                     DWORD extended = 0);
+
+    // A yes-or-no question. Whoever asks must be done when the answer is no: the window may be gone by then.
+    bool Confirm(std::string_view question) const;
 
     // A length in pixels of this window's monitor.
     int Pixels(int units) const;
@@ -93,7 +98,7 @@ private:
     struct Control {
         HWND window = nullptr;
         Place place;
-        bool isHeading = false;
+        bool isHeading = false, isTable = false;
         Procedure onClick, onChange, onLeave;
         Painter paint;
         NoticeHandler onNotice;

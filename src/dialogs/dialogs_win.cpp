@@ -20,6 +20,8 @@ struct DialogKind {
 constexpr std::array kKinds{
     DialogKind{"CustomRadioDialogClass", MakeRadioDialog},
     DialogKind{"CustomAboutDialogClass", MakeAboutDialog},
+    DialogKind{"CustomFavDialogClass", MakeFavoritesDialog},
+    DialogKind{"CustomFolderDialogClass", MakeFolderDialog},
 };
 
 std::unique_ptr<Dialog> MakeDialog(const SharedHost& host, const char* className, const char* title) {

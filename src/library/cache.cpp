@@ -1,6 +1,7 @@
 #include "library/cache.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
@@ -10,6 +11,7 @@
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/folder.h"
+#include "platform/paths.h"
 
 namespace hullrider {
 
@@ -94,6 +96,12 @@ bool SaveMusicLibraryCache(const std::string& path, const MusicLibrary& library)
     }
     PrintErrorLine("Error: Failed to rename temporary file to cache file. " + moveError);
     return false;
+}
+
+void RemoveMusicLibraryCache(const std::string& path) {
+    std::error_code error;
+    std::filesystem::remove(PathFromUtf8(path), error);
+    if (error) PrintErrorLine("Failed to remove " + path + ": " + error.message());
 }
 
 std::vector<Playlist> LoadMusicLibraryCache(const std::string& path) {

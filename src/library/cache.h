@@ -14,6 +14,9 @@ namespace hullrider {
 // outcome is one line on the output or the error stream; a failure leaves the old file. True when the file was written.
 bool SaveMusicLibraryCache(const std::string& path, const MusicLibrary& library);
 
+// For a user who has no music folders any more: what was in them must not come back with the next start.
+void RemoveMusicLibraryCache(const std::string& path);
+
 // The playlists in the file; none when it cannot be opened or read, which one line on the error stream tells. A file
 // that is there and is no cache is kept as "PATH.bad".
 std::vector<Playlist> LoadMusicLibraryCache(const std::string& path);

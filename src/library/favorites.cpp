@@ -36,6 +36,14 @@ FavoriteEntry EntryFor(const Song& song, size_t playlist, size_t index, int32_t 
     return {song.musicType, static_cast<int32_t>(index), static_cast<int32_t>(playlist), count, song.songPath};
 }
 
+void MarkSongsAt(MusicLibrary& library, const std::string& path, int32_t count) {
+    for (Playlist& playlist : library.playlists) {
+        for (Song& song : playlist.songs) {
+            if (IsSamePath(song.songPath, path)) Mark(song, count);
+        }
+    }
+}
+
 // The first song at a path is the one that the entry points to.
 void PlaceEntry(FavoriteEntry& entry, const Song& song, size_t playlist, size_t index) {
     if (entry.plistIndex >= 0) return;
@@ -97,10 +105,18 @@ void SetFavoriteCount(FavoritesState& favorites, MusicLibrary& library, SongPosi
         MergeFavorites(favorites, {EntryFor(changed, playlist, index, kept)});
         favorites.list[favorites.byPath.at(ToLower(changed.songPath))].favoriteCount = kept;
     }
-    for (Playlist& each : library.playlists) {
-        for (Song& song : each.songs) {
-            if (IsSamePath(song.songPath, changed.songPath)) Mark(song, kept);
-        }
+    MarkSongsAt(library, changed.songPath, kept);
+}
+
+void SetFavoriteCountAt(FavoritesState& favorites, MusicLibrary& library, const std::string& path, int32_t count) {
+    const auto found = favorites.byPath.find(ToLower(path));
+    if (found == favorites.byPath.end()) return;
+    const int32_t kept = std::max(count, 0);
+    MarkSongsAt(library, path, kept);
+    if (kept == 0) {
+        Remove(favorites, path);
+    } else {
+        favorites.list[found->second].favoriteCount = kept;
     }
 }
 

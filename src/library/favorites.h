@@ -3,6 +3,7 @@
 // mark. After a change of marks the caller recounts. UI thread.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "library/song_counts.h"
@@ -27,6 +28,10 @@ void MatchFavorites(FavoritesState& favorites, MusicLibrary& library);
 // Gives a song that count. With 0 or less it is no favourite any more. A position that the library does not have
 // changes nothing.
 void SetFavoriteCount(FavoritesState& favorites, MusicLibrary& library, SongPosition position, int32_t count);
+
+// The same for the favourite at that path, whether it is in the library now or not. A path that is none changes
+// nothing.
+void SetFavoriteCountAt(FavoritesState& favorites, MusicLibrary& library, const std::string& path, int32_t count);
 
 // No song is a favourite any more, whether it is in the library now or not.
 void ClearFavorites(FavoritesState& favorites, MusicLibrary& library);

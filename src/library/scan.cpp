@@ -84,22 +84,22 @@ void GatherFolder(const std::string& folder, std::vector<Song>& songs) {
     for (const std::string& name : AlbumNames(folder, {})) take(ScanAlbum(JoinPath(folder, name), {}));
 }
 
-void ScanInto(MusicLibrary& library, const std::string& path, const FavoritesFound& favoritesFound) {
-    std::vector<Playlist> found = ScanDirectory(path, library, favoritesFound);
-    library.playlists.insert(library.playlists.end(), std::make_move_iterator(found.begin()),
-                             std::make_move_iterator(found.end()));
+bool IsUnwanted(const ScanProgress* progress) {
+    return progress != nullptr && progress->isUnwanted;
 }
 
 }  // namespace
 
 std::vector<Playlist> ScanDirectory(const std::string& path, MusicLibrary& library,
-                                    const FavoritesFound& favoritesFound) {
+                                    const FavoritesFound& favoritesFound, ScanProgress* progress) {
     if (!IsFolder(path)) {
+        library.missingFolders.push_back(path);
         PrintErrorLine("Directory does not exist or is not a directory: " + path);
         return {};
     }
     std::vector<Playlist> playlists;
     for (std::string& name : AlbumNames(path, favoritesFound)) {
+        if (IsUnwanted(progress)) break;
         Playlist playlist;
         playlist.songs = ScanAlbum(JoinPath(path, name), favoritesFound);
         if (playlist.songs.empty()) continue;
@@ -107,6 +107,7 @@ std::vector<Playlist> ScanDirectory(const std::string& path, MusicLibrary& libra
         playlist.songCount = static_cast<int32_t>(playlist.songs.size());
         library.totalSongs += playlist.songCount;
         library.playlistCount += 1;
+        if (progress != nullptr) progress->songsFound += playlist.songCount;
         playlists.push_back(std::move(playlist));
     }
     return playlists;
@@ -130,10 +131,21 @@ Playlist GatherSongs(const std::vector<std::string>& paths) {
     return gathered;
 }
 
+void ScanMusicFolders(MusicLibrary& library, const std::vector<std::string>& directoryPaths,
+                      const FavoritesFound& favoritesFound, ScanProgress* progress) {
+    library.playlists.clear();
+    library.missingFolders.clear();
+    for (const std::string& path : directoryPaths) {
+        if (IsUnwanted(progress)) break;
+        std::vector<Playlist> found = ScanDirectory(path, library, favoritesFound, progress);
+        library.playlists.insert(library.playlists.end(), std::make_move_iterator(found.begin()),
+                                 std::make_move_iterator(found.end()));
+    }
+}
+
 void RescanMusicLibrary(MusicLibrary& library, const std::vector<std::string>& directoryPaths,
                         const std::string& cachePath, const FavoritesFound& favoritesFound) {
-    library.playlists.clear();
-    for (const std::string& path : directoryPaths) ScanInto(library, path, favoritesFound);
+    ScanMusicFolders(library, directoryPaths, favoritesFound);
     if (!cachePath.empty()) SaveMusicLibraryCache(cachePath, library);
 }
 

@@ -244,7 +244,9 @@ bool PlayNext(AppState& app, Draws& draws) {
     if (item.handle == 0) {
         BringOldItemBack(app, before);
         if (request.kind == NextRequest::kEarlierSong && item.kind == Selection::kNothing) return false;
-        if (item.kind == Selection::kRefused) {
+        // What plays has been taken out of the library with everything else: it must not go round for ever.
+        const bool isGone = item.kind == Selection::kNothing && SongCountOf(app.library) == 0;
+        if (item.kind == Selection::kRefused || isGone) {
             EndListening(app);
             CutStreamsBut(playback, 0);
         }

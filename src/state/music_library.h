@@ -45,6 +45,8 @@ struct MusicLibrary {
     int32_t totalSongs = 0;
     int32_t playlistCount = 0;
 
+    std::vector<std::string> missingFolders;  // music folders that were not there at the last scan of this run
+
     // As of the last recount.
     int32_t numberOfPlaylists = 0;
     int32_t favoriteSongCount = 0;  // songs with a favoriteCount of 1 or more

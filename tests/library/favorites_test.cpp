@@ -98,6 +98,23 @@ TEST(Favorites, EitherMarkOfASongMakesItAFavoriteWhenTheListIsLost) {
     ExpectIndexed(favorites);
 }
 
+TEST(Favorites, ACountIsSetByPathAlsoOfWhatIsNotInTheLibrary) {
+    FavoritesState favorites;
+    MusicLibrary library = SmallLibrary();
+    MergeFavorites(favorites, {Entry("/gone.mp3", 2), Entry("/m/a.mp3", 3)});
+    MatchFavorites(favorites, library);
+    SetFavoriteCountAt(favorites, library, "/GONE.mp3", 5);
+    SetFavoriteCountAt(favorites, library, "/m/A.mp3", 4);
+    SetFavoriteCountAt(favorites, library, "/m/b.mid", 9);  // is none
+    EXPECT_EQ(Names(favorites), "/gone.mp3:5 /m/a.mp3:4 ");
+    EXPECT_EQ(Marks(library), "14 00 00 14 ");
+    SetFavoriteCountAt(favorites, library, favorites.list[0].songPath, 0);
+    SetFavoriteCountAt(favorites, library, favorites.list[0].songPath, -1);
+    EXPECT_EQ(Names(favorites), "");
+    EXPECT_EQ(Marks(library), "00 00 00 00 ");
+    ExpectIndexed(favorites);
+}
+
 TEST(Favorites, ACountIsSetInTheListAndInEverySongOfThatPath) {
     FavoritesState favorites;
     MusicLibrary library = SmallLibrary();

@@ -1,0 +1,114 @@
+#include "dialogs/folder_rows.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "library/music_type.h"
+#include "library/song_counts.h"
+
+namespace hullrider {
+
+namespace {
+
+// A form in which the same folder is always the same text.
+std::string Plain(std::string_view path) {
+    std::string plain = ToLower(path);
+    std::replace(plain.begin(), plain.end(), '\\', '/');
+    while (plain.ends_with('/')) plain.pop_back();
+    return plain;
+}
+
+std::string_view FolderOf(std::string_view path) {
+    const size_t end = path.find_last_of("/\\");
+    return end == std::string_view::npos ? std::string_view() : path.substr(0, end);
+}
+
+bool LiesWithin(const std::string& inner, const std::string& outer) {
+    return inner.size() > outer.size() && inner.starts_with(outer) && inner[outer.size()] == '/';
+}
+
+std::string Counted(int64_t count, const char* noun) {
+    const auto shown = static_cast<int32_t>(std::min<int64_t>(count, INT32_MAX));
+    return FormatWithThousands(shown) + ' ' + noun + (count == 1 ? "" : "s");
+}
+
+struct Content {
+    int64_t albums = 0, songs = 0;
+};
+
+std::string ContentText(const Content& content) {
+    return Counted(content.albums, "album") + ", " + Counted(content.songs, "song");
+}
+
+// By the music folders in their plain form.
+std::unordered_map<std::string, Content> ContentOfFolders(const MusicLibrary& library) {
+    std::unordered_map<std::string, Content> contents;
+    for (const Playlist& playlist : library.playlists) {
+        if (playlist.songs.empty()) continue;
+        Content& content = contents[Plain(FolderOf(FolderOf(playlist.songs.front().songPath)))];
+        ++content.albums;
+        content.songs += static_cast<int64_t>(playlist.songs.size());
+    }
+    return contents;
+}
+
+FolderRow EmptyRow(const std::string& folder, const MusicLibrary& library) {
+    const std::vector<std::string>& missing = library.missingFolders;
+    if (std::find(missing.begin(), missing.end(), folder) != missing.end()) {
+        return {folder, "Not found", "This folder is not there now. Its songs come back with a rescan when it is."};
+    }
+    return {folder, "No songs",
+            "No songs in the folders within it. If it is an album, add the folder that it lies in."};
+}
+
+}  // namespace
+
+std::vector<FolderRow> MakeFolderRows(const std::vector<std::string>& folders, const MusicLibrary& library,
+                                      bool isScanning) {
+    const std::unordered_map<std::string, Content> contents = ContentOfFolders(library);
+    std::vector<FolderRow> rows;
+    for (const std::string& folder : folders) {
+        const auto found = contents.find(Plain(folder));
+        if (found != contents.end()) {
+            rows.push_back({folder, ContentText(found->second), ""});
+        } else {
+            rows.push_back(isScanning ? FolderRow{folder, "Scanning", ""} : EmptyRow(folder, library));
+        }
+    }
+    return rows;
+}
+
+FolderVerdict JudgeFolder(const std::vector<std::string>& folders, const std::string& added, bool isThere) {
+    if (!isThere) return {false, "There is no such folder."};
+    const std::string plain = Plain(added);
+    FolderVerdict verdict{true, ""};
+    for (const std::string& folder : folders) {
+        const std::string other = Plain(folder);
+        if (other == plain) return {false, "This folder is in the list already."};
+        if (LiesWithin(plain, other)) verdict.remark = "It lies within " + folder + ": only its own folders are new.";
+        if (LiesWithin(other, plain)) verdict.remark = "It holds " + folder + ", which keeps albums of its own.";
+    }
+    return verdict;
+}
+
+bool MoveFolder(std::vector<std::string>& folders, size_t at, int step) {
+    const size_t to = at + static_cast<size_t>(step);  // one before the first wraps to far beyond the last
+    if (at >= folders.size() || to >= folders.size()) return false;
+    std::swap(folders[at], folders[to]);
+    return true;
+}
+
+std::string LibraryText(std::optional<int32_t> foundByScan, const MusicLibrary& library) {
+    if (foundByScan) return "Scanning: " + Counted(*foundByScan, "song") + " so far";
+    const int64_t songs = SongCountOf(library);
+    if (songs == 0) return "There is no music in the library.";
+    return "In the library: " + ContentText({static_cast<int64_t>(library.playlists.size()), songs});
+}
+
+std::string SoundFontText(size_t count) {
+    return count == 0 ? "No SoundFonts (.sf2) there." : Counted(static_cast<int64_t>(count), "SoundFont") + " found";
+}
+
+}  // namespace hullrider

@@ -1,0 +1,52 @@
+#include "playback/kept_place.h"
+
+#include <string_view>
+
+#include "library/song_counts.h"
+
+namespace hullrider {
+
+namespace {
+
+std::string_view FolderOf(std::string_view path) {
+    const size_t end = path.find_last_of("/\\");
+    return end == std::string_view::npos ? std::string_view() : path.substr(0, end);
+}
+
+void FindPlayingSong(AppState& app) {
+    PlaybackState& playback = app.playback;
+    const SongHistory& history = app.history;
+    if (playback.currentType == kInternetRadio || history.cursor >= history.records.size()) return;
+    const HistoryRecord& record = history.records[history.cursor];
+    playback.playing.playlist = record.playlist;
+    playback.playing.song = record.song;
+}
+
+}  // namespace
+
+KeptPlace NotePlace(const AppState& app) {
+    const SelectionState& selection = app.selection;
+    const Song* const first = FindSong(app.library, {selection.currentPlaylist, 0});
+    if (first == nullptr) return {};
+    const Song* const song = FindSong(app.library, {selection.currentPlaylist, selection.currentSongInPlaylist});
+    return {std::string(FolderOf(first->songPath)), song == nullptr ? std::string() : song->songPath};
+}
+
+void FindPlaceAgain(AppState& app, const KeptPlace& place) {
+    FindPlayingSong(app);
+    SelectionState& selection = app.selection;
+    selection.currentPlaylist = 0;
+    selection.currentSongInPlaylist = -1;
+    if (place.albumFolder.empty()) return;
+    for (size_t i = 0; i < app.library.playlists.size(); ++i) {
+        const std::vector<Song>& songs = app.library.playlists[i].songs;
+        if (songs.empty() || FolderOf(songs.front().songPath) != place.albumFolder) continue;
+        selection.currentPlaylist = static_cast<int32_t>(i);
+        for (size_t j = 0; j < songs.size(); ++j) {
+            if (songs[j].songPath == place.songPath) selection.currentSongInPlaylist = static_cast<int32_t>(j);
+        }
+        return;
+    }
+}
+
+}  // namespace hullrider

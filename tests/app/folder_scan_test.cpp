@@ -1,0 +1,121 @@
+// Changes of the music folders while a player runs, without a front.
+#include "app/folder_scan.h"
+
+#include <gtest/gtest.h>
+
+#include "app/shutdown.h"
+#include "app/startup.h"
+#include "platform/message_box.h"
+#include "playback/chosen_song.h"
+#include "playback/play_next.h"
+#include "playback/stream_slots.h"
+#include "tests/console_capture.h"
+#include "tests/eventually.h"
+#include "tests/temporary_folder.h"
+#include "tests/tone_wav.h"
+
+namespace hullrider {
+namespace {
+
+class FolderScanTest : public testing::Test {
+protected:
+    FolderScanTest() {
+        SetErrorBoxHandler([](std::string_view) {});  // there is no SoundFont
+        folder_.Write("demo/Album/demo.mp3", ToneWav(300.0, 100.0));
+        for (const char* song : {"music/A/one.mp3", "music/B/two.mid", "music/B/three.xm"}) folder_.Write(song, "x");
+        const std::string one = folder_.At("music/A/one.mp3");
+        folder_.Write("music/B/favorite.json", R"({"favorites":[{"songPath":")" + one + R"(","favoriteCount":6}]})");
+    }
+    ~FolderScanTest() override {
+        if (player_) SaveAndShutdown(*player_);
+        SetErrorBoxHandler(nullptr);
+    }
+
+    Player& Start() {
+        player_ = std::make_unique<Player>();
+        player_->companionEdition = false;
+        player_->options.dataDir = folder_.At("data");
+        player_->options.output.kind = OutputKind::kNull;
+        player_->options.fallbackMusic = folder_.At("demo");
+        StartPlayer(*player_);
+        return *player_;
+    }
+
+    void Scan(Player& player, const std::vector<std::string>& folders) {
+        player.state.settings.directoryPaths.clear();
+        for (const std::string& name : folders) player.state.settings.directoryPaths.push_back(folder_.At(name));
+        StartFolderScan(player);
+    }
+
+    static bool ScanEnds(Player& player) {
+        return Eventually([&] {
+            PollFolderScan(player);
+            return !SongsFoundByScan(player);
+        });
+    }
+
+    TemporaryFolder folder_;
+    ConsoleCapture console_;
+    std::unique_ptr<Player> player_;
+};
+
+TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
+    Player& player = Start();
+    AppState& state = player.state;
+    ASSERT_NE(CurrentHandle(state.playback), 0U);
+    ASSERT_TRUE(state.playback.demonstration);
+    const StreamSlot playing = CurrentHandle(state.playback);
+
+    Scan(player, {"music", "missing"});
+    EXPECT_EQ(state.library.typedSongCount, 1) << "the old library, until the scan is over";
+    ASSERT_TRUE(ScanEnds(player));
+    EXPECT_EQ(state.library.typedSongCount, 3);
+    EXPECT_EQ(state.library.missingFolders, std::vector<std::string>{folder_.At("missing")});
+    EXPECT_FALSE(state.playback.demonstration);
+    EXPECT_TRUE(state.selection.mixedMusic);
+    ASSERT_EQ(state.favorites.list.size(), 1U);
+    EXPECT_EQ(state.library.favoriteSongCount, 1);
+    EXPECT_EQ(CurrentHandle(state.playback), playing);
+    EXPECT_EQ(state.playback.currentTitle, "demo");
+    EXPECT_EQ(PlayingSong(state), nullptr) << "another song in its place would get its favourite count";
+
+    Scan(player, {"music", "demo"});
+    ASSERT_TRUE(ScanEnds(player));
+    ASSERT_NE(PlayingSong(state), nullptr);
+    EXPECT_EQ(PlayingSong(state)->songPath, folder_.At("demo/Album/demo.mp3"));
+    EXPECT_TRUE(folder_.Has("data/musicLibraryCache.json"));
+}
+
+TEST_F(FolderScanTest, WithoutAFolderTheLibraryIsEmptyAndTheMusicEnds) {
+    Player& player = Start();
+    Scan(player, {"demo"});
+    ASSERT_TRUE(ScanEnds(player));
+    Scan(player, {});
+    EXPECT_EQ(player.state.library.typedSongCount, 0);
+    EXPECT_FALSE(player.state.selection.mixedMusic);
+    EXPECT_FALSE(folder_.Has("data/musicLibraryCache.json")) << "the songs would be back with the next start";
+    EXPECT_NE(CurrentHandle(player.state.playback), 0U);
+    EXPECT_FALSE(PlayNext(player.state, player.draws));
+    EXPECT_EQ(CurrentHandle(player.state.playback), 0U);
+    EXPECT_EQ(player.state.playback.trouble, PlaybackTrouble::kNoMusic);
+
+    Scan(player, {"demo"});
+    ASSERT_TRUE(ScanEnds(player));
+    EXPECT_NE(CurrentHandle(player.state.playback), 0U) << "music again, at once";
+}
+
+TEST_F(FolderScanTest, ALaterChangeAndTheEndOfTheProgramGiveAScanUp) {
+    Player& player = Start();
+    Scan(player, {"demo"});
+    Scan(player, {"music"});
+    ASSERT_TRUE(ScanEnds(player));
+    EXPECT_EQ(player.state.library.typedSongCount, 3);
+
+    Scan(player, {"demo"});
+    SaveAndShutdown(player);
+    EXPECT_EQ(player.state.library.typedSongCount, 3);
+    EXPECT_EQ(Start().state.library.typedSongCount, 1) << "the next start scans what was configured";
+}
+
+}  // namespace
+}  // namespace hullrider

@@ -1,0 +1,159 @@
+// The folder and the favourites windows of the real program.
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "app/commands.h"
+#include "platform/text_win.h"
+#include "tests/tone_wav.h"
+#include "tests/window/player_process_win.h"
+
+namespace hullrider {
+namespace {
+
+bool Within20Seconds(const std::function<bool()>& claim) {
+    for (int i = 0; i < 400 && !claim(); ++i) Sleep(50);
+    return claim();
+}
+
+struct Search {
+    std::wstring text;
+    bool isClass;
+    HWND found;
+};
+
+BOOL CALLBACK MatchText(HWND control, LPARAM parameter) {
+    Search& search = *reinterpret_cast<Search*>(parameter);
+    wchar_t text[256] = {};
+    if (search.isClass) {
+        GetClassNameW(control, text, 256);
+    } else {
+        SendMessageW(control, WM_GETTEXT, 256, reinterpret_cast<LPARAM>(text));
+    }
+    if (search.text != text) return TRUE;
+    search.found = control;
+    return FALSE;
+}
+
+HWND Child(HWND window, const std::wstring& text, bool isClass = false) {
+    Search search{text, isClass, nullptr};
+    EnumChildWindows(window, MatchText, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+bool Shows(HWND window, const std::wstring& text) {
+    return Within20Seconds([&] { return Child(window, text) != nullptr; });
+}
+
+void Click(HWND window, const std::wstring& button) {
+    PostMessageW(Child(window, button), BM_CLICK, 0, 0);
+}
+
+class FoldersWindowTest : public testing::Test {
+protected:
+    FoldersWindowTest() {
+        folder_.Write("one/A/first.mp3", ToneWav(440.0, 100.0));
+        folder_.Write("two/B/second.mp3", ToneWav(440.0, 100.0));
+    }
+
+    std::string Quoted(const std::string& name) const {
+        std::string quoted = "\"";
+        for (const char letter : folder_.At(name))
+            quoted += letter == '\\' ? std::string("\\\\") : std::string(1, letter);
+        return quoted + '"';
+    }
+
+    // The window of that command, with the music folders that are given.
+    HWND Open(const std::vector<std::string>& folders, int32_t command, const wchar_t* className) {
+        std::string list;
+        for (const std::string& name : folders) list += (list.empty() ? "" : ",") + Quoted(name);
+        folder_.Write("data/MusicSettings.json", "{\"directoryPaths\":[" + list + "]}");
+        player_ = std::make_unique<PlayerProcess>(
+            std::vector<std::string>{"--data-dir", folder_.At("data"), "--output", "null"});
+        main_ = player_->WaitForWindow(L"HelloWorldClass", nullptr);
+        EXPECT_TRUE(player_->WaitForOutput("Playing: ", 1)) << player_->Output();
+        PostMessageW(main_, WM_COMMAND, static_cast<WPARAM>(command), 0);
+        return player_->WaitForWindow(className, nullptr);
+    }
+
+    bool FileHolds(const std::string& name, const std::string& text) const {
+        return Within20Seconds([&] { return folder_.Read(name).find(text) != std::string::npos; });
+    }
+
+    int Exit() {
+        PostMessageW(main_, WM_COMMAND, kExitCommand, 0);
+        return player_->WaitForExit();
+    }
+
+    TemporaryFolder folder_;
+    std::unique_ptr<PlayerProcess> player_;
+    HWND main_ = nullptr;
+};
+
+TEST_F(FoldersWindowTest, FoldersAreAddedMovedAndRemovedWhileTheMusicPlays) {
+    const HWND window = Open({"one"}, kFoldersCommand, L"CustomFolderDialogClass");
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(Shows(window, L"In the library: 1 album, 1 song"));
+
+    Click(window, L"&Add...");
+    const HWND chooser = player_->WaitForWindow(L"#32770", L"Choose a music folder");
+    ASSERT_NE(chooser, nullptr);
+    ASSERT_TRUE(Within20Seconds([&] { return Child(chooser, L"Edit", true) != nullptr; }));
+    SendMessageW(Child(chooser, L"Edit", true), WM_SETTEXT, 0,
+                 reinterpret_cast<LPARAM>(WideFromUtf8(folder_.At("two")).c_str()));
+    PostMessageW(chooser, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(Shows(window, L"In the library: 2 albums, 2 songs")) << player_->Output();
+    EXPECT_TRUE(FileHolds("data/MusicSettings.json", "two"));
+
+    Click(window, L"Move &Up");  // the added one, which is selected
+    EXPECT_TRUE(Within20Seconds([&] {
+        const std::string settings = folder_.Read("data/MusicSettings.json");
+        return settings.find("two\"") < settings.find("one\"");
+    }));
+    Click(window, L"&Remove");
+    EXPECT_TRUE(Shows(window, L"In the library: 1 album, 1 song"));
+    Click(window, L"&Remove");
+    EXPECT_TRUE(Shows(window, L"There is no music in the library."));
+    EXPECT_TRUE(FileHolds("data/MusicSettings.json", "\"directoryPaths\": []"));
+    PostMessageW(main_, WM_COMMAND, kNextSongCommand, 0);
+    EXPECT_TRUE(player_->WaitForOutput("No music found", 1)) << player_->Output();
+    EXPECT_EQ(Exit(), 0);
+    EXPECT_FALSE(folder_.Has("data/musicLibraryCache.json"));
+}
+
+TEST_F(FoldersWindowTest, FavouritesAreCountedPlayedAndCleared) {
+    folder_.Write("data/favorite.json", "{\"favorites\":[{\"songPath\":\"D:\\\\Away\\\\gone.mp3\"},{\"songPath\":" +
+                                            Quoted("two/B/second.mp3") + ",\"favoriteCount\":5}]}");
+    const HWND window = Open({"one", "two"}, kFavoriteOptionsCommand, L"CustomFavDialogClass");
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(Shows(window, L"2 favourites, 1 of them not in the library"));
+    Click(window, L"Count &Up  (+)");
+    EXPECT_TRUE(FileHolds("data/favorite.json", "\"favoriteCount\":6"));
+    const std::string before = player_->Output();
+    Click(window, L"&Play Now");
+    EXPECT_TRUE(Within20Seconds([&] {
+        return player_->Output().find("Playing: B / second", before.size()) != std::string::npos;
+    })) << player_->Output();
+
+    Click(window, L"Clear &All Favorites");
+    const HWND question = player_->WaitForWindow(L"#32770", L"Favorite Options");
+    ASSERT_NE(question, nullptr);
+    PostMessageW(question, WM_COMMAND, IDYES, 0);
+    EXPECT_TRUE(Shows(window, L"There are no favourites yet."));
+    EXPECT_EQ(Exit(), 0);
+    EXPECT_EQ(folder_.Read("data/favorite.json").find("mp3"), std::string::npos);
+}
+
+TEST_F(FoldersWindowTest, TheProgramCanEndWhileAQuestionIsOpen) {
+    folder_.Write("data/favorite.json", "{\"favorites\":[{\"songPath\":" + Quoted("two/B/second.mp3") + "}]}");
+    const HWND window = Open({"two"}, kFavoriteOptionsCommand, L"CustomFavDialogClass");
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(Shows(window, L"1 favourite"));
+    Click(window, L"Clear &All Favorites");
+    ASSERT_NE(player_->WaitForWindow(L"#32770", L"Favorite Options"), nullptr);
+    EXPECT_EQ(Exit(), 0) << player_->Output();
+    EXPECT_NE(folder_.Read("data/favorite.json").find("second.mp3"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace hullrider
