@@ -242,12 +242,13 @@ void MainWindow::Run(int32_t command) {
 std::shared_ptr<DialogHost> MainWindow::MakeDialogHost() {
     AppState& state = player_.state;
     const auto keepSettings = [this] { SetTimer(window_, kSaveTimer, kSaveDelayMs, nullptr); };
-    return std::make_shared<DialogHost>(DialogHost{state, player_.hotkeys, player_.refusedHotkeys, VersionText(),
-                                                   keepSettings, [&state] { RecountSongs(state); },
-                                                   [this] { TakeHotkeys(); }, [this] { UnregisterHotkeys(window_); }});
+    return std::make_shared<DialogHost>(DialogHost{
+        state, player_.hotkeys, player_.refusedHotkeys, VersionText(), keepSettings, [&state] { RecountSongs(state); },
+        [this] { TakeHotkeys(); }, [this] { UnregisterAllHotkeys(window_); }});
 }
 
 void MainWindow::TakeHotkeys() {
+    UnregisterAllHotkeys(window_);
     player_.refusedHotkeys = RegisterHotkeys(window_, player_.hotkeys);
     for (const RefusedHotkey& refused : player_.refusedHotkeys) {
         const std::string_view label = HotkeyLabel(refused.hotkey.action);
