@@ -183,7 +183,7 @@ TEST_F(WindowTest, EveryOptionWindowOpensOnceAndCloses) {
         Sleep(100);
         EXPECT_EQ(FindWindowExW(nullptr, opened, className.c_str(), nullptr), nullptr) << "opened twice";
         PostMessageW(opened, WM_CLOSE, 0, 0);
-        for (int i = 0; i < 100 && IsWindow(opened) != 0; ++i) Sleep(20);
+        for (int i = 0; i < 500 && IsWindow(opened) != 0; ++i) Sleep(20);
         EXPECT_EQ(IsWindow(opened), 0) << command.window.title;
     }
     EXPECT_NE(IsWindow(window), 0);
