@@ -20,6 +20,7 @@ struct DialogKind {
 constexpr std::array kKinds{
     DialogKind{"CustomRadioDialogClass", MakeRadioDialog},
     DialogKind{"CustomAboutDialogClass", MakeAboutDialog},
+    DialogKind{"CustomHotKeyDialogClass", MakeHotkeyDialog},
 };
 
 std::unique_ptr<Dialog> MakeDialog(const SharedHost& host, const char* className, const char* title) {
