@@ -13,6 +13,7 @@ using SharedHost = std::shared_ptr<DialogHost>;
 std::unique_ptr<Dialog> MakeRadioDialog(const SharedHost& host);
 std::unique_ptr<Dialog> MakeAboutDialog(const SharedHost& host);
 std::unique_ptr<Dialog> MakeHotkeyDialog(const SharedHost& host);
+std::unique_ptr<Dialog> MakeSongInfoDialog(const SharedHost& host);
 
 // For a subject that has no window yet: says so.
 std::unique_ptr<Dialog> MakeNoticeDialog(std::string text);

@@ -21,6 +21,7 @@ constexpr std::array kKinds{
     DialogKind{"CustomRadioDialogClass", MakeRadioDialog},
     DialogKind{"CustomAboutDialogClass", MakeAboutDialog},
     DialogKind{"CustomHotKeyDialogClass", MakeHotkeyDialog},
+    DialogKind{"CustomInfoDialogClass", MakeSongInfoDialog},
 };
 
 std::unique_ptr<Dialog> MakeDialog(const SharedHost& host, const char* className, const char* title) {
