@@ -150,10 +150,15 @@ std::string WhenText(int64_t seconds, int64_t now) {
 }
 
 SongInfo MakeSongInfo(const AppState& state, const Statistics& statistics, int64_t now) {
+    SongInfo info;
+    UpdateSongInfo(info, state, statistics, now);
+    return info;
+}
+
+void UpdateSongInfo(SongInfo& info, const AppState& state, const Statistics& statistics, int64_t now) {
     const MusicLibrary& library = state.library;
     const StatisticsCounts& run = statistics.thisRun;
     const StatisticsCounts& all = statistics.allTime;
-    SongInfo info;
     info.kinds = KindRows(library, run, all);
     info.timeShare = TimeShare(all);
     info.library = "Library: " + Counted(library.typedSongCount, " song in ", " songs in ") +
@@ -162,9 +167,11 @@ SongInfo MakeSongInfo(const AppState& state, const Statistics& statistics, int64
     info.thisRun = "This run: " + Counted(run.skips, " item skipped", " items skipped");
     info.allTime = "All time: started " + Counted(all.starts, " time, ", " times, ") +
                    Counted(all.skips, " item skipped", " items skipped");
-    info.mostPlayed = MostPlayed(state.playCounts);
     info.recent = Recent(state, now);
-    return info;
+    if (const int64_t plays = Total(all).count; info.plays != plays) {
+        info.mostPlayed = MostPlayed(state.playCounts);
+        info.plays = plays;
+    }
 }
 
 std::string SongInfoText(const SongInfo& info) {

@@ -21,6 +21,7 @@ struct SongInfo {
     std::string allTime;
     std::vector<TextRow> mostPlayed;  // by kMostPlayedColumns, the most played first
     std::vector<TextRow> recent;      // by kRecentColumns, the latest first
+    int64_t plays = -1;               // of all songs, as `mostPlayed` was made
 };
 
 inline constexpr std::array kKindColumns{"Kind", "In library", "This run", "Hours", "All time", "Hours"};
@@ -29,6 +30,9 @@ inline constexpr std::array kRecentColumns{"Time", "Recently heard", "Album"};
 
 // Everything as of `now`, in seconds since 1970. Of `state` the statistics are left aside, for those given.
 SongInfo MakeSongInfo(const AppState& state, const Statistics& statistics, int64_t now);
+
+// Brings it up to date. The counts of all songs are gone through only when one was played since.
+void UpdateSongInfo(SongInfo& info, const AppState& state, const Statistics& statistics, int64_t now);
 
 // All of it as lines of text, for the clipboard.
 std::string SongInfoText(const SongInfo& info);

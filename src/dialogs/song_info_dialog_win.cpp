@@ -53,19 +53,19 @@ protected:
     }
 
     void Refresh() override {
-        const SongInfo info = Info();
-        kinds_.Show(info.kinds);
-        mostPlayed_.Show(info.mostPlayed);
-        recent_.Show(info.recent);
-        SetText(library_, info.library);
-        SetText(runs_, info.thisRun + ".   " + info.allTime + ".");
-        if (info.timeShare != timeShare_) InvalidateRect(chart_, nullptr, FALSE);
-        timeShare_ = info.timeShare;
+        TakeInfo();
+        kinds_.Show(info_.kinds);
+        mostPlayed_.Show(info_.mostPlayed);
+        recent_.Show(info_.recent);
+        SetText(library_, info_.library);
+        SetText(runs_, info_.thisRun + ".   " + info_.allTime + ".");
+        if (info_.timeShare != painted_) InvalidateRect(chart_, nullptr, FALSE);
+        painted_ = info_.timeShare;
     }
 
 private:
-    SongInfo Info() const {
-        return MakeSongInfo(host_->state, StatisticsSoFar(host_->state), static_cast<int64_t>(std::time(nullptr)));
+    void TakeInfo() {
+        UpdateSongInfo(info_, host_->state, StatisticsSoFar(host_->state), static_cast<int64_t>(std::time(nullptr)));
     }
 
     void AddTotals() {
@@ -92,7 +92,7 @@ private:
     // The bar, and below it what its colours mean.
     void PaintChart(HDC dc, const RECT& box) const {
         std::array<BarPart, kKinds.size()> parts;
-        for (size_t i = 0; i < parts.size(); ++i) parts[i] = {timeShare_[i], kKinds[i].color};
+        for (size_t i = 0; i < parts.size(); ++i) parts[i] = {info_.timeShare[i], kKinds[i].color};
         RECT bar = box;
         bar.bottom = bar.top + Pixels(kBarHeight);
         PaintShareBar(dc, bar, parts);
@@ -102,20 +102,22 @@ private:
             FillWith(dc, {left, top, left + Pixels(kSwatch), top + Pixels(kSwatch)}, kKinds[i].color);
             RECT text{left + Pixels(kSwatch + kGap), bar.bottom + Pixels(kGap), left + Pixels(kLegendWidth),
                       box.bottom};
-            const std::string percent = std::to_string(std::lround(timeShare_[i] * 100.0)) + " %";
+            const std::string percent = std::to_string(std::lround(info_.timeShare[i] * 100.0)) + " %";
             const std::wstring wide = WideFromUtf8(std::string(kKinds[i].name) + "  " + percent);
             DrawTextW(dc, wide.c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
         }
     }
 
     void Copy() {
-        const bool isCopied = CopyToClipboard(Window(), SongInfoText(Info()));
+        TakeInfo();
+        const bool isCopied = CopyToClipboard(Window(), SongInfoText(info_));
         SetText(copied_, isCopied ? "Copied as text." : "Another program keeps the clipboard.");
     }
 
     SharedHost host_;
     TextTable kinds_, mostPlayed_, recent_;
-    std::array<double, 4> timeShare_{};
+    SongInfo info_;
+    std::array<double, 4> painted_{};  // the shares in the chart
     HWND chart_ = nullptr, library_ = nullptr, runs_ = nullptr, copied_ = nullptr;
 };
 
