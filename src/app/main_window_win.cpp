@@ -325,7 +325,7 @@ std::shared_ptr<DialogHost> MainWindow::MakeDialogHost() {
     const auto keepSettings = [this] { SaveSoon(); };
     const auto host = std::make_shared<DialogHost>(DialogHost{
         state, player_.hotkeys, player_.refusedHotkeys, VersionText(), keepSettings, [&state] { RecountSongs(state); },
-        [this] { TakeHotkeys(); }, [this] { UnregisterHotkeys(window_); }});
+        [this] { TakeHotkeys(); }, [this] { UnregisterAllHotkeys(window_); }});
     host->keepFavorites = [this] { SetTimer(window_, kFavoritesTimer, kSaveDelayMs, nullptr); };
     host->playSong = [this](SongPosition position) { PlaySongNow(position); };
     host->scanMusicFolders = [this] { StartFolderScan(player_); };
@@ -341,6 +341,7 @@ void MainWindow::PlaySongNow(SongPosition position) {
 }
 
 void MainWindow::TakeHotkeys() {
+    UnregisterAllHotkeys(window_);
     player_.refusedHotkeys = RegisterHotkeys(window_, player_.hotkeys);
     for (const RefusedHotkey& refused : player_.refusedHotkeys) {
         const std::string_view label = HotkeyLabel(refused.hotkey.action);

@@ -14,6 +14,8 @@ std::unique_ptr<Dialog> MakeRadioDialog(const SharedHost& host);
 std::unique_ptr<Dialog> MakeAboutDialog(const SharedHost& host);
 std::unique_ptr<Dialog> MakeFavoritesDialog(const SharedHost& host);
 std::unique_ptr<Dialog> MakeFolderDialog(const SharedHost& host);
+std::unique_ptr<Dialog> MakeHotkeyDialog(const SharedHost& host);
+std::unique_ptr<Dialog> MakeSongInfoDialog(const SharedHost& host);
 
 // For a subject that has no window yet: says so.
 std::unique_ptr<Dialog> MakeNoticeDialog(std::string text);

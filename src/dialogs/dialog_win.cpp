@@ -184,10 +184,10 @@ void Dialog::OnCommand(int id, UINT code) {
     const Control* const control = window == nullptr ? nullptr : Find(window);
     if (control == nullptr) return;
     // Copied: what is called may close the window and so its controls.
-    const Procedure procedure = code == BN_CLICKED     ? control->onClick
-                                : code == EN_CHANGE    ? control->onChange
-                                : code == EN_KILLFOCUS ? control->onLeave
-                                                       : Procedure();
+    const Procedure procedure = code == BN_CLICKED                             ? control->onClick
+                                : code == EN_CHANGE || code == CBN_SELCHANGE   ? control->onChange
+                                : code == EN_KILLFOCUS || code == BN_KILLFOCUS ? control->onLeave
+                                                                               : Procedure();
     if (procedure) procedure();
 }
 
@@ -232,6 +232,13 @@ HWND Dialog::AddButton(const Place& place, std::string_view text, Procedure onCl
     return button;
 }
 
+HWND Dialog::AddFieldButton(const Place& place, std::string_view text, Procedure onClick, Procedure onLeave) {
+    const HWND button = AddControl(place, L"BUTTON", text, WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY);
+    Last().onClick = std::move(onClick);
+    Last().onLeave = std::move(onLeave);
+    return button;
+}
+
 HWND Dialog::AddCheckBox(const Place& place, std::string_view text, bool isChecked, Procedure onClick) {
     const HWND box = AddControl(place, L"BUTTON", text, WS_TABSTOP | BS_AUTOCHECKBOX);
     SetChecked(box, isChecked);
@@ -257,6 +264,15 @@ HWND Dialog::AddNumber(const Place& place, int lowest, int highest, Procedure on
     SendMessageW(upDown, UDM_SETRANGE32, static_cast<WPARAM>(lowest), highest);
     SendMessageW(upDown, UDM_SETBUDDY, reinterpret_cast<WPARAM>(edit), 0);
     return edit;
+}
+
+HWND Dialog::AddChoice(const Place& place, Procedure onChange) {
+    constexpr int kListHeight = 240;
+    Place open = place;  // what the system calls its height is that with the list
+    open.height += kListHeight;
+    const HWND choice = AddControl(open, L"COMBOBOX", "", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST);
+    Last().onChange = std::move(onChange);
+    return choice;
 }
 
 HWND Dialog::AddSlider(const Place& place, int lowest, int highest, int at, Procedure onChange) {
@@ -334,6 +350,10 @@ bool Dialog::Confirm(std::string_view question) const {
     return answer == IDYES && IsWindow(window) != 0;
 }
 
+void Dialog::ShowControls(size_t from, size_t to, bool isShown) const {
+    for (size_t i = from; i < to; ++i) ShowWindow(controls_[i].window, isShown ? SW_SHOW : SW_HIDE);
+}
+
 int Dialog::Pixels(int units) const {
     return MulDiv(units, dpi_, USER_DEFAULT_SCREEN_DPI);
 }
@@ -403,6 +423,8 @@ bool TranslateDialogMessage(MSG& message) {
     if (!IsDialog(root)) return false;
     Dialog* const dialog = DialogOf(root);
     const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+    constexpr LPARAM kWasDown = 1 << 30;
+    if (dialog != nullptr) dialog->keyIsRepeated_ = (message.lParam & kWasDown) != 0;
     if (isKey && dialog != nullptr && dialog->OnKey(message.wParam)) return true;
     return IsDialogMessageW(root, &message) != 0;
 }

@@ -66,10 +66,14 @@ protected:
     // one.
     HWND AddLabel(const Place& place, std::string_view text, DWORD style = SS_LEFT);
     HWND AddButton(const Place& place, std::string_view text, Procedure onClick);
+    // A button that also tells when the focus leaves it.
+    HWND AddFieldButton(const Place& place, std::string_view text, Procedure onClick, Procedure onLeave);
     HWND AddCheckBox(const Place& place, std::string_view text, bool isChecked, Procedure onClick);
     HWND AddEdit(const Place& place, DWORD style, Procedure onChange, Procedure onLeave);
     // A whole number from `lowest` to `highest`, with arrows to step it.
     HWND AddNumber(const Place& place, int lowest, int highest, Procedure onChange, Procedure onLeave);
+    // One of a few texts, from a list that drops down.
+    HWND AddChoice(const Place& place, Procedure onChange);
     HWND AddSlider(const Place& place, int lowest, int highest, int at, Procedure onChange);
     HWND AddTabs(const Place& place, const std::vector<std::string>& names, std::function<void(int)> onSelect);
     // A list in rows and columns, one row selected at a time. Widths in units; the first column also takes what the
@@ -85,6 +89,13 @@ protected:
 
     // A yes-or-no question. Whoever asks must be done when the answer is no: the window may be gone by then.
     bool Confirm(std::string_view question) const;
+
+    // How many controls there are; those that were added between two such counts can be shown and hidden together.
+    size_t ControlCount() const { return controls_.size(); }
+    void ShowControls(size_t from, size_t to, bool isShown) const;
+
+    // Within OnKey: the key has been held since an earlier call.
+    bool KeyIsRepeated() const { return keyIsRepeated_; }
 
     // A length in pixels of this window's monitor.
     int Pixels(int units) const;
@@ -125,6 +136,7 @@ private:
     HFONT font_ = nullptr, headingFont_ = nullptr;
     int dpi_ = USER_DEFAULT_SCREEN_DPI;
     HWND lastFocus_ = nullptr;
+    bool keyIsRepeated_ = false;
 };
 
 // For the message loop: keys between the controls of a dialog. True when the message is dealt with.

@@ -22,6 +22,8 @@ constexpr std::array kKinds{
     DialogKind{"CustomAboutDialogClass", MakeAboutDialog},
     DialogKind{"CustomFavDialogClass", MakeFavoritesDialog},
     DialogKind{"CustomFolderDialogClass", MakeFolderDialog},
+    DialogKind{"CustomHotKeyDialogClass", MakeHotkeyDialog},
+    DialogKind{"CustomInfoDialogClass", MakeSongInfoDialog},
 };
 
 std::unique_ptr<Dialog> MakeDialog(const SharedHost& host, const char* className, const char* title) {

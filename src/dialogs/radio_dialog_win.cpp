@@ -5,6 +5,7 @@
 
 #include "dialogs/dialog_kinds_win.h"
 #include "dialogs/number_field_win.h"
+#include "dialogs/share_bar_win.h"
 #include "library/song_counts.h"
 #include "platform/text_win.h"
 #include "playback/simulation.h"
@@ -31,17 +32,12 @@ struct Weight {
 
 // In the order in which the bar shows them.
 constexpr std::array<Weight, 5> kWeights{{
-    {"&MIDI", kMidiCategory, &Settings::rawMIDI, RGB(66, 133, 190)},
-    {"A&udio files", kMp3Category, &Settings::rawMP3, RGB(226, 156, 60)},
-    {"&Tracker modules", kTrackerCategory, &Settings::rawTracker, RGB(110, 168, 98)},
-    {"Fa&vourites", kFavoritesCategory, &Settings::rawFav, RGB(200, 86, 96)},
-    {"&Internet radio", kRadioCategory, &Settings::rawRadio, RGB(136, 106, 176)},
+    {"&MIDI", kMidiCategory, &Settings::rawMIDI, kMidiColor},
+    {"A&udio files", kMp3Category, &Settings::rawMP3, kAudioFileColor},
+    {"&Tracker modules", kTrackerCategory, &Settings::rawTracker, kTrackerColor},
+    {"Fa&vourites", kFavoritesCategory, &Settings::rawFav, kFavoriteColor},
+    {"&Internet radio", kRadioCategory, &Settings::rawRadio, kStationColor},
 }};
-
-void FillWith(HDC dc, const RECT& box, COLORREF color) {
-    SetDCBrushColor(dc, color);
-    FillRect(dc, &box, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-}
 
 class RadioDialog : public Dialog {
 public:
@@ -223,16 +219,9 @@ private:
     double ShareOf(size_t i) const { return promised_[static_cast<size_t>(kWeights[i].category)]; }
 
     void PaintBar(HDC dc, const RECT& box) const {
-        FillRect(dc, &box, GetSysColorBrush(COLOR_WINDOW));
-        double begin = 0.0;
-        for (size_t i = 0; i < kWeights.size(); ++i) {
-            const double end = begin + ShareOf(i);
-            const RECT part{static_cast<LONG>(std::lround(begin * box.right)), box.top,
-                            static_cast<LONG>(std::lround(end * box.right)), box.bottom};
-            FillWith(dc, part, kWeights[i].color);
-            begin = end;
-        }
-        FrameRect(dc, &box, GetSysColorBrush(COLOR_BTNSHADOW));
+        std::array<BarPart, kWeights.size()> parts;
+        for (size_t i = 0; i < parts.size(); ++i) parts[i] = {ShareOf(i), kWeights[i].color};
+        PaintShareBar(dc, box, parts);
     }
 
     SharedHost host_;

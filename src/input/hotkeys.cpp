@@ -8,7 +8,6 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kBuiltIn = 30;
-constexpr size_t kRegistered = 16;
 
 constexpr uint32_t kAlt = 1, kCtrl = 2, kShift = 4, kNoRepeat = 0x4000;
 
@@ -37,7 +36,7 @@ std::string_view HotkeyLabel(int32_t action) {
 
 std::vector<Hotkey> HotkeysToRegister(const HotkeyBindings& bindings) {
     std::vector<Hotkey> hotkeys;
-    for (size_t i = 0; i < std::min(bindings.size(), kRegistered); ++i) {
+    for (size_t i = 0; i < std::min<size_t>(bindings.size(), kActionsWithKeys); ++i) {
         // Without a key there is nothing to press, but the system would take it.
         if (bindings[i].vkKey == 0) continue;
         hotkeys.push_back({static_cast<int32_t>(i), ModifiersOf(bindings[i], i), bindings[i].vkKey});

@@ -49,9 +49,14 @@ struct HotkeyBinding {
     bool shift = false;
     int32_t gameControllerButton = -1;   // bound to the same action; -1: none
     int32_t gameControllerTrigger = -1;  // -1: none
+
+    bool operator==(const HotkeyBinding&) const = default;
 };
 
 using HotkeyBindings = std::vector<HotkeyBinding>;  // by HotkeyAction; may be shorter or longer
+
+// How many actions, from the first on, can be had by key; the others by game controller only.
+inline constexpr int32_t kActionsWithKeys = 16;
 
 // Thirty of them, more than there are actions, none with a key.
 HotkeyBindings BuiltInHotkeys();

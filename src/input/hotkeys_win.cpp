@@ -20,6 +20,12 @@ void UnregisterHotkeys(HWND window) {
     for (int action = kMediaNextKey; action <= kMediaPlayPauseKey; ++action) UnregisterHotKey(window, action);
 }
 
+void UnregisterAllHotkeys(HWND window) {
+    UnregisterHotkeys(window);
+    UnregisterHotKey(window, kActionsWithKeys - 1);
+    UnregisterHotKey(window, kShowPlayerKey);
+}
+
 int32_t ActionOfAppCommand(LPARAM parameter) {
     switch (GET_APPCOMMAND_LPARAM(parameter)) {
         case APPCOMMAND_MEDIA_NEXTTRACK:

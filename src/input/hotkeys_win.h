@@ -15,6 +15,10 @@ std::vector<RefusedHotkey> RegisterHotkeys(HWND window, const HotkeyBindings& bi
 // Lets the first fifteen bindings and the media keys go. The others go with the window.
 void UnregisterHotkeys(HWND window);
 
+// Lets every one go while the program goes on, so that each key reaches the window that has the focus, or so that other
+// bindings can be registered: a second key of an action would be added to its first one.
+void UnregisterAllHotkeys(HWND window);
+
 // The action that a media key or button sends to the window that has the focus (the parameter of WM_APPCOMMAND), or -1.
 int32_t ActionOfAppCommand(LPARAM parameter);
 

@@ -75,7 +75,7 @@ std::optional<SongPosition> SongAt(const MusicLibrary& library, int64_t number) 
     return std::nullopt;
 }
 
-std::string FormatWithThousands(int32_t value) {
+std::string FormatWithThousands(int64_t value) {
     std::string text = std::to_string(value);
     const ptrdiff_t firstDigit = value < 0 ? 1 : 0;
     for (ptrdiff_t at = static_cast<ptrdiff_t>(text.size()) - 3; at > firstDigit; at -= 3) text.insert(at, 1, ',');

@@ -29,6 +29,6 @@ int64_t SongCountOf(const MusicLibrary& library);
 std::optional<SongPosition> SongAt(const MusicLibrary& library, int64_t number);
 
 // "-1,234,567" for -1234567.
-std::string FormatWithThousands(int32_t value);
+std::string FormatWithThousands(int64_t value);
 
 }  // namespace hullrider

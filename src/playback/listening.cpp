@@ -13,13 +13,18 @@ namespace hullrider {
 namespace {
 
 // What plays as a song of the library; null for a station.
-bool IsFavoritePlaying(AppState& app) {
+bool IsFavoritePlaying(const AppState& app) {
     const Song* const song = PlayingSong(app);
     return song != nullptr && IsFavorite(*song);
 }
 
 HistoryRecord* PlayingRecord(SongHistory& history) {
     return history.cursor < history.records.size() ? &history.records[history.cursor] : nullptr;
+}
+
+// Since what is heard began, or went on.
+double SecondsHeard(const PlaybackState& playback) {
+    return std::chrono::duration<double>(PlayNow() - playback.heardSince).count();
 }
 
 int64_t SecondsSince1970() {
@@ -41,7 +46,7 @@ void EndListening(AppState& app) {
     PlaybackState& playback = app.playback;
     if (!playback.itemIsHeard) return;
     playback.itemIsHeard = false;
-    const double seconds = std::chrono::duration<double>(PlayNow() - playback.heardSince).count();
+    const double seconds = SecondsHeard(playback);
     CountHeard(app.statistics, playback.currentType, IsFavoritePlaying(app), seconds);
     if (HistoryRecord* const record = PlayingRecord(app.history)) record->playedSec += std::max(seconds, 0.0);
 }
@@ -49,6 +54,14 @@ void EndListening(AppState& app) {
 void ContinueListening(PlaybackState& playback) {
     playback.itemIsHeard = true;
     playback.heardSince = PlayNow();
+}
+
+Statistics StatisticsSoFar(const AppState& app) {
+    Statistics statistics = app.statistics;
+    if (app.playback.itemIsHeard) {
+        CountHeard(statistics, app.playback.currentType, IsFavoritePlaying(app), SecondsHeard(app.playback));
+    }
+    return statistics;
 }
 
 }  // namespace hullrider

@@ -15,4 +15,7 @@ void EndListening(AppState& app);
 // Counts on after a pause, or when nothing else could be started after all.
 void ContinueListening(PlaybackState& playback);
 
+// The statistics with what is being heard now, up to this moment. Changes nothing.
+Statistics StatisticsSoFar(const AppState& app);
+
 }  // namespace hullrider

@@ -77,7 +77,7 @@ TEST(SongCounts, EverySongHasOneNumberAndNothingElseHas) {
 }
 
 TEST(SongCounts, NumbersAreShownInGroupsOfThree) {
-    const std::pair<int32_t, const char*> table[] = {{0, "0"},
+    const std::pair<int64_t, const char*> table[] = {{0, "0"},
                                                      {999, "999"},
                                                      {1000, "1,000"},
                                                      {-999, "-999"},
@@ -85,7 +85,8 @@ TEST(SongCounts, NumbersAreShownInGroupsOfThree) {
                                                      {1234567, "1,234,567"},
                                                      {-123456, "-123,456"},
                                                      {std::numeric_limits<int32_t>::max(), "2,147,483,647"},
-                                                     {std::numeric_limits<int32_t>::min(), "-2,147,483,648"}};
+                                                     {std::numeric_limits<int32_t>::min(), "-2,147,483,648"},
+                                                     {123456789012, "123,456,789,012"}};
     for (const auto& [value, text] : table) EXPECT_EQ(FormatWithThousands(value), text);
 }
 

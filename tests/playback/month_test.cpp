@@ -225,9 +225,12 @@ TEST_F(MonthTest, NothingGrowsNothingHangsAndTheMusicNeverStops) {
     if (kSongs >= 20'000) {
         EXPECT_LT(grownMb, 4.0);  // the sanitizers keep memory that was freed
     }
+    const Statistics soFar = StatisticsSoFar(app_);
     EndListening(app_);
-    double heardSec = 0.0;
+    double heardSec = 0.0, heardSoFarSec = 0.0;
     for (const Played& played : app_.statistics.thisRun.byType) heardSec += played.seconds;
+    for (const Played& played : soFar.thisRun.byType) heardSoFarSec += played.seconds;
+    EXPECT_EQ(heardSoFarSec, heardSec);
     RecordProperty("days", std::to_string(heardSec / 86'400.0));
     RecordProperty("grownMb", std::to_string(grownMb));
     EXPECT_GT(heardSec, kSongs * 20.0);

@@ -1,0 +1,46 @@
+// What the statistics window says. Pure but for the local time of day; UI thread.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "state/app_state.h"
+
+namespace hullrider {
+
+using TextRow = std::vector<std::string>;  // one text for each column
+
+struct SongInfo {
+    std::vector<TextRow> kinds;  // by kKindColumns
+    std::array<double, 4>
+        timeShare{};  // of MIDI, audio files, tracker modules and stations in all that was heard, 0 to 1
+    std::string library;
+    std::string thisRun;
+    std::string allTime;
+    std::vector<TextRow> mostPlayed;  // by kMostPlayedColumns, the most played first
+    std::vector<TextRow> recent;      // by kRecentColumns, the latest first
+    int64_t plays = -1;               // of all songs, as `mostPlayed` was made
+};
+
+inline constexpr std::array kKindColumns{"Kind", "In library", "This run", "Hours", "All time", "Hours"};
+inline constexpr std::array kMostPlayedColumns{"Most played", "Album", "Plays"};
+inline constexpr std::array kRecentColumns{"Time", "Recently heard", "Album"};
+
+// Everything as of `now`, in seconds since 1970. Of `state` the statistics are left aside, for those given.
+SongInfo MakeSongInfo(const AppState& state, const Statistics& statistics, int64_t now);
+
+// Brings it up to date. The counts of all songs are gone through only when one was played since.
+void UpdateSongInfo(SongInfo& info, const AppState& state, const Statistics& statistics, int64_t now);
+
+// All of it as lines of text, for the clipboard.
+std::string SongInfoText(const SongInfo& info);
+
+// "1,234:05": hours and minutes, whole ones.
+std::string HoursText(double seconds);
+
+// The local time of day, with the date before it when it is not the day of `now`. Empty for 0, an unknown time.
+std::string WhenText(int64_t seconds, int64_t now);
+
+}  // namespace hullrider

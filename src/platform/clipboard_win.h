@@ -1,0 +1,13 @@
+// The system's clipboard. UI thread. Windows sources only.
+#pragma once
+
+#include <windows.h>
+
+#include <string_view>
+
+namespace hullrider {
+
+// Replaces what is there by a UTF-8 text, whose lines end with "\n". False when another program keeps it for itself.
+bool CopyToClipboard(HWND owner, std::string_view text);
+
+}  // namespace hullrider

@@ -1,0 +1,88 @@
+// Hotkey Options in the real program.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "app/commands.h"
+#include "tests/eventually.h"
+#include "tests/tone_wav.h"
+#include "tests/window/controls_win.h"
+#include "tests/window/player_process_win.h"
+
+namespace hullrider {
+namespace {
+
+class HotkeyWindowTest : public testing::Test {
+protected:
+    void SetUp() override { folder_.Write("music/A/tone.mp3", ToneWav(440.0, 100.0)); }
+
+    std::vector<std::string> Arguments() const {
+        return {"--data-dir", folder_.At("data"), "--music", folder_.At("music"), "--output", "null"};
+    }
+
+    TemporaryFolder folder_;
+};
+
+HWND OpenHotkeyWindow(PlayerProcess& player) {
+    const HWND window = player.WaitForWindow(L"HelloWorldClass", L"Hullrider Radio");
+    PostMessageW(window, WM_COMMAND, kHotkeyOptionsCommand, 0);
+    return player.WaitForWindow(L"CustomHotKeyDialogClass", L"Hotkey Options");
+}
+
+// Those of the row on the keyboard's page.
+HWND KeyFieldOf(HWND window, const wchar_t* label) {
+    return GetWindow(FindControl(window, L"STATIC", label), GW_HWNDNEXT);
+}
+HWND RemarkOf(HWND window, const wchar_t* label) {
+    return GetWindow(KeyFieldOf(window, label), GW_HWNDNEXT);
+}
+
+void Press(const std::vector<BYTE>& keys) {
+    for (auto key = keys.begin(); key != keys.end(); ++key) keybd_event(*key, 0, 0, 0);
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key) keybd_event(*key, 0, KEYEVENTF_KEYUP, 0);
+}
+
+// Clicks the field, presses the keys and waits for what the field says then.
+bool SetKey(HWND field, const std::vector<BYTE>& keys, const std::wstring& expected) {
+    PostMessageW(field, BM_CLICK, 0, 0);
+    if (!Eventually([&] { return TextIn(field) == L"Press a key..."; })) return false;
+    Press(keys);
+    return Eventually([&] { return TextIn(field) == expected; });
+}
+
+TEST_F(HotkeyWindowTest, AKeyWorksAtOnceAndAfterARestartWhenItIsSaved) {
+    const std::vector<BYTE> keys{VK_CONTROL, VK_SHIFT, VK_F9};
+    {
+        PlayerProcess player(Arguments());
+        const HWND window = OpenHotkeyWindow(player);
+        ASSERT_NE(window, nullptr) << player.Output();
+        EXPECT_TRUE(player.WaitForOutput("Playing: ", 1)) << player.Output();
+        ASSERT_TRUE(SetKey(KeyFieldOf(window, L"Next Song:"), keys, L"Ctrl+Shift+F9"));
+        Press(keys);
+        EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
+
+        // While a field waits, a key that is in force is only pressed.
+        const HWND other = KeyFieldOf(window, L"Play\\Pause:"), remark = RemarkOf(window, L"Play\\Pause:");
+        EXPECT_TRUE(SetKey(other, keys, L"Ctrl+Shift+F9"));
+        EXPECT_TRUE(Eventually([&] { return TextIn(remark) == L"Also Next Song"; }));
+        EXPECT_FALSE(player.WaitForOutput("Playing: ", 3, 0)) << player.Output();
+        EXPECT_TRUE(SetKey(other, {VK_ESCAPE}, L"Ctrl+Shift+F9"));
+        EXPECT_TRUE(SetKey(other, {VK_DELETE}, L"None"));
+        EXPECT_FALSE(folder_.Has("data/hotkeyConfig.json"));
+        PostMessageW(FindControl(window, L"BUTTON", L"&Save"), BM_CLICK, 0, 0);
+        EXPECT_TRUE(Eventually([&] { return folder_.Has("data/hotkeyConfig.json"); }));
+        PostMessageW(player.WaitForWindow(L"HelloWorldClass", nullptr), WM_CLOSE, 0, 0);
+        EXPECT_EQ(player.WaitForExit(), 0);
+    }
+    PlayerProcess player(Arguments());
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 1)) << player.Output();
+    ASSERT_NE(player.WaitForWindow(L"HelloWorldClass", L"Hullrider Radio"), nullptr);
+    Press(keys);
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
+    const HWND window = OpenHotkeyWindow(player);
+    EXPECT_EQ(TextIn(KeyFieldOf(window, L"Next Song:")), L"Ctrl+Shift+F9");
+    EXPECT_EQ(TextIn(KeyFieldOf(window, L"Play\\Pause:")), L"None");
+}
+
+}  // namespace
+}  // namespace hullrider

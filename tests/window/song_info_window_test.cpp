@@ -1,0 +1,42 @@
+// Song Information in the real program.
+#include <gtest/gtest.h>
+
+#include "app/commands.h"
+#include "platform/text_win.h"
+#include "tests/eventually.h"
+#include "tests/tone_wav.h"
+#include "tests/window/controls_win.h"
+#include "tests/window/player_process_win.h"
+
+namespace hullrider {
+namespace {
+
+std::string ClipboardText() {
+    if (OpenClipboard(nullptr) == 0) return {};
+    const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+    const auto* const text = data == nullptr ? nullptr : static_cast<const wchar_t*>(GlobalLock(data));
+    const std::string copied = text == nullptr ? std::string() : Utf8FromWide(text);
+    if (text != nullptr) GlobalUnlock(data);
+    CloseClipboard();
+    return copied;
+}
+
+TEST(SongInfoWindow, CopiesWhatItSaysToTheClipboard) {
+    TemporaryFolder folder;
+    folder.Write("music/\xC3\x81lbum/t\xC3\xB6ne.mp3", ToneWav(440.0, 100.0));
+    PlayerProcess player({"--data-dir", folder.At("data"), "--music", folder.At("music"), "--output", "null"});
+    const HWND window = player.WaitForWindow(L"HelloWorldClass", L"Hullrider Radio");
+    EXPECT_TRUE(player.WaitForOutput("Playing: ", 1)) << player.Output();
+    PostMessageW(window, WM_COMMAND, kSongInfoCommand, 0);
+    const HWND info = player.WaitForWindow(L"CustomInfoDialogClass", L"Song Information");
+    ASSERT_NE(info, nullptr);
+    PostMessageW(FindControl(info, L"BUTTON", L"Co&py"), BM_CLICK, 0, 0);
+    EXPECT_TRUE(Eventually([] {
+        const std::string text = ClipboardText();
+        return text.find("\r\nt\xC3\xB6ne\t\xC3\x81lbum\t1\r\n") != std::string::npos &&
+               text.find("\r\nnow\tt\xC3\xB6ne\t\xC3\x81lbum\r\n") != std::string::npos;
+    })) << ClipboardText();
+}
+
+}  // namespace
+}  // namespace hullrider
