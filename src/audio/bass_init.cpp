@@ -8,6 +8,7 @@
 #include "audio/engine.h"
 #include "audio/error.h"
 #include "audio/output_choice.h"
+#include "audio/synth_pool.h"
 
 namespace hullrider {
 
@@ -65,7 +66,9 @@ bool BASS_Init(int device, uint32_t freq, uint32_t, void*, const void*) {
 }
 
 bool BASS_Free() {
-    return RemoveEngine() && Succeed();
+    if (!RemoveEngine()) return false;
+    DropIdleSynth();
+    return Succeed();
 }
 
 HPLUGIN BASS_PluginLoad(const char* file, uint32_t) {

@@ -1,9 +1,11 @@
 #include "audio/midi_player.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "audio/midi_chase.h"
 #include "audio/ring.h"
+#include "audio/synth_pool.h"
 
 namespace hullrider {
 
@@ -14,20 +16,36 @@ constexpr int64_t kBlockFrames = 64;      // FluidSynth's own; events take effec
 
 }  // namespace
 
+MidiPlayer::~MidiPlayer() {
+    GiveBackSynth(std::move(synth_));
+}
+
+bool MidiPlayer::UseFonts(const FontList& fonts) {
+    if (synth_) return synth_->UseFonts(fonts);
+    synth_ = TakeSynth(rate_, fonts);
+    return synth_ != nullptr;
+}
+
 void MidiPlayer::GoTo(int64_t frame, Notes notes) {
-    synth_.Reset();
     const double seconds = static_cast<double>(frame) / rate_;
     const auto earlier = [](const MidiEvent& event, double limit) { return event.seconds < limit; };
     const auto first = std::lower_bound(song_.events.begin(), song_.events.end(), seconds, earlier);
     next_ = static_cast<size_t>(first - song_.events.begin());
-    ChaseMidi(song_, next_, synth_);
-    synth_.DropUnusedSamples();
-    if (notes == Notes::kHeld) StrikeHeldNotes(song_, next_, synth_);
     position_ = origin_ = frame;
+    if (!synth_) return;
+    synth_->Reset();
+    ChaseMidi(song_, next_, *synth_);
+    synth_->DropUnusedSamples();
+    if (notes == Notes::kHeld) StrikeHeldNotes(song_, next_, *synth_);
 }
 
 // Events are sent where one of FluidSynth's blocks begins, so that the sound is the same in pieces of any size.
 void MidiPlayer::RenderTo(int64_t frame, float* out) {
+    if (!synth_) {
+        std::fill_n(out, static_cast<size_t>(std::max<int64_t>(frame - position_, 0)) * kStereo, 0.0f);
+        position_ = frame;
+        return;
+    }
     while (position_ < frame) {
         const int64_t inBlock = (position_ - origin_) % kBlockFrames;
         if (inBlock == 0) SendEventsBefore(position_ + kBlockFrames);
@@ -38,7 +56,7 @@ void MidiPlayer::RenderTo(int64_t frame, float* out) {
             stop = std::min(stop, position_ - inBlock + std::max<int64_t>(1, blocks) * kBlockFrames);
         }
         const auto count = static_cast<size_t>(stop - position_);
-        synth_.Render(out, count);
+        synth_->Render(out, count);
         out += count * kStereo;
         position_ = stop;
     }
@@ -50,9 +68,9 @@ void MidiPlayer::SendEventsBefore(int64_t frame) {
         const MidiEvent& event = song_.events[next_];
         if ((event.status & 0xF0) == 0x90 && event.data[1] > 0 && ++struck > kMostNotesAtOnce) continue;
         if (event.status == 0xF0) {
-            synth_.SendSysex(song_.sysex[event.sysex].data(), song_.sysex[event.sysex].size());
+            synth_->SendSysex(song_.sysex[event.sysex].data(), song_.sysex[event.sysex].size());
         } else {
-            synth_.Send(event.status, event.data[0], event.data[1]);
+            synth_->Send(event.status, event.data[0], event.data[1]);
         }
     }
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "audio/midi_file.h"
 #include "audio/synth.h"
@@ -11,10 +12,18 @@ namespace hullrider {
 
 class MidiPlayer {
 public:
-    MidiPlayer(const MidiSong& song, uint32_t rate) : song_(song), rate_(rate), synth_(rate) {}
+    MidiPlayer(const MidiSong& song, uint32_t rate) : song_(song), rate_(rate) {}
+    ~MidiPlayer();
+    MidiPlayer(const MidiPlayer&) = delete;
+    MidiPlayer& operator=(const MidiPlayer&) = delete;
 
-    bool Good() const { return synth_.Good(); }
-    Synth& TheSynth() { return synth_; }
+    // Sounds through these fonts from the next GoTo on. False when none can be loaded, or there is not enough memory:
+    // then all is as before, which is silence before the first time.
+    bool UseFonts(const FontList& fonts);
+    bool HasFonts() const { return synth_ && synth_->HasFonts(); }
+
+    // For one that has fonts.
+    Synth& TheSynth() { return *synth_; }
 
     // Where the next frame lies, and how many of the song's events lie before it.
     int64_t Position() const { return position_; }
@@ -33,10 +42,10 @@ private:
 
     const MidiSong& song_;
     uint32_t rate_;
-    Synth synth_;
+    std::unique_ptr<Synth> synth_;
     int64_t position_ = 0;
     int64_t origin_ = 0;  // where it last went to; a block begins there
-    size_t next_ = 0;  // of the song's events
+    size_t next_ = 0;     // of the song's events
 };
 
 }  // namespace hullrider

@@ -23,8 +23,9 @@ constexpr double kReleaseSeconds = 1.5;  // for the last notes and their reverb
 constexpr double kPrerollSeconds = 1.0;  // for held notes to come into their state, and the reverb
 
 // A song is weighed by one excerpt before its first sound, and by the others while that is heard, one for each so much
-// that was rendered. The level glides to what they say.
-constexpr double kWeighStepSeconds = 0.1;
+// that was rendered. The first comes when there is time for it, because a good deal has been decoded ahead. The level
+// glides to what they say.
+constexpr double kFirstStepSeconds = 1.2, kWeighStepSeconds = 0.1;
 constexpr double kGlideSeconds = 0.5;
 
 using Notes = MidiPlayer::Notes;
@@ -35,8 +36,6 @@ public:
         : rate_(request.mixRate), loop_(request.loop), song_(std::move(song)), player_(song_, rate_), fonts_(fonts) {
         length_ = static_cast<int64_t>((song_.seconds + kReleaseSeconds) * rate_);
     }
-
-    bool Good() const { return player_.Good(); }
 
     SourceFormat Format() const override { return {rate_, kStereo, BASS_CTYPE_STREAM_MIDI}; }
     int64_t Length() const override { return length_; }
@@ -66,7 +65,7 @@ private:
     // While the song is being weighed.
     std::unique_ptr<MidiLevel> level_;
     std::unique_ptr<MidiPlayer> weigher_;
-    int64_t sinceWeighed_ = 0;  // frames rendered
+    int64_t untilWeighing_ = 0;  // frames to be rendered before the next excerpt
 
     std::atomic<bool> lacksFonts_{true};
     std::mutex fontMutex_;
@@ -76,17 +75,16 @@ private:
 SourceRead MidiSource::Read(float* out, size_t frames) {
     const int64_t place = player_.Position();
     if (TakeNewFonts(Weighing::kBitByBit)) player_.GoTo(place, Notes::kHeld);
-    const auto step = static_cast<int64_t>(kWeighStepSeconds * rate_);
     size_t done = 0;
     while (done < frames) {
         if (player_.Position() >= length_ && (!loop_ || !Seek(0))) return {done, true};
         const int64_t from = player_.Position();
         int64_t to = std::min(length_, from + static_cast<int64_t>(frames - done));
-        if (level_) to = std::min(to, from + step - sinceWeighed_);
+        if (level_) to = std::min(to, from + untilWeighing_);
         player_.RenderTo(to, out + done * kStereo);
         done += static_cast<size_t>(to - from);
-        sinceWeighed_ += to - from;
-        if (level_ && sinceWeighed_ >= step) WeighOn();
+        untilWeighing_ -= to - from;
+        if (level_ && untilWeighing_ <= 0) WeighOn();
     }
     return {done, false};
 }
@@ -119,12 +117,11 @@ bool MidiSource::TakeNewFonts(Weighing weighing) {
         const std::lock_guard lock(fontMutex_);
         fonts.swap(fonts_);
     }
-    Synth& synth = player_.TheSynth();
-    if (!fonts || !synth.UseFonts(*fonts)) return false;
+    if (!fonts || !player_.UseFonts(*fonts)) return false;
     inUse_ = *fonts;
     level_.reset();
     weigher_.reset();
-    lacksFonts_ = !synth.HasFonts();
+    lacksFonts_ = !player_.HasFonts();
     if (!lacksFonts_) FindLevel(weighing);
     return true;
 }
@@ -136,7 +133,7 @@ void MidiSource::FindLevel(Weighing weighing) {
     level_->WeighOne(player_);
     while (weighing == Weighing::kAtOnce && !level_->IsDone()) level_->WeighOne(player_);
     player_.TheSynth().SetGain(level_->Gain());
-    sinceWeighed_ = 0;
+    untilWeighing_ = static_cast<int64_t>(kFirstStepSeconds * rate_);
     if (!level_->IsDone()) return;
     gains_[inUse_.front().font->path] = level_->Gain();
     level_.reset();
@@ -144,10 +141,10 @@ void MidiSource::FindLevel(Weighing weighing) {
 
 // One more excerpt, through a second synthesizer, because this one is being heard.
 void MidiSource::WeighOn() {
-    sinceWeighed_ = 0;
+    untilWeighing_ = static_cast<int64_t>(kWeighStepSeconds * rate_);
     if (!weigher_) {
         weigher_ = std::make_unique<MidiPlayer>(song_, rate_);
-        if (!weigher_->Good() || !weigher_->TheSynth().UseFonts(inUse_)) {
+        if (!weigher_->UseFonts(inUse_)) {
             weigher_.reset();
             level_.reset();  // what was weighed will do
             return;
@@ -171,10 +168,8 @@ std::unique_ptr<Source> OpenMidiSource(const SourceRequest& request, const FontL
         error = BASS_ERROR_FILEFORM;
         return nullptr;
     }
-    auto source = std::make_unique<MidiSource>(request, std::move(*song), fonts);
-    error = source->Good() ? BASS_OK : BASS_ERROR_MEM;
-    if (error != BASS_OK) return nullptr;
-    return source;
+    error = BASS_OK;
+    return std::make_unique<MidiSource>(request, std::move(*song), fonts);
 }
 
 }  // namespace hullrider

@@ -118,6 +118,7 @@ bool Synth::UseFonts(const FontList& fonts) {
         retired_.push_back(number);
     }
     loaded_ = std::move(loaded);
+    fonts_ = fonts;
     const std::lock_guard lock(SampleMutex());
     fluid_synth_program_reset(synth_.get());
     UnloadRetired();
@@ -172,8 +173,23 @@ void Synth::KeepSamples() {
     }
 }
 
+void Synth::Rest() {
+    Reset();
+    SetGain(1.0f);
+    SetDraft(false);
+    const std::lock_guard lock(SampleMutex());
+    for (int channel = 0; channel < fluid_synth_count_midi_channels(synth_.get()); channel++) {
+        fluid_synth_unset_program(synth_.get(), channel);
+    }
+    UnpinKept();
+}
+
 void Synth::DropUnusedSamples() {
     const std::lock_guard lock(SampleMutex());
+    UnpinKept();
+}
+
+void Synth::UnpinKept() {
     for (const Program& program : kept_) {
         fluid_synth_unpin_preset(synth_.get(), program.font, program.bank, program.number);
     }

@@ -29,6 +29,8 @@ public:
     // out; if none can, a line on the console says so, the fonts until now stay, and the answer is false.
     bool UseFonts(const FontList& fonts);
     bool HasFonts() const { return !loaded_.empty(); }
+    const FontList& Fonts() const { return fonts_; }
+    uint32_t Rate() const { return rate_; }
 
     // A factor on everything from here on.
     void SetGain(float gain);
@@ -42,6 +44,8 @@ public:
     // because most are wanted again at once, up to the next DropUnusedSamples.
     void Reset();
     void DropUnusedSamples();
+    // As it was when it got its fonts, and no samples in memory; a Reset has it ready again.
+    void Rest();
     // A channel message.
     void Send(uint8_t status, uint8_t data1, uint8_t data2);
     // A system exclusive message without its F0 and F7.
@@ -59,6 +63,7 @@ private:
     };
 
     void KeepSamples();
+    void UnpinKept();
     void QuietDown();
     void ApplyGain(float* out, size_t frames);
     void NoteQuiet(const float* out, size_t frames);
@@ -67,7 +72,8 @@ private:
 
     std::unique_ptr<_fluid_hashtable_t, SynthDeleter> settings_;
     std::unique_ptr<_fluid_synth_t, SynthDeleter> synth_;
-    std::vector<int> loaded_;   // fonts by their numbers
+    FontList fonts_;
+    std::vector<int> loaded_;   // the same by their numbers
     std::vector<int> retired_;  // replaced, and to be unloaded
     std::vector<Program> kept_;
 
