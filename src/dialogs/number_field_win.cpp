@@ -17,8 +17,12 @@ void NumberField::OnChange() const {
 }
 
 void NumberField::OnLeave() const {
-    SetText(edit_, std::to_string(meaning_.get()));
-    SetText(remark_, "");
+    const std::string inForce = std::to_string(meaning_.get());
+    SetText(edit_, inForce);
+    // A settings file may hold what does not make sense here.
+    std::string remark;
+    ReadNumber(inForce, meaning_.lowest, meaning_.highest, remark);
+    SetText(remark_, remark);
 }
 
 void NumberField::Show() const {
