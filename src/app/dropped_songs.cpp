@@ -6,6 +6,7 @@
 #include "app/library_loading.h"
 #include "library/favorites.h"
 #include "library/scan.h"
+#include "playback/kept_place.h"
 #include "playback/playlist_ring.h"
 #include "playback/transport.h"
 
@@ -27,12 +28,15 @@ bool PlayDropped(Player& player, const std::vector<std::string>& paths) {
     Playlist dropped = GatherSongs(paths);
     if (dropped.songs.empty() || !StartAudioAgain(player)) return false;
     AppState& state = player.state;
+    const KeptPlace place = NotePlace(state);
     const int32_t index = PutIntoLibrary(state.library.playlists, std::move(dropped));
     MatchFavorites(state.favorites, state.library);
     Recount(state);
+    FindPlaceAgain(state, place);
     EnterPlaylist(state, index);
     state.selection.currentSongInPlaylist = 0;
-    return PlaySong(state, player.draws, index, 0);
+    PlaySong(state, player.draws, index, 0);
+    return true;
 }
 
 }  // namespace hullrider

@@ -9,7 +9,8 @@
 namespace hullrider {
 
 // Plays the songs among the files and folders now, one playlist of this run; it takes the place of the one dropped
-// before. False, and nothing has changed, when there is no music among them.
+// before. Songs that cannot be played are passed over as any others. False, and nothing has changed, when there is no
+// music among them.
 bool PlayDropped(Player& player, const std::vector<std::string>& paths);
 
 }  // namespace hullrider

@@ -1,5 +1,7 @@
 #include "app/folder_scan.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "app/library_loading.h"
@@ -16,8 +18,14 @@ namespace hullrider {
 
 namespace {
 
+// What was dropped on the window stays, behind what was found.
 void FillLibraryWith(MusicLibrary& library, MusicLibrary&& found) {
-    library.playlists = std::move(found.playlists);
+    std::vector<Playlist>& playlists = library.playlists;
+    const auto dropped = std::stable_partition(playlists.begin(), playlists.end(),
+                                               [](const Playlist& playlist) { return !playlist.isOfThisRun; });
+    found.playlists.insert(found.playlists.end(), std::make_move_iterator(dropped),
+                           std::make_move_iterator(playlists.end()));
+    playlists = std::move(found.playlists);
     library.missingFolders = std::move(found.missingFolders);
     library.totalSongs += found.totalSongs;
     library.playlistCount += found.playlistCount;
@@ -50,12 +58,8 @@ void TakeOver(AppState& state, FoundMusic music) {
 void StartFolderScan(Player& player) {
     player.scan.reset();
     const std::vector<std::string>& folders = player.state.settings.directoryPaths;
-    if (folders.empty()) {
-        TakeOver(player.state, {});
-    } else {
-        PrintLine("Updating music library from directories...");
-        player.scan = std::make_unique<BackgroundScan>(folders);
-    }
+    if (!folders.empty()) PrintLine("Updating music library from directories...");
+    player.scan = std::make_unique<BackgroundScan>(folders);
 }
 
 std::optional<int32_t> SongsFoundByScan(const Player& player) {

@@ -69,7 +69,10 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
     InitCommonControlsEx(&controls);
 
     const SingleInstance instanceOfFolder(ChooseDataDirectory(options));
-    if (!instanceOfFolder.IsFirst()) return 0;
+    if (!instanceOfFolder.IsFirst()) {
+        PrintLine("The player is running already.");
+        return 0;
+    }
 
     Player player;
     player.options = options;
@@ -80,6 +83,7 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
         return -1;
     }
     instanceOfFolder.Mark(window.Handle());
+    window.OnEnd([&] { instanceOfFolder.Unmark(window.Handle()); });
     StartPlayer(player);
     PrintLine("Output: " + OutputDescription());
     window.Activate();

@@ -4,6 +4,7 @@
 #include <array>
 #include <exception>
 #include <optional>
+#include <utility>
 
 #include "app/audio_start.h"
 #include "app/commands.h"
@@ -208,6 +209,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             SaveSoon();
             return 0;
         case WM_CLOSE:
+            NotePlace(window_, player_.state.shell.options);  // it is hidden before it is destroyed
             if (player_.state.shell.options.closesToTray && tray_.IsShown()) {
                 ShowWindow(window_, SW_HIDE);
                 return 0;
@@ -224,7 +226,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_ENDSESSION:
             // No destroy message follows when the user logs off.
-            if (wParam != 0) DestroyWindow(window_);
+            if (wParam != 0) EndProgram();
             return 0;
         case WM_DESTROY:
             EndProgram();
@@ -285,6 +287,8 @@ void MainWindow::OnDrop(HDROP drop) {
         paths[i] = Utf8FromWide(path);
     }
     DragFinish(drop);
+    // A box that waits for an answer may have been opened in the midst of work on the library.
+    if (IsErrorBoxOpen()) return;
     if (!PlayDropped(player_, paths)) ShowErrorBox("There is no music among what was dropped that can be played.");
     RefreshPanel();
 }
@@ -302,6 +306,7 @@ void MainWindow::ShowTrayMenu() {
     // Else the menu does not close when the user clicks beside it.
     SetForegroundWindow(window_);
     const int command = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, window_, nullptr);
+    PostMessageW(window_, WM_NULL, 0, 0);  // else the next menu may vanish at once
     DestroyMenu(menu);
     if (command == kCloseToTrayItem) {
         closesToTray = !closesToTray;
@@ -394,6 +399,7 @@ void MainWindow::RunPanelAction(const PanelAction& action) {
 
 // Ends the program in order: everything is saved and released, then the message loop is left.
 void MainWindow::EndProgram() {
+    if (const auto onEnd = std::exchange(onEnd_, nullptr)) onEnd();
     SaveAndShutdown(player_);
     KillTimers();
     PostQuitMessage(0);

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <memory>
 
 #include "app/borderless_win.h"
@@ -25,6 +26,9 @@ public:
     MainWindow& operator=(const MainWindow&) = delete;
 
     HWND Handle() const { return window_; }  // null when the window could not be created
+
+    // Called once when the program is about to end, before anything is saved.
+    void OnEnd(std::function<void()> procedure) { onEnd_ = std::move(procedure); }
 
     // The last step of start-up: opacity, timers and menu.
     void Activate();
@@ -56,6 +60,7 @@ private:
     Borderless borderless_;
     Shortcuts shortcuts_;
     TrayIcon tray_;
+    std::function<void()> onEnd_;
     HWND window_ = nullptr;
 };
 

@@ -58,7 +58,7 @@ void LoadShellOptions(const std::string& path, ShellOptions& options) {
     if (!IsFile(path)) return;
     const std::optional<std::string> text = ReadWholeFile(path, kMaxFileBytes);
     if (text && ReadShellOptions(*text, options)) return;
-    PrintErrorLine("Failed to read " + path + ": it holds no object");
+    PrintErrorLine("Failed to read " + path + (text ? ": it holds no object" : ": it cannot be read"));
     KeepBadFile(path);
 }
 

@@ -55,6 +55,12 @@ SingleInstance::~SingleInstance() {
 
 void SingleInstance::Mark(HWND window) const {
     SetPropW(window, name_.c_str(), reinterpret_cast<HANDLE>(INT_PTR{1}));
+    // From a player with fewer rights too.
+    ChangeWindowMessageFilterEx(window, ShowMessage(), MSGFLT_ALLOW, nullptr);
+}
+
+void SingleInstance::Unmark(HWND window) const {
+    RemovePropW(window, name_.c_str());
 }
 
 UINT SingleInstance::ShowMessage() {

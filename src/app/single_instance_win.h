@@ -16,11 +16,12 @@ public:
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    // False when another player has the folder and shows a window, which has been told to come to the front.
+    // False when another player has the folder. If it shows a window, that has been told to come to the front.
     bool IsFirst() const { return isFirst_; }
 
-    // Marks the window by which this player is found.
+    // Marks the window by which this player is found, until it is about to end.
     void Mark(HWND window) const;
+    void Unmark(HWND window) const;
 
     // What a window is sent that is to come to the front.
     static UINT ShowMessage();

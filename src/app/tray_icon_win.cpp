@@ -22,12 +22,21 @@ void TrayIcon::Add(HWND window) {
     data_.uFlags = NIF_ICON | NIF_MESSAGE | NIF_TIP;
     data_.uCallbackMessage = kIconMessage;
     data_.hIcon = reinterpret_cast<HICON>(GetClassLongPtrW(window, GCLP_HICONSM));
+    ChangeWindowMessageFilterEx(window, taskbarCreated_, MSGFLT_ALLOW, nullptr);
     isShown_ = Shell_NotifyIconW(NIM_ADD, &data_) != 0;
 }
 
 void TrayIcon::Remove() {
     if (isShown_) Shell_NotifyIconW(NIM_DELETE, &data_);
     isShown_ = false;
+    taskbarCreated_ = 0;
+}
+
+// The task bar says the same when it starts and when its scale changes; the icon is still there then, and would not be
+// added a second time.
+void TrayIcon::ShowAgain() {
+    Shell_NotifyIconW(NIM_DELETE, &data_);
+    isShown_ = Shell_NotifyIconW(NIM_ADD, &data_) != 0;
 }
 
 void TrayIcon::SetTip(const std::string& text) {
@@ -41,7 +50,7 @@ void TrayIcon::SetTip(const std::string& text) {
 }
 
 std::optional<TrayIcon::Click> TrayIcon::Understand(UINT message, LPARAM lParam) {
-    if (message == taskbarCreated_ && taskbarCreated_ != 0) isShown_ = Shell_NotifyIconW(NIM_ADD, &data_) != 0;
+    if (message == taskbarCreated_ && taskbarCreated_ != 0) ShowAgain();
     if (message != kIconMessage) return std::nullopt;
     if (lParam == WM_LBUTTONUP) return Click::kShow;
     if (lParam == WM_RBUTTONUP) return Click::kMenu;

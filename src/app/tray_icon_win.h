@@ -31,6 +31,8 @@ public:
     std::optional<Click> Understand(UINT message, LPARAM lParam);
 
 private:
+    void ShowAgain();
+
     NOTIFYICONDATAW data_{};
     std::string tip_;
     UINT taskbarCreated_ = 0;

@@ -3,13 +3,18 @@
 namespace hullrider {
 
 int RestorePlace(HWND window, const ShellOptions& options, int showCommand) {
-    const RECT box{options.x, options.y, options.x + options.width, options.y + options.height};
-    if (options.width <= 0 || options.height <= 0) return showCommand;
-    // The screen that it was on may be gone.
-    if (MonitorFromRect(&box, MONITOR_DEFAULTTONULL) == nullptr) return showCommand;
-    SetWindowPos(window, nullptr, options.x, options.y, options.width, options.height, SWP_NOZORDER | SWP_NOACTIVATE);
     const bool asksForNothing = showCommand == SW_SHOWNORMAL || showCommand == SW_SHOWDEFAULT;
-    return options.isMaximized && asksForNothing ? SW_SHOWMAXIMIZED : showCommand;
+    const int show = options.isMaximized && asksForNothing ? SW_SHOWMAXIMIZED : showCommand;
+    const RECT box{options.x, options.y, options.x + options.width, options.y + options.height};
+    if (options.width <= 0 || options.height <= 0) return show;
+    // The screen that it was on may be gone.
+    if (MonitorFromRect(&box, MONITOR_DEFAULTTONULL) == nullptr) return show;
+    // Twice: on a screen of another scale the system changes the size at the first time.
+    for (int i = 0; i < 2; ++i) {
+        SetWindowPos(window, nullptr, options.x, options.y, options.width, options.height,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    return show;
 }
 
 void NotePlace(HWND window, ShellOptions& options) {

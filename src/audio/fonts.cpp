@@ -51,7 +51,9 @@ std::shared_ptr<const Font> LoadFont(const std::string& path, int& error) {
         return nullptr;
     }
     error = BASS_OK;
-    return std::make_shared<const Font>(Font{path});
+    std::error_code unknown;
+    const auto written = std::filesystem::last_write_time(PathFromUtf8(path), unknown).time_since_epoch().count();
+    return std::make_shared<const Font>(Font{path, unknown ? 0 : static_cast<int64_t>(written)});
 }
 
 }  // namespace hullrider

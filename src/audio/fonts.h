@@ -1,7 +1,9 @@
-// SoundFonts. A font is known by its file, which each stream that sounds through it opens again. Of its samples, those
-// that some stream's song uses are in memory, once for all streams, and for as long as a stream uses them.
+// SoundFonts. A font is known by its file, as it was when it was loaded; streams that sound through it open it again.
+// Of its samples, those that some stream's song uses are in memory, once for all streams, and for as long as a stream
+// uses them.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,7 +11,8 @@
 namespace hullrider {
 
 struct Font {
-    std::string path;  // UTF-8
+    std::string path;     // UTF-8
+    int64_t written = 0;  // the file's time, in the system's own units
 };
 
 struct FontEntry {

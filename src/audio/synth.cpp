@@ -255,19 +255,19 @@ void Synth::Render(float* out, size_t frames) {
 }
 
 void Synth::SetGain(float gain) {
-    gain_ = targetGain_ = gain;
+    GlideToGain(gain, 0);
 }
 
 void Synth::GlideToGain(float gain, size_t frames) {
     targetGain_ = gain;
-    gainStep_ = (targetGain_ - gain_) / static_cast<float>(std::max<size_t>(frames, 1));
+    glideFrames_ = frames;
+    if (frames == 0) gain_ = gain;
 }
 
 void Synth::ApplyGain(float* out, size_t frames) {
     size_t i = 0;
-    for (; gain_ != targetGain_ && i < frames; i++) {
-        const float left = targetGain_ - gain_;
-        gain_ = std::fabs(left) <= std::fabs(gainStep_) ? targetGain_ : gain_ + gainStep_;
+    for (; glideFrames_ > 0 && i < frames; i++, glideFrames_--) {
+        gain_ += (targetGain_ - gain_) / static_cast<float>(glideFrames_);
         out[i * kStereo] *= gain_;
         out[i * kStereo + 1] *= gain_;
     }

@@ -79,7 +79,7 @@ private:
 
     uint32_t rate_;
     float gain_ = 1.0f, targetGain_ = 1.0f;
-    float gainStep_ = 0.0f;   // a frame, until the target is reached
+    size_t glideFrames_ = 0;  // until the target is reached
     size_t rendered_ = 0;     // frames since the last reset
     size_t quietFrames_ = 0;  // rendered in a row with no voice and nothing left of the reverb
 };

@@ -26,7 +26,7 @@ std::unique_ptr<Synth> Exchange(std::unique_ptr<Synth> synth) {
 
 bool AreSame(const FontList& a, const FontList& b) {
     const auto same = [](const FontEntry& x, const FontEntry& y) {
-        return x.font->path == y.font->path && x.bank == y.bank;
+        return x.font->path == y.font->path && x.font->written == y.font->written && x.bank == y.bank;
     };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), same);
 }

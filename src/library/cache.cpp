@@ -76,7 +76,8 @@ std::string CacheText(const std::vector<Playlist>& playlists) {
 }  // namespace
 
 bool SaveMusicLibraryCache(const std::string& path, const MusicLibrary& library) {
-    if (library.playlists.empty()) {
+    const auto isKept = [](const Playlist& playlist) { return !playlist.isOfThisRun; };
+    if (std::none_of(library.playlists.begin(), library.playlists.end(), isKept)) {
         PrintErrorLine("Error: No valid data to save. Aborting file write.");
         return false;
     }

@@ -9,9 +9,10 @@
 
 namespace hullrider {
 
-// Writes the library to `path` through "PATH.temp". Songs whose path is not plain ASCII are left out on purpose: they
-// come back with the next scan. So are playlists of this run only. An empty library writes nothing, so that a failed scan cannot wipe a good cache. Every
-// outcome is one line on the output or the error stream; a failure leaves the old file. True when the file was written.
+// Writes the library to `path` through "PATH.temp". Playlists of this run only are left out, and on purpose songs whose
+// path is not plain ASCII: they come back with the next scan. An empty library writes nothing, so that a failed scan
+// cannot wipe a good cache. Every outcome is one line on the output or the error stream; a failure leaves the old file.
+// True when the file was written.
 bool SaveMusicLibraryCache(const std::string& path, const MusicLibrary& library);
 
 // For a user who has no music folders any more: what was in them must not come back with the next start.

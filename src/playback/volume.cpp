@@ -152,6 +152,8 @@ bool SetVolumeLevel(AppState& app, float volume) {
         return false;
     }
     app.settings.volumeLevel = volume;
+    // What the user sets while a preset is on is the volume from now on.
+    if (app.playback.savedVolume >= 0.0F) app.playback.savedVolume = volume;
     if (app.playback.realTimeVolume) TakeVolumeFromSettings(app);
     ApplyVolume(app);
     return true;

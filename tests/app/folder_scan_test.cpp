@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/dropped_songs.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "platform/message_box.h"
@@ -91,6 +92,7 @@ TEST_F(FolderScanTest, WithoutAFolderTheLibraryIsEmptyAndTheMusicEnds) {
     Scan(player, {"demo"});
     ASSERT_TRUE(ScanEnds(player));
     Scan(player, {});
+    ASSERT_TRUE(ScanEnds(player));
     EXPECT_EQ(player.state.library.typedSongCount, 0);
     EXPECT_FALSE(player.state.selection.mixedMusic);
     EXPECT_FALSE(folder_.Has("data/musicLibraryCache.json")) << "the songs would be back with the next start";
@@ -104,6 +106,17 @@ TEST_F(FolderScanTest, WithoutAFolderTheLibraryIsEmptyAndTheMusicEnds) {
     EXPECT_NE(CurrentHandle(player.state.playback), 0U) << "music again, at once";
 }
 
+TEST_F(FolderScanTest, WhatWasDroppedPlaysOnThroughAScan) {
+    Player& player = Start();
+    folder_.Write("drop/one.mp3", ToneWav(300.0, 100.0));
+    ASSERT_TRUE(PlayDropped(player, {folder_.At("drop")}));
+    Scan(player, {"music"});
+    ASSERT_TRUE(ScanEnds(player));
+    ASSERT_NE(PlayingSong(player.state), nullptr);
+    EXPECT_EQ(PlayingSong(player.state)->songPath, folder_.At("drop/one.mp3"));
+    EXPECT_EQ(player.state.selection.currentPlaylist, player.state.playback.playing.playlist);
+}
+
 TEST_F(FolderScanTest, ALaterChangeAndTheEndOfTheProgramGiveAScanUp) {
     Player& player = Start();
     Scan(player, {"demo"});
@@ -113,6 +126,7 @@ TEST_F(FolderScanTest, ALaterChangeAndTheEndOfTheProgramGiveAScanUp) {
 
     Scan(player, {"demo"});
     SaveAndShutdown(player);
+    EXPECT_FALSE(SongsFoundByScan(player));
     EXPECT_EQ(player.state.library.typedSongCount, 3);
     EXPECT_EQ(Start().state.library.typedSongCount, 1) << "the next start scans what was configured";
 }

@@ -260,6 +260,13 @@ TEST_F(StartupTest, TheUsersOwnVolumeLastsWhateverIsMadeOfIt) {
         Stop(player);
     }
     EXPECT_EQ(StateFile("MusicSettings.json")["volumeLevel"], 0.375);
+    {
+        Player& player = Start();
+        ToggleHighLowVolume(player.state);
+        SetVolumeLevel(player.state, 0.625F);
+        Stop(player);
+    }
+    EXPECT_EQ(StateFile("MusicSettings.json")["volumeLevel"], 0.625);
     EXPECT_FALSE(StateFile("ShellOptions.json")["equalLoudness"].get<bool>());
 }
 

@@ -71,8 +71,13 @@ TEST(Cache, AnEmptyLibraryLeavesTheOldCache) {
     const TemporaryFolder folder;
     folder.Write("cache.json", "old");
     ConsoleCapture console;
-    EXPECT_FALSE(SaveMusicLibraryCache(folder.At("cache.json"), {}));
-    EXPECT_EQ(console.Errors(), "Error: No valid data to save. Aborting file write.\n");
+    MusicLibrary dropped;
+    dropped.playlists.push_back({"dropped", {{"/m/a.mp3", 0, 0, 0, kMp3}}, 0, 0, 0, 0, true});
+    for (const MusicLibrary& nothing : {MusicLibrary(), dropped}) {
+        EXPECT_FALSE(SaveMusicLibraryCache(folder.At("cache.json"), nothing));
+    }
+    const std::string error = "Error: No valid data to save. Aborting file write.\n";
+    EXPECT_EQ(console.Errors(), error + error);
     EXPECT_EQ(folder.Read("cache.json"), "old");
 }
 

@@ -300,12 +300,20 @@ TEST_F(WindowTest, ComesBackWhereItWasAndStaysInTheTrayWhenAsked) {
         PostMessageW(window, WM_COMMAND, kExitCommand, 0);
         EXPECT_EQ(player.WaitForExit(), 0);
     }
+    std::string options = folder_.Read("data/ShellOptions.json");
+    options.replace(options.find("\"closeToTray\": true"), 19, "\"closeToTray\": false");
+    folder_.Write("data/ShellOptions.json", options);
     PlayerProcess player(Arguments());
     const HWND window = player.WaitForWindow(kClass, kTitle);
     ASSERT_NE(window, nullptr);
     RECT after{};
     EXPECT_TRUE(Eventually([&] { return GetWindowRect(window, &after) != 0 && EqualRect(&box, &after) != 0; }))
         << after.left << ' ' << after.top << ' ' << after.right << ' ' << after.bottom;
+    ShowWindow(window, SW_MAXIMIZE);
+    EXPECT_TRUE(Eventually([&] { return IsZoomed(window) != 0; }));
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(player.WaitForExit(), 0);
+    EXPECT_NE(folder_.Read("data/ShellOptions.json").find("\"maximized\": true"), std::string::npos);
 }
 
 // What the system hands over with a drop, put into the other process's memory.
