@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "app/dropped_songs.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
@@ -24,8 +26,8 @@ protected:
         SetErrorBoxHandler([](std::string_view) {});  // there is no SoundFont
         folder_.Write("demo/Album/demo.mp3", ToneWav(300.0, 100.0));
         for (const char* song : {"music/A/one.mp3", "music/B/two.mid", "music/B/three.xm"}) folder_.Write(song, "x");
-        const std::string one = folder_.At("music/A/one.mp3");
-        folder_.Write("music/B/favorite.json", R"({"favorites":[{"songPath":")" + one + R"(","favoriteCount":6}]})");
+        const nlohmann::json favorite{{"songPath", folder_.At("music/A/one.mp3")}, {"favoriteCount", 6}};
+        folder_.Write("music/B/favorite.json", nlohmann::json{{"favorites", {favorite}}}.dump());
     }
     ~FolderScanTest() override {
         if (player_) SaveAndShutdown(*player_);
