@@ -1,7 +1,6 @@
 #include "app/main_window_win.h"
 
 #include <algorithm>
-#include <array>
 #include <exception>
 #include <optional>
 #include <utility>
@@ -14,6 +13,7 @@
 #include "app/library_loading.h"
 #include "app/menu_win.h"
 #include "app/options.h"
+#include "app/panel_commands_win.h"
 #include "app/shutdown.h"
 #include "app/single_instance_win.h"
 #include "app/sound_font_folder.h"
@@ -26,9 +26,7 @@
 #include "platform/text_win.h"
 #include "platform/window_class_win.h"
 #include "playback/loudness.h"
-#include "playback/seek.h"
 #include "playback/transport.h"
-#include "playback/volume.h"
 
 namespace hullrider {
 
@@ -61,53 +59,14 @@ SIZE ChooseClientSize() {
             static_cast<LONG>(std::min(kLargestHeight, share(SM_CYSCREEN)))};
 }
 
-// What the panel's elements do: a command, or something with the element's value. One that is not here is shown as not
-// available.
-struct PanelCommand {
-    PanelElement element;
-    int32_t command = 0;
-    void (*run)(Player& player, double value) = nullptr;
-};
-
-// Posted, so that the panel is done with the click when the window goes.
-void PostExit(Player& player, double) {
-    PostMessageW(static_cast<HWND>(player.state.shell.mainWindow), WM_COMMAND, kExitCommand, 0);
-}
-
-void ChangeVolume(Player& player, double value) {
-    SetVolumeLevel(player.state, static_cast<float>(value));
-}
-
-void Seek(Player& player, double value) {
-    SeekTo(player.state.playback, value * player.state.playback.songLengthSec);
-}
-
-constexpr std::array kPanelCommands{
-    PanelCommand{PanelElement::kPrevious, kPreviousSongCommand},
-    PanelCommand{PanelElement::kPlayPause, kPlayPauseCommand},
-    PanelCommand{PanelElement::kNext, kNextSongCommand},
-    PanelCommand{PanelElement::kPlaylistBack, kPreviousPlaylistCommand},
-    PanelCommand{PanelElement::kPlaylistForward, kNextPlaylistCommand},
-    PanelCommand{PanelElement::kShuffle, kShuffleCommand},
-    PanelCommand{PanelElement::kFilter, kFavoritesFilterCommand},
-    PanelCommand{PanelElement::kFavoriteDown, kFavoriteDownCommand},
-    PanelCommand{PanelElement::kFavoriteUp, kFavoriteUpCommand},
-    PanelCommand{PanelElement::kExit, 0, PostExit},
-    PanelCommand{PanelElement::kVolume, 0, ChangeVolume},
-    PanelCommand{PanelElement::kSongBar, 0, Seek},
-};
-
-ElementSet EnabledElements() {
-    ElementSet enabled;
-    for (const PanelCommand& command : kPanelCommands) enabled.set(IndexOf(command.element));
-    return enabled;
-}
-
 }  // namespace
 
 MainWindow::MainWindow(HINSTANCE instance, Player& player)
     : player_(player),
-      panel_({[this](const PanelAction& action) { RunPanelAction(action); },
+      panel_({[this](const PanelAction& action) {
+                  RunPanelAction(player_, action);
+                  RefreshPanel();
+              },
               [this] { return ReadLevel(player_.state.playback); }}) {
     if (!RegisterWindowClass(instance, kClassName, Procedure, COLOR_WINDOW)) return;
     const SIZE client = ChooseClientSize();
@@ -383,18 +342,6 @@ void MainWindow::RefreshPanel() {
     if (!panel_.CanBeSeen()) return;
     const AppState& state = player_.state;
     panel_.Show(MakePanelModel(state, ReadChannel(state.playback)), MakePanelTheme(state.settings));
-}
-
-void MainWindow::RunPanelAction(const PanelAction& action) {
-    const auto isMeant = [&](const PanelCommand& command) { return command.element == action.element; };
-    const auto command = std::find_if(kPanelCommands.begin(), kPanelCommands.end(), isMeant);
-    if (command == kPanelCommands.end()) return;
-    if (command->run != nullptr) {
-        command->run(player_, action.value);
-    } else {
-        RunCommand(player_, command->command);
-    }
-    RefreshPanel();
 }
 
 // Ends the program in order: everything is saved and released, then the message loop is left.

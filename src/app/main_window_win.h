@@ -51,7 +51,6 @@ private:
     void OnSize(WPARAM kind, LPARAM size);
     void FollowDpi(const RECT& proposed);
     void RefreshPanel();
-    void RunPanelAction(const PanelAction& action);
     void EndProgram();
     void KillTimers();
 
