@@ -4,22 +4,17 @@
 #include <tuple>
 #include <utility>
 
+#include "dialogs/kind_names.h"
 #include "library/music_type.h"
+#include "platform/paths.h"
 
 namespace hullrider {
 
 namespace {
 
-constexpr std::string_view kSeparators = "/\\";
-
 std::string_view NameOf(std::string_view path) {
-    const size_t separator = path.find_last_of(kSeparators);
+    const size_t separator = path.find_last_of("/\\");
     return separator == std::string_view::npos ? path : path.substr(separator + 1);
-}
-
-std::string_view FolderOf(std::string_view path) {
-    const size_t separator = path.find_last_of(kSeparators);
-    return separator == std::string_view::npos ? std::string_view() : path.substr(0, separator);
 }
 
 std::string_view WithoutExtension(std::string_view name) {
@@ -27,17 +22,9 @@ std::string_view WithoutExtension(std::string_view name) {
     return dot == std::string_view::npos || dot == 0 ? name : name.substr(0, dot);
 }
 
-const char* KindName(int32_t type) {
-    switch (type) {
-        case kMidi:
-            return "MIDI";
-        case kMp3:
-            return "Audio file";
-        case kTracker:
-            return "Tracker module";
-        default:
-            return "Unknown";
-    }
+const char* KindOf(int32_t type) {
+    const bool isKnown = type >= kMidi && type <= kTracker;
+    return isKnown ? kKindNames[static_cast<size_t>(type)].one : "Unknown";
 }
 
 FavoriteRow RowOf(const FavoriteEntry& entry) {
@@ -45,7 +32,7 @@ FavoriteRow RowOf(const FavoriteEntry& entry) {
     FavoriteRow row{entry.songPath,
                     std::string(WithoutExtension(NameOf(path))),
                     std::string(NameOf(FolderOf(path))),
-                    KindName(entry.songType),
+                    KindOf(entry.songType),
                     entry.favoriteCount,
                     {-1, -1}};
     if (entry.plistIndex >= 0 && entry.songIndex >= 0) row.position = {entry.plistIndex, entry.songIndex};
@@ -125,16 +112,15 @@ int RowOfFavorite(const std::vector<FavoriteRow>& rows, std::string_view path) {
 std::string MergeText(FavoritesLoad load, size_t added) {
     if (load == FavoritesLoad::kUnreadable) return "That is no favourites file.";
     const std::string part = load == FavoritesLoad::kPartly ? "Part of the file was not understood. " : "";
-    return part + FormatWithThousands(static_cast<int32_t>(added)) + " added.";
+    return part + FormatWithThousands(static_cast<int64_t>(added)) + " added.";
 }
 
 std::string FavoritesSummary(const std::vector<FavoriteRow>& rows) {
     if (rows.empty()) return "There are no favourites yet.";
     const auto away =
         std::count_if(rows.begin(), rows.end(), [](const FavoriteRow& row) { return !row.IsInLibrary(); });
-    std::string text =
-        FormatWithThousands(static_cast<int32_t>(rows.size())) + (rows.size() == 1 ? " favourite" : " favourites");
-    if (away > 0) text += ", " + FormatWithThousands(static_cast<int32_t>(away)) + " of them not in the library";
+    std::string text = Counted(static_cast<int64_t>(rows.size()), "favourite");
+    if (away > 0) text += ", " + FormatWithThousands(away) + " of them not in the library";
     return text;
 }
 

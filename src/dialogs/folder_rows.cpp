@@ -7,6 +7,7 @@
 
 #include "library/music_type.h"
 #include "library/song_counts.h"
+#include "platform/paths.h"
 
 namespace hullrider {
 
@@ -20,18 +21,8 @@ std::string Plain(std::string_view path) {
     return plain;
 }
 
-std::string_view FolderOf(std::string_view path) {
-    const size_t end = path.find_last_of("/\\");
-    return end == std::string_view::npos ? std::string_view() : path.substr(0, end);
-}
-
 bool LiesWithin(const std::string& inner, const std::string& outer) {
     return inner.size() > outer.size() && inner.starts_with(outer) && inner[outer.size()] == '/';
-}
-
-std::string Counted(int64_t count, const char* noun) {
-    const auto shown = static_cast<int32_t>(std::min<int64_t>(count, INT32_MAX));
-    return FormatWithThousands(shown) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
 struct Content {
@@ -87,8 +78,9 @@ FolderVerdict JudgeFolder(const std::vector<std::string>& folders, const std::st
     for (const std::string& folder : folders) {
         const std::string other = Plain(folder);
         if (other == plain) return {false, "This folder is in the list already."};
-        if (LiesWithin(plain, other)) verdict.remark = "It lies within " + folder + ": only its own folders are new.";
-        if (LiesWithin(other, plain)) verdict.remark = "It holds " + folder + ", which keeps albums of its own.";
+        if (LiesWithin(plain, other)) verdict.remark = "Only its own folders are new; it lies within " + folder;
+        if (LiesWithin(other, plain))
+            verdict.remark = "A folder of the list lies within it and keeps its albums: " + folder;
     }
     return verdict;
 }

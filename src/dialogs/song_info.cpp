@@ -6,6 +6,7 @@
 #include <span>
 #include <utility>
 
+#include "dialogs/kind_names.h"
 #include "library/song_counts.h"
 #include "platform/paths.h"
 
@@ -14,14 +15,9 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMostRows = 20;
-constexpr std::array<const char*, 4> kKindNames{"MIDI", "Audio files", "Tracker modules", "Internet radio"};
 
 std::string Number(int64_t value) {
     return FormatWithThousands(value);
-}
-
-std::string Counted(int64_t count, const char* one, const char* many) {
-    return Number(count) + (count == 1 ? one : many);
 }
 
 TextRow KindRow(const char* name, int64_t inLibrary, const Played& thisRun, const Played& allTime) {
@@ -47,7 +43,7 @@ std::vector<TextRow> KindRows(const MusicLibrary& library, const StatisticsCount
                                            library.internetStationCount};
     std::vector<TextRow> rows;
     for (size_t i = 0; i < kKindNames.size(); ++i) {
-        rows.push_back(KindRow(kKindNames[i], inLibrary[i], run.byType[i], all.byType[i]));
+        rows.push_back(KindRow(kKindNames[i].many, inLibrary[i], run.byType[i], all.byType[i]));
     }
     rows.push_back(
         KindRow("All", int64_t{library.typedSongCount} + library.internetStationCount, Total(run), Total(all)));
@@ -104,7 +100,7 @@ std::vector<TextRow> Recent(const AppState& state, int64_t now) {
         const bool plays = at == history.cursor && !state.playback.currentTitle.empty();
         TextRow row{plays ? "now" : WhenText(record.startedAt, now)};
         if (record.type == kInternetRadio) {
-            row.insert(row.end(), {StationName(state.radio, record.path), kKindNames[kInternetRadio]});
+            row.insert(row.end(), {StationName(state.radio, record.path), kKindNames[kInternetRadio].many});
         } else {
             row.insert(row.end(), {TitleOf(record.path), AlbumOf(record.path)});
         }
@@ -161,12 +157,11 @@ void UpdateSongInfo(SongInfo& info, const AppState& state, const Statistics& sta
     const StatisticsCounts& all = statistics.allTime;
     info.kinds = KindRows(library, run, all);
     info.timeShare = TimeShare(all);
-    info.library = "Library: " + Counted(library.typedSongCount, " song in ", " songs in ") +
-                   Counted(library.numberOfPlaylists, " playlist, ", " playlists, ") +
-                   Counted(library.favoriteSongCount, " favourite", " favourites");
-    info.thisRun = "This run: " + Counted(run.skips, " item skipped", " items skipped");
-    info.allTime = "All time: started " + Counted(all.starts, " time, ", " times, ") +
-                   Counted(all.skips, " item skipped", " items skipped");
+    info.library = "Library: " + Counted(library.typedSongCount, "song") + " in " +
+                   Counted(library.numberOfPlaylists, "playlist") + ", " +
+                   Counted(library.favoriteSongCount, "favourite");
+    info.thisRun = "This run: " + Counted(run.skips, "item") + " skipped";
+    info.allTime = "All time: started " + Counted(all.starts, "time") + ", " + Counted(all.skips, "item") + " skipped";
     info.recent = Recent(state, now);
     if (const int64_t plays = Total(all).count; info.plays != plays) {
         info.mostPlayed = MostPlayed(state.playCounts);

@@ -82,4 +82,8 @@ std::string FormatWithThousands(int64_t value) {
     return text;
 }
 
+std::string Counted(int64_t count, std::string_view noun) {
+    return FormatWithThousands(count) + ' ' + std::string(noun) + (count == 1 ? "" : "s");
+}
+
 }  // namespace hullrider

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "state/music_library.h"
 
@@ -30,5 +31,8 @@ std::optional<SongPosition> SongAt(const MusicLibrary& library, int64_t number);
 
 // "-1,234,567" for -1234567.
 std::string FormatWithThousands(int64_t value);
+
+// "1 song", "1,234 songs": the number with a noun whose plural ends in s.
+std::string Counted(int64_t count, std::string_view noun);
 
 }  // namespace hullrider

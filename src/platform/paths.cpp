@@ -60,6 +60,11 @@ std::string StatePath(std::string_view folder, std::string_view name) {
     return path;
 }
 
+std::string_view FolderOf(std::string_view path) {
+    const size_t end = path.find_last_of("/\\");
+    return end == std::string_view::npos ? std::string_view() : path.substr(0, end);
+}
+
 std::string AbsolutePath(const std::string& path) {
     std::error_code error;
     std::filesystem::path absolute = std::filesystem::absolute(PathFromUtf8(path), error).lexically_normal();

@@ -22,6 +22,9 @@ bool IsUtf8(std::string_view text);
 // separators of this system.
 std::string StatePath(std::string_view folder, std::string_view name);
 
+// What is before the last separator, of either kind; empty without one.
+std::string_view FolderOf(std::string_view path);
+
 // The same place as seen from any working directory, without "." and ".." and without a separator at its end.
 std::string AbsolutePath(const std::string& path);
 

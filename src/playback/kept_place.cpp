@@ -1,17 +1,12 @@
 #include "playback/kept_place.h"
 
-#include <string_view>
-
+#include "library/music_type.h"
 #include "library/song_counts.h"
+#include "platform/paths.h"
 
 namespace hullrider {
 
 namespace {
-
-std::string_view FolderOf(std::string_view path) {
-    const size_t end = path.find_last_of("/\\");
-    return end == std::string_view::npos ? std::string_view() : path.substr(0, end);
-}
 
 void FindPlayingSong(AppState& app) {
     PlaybackState& playback = app.playback;
@@ -29,7 +24,7 @@ KeptPlace NotePlace(const AppState& app) {
     const Song* const first = FindSong(app.library, {selection.currentPlaylist, 0});
     if (first == nullptr) return {};
     const Song* const song = FindSong(app.library, {selection.currentPlaylist, selection.currentSongInPlaylist});
-    return {std::string(FolderOf(first->songPath)), song == nullptr ? std::string() : song->songPath};
+    return {ToLower(FolderOf(first->songPath)), song == nullptr ? std::string() : ToLower(song->songPath)};
 }
 
 void FindPlaceAgain(AppState& app, const KeptPlace& place) {
@@ -40,10 +35,10 @@ void FindPlaceAgain(AppState& app, const KeptPlace& place) {
     if (place.albumFolder.empty()) return;
     for (size_t i = 0; i < app.library.playlists.size(); ++i) {
         const std::vector<Song>& songs = app.library.playlists[i].songs;
-        if (songs.empty() || FolderOf(songs.front().songPath) != place.albumFolder) continue;
+        if (songs.empty() || ToLower(FolderOf(songs.front().songPath)) != place.albumFolder) continue;
         selection.currentPlaylist = static_cast<int32_t>(i);
         for (size_t j = 0; j < songs.size(); ++j) {
-            if (songs[j].songPath == place.songPath) selection.currentSongInPlaylist = static_cast<int32_t>(j);
+            if (ToLower(songs[j].songPath) == place.songPath) selection.currentSongInPlaylist = static_cast<int32_t>(j);
         }
         return;
     }

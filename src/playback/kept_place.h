@@ -7,7 +7,8 @@
 
 namespace hullrider {
 
-// The current playlist, and where the walk without shuffle stands in it.
+// The current playlist, and where the walk without shuffle stands in it. Paths with their ASCII letters in lower case:
+// a folder that is added again may be spelt in another case.
 struct KeptPlace {
     std::string albumFolder;  // empty: nowhere
     std::string songPath;     // empty: before the first song

@@ -1,22 +1,19 @@
 #include "playback/song_files.h"
 
+#include "platform/paths.h"
+
 namespace hullrider {
 
 namespace {
 
 constexpr std::chrono::milliseconds kPatience{1000};
 
-std::string FolderOf(const std::string& path) {
-    const size_t end = path.find_last_of("/\\");
-    return end == std::string::npos ? std::string() : path.substr(0, end);
-}
-
 }  // namespace
 
 bool SongFiles::Exists(const std::string& path) {
     if (gone_.empty() && there_.empty() && Ask(fileExists_, path)) return true;
-    const std::string album = FolderOf(path);
-    const std::string music = FolderOf(album);
+    const std::string album(FolderOf(path));
+    const std::string music(FolderOf(album));
     if (IsGone(music) || IsGone(album)) return false;
     return Ask(fileExists_, path);
 }

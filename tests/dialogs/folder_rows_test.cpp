@@ -46,7 +46,7 @@ TEST(FolderRows, AFolderIsRefusedOrRemarkedUpon) {
         {"d:/music/ROCK/", true, false, "already"},
         {"D:\\Nowhere", false, false, "no such folder"},
         {"D:\\Music\\Rock\\80s", true, true, "lies within D:\\Music\\Rock"},
-        {"D:\\", true, true, "holds D:\\Music\\Rock"},
+        {"D:\\", true, true, "keeps its albums: D:\\Music\\Rock"},
         {"E:\\Songs", true, true, "lies within E:\\"},
         {"E:", true, false, "already"},
     };

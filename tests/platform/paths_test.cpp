@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <string_view>
+#include <utility>
 
 namespace hullrider {
 namespace {
@@ -32,6 +34,19 @@ TEST(Paths, AStateFileLiesInItsFolderWhateverSlashItsNameBeginsWith) {
     EXPECT_EQ(StatePath("folder", "config.json"), expected);
     EXPECT_EQ(StatePath("folder", "\\sub\\a b.txt"),
               Utf8FromPath((std::filesystem::path("folder") / "sub" / "a b.txt").make_preferred()));
+}
+
+TEST(Paths, AFolderIsWhatIsBeforeTheLastSeparatorOfEitherKind) {
+    const std::pair<std::string_view, std::string_view> table[] = {
+        {"D:\\Music\\A\\1.mp3", "D:\\Music\\A"},
+        {"/m/A\\1.mp3", "/m/A"},
+        {"D:\\A/1.mp3", "D:\\A"},
+        {"/m/A/", "/m/A"},
+        {"/A", ""},
+        {"1.mp3", ""},
+        {"", ""},
+    };
+    for (const auto& [path, folder] : table) EXPECT_EQ(FolderOf(path), folder) << path;
 }
 
 TEST(Paths, AnAbsolutePathIsTheSamePlaceInItsShortestForm) {
