@@ -11,6 +11,11 @@ namespace {
 
 constexpr int32_t kBackspace = 0x08, kEscape = 0x1B, kDelete = 0x2E;
 
+// What stands in for a key: text that is being composed, a character sent as such, a key without a code.
+bool IsNoKey(int32_t key) {
+    return key == 0xE5 || key == 0xE7 || key == 0xFF;
+}
+
 bool IsKeyAction(int32_t action) {
     return action >= 0 && action < kActionsWithKeys;
 }
@@ -97,7 +102,7 @@ std::string ControllerRemark(const HotkeyBindings& bindings, int32_t action) {
 }
 
 bool TakePressedKey(HotkeyBinding& binding, const HotkeyBinding& pressed) {
-    if (IsModifierKey(pressed.vkKey)) return false;
+    if (IsModifierKey(pressed.vkKey) || IsNoKey(pressed.vkKey)) return false;
     const bool isAlone = !pressed.ctrl && !pressed.alt && !pressed.shift;
     if (isAlone && pressed.vkKey == kEscape) return true;
     const bool clears = isAlone && (pressed.vkKey == kDelete || pressed.vkKey == kBackspace);

@@ -26,8 +26,8 @@ std::string KeyRemark(const HotkeyBindings& bindings, const std::vector<RefusedH
 std::string ControllerRemark(const HotkeyBindings& bindings, int32_t action);
 
 // A key that arrives at a field that waits for one; `pressed` says what is held with it. False: it goes on waiting, as
-// only what is held with others has come. Escape leaves the binding as it was, Delete and Backspace clear its key,
-// any other key becomes its key.
+// only what is held with others, or no key at all, has come. Escape leaves the binding as it was, Delete and Backspace
+// clear its key, any other key becomes its key.
 bool TakePressedKey(HotkeyBinding& binding, const HotkeyBinding& pressed);
 
 // True when every action has the same binding in both.

@@ -66,6 +66,9 @@ TEST(HotkeyRows, AFieldThatWaitsTakesLeavesOrClears) {
     const Case table[] = {
         {{0x11, true}, false, before},  // Ctrl, held for what is to follow
         {{0x5B}, false, before},
+        {{0xE5}, false, before},  // no keys
+        {{0xE7, true}, false, before},
+        {{0xFF}, false, before},
         {{0x1B}, true, before},
         {{0x1B, false, false, true}, true, {0x1B, false, false, true, 3, 1}},
         {{0x2E}, true, {0, false, false, false, 3, 1}},
