@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "dialogs/table_win.h"
 #include "platform/console.h"
 #include "platform/text_win.h"
 #include "platform/window_class_win.h"
@@ -13,7 +14,6 @@ namespace {
 
 constexpr UINT_PTR kRefreshTimer = 1;
 constexpr UINT kRefreshMs = 500;
-constexpr int kFirstId = 100;  // below are the system's own: Enter, Escape
 constexpr DWORD kFixedStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 constexpr DWORD kGrowingStyle = kFixedStyle | WS_THICKFRAME | WS_MAXIMIZEBOX;
 
@@ -28,38 +28,19 @@ HFONT MakeFont(int dpi, int percent, LONG weight) {
     return CreateFontIndirectW(&font);
 }
 
-int CountColumns(HWND table) {
-    const auto header = reinterpret_cast<HWND>(SendMessageW(table, LVM_GETHEADER, 0, 0));
-    return static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
-}
-
-int WidthOfColumn(HWND table, int column) {
-    return static_cast<int>(SendMessageW(table, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
-}
-
-void SetColumnWidth(HWND table, int column, int width) {
-    SendMessageW(table, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(width, 0));
-}
-
-void ScaleColumns(HWND table, int dpi, int dpiBefore) {
-    for (int i = 0; i < CountColumns(table); ++i) {
-        SetColumnWidth(table, i, MulDiv(WidthOfColumn(table, i), dpi, dpiBefore));
-    }
-}
-
-// The first column takes what the others leave, with room for the scroll bar that may come.
-void FitFirstColumn(HWND table, int least) {
-    RECT box;
-    GetWindowRect(table, &box);
-    const auto dpi = GetDpiForWindow(table);
-    int left =
-        box.right - box.left - GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) - 2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
-    for (int i = 1; i < CountColumns(table); ++i) left -= WidthOfColumn(table, i);
-    SetColumnWidth(table, 0, std::max(left, least));
-}
-
 Dialog* DialogOf(HWND window) {
     return reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+// What fails is printed: it must not pass through the system's own frames.
+template <typename Call>
+LRESULT Guarded(const Call& call) {
+    try {
+        return call();
+    } catch (const std::exception& failure) {
+        PrintErrorLine(failure.what());
+        return 0;
+    }
 }
 
 // The same picture drawn beside the screen and copied over at once.
@@ -71,6 +52,7 @@ void PaintBuffered(HDC dc, const RECT& box, const std::function<void(HDC, const 
     const RECT inner{0, 0, width, height};
     FillRect(memory, &inner, GetSysColorBrush(COLOR_BTNFACE));
     SetBkMode(memory, TRANSPARENT);
+    SetTextColor(memory, GetSysColor(COLOR_BTNTEXT));
     paint(memory, inner);
     BitBlt(dc, box.left, box.top, width, height, memory, 0, 0, SRCCOPY);
     SelectObject(memory, before);
@@ -98,14 +80,12 @@ bool Dialog::Open(HINSTANCE instance, const char* className, const char* title) 
                               CW_USEDEFAULT, 0, nullptr, nullptr, instance, nullptr);
     if (window_ == nullptr) return false;
     TakeScale(static_cast<int>(GetDpiForWindow(window_)));
-    const SIZE outer = OuterSize();
-    SetWindowPos(window_, nullptr, 0, 0, outer.cx, outer.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    TakeRoomOnScreen();
     AddControls();
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     PlaceControls();
     Refresh();
     SetTimer(window_, kRefreshTimer, kRefreshMs, nullptr);
-    lastFocus_ = GetNextDlgTabItem(window_, nullptr, FALSE);
     ShowWindow(window_, SW_SHOWNORMAL);
     SetForegroundWindow(window_);
     return true;
@@ -114,12 +94,7 @@ bool Dialog::Open(HINSTANCE instance, const char* className, const char* title) 
 LRESULT CALLBACK Dialog::WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     Dialog* const self = DialogOf(window);
     if (self == nullptr) return DefWindowProcW(window, message, wParam, lParam);
-    try {
-        return self->OnMessage(message, wParam, lParam);
-    } catch (const std::exception& failure) {
-        PrintErrorLine(failure.what());  // it must not pass through the system's own frames
-        return 0;
-    }
+    return Guarded([&] { return self->OnMessage(message, wParam, lParam); });
 }
 
 LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -146,9 +121,12 @@ LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 const HWND focus = GetFocus();
                 if (focus != nullptr && IsChild(window_, focus) != 0) lastFocus_ = focus;
             } else {
-                SetFocus(lastFocus_);
+                SetFocus(FocusTarget());
                 Refresh();
             }
+            return 0;
+        case WM_SETFOCUS:
+            SetFocus(FocusTarget());
             return 0;
         case WM_SIZE:
             if (wParam != SIZE_MINIMIZED) PlaceControls();
@@ -210,137 +188,6 @@ void Dialog::Paint(const DRAWITEMSTRUCT& item) {
     SelectObject(item.hDC, before);
 }
 
-HWND Dialog::AddControl(const Place& place, const wchar_t* className, std::string_view text, DWORD style,
-                        DWORD extended) {
-    const auto id = static_cast<INT_PTR>(kFirstId + controls_.size());
-    const HWND control = CreateWindowExW(extended, className, WideFromUtf8(text).c_str(), WS_CHILD | WS_VISIBLE | style,
-                                         0, 0, 0, 0, window_, reinterpret_cast<HMENU>(id), instance_, nullptr);
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
-    controls_.push_back({});
-    Last().window = control;
-    Last().place = place;
-    return control;
-}
-
-HWND Dialog::AddLabel(const Place& place, std::string_view text, DWORD style) {
-    return AddControl(place, L"STATIC", text, style);
-}
-
-HWND Dialog::AddButton(const Place& place, std::string_view text, Procedure onClick) {
-    const HWND button = AddControl(place, L"BUTTON", text, WS_TABSTOP | BS_PUSHBUTTON);
-    Last().onClick = std::move(onClick);
-    return button;
-}
-
-HWND Dialog::AddFieldButton(const Place& place, std::string_view text, Procedure onClick, Procedure onLeave) {
-    const HWND button = AddControl(place, L"BUTTON", text, WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY);
-    Last().onClick = std::move(onClick);
-    Last().onLeave = std::move(onLeave);
-    return button;
-}
-
-HWND Dialog::AddCheckBox(const Place& place, std::string_view text, bool isChecked, Procedure onClick) {
-    const HWND box = AddControl(place, L"BUTTON", text, WS_TABSTOP | BS_AUTOCHECKBOX);
-    SetChecked(box, isChecked);
-    Last().onClick = std::move(onClick);
-    return box;
-}
-
-HWND Dialog::AddEdit(const Place& place, DWORD style, Procedure onChange, Procedure onLeave) {
-    const HWND edit = AddControl(place, L"EDIT", "", WS_TABSTOP | ES_AUTOHSCROLL | style, WS_EX_CLIENTEDGE);
-    Last().onChange = std::move(onChange);
-    Last().onLeave = std::move(onLeave);
-    return edit;
-}
-
-HWND Dialog::AddNumber(const Place& place, int lowest, int highest, Procedure onChange, Procedure onLeave) {
-    constexpr int kArrowWidth = 18;
-    Place field = place, arrows = place;
-    field.width -= kArrowWidth;
-    arrows.x += field.width;
-    arrows.width = kArrowWidth;
-    const HWND edit = AddEdit(field, 0, std::move(onChange), std::move(onLeave));
-    const HWND upDown = AddControl(arrows, UPDOWN_CLASSW, "", UDS_SETBUDDYINT | UDS_ARROWKEYS | UDS_NOTHOUSANDS);
-    SendMessageW(upDown, UDM_SETRANGE32, static_cast<WPARAM>(lowest), highest);
-    SendMessageW(upDown, UDM_SETBUDDY, reinterpret_cast<WPARAM>(edit), 0);
-    return edit;
-}
-
-HWND Dialog::AddChoice(const Place& place, Procedure onChange) {
-    constexpr int kListHeight = 240;
-    Place open = place;  // what the system calls its height is that with the list
-    open.height += kListHeight;
-    const HWND choice = AddControl(open, L"COMBOBOX", "", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST);
-    Last().onChange = std::move(onChange);
-    return choice;
-}
-
-HWND Dialog::AddSlider(const Place& place, int lowest, int highest, int at, Procedure onChange) {
-    const HWND slider = AddControl(place, TRACKBAR_CLASSW, "", WS_TABSTOP | TBS_HORZ | TBS_NOTICKS);
-    SendMessageW(slider, TBM_SETRANGEMIN, FALSE, lowest);
-    SendMessageW(slider, TBM_SETRANGEMAX, FALSE, highest);
-    SendMessageW(slider, TBM_SETPAGESIZE, 0, std::max(1, (highest - lowest) / 10));
-    SendMessageW(slider, TBM_SETPOS, TRUE, at);
-    Last().onChange = std::move(onChange);
-    return slider;
-}
-
-HWND Dialog::AddTabs(const Place& place, const std::vector<std::string>& names, std::function<void(int)> onSelect) {
-    const HWND tabs = AddControl(place, WC_TABCONTROLW, "", WS_TABSTOP | WS_CLIPSIBLINGS);
-    for (size_t i = 0; i < names.size(); ++i) {
-        std::wstring name = WideFromUtf8(names[i]);
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = name.data();
-        SendMessageW(tabs, TCM_INSERTITEMW, i, reinterpret_cast<LPARAM>(&item));
-    }
-    Last().onNotice = [tabs, onSelect = std::move(onSelect)](const NMHDR& notice) {
-        if (notice.code == TCN_SELCHANGE) onSelect(static_cast<int>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0)));
-        return LRESULT{0};
-    };
-    return tabs;
-}
-
-HWND Dialog::AddTable(const Place& place, const std::vector<std::pair<std::string, int>>& columns,
-                      NoticeHandler onNotice, DWORD style) {
-    const HWND table = AddControl(
-        place, WC_LISTVIEWW, "", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | style, WS_EX_CLIENTEDGE);
-    Last().isTable = true;
-    SendMessageW(table, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_INFOTIP);
-    for (size_t i = 0; i < columns.size(); ++i) {
-        std::wstring heading = WideFromUtf8(columns[i].first);
-        LVCOLUMNW column{};
-        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
-        column.pszText = heading.data();
-        column.cx = Pixels(columns[i].second);
-        column.iSubItem = static_cast<int>(i);
-        SendMessageW(table, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
-    }
-    Last().onNotice = std::move(onNotice);
-    return table;
-}
-
-HWND Dialog::AddProgressBar(const Place& place) {
-    return AddControl(place, PROGRESS_CLASSW, "", 0);
-}
-
-HWND Dialog::AddIcon(const Place& place) {
-    const HWND icon = AddControl(place, L"STATIC", "", SS_ICON);
-    SendMessageW(icon, STM_SETICON, static_cast<WPARAM>(GetClassLongPtrW(window_, GCLP_HICON)), 0);
-    return icon;
-}
-
-HWND Dialog::AddCanvas(const Place& place, Painter paint) {
-    const HWND canvas = AddControl(place, L"STATIC", "", SS_OWNERDRAW);
-    Last().paint = std::move(paint);
-    return canvas;
-}
-
-void Dialog::UseHeadingFont(HWND control) {
-    if (Control* const found = Find(control)) found->isHeading = true;
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(headingFont_), FALSE);
-}
-
 bool Dialog::Confirm(std::string_view question) const {
     const HWND window = window_;
     wchar_t title[128] = {};
@@ -350,8 +197,11 @@ bool Dialog::Confirm(std::string_view question) const {
     return answer == IDYES && IsWindow(window) != 0;
 }
 
-void Dialog::ShowControls(size_t from, size_t to, bool isShown) const {
-    for (size_t i = from; i < to; ++i) ShowWindow(controls_[i].window, isShown ? SW_SHOW : SW_HIDE);
+// Back to the control that had the keyboard, if it can still have it.
+HWND Dialog::FocusTarget() const {
+    const LONG_PTR style = IsChild(window_, lastFocus_) != 0 ? GetWindowLongPtrW(lastFocus_, GWL_STYLE) : 0;
+    const bool canHaveFocus = (style & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE;
+    return canHaveFocus ? lastFocus_ : GetNextDlgTabItem(window_, nullptr, FALSE);
 }
 
 int Dialog::Pixels(int units) const {
@@ -399,6 +249,21 @@ void Dialog::FollowDpi(int dpi, const RECT& proposed) {
     PlaceControls();
 }
 
+// The place that the system has chosen knows nothing of the window's size: where the window would stick out of the
+// monitor's work area it is moved.
+void Dialog::TakeRoomOnScreen() const {
+    const SIZE outer = OuterSize();
+    RECT box;
+    GetWindowRect(window_, &box);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT& work = monitor.rcWork;
+    const LONG left = std::max(work.left, std::min(box.left, work.right - outer.cx));
+    const LONG top = std::max(work.top, std::min(box.top, work.bottom - outer.cy));
+    SetWindowPos(window_, nullptr, left, top, outer.cx, outer.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 SIZE Dialog::OuterSize() const {
     const Size size = ClientSize();
     RECT outer{0, 0, Pixels(size.width), Pixels(size.height)};
@@ -424,28 +289,13 @@ bool TranslateDialogMessage(MSG& message) {
     Dialog* const dialog = DialogOf(root);
     const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
     constexpr LPARAM kWasDown = 1 << 30;
-    if (dialog != nullptr) dialog->keyIsRepeated_ = (message.lParam & kWasDown) != 0;
-    if (isKey && dialog != nullptr && dialog->OnKey(message.wParam)) return true;
+    if (isKey && dialog != nullptr) {
+        const bool isRepeated = dialog->keyIsRepeated_ = (message.lParam & kWasDown) != 0;
+        if (Guarded([&] { return LRESULT{dialog->OnKey(message.wParam) ? 1 : 0}; }) != 0) return true;
+        // A button is pressed once, however long Enter is held.
+        if (message.wParam == VK_RETURN && isRepeated) return true;
+    }
     return IsDialogMessageW(root, &message) != 0;
-}
-
-void SetText(HWND control, std::string_view text) {
-    if (TextOf(control) != text) SetWindowTextW(control, WideFromUtf8(text).c_str());
-}
-
-std::string TextOf(HWND control) {
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(control)), L'\0');
-    const int length = GetWindowTextW(control, text.data(), static_cast<int>(text.size()) + 1);
-    text.resize(static_cast<size_t>(length));
-    return Utf8FromWide(text);
-}
-
-void SetChecked(HWND checkBox, bool isChecked) {
-    SendMessageW(checkBox, BM_SETCHECK, isChecked ? BST_CHECKED : BST_UNCHECKED, 0);
-}
-
-bool IsChecked(HWND checkBox) {
-    return SendMessageW(checkBox, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
 }  // namespace hullrider

@@ -28,6 +28,14 @@ struct Place {
 inline constexpr int kMargin = 12, kGap = 8, kLineHeight = 20, kFieldHeight = 24, kButtonHeight = 28,
                      kButtonWidth = 112;
 
+// For a line that may be longer than its place, or hold a path: an "&" in it is a letter.
+inline constexpr DWORD kOneLine = SS_LEFT | SS_ENDELLIPSIS | SS_NOPREFIX;
+
+// A field for a number and the arrows that step it.
+struct NumberControls {
+    HWND edit = nullptr, arrows = nullptr;
+};
+
 class Dialog {
 public:
     Dialog() = default;
@@ -71,7 +79,7 @@ protected:
     HWND AddCheckBox(const Place& place, std::string_view text, bool isChecked, Procedure onClick);
     HWND AddEdit(const Place& place, DWORD style, Procedure onChange, Procedure onLeave);
     // A whole number from `lowest` to `highest`, with arrows to step it.
-    HWND AddNumber(const Place& place, int lowest, int highest, Procedure onChange, Procedure onLeave);
+    NumberControls AddNumber(const Place& place, int lowest, int highest, Procedure onChange, Procedure onLeave);
     // One of a few texts, from a list that drops down.
     HWND AddChoice(const Place& place, Procedure onChange);
     HWND AddSlider(const Place& place, int lowest, int highest, int at, Procedure onChange);
@@ -80,8 +88,8 @@ protected:
     // others leave of the table.
     HWND AddTable(const Place& place, const std::vector<std::pair<std::string, int>>& columns, NoticeHandler onNotice,
                   DWORD style = 0);
-    HWND AddProgressBar(const Place& place);
-    HWND AddIcon(const Place& place);  // the program's
+    HWND AddProgressBar(const Place& place);  // for what takes nobody knows how long
+    HWND AddIcon(const Place& place);         // the program's
     // A box that is painted by the window itself, without flicker.
     HWND AddCanvas(const Place& place, Painter paint);
     HWND AddControl(const Place& place, const wchar_t* className, std::string_view text, DWORD style,
@@ -94,15 +102,15 @@ protected:
     size_t ControlCount() const { return controls_.size(); }
     void ShowControls(size_t from, size_t to, bool isShown) const;
 
+    // A control that has the focus hands it on to `heir` before it is disabled: the keyboard must not be lost with it.
+    static void Enable(HWND control, bool isEnabled, HWND heir);
+
     // Within OnKey: the key has been held since an earlier call.
     bool KeyIsRepeated() const { return keyIsRepeated_; }
 
     // A length in pixels of this window's monitor.
     int Pixels(int units) const;
 
-    // The window's fonts, for painters.
-    HFONT TextFont() const { return font_; }
-    HFONT HeadingFont() const { return headingFont_; }
     void UseHeadingFont(HWND control);
 
 private:
@@ -124,6 +132,8 @@ private:
     void PlaceControls();
     void FollowDpi(int dpi, const RECT& proposed);
     SIZE OuterSize() const;
+    void TakeRoomOnScreen() const;
+    HWND FocusTarget() const;
     Control* Find(HWND control);
     Control& Last() { return controls_.back(); }
 

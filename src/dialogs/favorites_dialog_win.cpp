@@ -40,7 +40,7 @@ protected:
         AddSideButton(5, "&Merge from File...", [this] { Merge(); });
         clear_ = AddSideButton(6, "Clear &All Favorites", [this] { Clear(); });
         status_ = AddLabel({kMargin, kListTop + kListHeight + kGap, kListWidth, kLineHeight, kGrowWide | kMoveDown}, "",
-                           SS_LEFT | SS_ENDELLIPSIS | SS_NOPREFIX);
+                           kOneLine);
         AddButton({kButtonLeft, kHeight - kMargin - kButtonHeight, kWideButton, kButtonHeight, kMoveRight | kMoveDown},
                   "&Close", [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
     }
@@ -54,10 +54,10 @@ protected:
         if (GetFocus() != list_ || GetKeyState(VK_MENU) < 0 || GetKeyState(VK_CONTROL) < 0) return false;
         switch (key) {
             case VK_RETURN:
-                Play();
+                if (!KeyIsRepeated()) Play();
                 return true;
             case VK_DELETE:
-                Remove();
+                if (!KeyIsRepeated()) Remove();
                 return true;
             case VK_ADD:
             case VK_OEM_PLUS:
@@ -162,17 +162,11 @@ private:
 
     void ShowWhatApplies() const {
         const FavoriteRow* const row = Selected();
-        Enable(play_, row != nullptr && row->IsInLibrary());
-        Enable(up_, row != nullptr);
-        Enable(down_, row != nullptr && row->count > 1);
-        Enable(remove_, row != nullptr);
-        Enable(clear_, !rows_.empty());
-    }
-
-    // A button with the focus hands it on before it is disabled: the keyboard must not be lost with it.
-    void Enable(HWND button, bool isEnabled) const {
-        if (!isEnabled && GetFocus() == button) SetFocus(list_);
-        EnableWindow(button, isEnabled ? TRUE : FALSE);
+        Enable(play_, row != nullptr && row->IsInLibrary(), list_);
+        Enable(up_, row != nullptr, list_);
+        Enable(down_, row != nullptr && row->count > 1, list_);
+        Enable(remove_, row != nullptr, list_);
+        Enable(clear_, !rows_.empty(), list_);
     }
 
     void Play() {

@@ -44,7 +44,7 @@ protected:
 
     bool OnKey(WPARAM key) override {
         if (key != VK_DELETE || GetFocus() != list_) return false;
-        Remove();
+        if (!KeyIsRepeated()) Remove();
         return true;
     }
 
@@ -58,16 +58,16 @@ private:
         list_ = AddTable({kMargin, kListTop, kListWidth, kListHeight, kGrowWide | kGrowHigh},
                          {{"Folder", kListWidth - kHoldsWidth - 24}, {"Holds", kHoldsWidth}},
                          [this](const NMHDR& notice) { return OnList(notice); });
-        add_ = AddFolderButton(0, "&Add...", [this] { Add(); });
+        table_ = TextTable(list_);
+        AddFolderButton(0, "&Add...", [this] { Add(); });
         remove_ = AddFolderButton(1, "&Remove", [this] { Remove(); });
         up_ = AddFolderButton(2, "Move &Up", [this] { Move(-1); });
         down_ = AddFolderButton(3, "Move &Down", [this] { Move(1); });
         rescan_ = AddFolderButton(4, "Re&scan", [this] { Scan(); });
-        status_ = AddLabel({kMargin, kUnderList, kListWidth, kLineHeight, kMoveDown}, "");
-        bar_ = AddControl({kButtonLeft, kUnderList + 2, kButtonWidth, 14, kMoveRight | kMoveDown}, PROGRESS_CLASSW, "",
-                          PBS_MARQUEE);
-        remarkLine_ = AddLabel({kMargin, kUnderList + kLineHeight, kInner, kLineHeight, kGrowWide | kMoveDown}, "",
-                               SS_LEFT | SS_ENDELLIPSIS | SS_NOPREFIX);
+        status_ = AddLabel({kMargin, kUnderList, kListWidth, kLineHeight, kMoveDown}, "", kOneLine);
+        bar_ = AddProgressBar({kButtonLeft, kUnderList + 2, kButtonWidth, 14, kMoveRight | kMoveDown});
+        remarkLine_ =
+            AddLabel({kMargin, kUnderList + kLineHeight, kInner, kLineHeight, kGrowWide | kMoveDown}, "", kOneLine);
         ShowProgress(false);
     }
 
@@ -84,7 +84,7 @@ private:
             AddEdit({kMargin, kFontTop + 52, kListWidth, kFieldHeight, kGrowWide | kMoveDown}, ES_READONLY, {}, {});
         AddButton({kButtonLeft, kFontTop + 50, kButtonWidth, kButtonHeight, kMoveRight | kMoveDown}, "&Browse...",
                   [this] { BrowseSoundFonts(); });
-        fontStatus_ = AddLabel({kMargin, kFontTop + 82, kListWidth, kLineHeight, kGrowWide | kMoveDown}, "");
+        fontStatus_ = AddLabel({kMargin, kFontTop + 82, kListWidth, kLineHeight, kGrowWide | kMoveDown}, "", kOneLine);
     }
 
     LRESULT OnList(const NMHDR& notice) {
@@ -106,10 +106,11 @@ private:
         shownFolders_ = Folders();
         shownRevision_ = host_->state.library.revision;
         rows_ = MakeFolderRows(shownFolders_, host_->state.library, isScanning_);
-        std::vector<std::vector<std::string>> cells;
+        TextTable::Rows cells;
         for (const FolderRow& row : rows_) cells.push_back({row.path, row.holds});
         isFilling_ = true;
-        FillTable(list_, cells);
+        table_.Show(cells);
+        if (SelectedRow(list_) < 0 && !rows_.empty()) SelectRow(list_, 0);
         isFilling_ = false;
         ShowWhatApplies();
     }
@@ -121,16 +122,10 @@ private:
         const bool isSelected = at >= 0 && at < count;
         const std::string found = isSelected ? rows_[static_cast<size_t>(at)].remark : std::string();
         SetText(remarkLine_, remark_.empty() || (isTaken_ && !found.empty()) ? found : remark_);
-        Enable(remove_, isSelected);
-        Enable(up_, isSelected && at > 0);
-        Enable(down_, isSelected && at + 1 < count);
-        Enable(rescan_, count > 0);
-    }
-
-    // A button with the focus hands it on before it is disabled: the keyboard must not be lost with it.
-    void Enable(HWND button, bool isEnabled) {
-        if (!isEnabled && GetFocus() == button) SetFocus(list_);
-        EnableWindow(button, isEnabled ? TRUE : FALSE);
+        Enable(remove_, isSelected, list_);
+        Enable(up_, isSelected && at > 0, list_);
+        Enable(down_, isSelected && at + 1 < count, list_);
+        Enable(rescan_, count > 0, list_);
     }
 
     void Scan() {
@@ -183,18 +178,19 @@ private:
         const SharedHost host = host_;
         const bool isTaken = host->takeSoundFonts(*chosen);
         if (IsWindow(window) == 0) return;  // while an error box was open
-        fontRemark_ = isTaken ? "" : "No usable SoundFont (.sf2) in " + *chosen + ": the folder stays as it was.";
+        fontRemark_ = isTaken ? "" : "The folder stays as it was: no usable SoundFont (.sf2) in " + *chosen;
         SetText(fontStatus_, fontRemark_);
         Refresh();
     }
 
     SharedHost host_;
+    TextTable table_;
     std::vector<FolderRow> rows_;
     std::vector<std::string> shownFolders_;
     uint64_t shownRevision_ = 0;
     bool isScanning_ = false, isFilling_ = false, isTaken_ = false;
     std::string remark_, fontRemark_;
-    HWND list_ = nullptr, add_ = nullptr, remove_ = nullptr, up_ = nullptr, down_ = nullptr, rescan_ = nullptr;
+    HWND list_ = nullptr, remove_ = nullptr, up_ = nullptr, down_ = nullptr, rescan_ = nullptr;
     HWND status_ = nullptr, bar_ = nullptr, remarkLine_ = nullptr, fontFolder_ = nullptr, fontStatus_ = nullptr;
 };
 

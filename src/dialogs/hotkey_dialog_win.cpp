@@ -103,8 +103,8 @@ private:
                 PlaceOf(action, kLabelWidth, kFieldWidth, kFieldHeight), "",
                 [this, action] { action == waiting_ ? StopWaiting() : WaitForKey(action); }, [this] { StopWaiting(); });
             if (action >= kActionsWithKeys) EnableWindow(keys_[at], FALSE);
-            keyRemarks_[at] = AddLabel(TextPlaceOf(action, kLabelWidth + kFieldWidth + kGap, kRemarkWidth), "",
-                                       SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+            keyRemarks_[at] =
+                AddLabel(TextPlaceOf(action, kLabelWidth + kFieldWidth + kGap, kRemarkWidth), "", kOneLine);
         }
         AddLabel(
             {kMargin, kHintTop + 8, kWidth - 2 * kMargin, 2 * kLineHeight},
@@ -127,8 +127,8 @@ private:
             AddToChoice(triggers_[at], "No trigger", -1);
             for (int32_t i = 0; i < kControllerTriggers; ++i) AddToChoice(triggers_[at], ControllerTriggerName(i), i);
             constexpr int kRemarkLeft = kLabelWidth + kButtonChoiceWidth + kTriggerChoiceWidth + 2 * kGap;
-            controllerRemarks_[at] = AddLabel(TextPlaceOf(action, kRemarkLeft, kColumnWidth - kRemarkLeft), "",
-                                              SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+            controllerRemarks_[at] =
+                AddLabel(TextPlaceOf(action, kRemarkLeft, kColumnWidth - kRemarkLeft), "", kOneLine);
         }
         AddRumble();
     }
@@ -152,12 +152,12 @@ private:
 
     void AddMilliseconds(int x, int y, int32_t Settings::*setting) {
         const size_t at = fields_.size();
-        const HWND edit = AddNumber(
+        const NumberControls controls = AddNumber(
             {x, y, kNumberWidth, kFieldHeight}, 0, kLongestMs, [this, at] { fields_[at].OnChange(); },
             [this, at] { fields_[at].OnLeave(); });
         AddLabel({x + kNumberWidth + kGap, y + 3, 78, kLineHeight}, "milliseconds");
         const HWND remark = AddLabel({x + kNumberWidth + 86 + kGap, y + 3, 120, kLineHeight}, "");
-        fields_.push_back(NumberField(edit, remark,
+        fields_.push_back(NumberField(controls, remark,
                                       {0, kLongestMs, [this, setting] { return Settings_().*setting; },
                                        [this, setting](int32_t value) { Take(Settings_().*setting, value); }}));
     }
@@ -168,15 +168,18 @@ private:
         AddButton({kMargin + kStep, kButtonTop, kButtonWidth, kButtonHeight}, "&Reload", [this] { Reload(); });
         AddButton({kMargin + 2 * kStep, kButtonTop, kButtonWidth, kButtonHeight}, "Cl&ear All", [this] { ClearAll(); });
         constexpr int kStatusLeft = kMargin + 3 * kStep, kCloseLeft = kWidth - kMargin - kButtonWidth;
-        status_ = AddLabel({kStatusLeft, kButtonTop + 5, kCloseLeft - kStatusLeft - kGap, kLineHeight}, "");
+        status_ = AddLabel({kStatusLeft, kButtonTop + 5, kCloseLeft - kStatusLeft - kGap, kLineHeight}, "", kOneLine);
         AddButton({kCloseLeft, kButtonTop, kButtonWidth, kButtonHeight}, "&Close",
                   [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
     }
 
     void ShowTab(int tab) {
         tab_ = tab;
+        const HWND focus = GetFocus();
         ShowControls(pageBegins_[0], pageBegins_[1], tab == 0);
         ShowControls(pageBegins_[1], pageBegins_[2], tab == 1);
+        // The keyboard must not be lost with the page.
+        if (IsChild(Window(), focus) != 0 && IsWindowVisible(focus) == 0) SetFocus(tabs_);
     }
 
     void ShowAction(int32_t action) const {

@@ -15,7 +15,7 @@ public:
     };
 
     // The controls are made by the caller; the edit control's changes and its being left are to be reported here.
-    NumberField(HWND edit, HWND remark, Meaning meaning);
+    NumberField(const NumberControls& controls, HWND remark, Meaning meaning);
 
     void OnChange() const;
     void OnLeave() const;
@@ -23,13 +23,14 @@ public:
     // The number in force, unless the user is typing here.
     void Show() const;
 
-    // New bounds of what makes sense.
+    // New bounds of what makes sense, for the arrows too.
     void SetBounds(int32_t lowest, int32_t highest);
 
-    HWND Edit() const { return edit_; }
+    const NumberControls& Controls() const { return controls_; }
 
 private:
-    HWND edit_, remark_;
+    NumberControls controls_;
+    HWND remark_;
     Meaning meaning_;
 };
 

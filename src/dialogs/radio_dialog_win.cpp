@@ -15,8 +15,13 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kWidth = 520, kLabelWidth = 164, kNumberWidth = 76, kUnitWidth = 150, kRow = 30;
-constexpr int kRemarkLeft = kMargin + kLabelWidth + kNumberWidth + 2 * kGap + kUnitWidth;
+// Two columns: how long and how often at the left, what and how loud at the right. The second headings are in step.
+constexpr int kLabelWidth = 164, kNumberWidth = 76, kUnitWidth = 128, kRemarkWidth = 80, kRow = 30;
+constexpr int kUnitLeft = kMargin + kLabelWidth + kNumberWidth + kGap, kRemarkLeft = kUnitLeft + kUnitWidth + kGap;
+constexpr int kRight = kRemarkLeft + kRemarkWidth + 2 * kMargin;
+constexpr int kSliderLeft = kRight + 120, kSliderWidth = 220, kPercentLeft = kSliderLeft + kSliderWidth + kGap;
+constexpr int kWidth = kPercentLeft + 48 + kMargin, kRightWidth = kWidth - kMargin - kRight;
+constexpr int kSecondTop = 232, kButtonTop = 364, kHeight = kButtonTop + kButtonHeight + kMargin;
 constexpr int kLongestSec = 36000, kLongestFadeMs = 60000, kMostSongsAFont = 1000;
 constexpr int kWholeSongs = 0;      // as songPlayDurationMax
 constexpr int kUsualLongest = 110;  // when songs are not to play whole any more
@@ -44,14 +49,14 @@ public:
     explicit RadioDialog(SharedHost host) : host_(std::move(host)) {}
 
 protected:
-    Size ClientSize() const override { return {kWidth, 676}; }
+    Size ClientSize() const override { return {kWidth, kHeight}; }
 
     void AddControls() override {
         AddPlayTimes();
-        AddMix();
         AddRepeats();
+        AddMix();
         AddVolumes();
-        AddButton({kWidth - kMargin - kButtonWidth, 636, kButtonWidth, kButtonHeight}, "&Close",
+        AddButton({kWidth - kMargin - kButtonWidth, kButtonTop, kButtonWidth, kButtonHeight}, "&Close",
                   [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
     }
 
@@ -68,18 +73,18 @@ protected:
 private:
     Settings& Settings_() const { return host_->state.settings; }
 
-    void AddHeading(int y, const char* text) { UseHeadingFont(AddLabel({kMargin, y, kWidth - 2 * kMargin, 26}, text)); }
+    void AddHeading(int x, int y, const char* text) { UseHeadingFont(AddLabel({x, y, kRightWidth, 26}, text)); }
 
     // A labelled number with its unit, and room for a remark at its right.
     size_t AddField(int y, const char* label, const char* unit, int lowest, int highest, int32_t Settings::*setting) {
         AddLabel({kMargin, y + 3, kLabelWidth, kLineHeight}, label);
         const size_t at = fields_.size();
-        const HWND edit = AddNumber(
+        const NumberControls controls = AddNumber(
             {kMargin + kLabelWidth, y, kNumberWidth, kFieldHeight}, lowest, highest,
             [this, at] { fields_[at].OnChange(); }, [this, at] { fields_[at].OnLeave(); });
-        AddLabel({kMargin + kLabelWidth + kNumberWidth + kGap, y + 3, kUnitWidth, kLineHeight}, unit);
-        const HWND remark = AddLabel({kRemarkLeft, y + 3, kWidth - kRemarkLeft - kMargin, kLineHeight}, "");
-        fields_.push_back(NumberField(edit, remark,
+        AddLabel({kUnitLeft, y + 3, kUnitWidth, kLineHeight}, unit);
+        const HWND remark = AddLabel({kRemarkLeft, y + 3, kRemarkWidth, kLineHeight}, "");
+        fields_.push_back(NumberField(controls, remark,
                                       {lowest, highest, [this, setting] { return Settings_().*setting; },
                                        [this, setting](int32_t value) {
                                            Settings_().*setting = value;
@@ -90,52 +95,57 @@ private:
     }
 
     void AddPlayTimes() {
-        AddHeading(kMargin, "Play time");
+        AddHeading(kMargin, kMargin, "Play time");
         whole_ = AddCheckBox({kMargin, 40, 300, kLineHeight}, "Play songs &whole", false, [this] { ToggleWhole(); });
         least_ = AddField(66, "Songs play at &least", "seconds", 0, kLongestSec, &Settings::songPlayDurationMin);
         most_ = AddField(66 + kRow, "and at m&ost", "seconds", 1, kLongestSec, &Settings::songPlayDurationMax);
         stationLeast_ = AddField(66 + 2 * kRow, "&Stations play at least", "seconds", 0, kLongestSec,
                                  &Settings::iSongPlayDurationMin);
         stationMost_ =
-            AddField(66 + 3 * kRow, "and at mo&st", "seconds", 1, kLongestSec, &Settings::iSongPlayDurationMax);
+            AddField(66 + 3 * kRow, "a&nd at most", "seconds", 1, kLongestSec, &Settings::iSongPlayDurationMax);
         AddField(66 + 4 * kRow, "Cross-&fade", "milliseconds", 0, kLongestFadeMs, &Settings::FADE_DURATION_MS);
     }
 
     void AddMix() {
-        AddHeading(226, "Mix");
-        int y = 256;
+        AddHeading(kRight, kMargin, "Mix");
+        int y = 40;
         for (size_t i = 0; i < kWeights.size(); ++i, y += 26) {
-            AddCanvas({kMargin, y + 5, 12, 12}, [i](HDC dc, const RECT& box) { FillWith(dc, box, kWeights[i].color); });
-            AddLabel({kMargin + 20, y + 2, kLabelWidth - 20 - kGap, kLineHeight}, kWeights[i].label);
-            sliders_[i] = AddSlider({kMargin + kLabelWidth, y, 222, 24}, 0, kHighestWeight,
+            AddCanvas({kRight, y + 5, 12, 12}, [i](HDC dc, const RECT& box) { FillWith(dc, box, kWeights[i].color); });
+            AddLabel({kRight + 20, y + 2, kSliderLeft - kRight - 20, kLineHeight}, kWeights[i].label);
+            sliders_[i] = AddSlider({kSliderLeft, y, kSliderWidth, 24}, 0, kHighestWeight,
                                     Settings_().*kWeights[i].setting, [this, i] { TakeWeight(i); });
-            shares_[i] = AddLabel({406, y + 2, kWidth - 406 - kMargin, kLineHeight}, "");
+            shares_[i] = AddPercent(y);
         }
-        bar_ = AddCanvas({kMargin, y + 4, kWidth - 2 * kMargin, 22},
-                         [this](HDC dc, const RECT& box) { PaintBar(dc, box); });
+        bar_ = AddCanvas({kRight, y + 4, kRightWidth, 22}, [this](HDC dc, const RECT& box) { PaintBar(dc, box); });
     }
 
     void AddRepeats() {
-        AddHeading(424, "Variety");
-        noRepeat_ =
-            AddCheckBox({kMargin, 454, 300, kLineHeight}, "No song &repeat", false, [this] { ToggleNoRepeat(); });
-        depth_ = AddField(478, "A song comes again after", "others", 0, kLongestSec, &Settings::historyDepth);
-        AddField(478 + kRow, "New Sound&Font every", "MIDI songs; 0: never", 0, kMostSongsAFont,
+        AddHeading(kMargin, kSecondTop, "Variety");
+        noRepeat_ = AddCheckBox({kMargin, kSecondTop + 28, 300, kLineHeight}, "No song &repeat", false,
+                                [this] { ToggleNoRepeat(); });
+        depth_ =
+            AddField(kSecondTop + 54, "A son&g comes again after", "others", 0, kLongestSec, &Settings::historyDepth);
+        AddField(kSecondTop + 54 + kRow, "New Soun&dFont every", "MIDI songs; 0: never", 0, kMostSongsAFont,
                  &Settings::songsBeforeSoundfontChange);
     }
 
     void AddVolumes() {
-        AddHeading(544, "Volume");
+        AddHeading(kRight, kSecondTop, "Volume");
         follow_ =
-            AddCheckBox({kMargin, 574, kWidth - 2 * kMargin, kLineHeight},
+            AddCheckBox({kRight, kSecondTop + 28, kRightWidth, kLineHeight},
                         "Play every song e&qually loud, however it was mastered", false, [this] { ToggleFollow(); });
-        AddLabel({kMargin, 602, 90, kLineHeight}, "&High preset");
-        high_ = AddSlider({98, 600, 110, 24}, 0, 100, 0, [this] { TakePresets(); });
-        highText_ = AddLabel({210, 602, 44, kLineHeight}, "");
-        AddLabel({266, 602, 84, kLineHeight}, "Lo&w preset");
-        low_ = AddSlider({346, 600, 110, 24}, 0, 100, 0, [this] { TakePresets(); });
-        lowText_ = AddLabel({460, 602, 48, kLineHeight}, "");
+        high_ = AddPreset(kSecondTop + 56, "&High preset", highText_);
+        low_ = AddPreset(kSecondTop + 56 + 26, "Low &preset", lowText_);
     }
+
+    HWND AddPreset(int y, const char* label, HWND& percent) {
+        AddLabel({kRight, y + 2, kSliderLeft - kRight, kLineHeight}, label);
+        const HWND slider = AddSlider({kSliderLeft, y, kSliderWidth, 24}, 0, 100, 0, [this] { TakePresets(); });
+        percent = AddPercent(y);
+        return slider;
+    }
+
+    HWND AddPercent(int y) { return AddLabel({kPercentLeft, y + 2, kWidth - kMargin - kPercentLeft, kLineHeight}, ""); }
 
     void ToggleWhole() {
         int32_t& longest = Settings_().songPlayDurationMax;
@@ -173,9 +183,15 @@ private:
     void ShowWhatApplies() {
         TakeBounds();
         const bool isWindowed = Settings_().songPlayDurationMax > kWholeSongs;
-        EnableWindow(fields_[least_].Edit(), isWindowed ? TRUE : FALSE);
-        EnableWindow(fields_[most_].Edit(), isWindowed ? TRUE : FALSE);
-        EnableWindow(fields_[depth_].Edit(), Settings_().historyDepth >= 0 ? TRUE : FALSE);
+        EnableField(least_, isWindowed, whole_);
+        EnableField(most_, isWindowed, whole_);
+        EnableField(depth_, Settings_().historyDepth >= 0, noRepeat_);
+    }
+
+    void EnableField(size_t at, bool isEnabled, HWND heir) {
+        const NumberControls& controls = fields_[at].Controls();
+        Enable(controls.edit, isEnabled, heir);
+        EnableWindow(controls.arrows, isEnabled ? TRUE : FALSE);
     }
 
     void TakeWeight(size_t i) {

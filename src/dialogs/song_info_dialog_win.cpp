@@ -3,9 +3,10 @@
 #include <ctime>
 
 #include "dialogs/dialog_kinds_win.h"
+#include "dialogs/kind_names.h"
 #include "dialogs/share_bar_win.h"
 #include "dialogs/song_info.h"
-#include "dialogs/text_table_win.h"
+#include "dialogs/table_win.h"
 #include "platform/clipboard_win.h"
 #include "platform/text_win.h"
 #include "playback/listening.h"
@@ -18,15 +19,9 @@ constexpr int kWidth = 760, kHeight = 548, kInner = kWidth - 2 * kMargin;
 constexpr int kMostPlayedWidth = 330, kRecentWidth = kInner - kMostPlayedWidth - kMargin;
 constexpr int kBarHeight = 20, kSwatch = 12, kLegendWidth = 172;
 
-struct Kind {
-    const char* name;
-    COLORREF color;
-};
-
-constexpr std::array<Kind, 4> kKinds{{{"MIDI", kMidiColor},
-                                      {"Audio files", kAudioFileColor},
-                                      {"Tracker modules", kTrackerColor},
-                                      {"Internet radio", kStationColor}}};
+// In the order of their names.
+constexpr std::array<COLORREF, kKindNames.size()> kKindColors{kMidiColor, kAudioFileColor, kTrackerColor,
+                                                              kStationColor};
 
 template <size_t count>
 std::vector<std::pair<std::string, int>> Columns(const std::array<const char*, count>& headings,
@@ -69,9 +64,10 @@ private:
     }
 
     void AddTotals() {
-        kinds_ = TextTable(AddTable({kMargin, kMargin, kInner, 140, kGrowWide},
-                                    Columns(kKindColumns, {222, 104, 104, 96, 110, 96}), {}));
-        for (int column = 1; column < static_cast<int>(kKindColumns.size()); ++column) kinds_.AlignRight(column);
+        const HWND kinds = AddTable({kMargin, kMargin, kInner, 140, kGrowWide},
+                                    Columns(kKindColumns, {222, 104, 104, 96, 110, 96}), {});
+        for (int column = 1; column < static_cast<int>(kKindColumns.size()); ++column) AlignRight(kinds, column);
+        kinds_ = TextTable(kinds);
         AddLabel({kMargin, 160, kInner, kLineHeight}, "Time heard, by kind");
         chart_ = AddCanvas({kMargin, 180, kInner, 2 * kBarHeight + kGap, kGrowWide},
                            [this](HDC dc, const RECT& box) { PaintChart(dc, box); });
@@ -81,9 +77,10 @@ private:
 
     void AddSongs() {
         constexpr int kTop = 284, kTableHeight = kHeight - kTop - 52;
-        mostPlayed_ = TextTable(AddTable({kMargin, kTop, kMostPlayedWidth, kTableHeight, kGrowHigh},
-                                         Columns(kMostPlayedColumns, {150, 104, 52}), {}));
-        mostPlayed_.AlignRight(2);
+        const HWND mostPlayed = AddTable({kMargin, kTop, kMostPlayedWidth, kTableHeight, kGrowHigh},
+                                         Columns(kMostPlayedColumns, {150, 104, 52}), {});
+        AlignRight(mostPlayed, 2);
+        mostPlayed_ = TextTable(mostPlayed);
         recent_ = TextTable(
             AddTable({2 * kMargin + kMostPlayedWidth, kTop, kRecentWidth, kTableHeight, kGrowWide | kGrowHigh},
                      Columns(kRecentColumns, {112, 146, 114}), {}));
@@ -91,19 +88,19 @@ private:
 
     // The bar, and below it what its colours mean.
     void PaintChart(HDC dc, const RECT& box) const {
-        std::array<BarPart, kKinds.size()> parts;
-        for (size_t i = 0; i < parts.size(); ++i) parts[i] = {info_.timeShare[i], kKinds[i].color};
+        std::array<BarPart, kKindColors.size()> parts;
+        for (size_t i = 0; i < parts.size(); ++i) parts[i] = {info_.timeShare[i], kKindColors[i]};
         RECT bar = box;
         bar.bottom = bar.top + Pixels(kBarHeight);
         PaintShareBar(dc, bar, parts);
-        for (size_t i = 0; i < kKinds.size(); ++i) {
+        for (size_t i = 0; i < kKindColors.size(); ++i) {
             const int left = static_cast<int>(box.left) + Pixels(static_cast<int>(i) * kLegendWidth);
             const int top = static_cast<int>(bar.bottom) + Pixels(kGap + (kBarHeight - kSwatch) / 2);
-            FillWith(dc, {left, top, left + Pixels(kSwatch), top + Pixels(kSwatch)}, kKinds[i].color);
+            FillWith(dc, {left, top, left + Pixels(kSwatch), top + Pixels(kSwatch)}, kKindColors[i]);
             RECT text{left + Pixels(kSwatch + kGap), bar.bottom + Pixels(kGap), left + Pixels(kLegendWidth),
                       box.bottom};
             const std::string percent = std::to_string(std::lround(info_.timeShare[i] * 100.0)) + " %";
-            const std::wstring wide = WideFromUtf8(std::string(kKinds[i].name) + "  " + percent);
+            const std::wstring wide = WideFromUtf8(std::string(kKindNames[i].many) + "  " + percent);
             DrawTextW(dc, wide.c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
         }
     }

@@ -10,29 +10,48 @@ namespace hullrider {
 
 namespace {
 
-void SetCell(HWND table, int row, int column, const std::string& text) {
-    std::wstring wide = WideFromUtf8(text);
-    LVITEMW item{};
-    item.mask = LVIF_TEXT;
-    item.iItem = row;
-    item.iSubItem = column;
-    item.pszText = wide.data();
-    SendMessageW(table, column == 0 ? LVM_INSERTITEMW : LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+int CountColumns(HWND table) {
+    const auto header = reinterpret_cast<HWND>(SendMessageW(table, LVM_GETHEADER, 0, 0));
+    return static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+}
+
+int WidthOfColumn(HWND table, int column) {
+    return static_cast<int>(SendMessageW(table, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+}
+
+void SetColumnWidth(HWND table, int column, int width) {
+    SendMessageW(table, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(width, 0));
 }
 
 }  // namespace
 
-void FillTable(HWND table, const std::vector<std::vector<std::string>>& rows) {
-    const int selected = std::max(SelectedRow(table), 0);
-    SendMessageW(table, WM_SETREDRAW, FALSE, 0);
-    SendMessageW(table, LVM_DELETEALLITEMS, 0, 0);
-    for (size_t i = 0; i < rows.size(); ++i) {
-        for (size_t j = 0; j < rows[i].size(); ++j)
-            SetCell(table, static_cast<int>(i), static_cast<int>(j), rows[i][j]);
+void TextTable::Show(const Rows& rows) {
+    if (rows == shown_) return;
+    while (shown_.size() > rows.size()) {
+        shown_.pop_back();
+        SendMessageW(table_, LVM_DELETEITEM, shown_.size(), 0);
     }
-    if (selected < static_cast<int>(rows.size())) SelectRow(table, selected);
-    SendMessageW(table, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(table, nullptr, TRUE);
+    while (shown_.size() < rows.size()) {
+        LVITEMW item{};
+        item.iItem = static_cast<int>(shown_.size());
+        SendMessageW(table_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        shown_.emplace_back();
+    }
+    for (size_t row = 0; row < rows.size(); ++row) {
+        shown_[row].resize(rows[row].size());
+        for (size_t column = 0; column < rows[row].size(); ++column) {
+            if (shown_[row][column] != rows[row][column]) SetCell(row, column, rows[row][column]);
+        }
+    }
+    shown_ = rows;
+}
+
+void TextTable::SetCell(size_t row, size_t column, const std::string& text) const {
+    std::wstring wide = WideFromUtf8(text);
+    LVITEMW item{};
+    item.iSubItem = static_cast<int>(column);
+    item.pszText = wide.data();
+    SendMessageW(table_, LVM_SETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
 }
 
 int SelectedRow(HWND table) {
@@ -54,10 +73,25 @@ void AlignRight(HWND table, int column) {
     SendMessageW(table, LVM_SETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&format));
 }
 
+void ScaleColumns(HWND table, int dpi, int dpiBefore) {
+    for (int i = 0; i < CountColumns(table); ++i) {
+        SetColumnWidth(table, i, MulDiv(WidthOfColumn(table, i), dpi, dpiBefore));
+    }
+}
+
+void FitFirstColumn(HWND table, int least) {
+    RECT box;
+    GetWindowRect(table, &box);
+    const auto dpi = GetDpiForWindow(table);
+    int left =
+        box.right - box.left - GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) - 2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
+    for (int i = 1; i < CountColumns(table); ++i) left -= WidthOfColumn(table, i);
+    SetColumnWidth(table, 0, std::max(left, least));
+}
+
 void ShowSortColumn(HWND table, int column, bool isDescending) {
     const auto header = reinterpret_cast<HWND>(SendMessageW(table, LVM_GETHEADER, 0, 0));
-    const auto count = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < CountColumns(table); ++i) {
         HDITEMW item{};
         item.mask = HDI_FORMAT;
         SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
