@@ -7,10 +7,13 @@
 namespace hullrider {
 
 template <typename Claim>
-bool Eventually(const Claim& claim) {
-    using namespace std::chrono_literals;
-    for (int i = 0; i < 2000 && !claim(); ++i) std::this_thread::sleep_for(10ms);
-    return claim();
+bool Eventually(const Claim& claim, std::chrono::milliseconds step = std::chrono::milliseconds(10)) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!claim()) {
+        if (std::chrono::steady_clock::now() >= end) return false;
+        std::this_thread::sleep_for(step);
+    }
+    return true;
 }
 
 }  // namespace hullrider

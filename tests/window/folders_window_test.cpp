@@ -1,52 +1,25 @@
 // The folder and the favourites windows of the real program.
-#include <gtest/gtest.h>
+#include <windows.h>
 
-#include <functional>
+#include <commctrl.h>
+#include <gtest/gtest.h>
 
 #include "app/commands.h"
 #include "platform/text_win.h"
+#include "tests/eventually.h"
 #include "tests/tone_wav.h"
+#include "tests/window/controls_win.h"
 #include "tests/window/player_process_win.h"
 
 namespace hullrider {
 namespace {
 
-bool Within20Seconds(const std::function<bool()>& claim) {
-    for (int i = 0; i < 400 && !claim(); ++i) Sleep(50);
-    return claim();
+bool Shows(HWND window, const wchar_t* text) {
+    return Eventually([&] { return FindControl(window, nullptr, text) != nullptr; });
 }
 
-struct Search {
-    std::wstring text;
-    bool isClass;
-    HWND found;
-};
-
-BOOL CALLBACK MatchText(HWND control, LPARAM parameter) {
-    Search& search = *reinterpret_cast<Search*>(parameter);
-    wchar_t text[256] = {};
-    if (search.isClass) {
-        GetClassNameW(control, text, 256);
-    } else {
-        SendMessageW(control, WM_GETTEXT, 256, reinterpret_cast<LPARAM>(text));
-    }
-    if (search.text != text) return TRUE;
-    search.found = control;
-    return FALSE;
-}
-
-HWND Child(HWND window, const std::wstring& text, bool isClass = false) {
-    Search search{text, isClass, nullptr};
-    EnumChildWindows(window, MatchText, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-bool Shows(HWND window, const std::wstring& text) {
-    return Within20Seconds([&] { return Child(window, text) != nullptr; });
-}
-
-void Click(HWND window, const std::wstring& button) {
-    PostMessageW(Child(window, button), BM_CLICK, 0, 0);
+void Click(HWND window, const wchar_t* button) {
+    PostMessageW(FindControl(window, L"BUTTON", button), BM_CLICK, 0, 0);
 }
 
 class FoldersWindowTest : public testing::Test {
@@ -76,8 +49,14 @@ protected:
         return player_->WaitForWindow(className, nullptr);
     }
 
+    // Looks seldom: while a file is being read it cannot be replaced.
+    template <typename Claim>
+    bool FileFits(const std::string& name, const Claim& claim) const {
+        return Eventually([&] { return claim(folder_.Read(name)); }, std::chrono::milliseconds(250));
+    }
+
     bool FileHolds(const std::string& name, const std::string& text) const {
-        return Within20Seconds([&] { return folder_.Read(name).find(text) != std::string::npos; });
+        return FileFits(name, [&](const std::string& file) { return file.find(text) != std::string::npos; });
     }
 
     int Exit() {
@@ -98,19 +77,21 @@ TEST_F(FoldersWindowTest, FoldersAreAddedMovedAndRemovedWhileTheMusicPlays) {
     Click(window, L"&Add...");
     const HWND chooser = player_->WaitForWindow(L"#32770", L"Choose a music folder");
     ASSERT_NE(chooser, nullptr);
-    ASSERT_TRUE(Within20Seconds([&] { return Child(chooser, L"Edit", true) != nullptr; }));
-    SendMessageW(Child(chooser, L"Edit", true), WM_SETTEXT, 0,
+    ASSERT_TRUE(Eventually([&] { return FindControl(chooser, L"Edit", nullptr) != nullptr; }));
+    SendMessageW(FindControl(chooser, L"Edit", nullptr), WM_SETTEXT, 0,
                  reinterpret_cast<LPARAM>(WideFromUtf8(folder_.At("two")).c_str()));
     PostMessageW(chooser, WM_COMMAND, IDOK, 0);
     EXPECT_TRUE(Shows(window, L"In the library: 2 albums, 2 songs")) << player_->Output();
     EXPECT_TRUE(FileHolds("data/MusicSettings.json", "two"));
 
     Click(window, L"Move &Up");  // the added one, which is selected
-    EXPECT_TRUE(Within20Seconds([&] {
-        const std::string settings = folder_.Read("data/MusicSettings.json");
-        return settings.find("two\"") < settings.find("one\"");
-    }));
-    Click(window, L"&Remove");
+    EXPECT_TRUE(FileFits("data/MusicSettings.json",
+                         [](const std::string& settings) { return settings.find("two\"") < settings.find("one\""); }));
+    // The button is disabled now and has given the keyboard to the list. A key that is held removes one folder only.
+    constexpr LPARAM kStillDown = 1 << 30;
+    const HWND list = FindControl(window, WC_LISTVIEWW, nullptr);
+    PostMessageW(list, WM_KEYDOWN, VK_DELETE, 1);
+    PostMessageW(list, WM_KEYDOWN, VK_DELETE, 1 | kStillDown);
     EXPECT_TRUE(Shows(window, L"In the library: 1 album, 1 song"));
     Click(window, L"&Remove");
     EXPECT_TRUE(Shows(window, L"There is no music in the library."));
@@ -131,7 +112,7 @@ TEST_F(FoldersWindowTest, FavouritesAreCountedPlayedAndCleared) {
     EXPECT_TRUE(FileHolds("data/favorite.json", "\"favoriteCount\":6"));
     const std::string before = player_->Output();
     Click(window, L"&Play Now");
-    EXPECT_TRUE(Within20Seconds([&] {
+    EXPECT_TRUE(Eventually([&] {
         return player_->Output().find("Playing: B / second", before.size()) != std::string::npos;
     })) << player_->Output();
 

@@ -1,4 +1,7 @@
 // Hotkey Options in the real program.
+#include <windows.h>
+
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -82,6 +85,25 @@ TEST_F(HotkeyWindowTest, AKeyWorksAtOnceAndAfterARestartWhenItIsSaved) {
     const HWND window = OpenHotkeyWindow(player);
     EXPECT_EQ(TextIn(KeyFieldOf(window, L"Next Song:")), L"Ctrl+Shift+F9");
     EXPECT_EQ(TextIn(KeyFieldOf(window, L"Play\\Pause:")), L"None");
+}
+
+TEST_F(HotkeyWindowTest, TheKeyboardIsNotLostWithAPageThatIsHidden) {
+    PlayerProcess player(Arguments());
+    const HWND window = OpenHotkeyWindow(player);
+    ASSERT_NE(window, nullptr) << player.Output();
+    const HWND field = KeyFieldOf(window, L"Next Song:");
+    const auto hasFocus = [&](HWND control) {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+        return info.hwndFocus == control;
+    };
+    ASSERT_TRUE(SetKey(field, {VK_ESCAPE}, TextIn(field)));
+    ASSERT_TRUE(Eventually([&] { return hasFocus(field); }));
+    Press({VK_CONTROL, VK_TAB});
+    EXPECT_TRUE(Eventually([&] { return IsWindowVisible(field) == 0; }));
+    SendMessageW(window, WM_NULL, 0, 0);  // answered when the key has been dealt with
+    EXPECT_TRUE(hasFocus(FindControl(window, WC_TABCONTROLW, nullptr)));
 }
 
 }  // namespace

@@ -12,7 +12,8 @@ struct Search {
     DWORD processId;
     const wchar_t* className;
     const wchar_t* title;
-    HWND found;
+    HWND found = nullptr;
+    int count = 0;
 };
 
 BOOL CALLBACK Match(HWND window, LPARAM parameter) {
@@ -25,8 +26,9 @@ BOOL CALLBACK Match(HWND window, LPARAM parameter) {
     GetWindowTextW(window, title, 128);
     if (std::wstring(className) != search.className) return TRUE;
     if (search.title != nullptr && std::wstring(title) != search.title) return TRUE;
-    search.found = window;
-    return FALSE;
+    if (search.found == nullptr) search.found = window;  // the topmost
+    ++search.count;
+    return TRUE;
 }
 
 }  // namespace
@@ -55,12 +57,18 @@ PlayerProcess::~PlayerProcess() {
 }
 
 HWND PlayerProcess::WaitForWindow(const wchar_t* className, const wchar_t* title) {
-    Search search{process_.dwProcessId, className, title, nullptr};
+    Search search{process_.dwProcessId, className, title};
     for (DWORD waited = 0; waited < kPatienceMs && search.found == nullptr; waited += 50) {
         EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
         if (search.found == nullptr) Sleep(50);
     }
     return search.found;
+}
+
+int PlayerProcess::CountWindows(const wchar_t* className) const {
+    Search search{process_.dwProcessId, className, nullptr};
+    EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
+    return search.count;
 }
 
 int PlayerProcess::WaitForExit() {

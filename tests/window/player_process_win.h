@@ -21,6 +21,9 @@ public:
     // The visible top-level window of that class and title (null: any title), or null when it does not come up in 20 s.
     HWND WaitForWindow(const wchar_t* className, const wchar_t* title);
 
+    // How many visible top-level windows of that class there are now.
+    int CountWindows(const wchar_t* className) const;
+
     // The exit code, or -1 when the program still runs after 20 s.
     int WaitForExit();
 

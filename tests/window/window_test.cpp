@@ -144,9 +144,8 @@ TEST_F(WindowTest, EveryOptionWindowOpensOnceAndCloses) {
         PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(command.id), 0);
         const HWND opened = player.WaitForWindow(className.c_str(), title.c_str());
         ASSERT_NE(opened, nullptr) << command.window.title;
-        PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(command.id), 0);
-        Sleep(100);
-        EXPECT_EQ(FindWindowExW(nullptr, opened, className.c_str(), nullptr), nullptr) << "opened twice";
+        SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(command.id), 0);
+        EXPECT_EQ(player.CountWindows(className.c_str()), 1) << "opened twice";
         PostMessageW(opened, WM_CLOSE, 0, 0);
         EXPECT_TRUE(Eventually([&] { return IsWindow(opened) == 0; })) << command.window.title;
     }
