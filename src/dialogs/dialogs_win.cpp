@@ -18,12 +18,9 @@ struct DialogKind {
 };
 
 constexpr std::array kKinds{
-    DialogKind{"CustomRadioDialogClass", MakeRadioDialog},
-    DialogKind{"CustomAboutDialogClass", MakeAboutDialog},
-    DialogKind{"CustomFavDialogClass", MakeFavoritesDialog},
-    DialogKind{"CustomFolderDialogClass", MakeFolderDialog},
-    DialogKind{"CustomHotKeyDialogClass", MakeHotkeyDialog},
-    DialogKind{"CustomInfoDialogClass", MakeSongInfoDialog},
+    DialogKind{"CustomRadioDialogClass", MakeRadioDialog},   DialogKind{"CustomAboutDialogClass", MakeAboutDialog},
+    DialogKind{"CustomFavDialogClass", MakeFavoritesDialog}, DialogKind{"CustomFolderDialogClass", MakeFolderDialog},
+    DialogKind{"CustomHotKeyDialogClass", MakeHotkeyDialog}, DialogKind{"CustomInfoDialogClass", MakeSongInfoDialog},
 };
 
 std::unique_ptr<Dialog> MakeDialog(const SharedHost& host, const char* className, const char* title) {

@@ -77,10 +77,21 @@ constexpr std::array kNamedKeys{
     NamedKey{0xE2, "< (102nd key)"},
 };
 
-constexpr std::array<std::string_view, kControllerButtons> kButtonNames{
-    "A",          "B",          "X",           "Y",           "Back",         "Guide",
-    "Start",      "Left stick", "Right stick", "Left shoulder", "Right shoulder", "D-pad up",
-    "D-pad down", "D-pad left", "D-pad right"};
+constexpr std::array<std::string_view, kControllerButtons> kButtonNames{"A",
+                                                                        "B",
+                                                                        "X",
+                                                                        "Y",
+                                                                        "Back",
+                                                                        "Guide",
+                                                                        "Start",
+                                                                        "Left stick",
+                                                                        "Right stick",
+                                                                        "Left shoulder",
+                                                                        "Right shoulder",
+                                                                        "D-pad up",
+                                                                        "D-pad down",
+                                                                        "D-pad left",
+                                                                        "D-pad right"};
 
 constexpr std::array<std::string_view, kControllerTriggers> kTriggerNames{"Left trigger", "Right trigger"};
 

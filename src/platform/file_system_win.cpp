@@ -8,6 +8,13 @@
 
 namespace hullrider {
 
+namespace {
+
+constexpr int kMoveAttempts = 5;
+constexpr DWORD kMoveRetryMs = 40;
+
+}  // namespace
+
 WriteResult WriteThrough(const std::filesystem::path& path, std::string_view text) {
     const HANDLE file =
         CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -26,8 +33,14 @@ WriteResult WriteThrough(const std::filesystem::path& path, std::string_view tex
 
 bool MoveOver(const std::filesystem::path& from, const std::filesystem::path& to, std::string& error) {
     constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH;
-    if (MoveFileExW(from.c_str(), to.c_str(), kFlags) != 0) return true;
-    error = SystemErrorText(GetLastError());
+    // A virus scanner or an indexer may look at a file for a moment just after it was written.
+    for (int attempt = 0; attempt < kMoveAttempts; ++attempt) {
+        if (attempt > 0) Sleep(kMoveRetryMs);
+        if (MoveFileExW(from.c_str(), to.c_str(), kFlags) != 0) return true;
+        const DWORD code = GetLastError();
+        error = SystemErrorText(code);
+        if (code != ERROR_SHARING_VIOLATION && code != ERROR_ACCESS_DENIED) return false;
+    }
     return false;
 }
 

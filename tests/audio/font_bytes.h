@@ -1,5 +1,5 @@
-// Builds small SoundFonts for tests, as the SoundFont 2.04 format lays them out: one looped sine for every program and for
-// the drums.
+// Builds small SoundFonts for tests, as the SoundFont 2.04 format lays them out: one looped sine for every program and
+// for the drums.
 #pragma once
 
 #include <cmath>

@@ -127,7 +127,7 @@ TEST_F(WindowTest, ClosingItAndTheEndOfItsTimeSaveToo) {
 TEST_F(WindowTest, PlaysTheFallbackMusicThroughASongThatIsBroken) {
     folder_.Write("music/\xC3\x81lbum/t\xC3\xB6ne.mp3", ToneWav(440.0, 30.0));
     folder_.Write("music/\xC3\x81lbum/broken.mp3", "this is not music");
-    PlayerProcess player(Arguments({"--fallback-music", folder_.At("music"), "--for", "3"}));
+    PlayerProcess player(Arguments({"--fallback-music", folder_.At("music"), "--for", "8"}));
     EXPECT_EQ(player.WaitForExit(), 0);
     EXPECT_NE(player.Output().find("Playing: \xC3\x81lbum / t\xC3\xB6ne"), std::string::npos) << player.Output();
     EXPECT_TRUE(folder_.Has("data/musicLibraryCache.json"));
