@@ -26,7 +26,8 @@ int32_t PutIntoLibrary(std::vector<Playlist>& playlists, Playlist dropped) {
 
 bool PlayDropped(Player& player, const std::vector<std::string>& paths) {
     Playlist dropped = GatherSongs(paths);
-    if (dropped.songs.empty() || !StartAudioAgain(player)) return false;
+    if (dropped.songs.empty()) return false;
+    if (!StartAudioAgain(player)) return true;
     AppState& state = player.state;
     const KeptPlace place = NotePlace(state);
     const int32_t index = PutIntoLibrary(state.library.playlists, std::move(dropped));

@@ -9,7 +9,7 @@
 namespace hullrider {
 
 // Has the configured folders scanned on a thread of its own; a scan that is under way is given up for it. The library
-// stays as it is until PollFolderScan takes over what was found. Without a folder it is empty at once.
+// stays as it is until PollFolderScan takes over what was found, which without any folder is nothing.
 void StartFolderScan(Player& player);
 
 // The songs that the scan under way has found so far; nothing when none is.
