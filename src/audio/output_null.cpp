@@ -13,9 +13,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Waking up costs more than mixing. So blocks are long, except after a change that is to take effect soon, and longest
-// while nothing plays.
-constexpr uint32_t kIdleMs = 1000;
+// Waking up costs more than mixing. So blocks are long, except after a change that is to take effect soon. While nothing
+// plays, next to nothing is mixed: silence is the same at any length.
+constexpr uint32_t kIdleMs = 10000;
 constexpr uint32_t kCalmMs = 200;
 constexpr uint32_t kBriskMs = 40;
 constexpr std::chrono::seconds kBriskFor(1);
@@ -51,15 +51,10 @@ BlockClock::Block NullOutput::PlayBlock(Mixer& mixer) {
     idle_ = true;
     const bool brisk = Clock::now().time_since_epoch().count() < briskUntil_;
     const size_t piece = Frames(brisk ? kBriskMs : kCalmMs);
-    const size_t longest = brisk ? piece : Frames(kIdleMs);
-    size_t frames = 0;
-    do {
-        mixer.Render(block_.data(), piece);
-        frames += piece;
-    } while (frames < longest && !mixer.Playing());
-    if (!brisk && !mixer.Playing()) return {frames, true};
+    mixer.Render(block_.data(), piece);
+    if (!brisk && !mixer.Playing()) return {Frames(kIdleMs), true};
     idle_ = false;
-    return {piece, false};  // silence before a channel that began meanwhile is not waited for
+    return {piece, false};
 }
 
 void NullOutput::Hasten() {
