@@ -1,8 +1,12 @@
 #include "platform/files.h"
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <mutex>
+#include <set>
 #include <system_error>
+#include <thread>
 
 #include "platform/console.h"
 #include "platform/file_system.h"
@@ -11,6 +15,48 @@
 
 namespace hullrider {
 
+namespace {
+
+// Files that were not understood and could not be kept either. They are not written over before they are.
+class UnkeptFiles {
+public:
+    bool Holds(const std::string& path) {
+        const std::lock_guard lock(mutex_);
+        return paths_.contains(path);
+    }
+    void Note(const std::string& path, bool kept) {
+        const std::lock_guard lock(mutex_);
+        if (kept) {
+            paths_.erase(path);
+        } else {
+            paths_.insert(path);
+        }
+    }
+
+private:
+    std::mutex mutex_;
+    std::set<std::string> paths_;
+};
+
+UnkeptFiles& TheUnkeptFiles() {
+    static UnkeptFiles files;
+    return files;
+}
+
+// A virus scanner or a backup may have the file for itself for a moment.
+std::ifstream OpenPatiently(const std::filesystem::path& file) {
+    constexpr int kAttempts = 5;
+    constexpr std::chrono::milliseconds kRetry(40);
+    std::ifstream in(file, std::ios::binary);
+    for (int attempt = 1; attempt < kAttempts && !in; attempt++) {
+        std::this_thread::sleep_for(kRetry);
+        in.open(file, std::ios::binary);
+    }
+    return in;
+}
+
+}  // namespace
+
 std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxBytes) {
     const std::filesystem::path file = PathFromUtf8(path);
     std::error_code error;
@@ -18,7 +64,7 @@ std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxByte
     const uintmax_t size = std::filesystem::file_size(file, error);
     if (error || size > maxBytes) return std::nullopt;
 
-    std::ifstream in(file, std::ios::binary);
+    std::ifstream in = OpenPatiently(file);
     if (!in) return std::nullopt;
     std::string text(static_cast<size_t>(size), '\0');
     in.read(text.data(), static_cast<std::streamsize>(text.size()));
@@ -29,6 +75,10 @@ std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxByte
 
 WriteResult WriteWholeFile(const std::string& path, const std::string& temporaryPath, std::string_view text,
                            std::string& moveError) {
+    if (TheUnkeptFiles().Holds(path) && IsFile(path) && !KeepBadFile(path)) {
+        moveError = "The old file could not be understood, and could not be kept beside it.";
+        return WriteResult::kCannotMove;
+    }
     const std::filesystem::path temporary = PathFromUtf8(temporaryPath);
     const WriteResult written = WriteThrough(temporary, text);
     if (written == WriteResult::kWritten) {
@@ -48,12 +98,15 @@ bool KeepBadFile(const std::string& path) {
     const std::string kept = path + ".bad";
     const std::filesystem::path copy = PathFromUtf8(kept + ".tmp");
     std::string moveError;
-    if (CopyOver(PathFromUtf8(path), copy) && MoveOver(copy, PathFromUtf8(kept), moveError)) return true;
-    std::error_code ignored;
-    std::filesystem::remove(copy, ignored);
-    if (IsFile(path) && MoveOver(PathFromUtf8(path), PathFromUtf8(kept), moveError)) return true;
-    PrintErrorLine("Could not keep a copy of the unreadable file: " + kept);
-    return false;
+    bool good = CopyOver(PathFromUtf8(path), copy) && MoveOver(copy, PathFromUtf8(kept), moveError);
+    if (!good) {
+        std::error_code ignored;
+        std::filesystem::remove(copy, ignored);
+        good = IsFile(path) && MoveOver(PathFromUtf8(path), PathFromUtf8(kept), moveError);
+    }
+    TheUnkeptFiles().Note(path, good);
+    if (!good) PrintErrorLine("Could not keep a copy of the unreadable file: " + kept);
+    return good;
 }
 
 }  // namespace hullrider

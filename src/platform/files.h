@@ -17,7 +17,8 @@ std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxByte
 enum class WriteResult { kWritten, kCannotOpen, kCannotWrite, kCannotMove };
 
 // Writes `text` to `temporaryPath`, flushes it to the disk and moves it over `path`, so that a crash, a kill or a full
-// disk at any moment leaves the old file or the new one. On kCannotMove `moveError` receives the system's text.
+// disk at any moment leaves the old file or the new one. On kCannotMove `moveError` receives the system's text. A file
+// that KeepBadFile could not keep is kept first, or else not written over.
 WriteResult WriteWholeFile(const std::string& path, const std::string& temporaryPath, std::string_view text,
                            std::string& moveError);
 
@@ -26,7 +27,7 @@ bool WriteWholeFile(const std::string& path, std::string_view text);
 
 // Keeps a copy of a file that could not be understood beside it, as "NAME.bad", so that the next save loses nothing. An
 // older .bad gives way. A file that cannot even be read is moved there. False, with a line on the error stream, when
-// that was not possible.
+// that was not possible (another program holds it): then WriteWholeFile tries again before it writes there.
 bool KeepBadFile(const std::string& path);
 
 }  // namespace hullrider

@@ -55,6 +55,22 @@ TEST(Files, ABadFileIsKeptBesideAndReplacesAnOlderOne) {
     EXPECT_FALSE(KeepBadFile(folder.At("missing")));
 }
 
+TEST(Files, ABadFileThatCannotBeKeptYetIsNotWrittenOver) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("a.json", "mine");
+    folder.Write("a.json.bad/file", "x");  // in the way of the copy
+    EXPECT_FALSE(KeepBadFile(path));
+    EXPECT_FALSE(WriteWholeFile(path, "defaults"));
+    EXPECT_EQ(folder.Read("a.json"), "mine");
+
+    std::filesystem::remove_all(folder.Path() / "a.json.bad");
+    EXPECT_TRUE(WriteWholeFile(path, "defaults"));
+    EXPECT_EQ(folder.Read("a.json.bad"), "mine");
+    EXPECT_EQ(folder.Read("a.json"), "defaults");
+    EXPECT_TRUE(WriteWholeFile(path, "newer"));
+    EXPECT_EQ(folder.Read("a.json.bad"), "mine");
+}
+
 #ifdef __linux__
 TEST(Files, ABadFileThatCannotBeCopiedIsMovedThere) {
     const TemporaryFolder folder;
