@@ -37,7 +37,8 @@ void WaitForDecoders(Engine& engine, size_t frames) {
     const auto deadline = std::chrono::steady_clock::now() + kPatience;
     for (const std::shared_ptr<Channel>& channel : channels) {
         if (!channel->ReadyFor(frames)) engine.Decoders().Attend(channel);
-        while (!channel->ReadyFor(frames) && std::chrono::steady_clock::now() < deadline) {
+        const auto ready = [&] { return channel->IsFreed() || channel->ReadyFor(frames); };
+        while (!ready() && std::chrono::steady_clock::now() < deadline) {
             channel->PassOverVoid();
             std::this_thread::sleep_for(microseconds(50));
         }
