@@ -1,8 +1,8 @@
 // The decoder thread's side of a channel.
 #include <algorithm>
-#include <cmath>
 
 #include "audio/channel.h"
+#include "audio/sane.h"
 
 namespace hullrider {
 
@@ -21,13 +21,9 @@ constexpr uint32_t kRejoinLeadMs = 120;
 constexpr uint32_t kRejoinMarginMs = 50;
 constexpr uint32_t kRejoinRoomMs = 300;
 
-constexpr milliseconds kRetry(10);  // the callback has not yet passed over what was made void
+constexpr float kLoudest = 32.0f;  // beyond it data is broken
 
-// Broken data can hold what is no number, or one that would deafen for ever through a filter.
-void MakeSane(float* samples, size_t count) {
-    constexpr float kLoudest = 32.0f;
-    for (size_t i = 0; i < count; i++) samples[i] = std::fabs(samples[i]) <= kLoudest ? samples[i] : 0.0f;
-}
+constexpr milliseconds kRetry(10);  // the callback has not yet passed over what was made void
 
 size_t FramesOf(uint32_t ms, uint32_t rate) {
     return size_t{rate} * ms / 1000;
@@ -54,7 +50,7 @@ bool Channel::TakeSeek() {
         frame = seekFrame_;
     }
     if (generation == decoding_) return false;
-    rejoined_.store(rejoinOrders_.load());            // a seek takes everything new into account
+    rejoined_.store(rejoinOrders_.load());                   // a seek takes everything new into account
     const bool there = decoding_ == 0 && frame == 0;  // just opened
     sourceEnded_ = !there && !source_->Seek(frame);
     decoding_ = generation;
@@ -144,7 +140,7 @@ size_t Channel::DecodePiece(size_t frames) {
         if (room.empty()) break;
         MarkPlace();
         const SourceRead read = source_->Read(room.data(), room.size() / kStereo);
-        MakeSane(room.data(), read.frames * kStereo);
+        MakeSane(room.data(), read.frames * kStereo, kLoudest);
         ring_.Commit(read.frames);
         done += read.frames;
         sourceEnded_ = read.atEnd;

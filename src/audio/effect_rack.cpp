@@ -2,18 +2,13 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <thread>
+
+#include "audio/sane.h"
 
 namespace hullrider {
 
 namespace {
-
-// A procedure may leave what is no number, which nothing after it would ever get rid of.
-void MakeSane(float* samples, size_t count) {
-    constexpr float kLoudest = 1000.0f;
-    for (size_t i = 0; i < count; i++) samples[i] = std::fabs(samples[i]) <= kLoudest ? samples[i] : 0.0f;
-}
 
 void ToMono(float* frames, size_t count) {
     for (size_t i = 0; i < count; i++) frames[i] = (frames[i * kStereo] + frames[i * kStereo + 1]) * 0.5f;
@@ -147,7 +142,7 @@ void EffectRack::RunProcedure(const Effect& effect, float* frames, size_t count)
     const size_t samples = count * channels_;
     effect.procedure(effect.handle, effect.channel, frames, static_cast<uint32_t>(samples * sizeof(float)),
                      effect.user);
-    MakeSane(frames, samples);
+    MakeSane(frames, samples, kLoudestEffect);
     if (channels_ == 1) ToStereo(frames, count);
 }
 

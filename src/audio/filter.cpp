@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "audio/sane.h"
+
 namespace hullrider {
 
 namespace {
@@ -117,13 +119,15 @@ void Filter::EndFade() {
 }
 
 void Filter::Run(float* frames, size_t count) {
-    while (count > 0 && (fadeLeft_ > 0 || BeginFade(frames))) {
-        const size_t now = std::min(count, fadeLeft_);
-        RunFade(frames, now);
-        frames += now * kStereo;
-        count -= now;
+    size_t done = 0;
+    while (done < count && (fadeLeft_ > 0 || BeginFade(frames + done * kStereo))) {
+        const size_t now = std::min(count - done, fadeLeft_);
+        RunFade(frames + done * kStereo, now);
+        done += now;
     }
-    if (count > 0 && !voice_.biquad.IsNeutral()) RunVoice(voice_, frames, count);
+    const bool plain = voice_.biquad.IsNeutral();
+    if (done < count && !plain) RunVoice(voice_, frames + done * kStereo, count - done);
+    if (done > 0 || !plain) MakeSane(frames, count * kStereo, kLoudestEffect);
 }
 
 }  // namespace hullrider
