@@ -58,7 +58,7 @@ private:
     std::optional<ma_backend> backend_;
     Mixer* mixer_ = nullptr;
     std::atomic<uint32_t> latencyFrames_{0};
-    std::atomic<Clock::rep> lastChange_{0};  // to what is to be heard
+    std::atomic<Clock::rep> lastNeed_{0};  // when something played, or changed that is to be heard
     std::atomic<bool> resting_{false};
 
     // The watching thread only, while it runs.
@@ -93,7 +93,7 @@ bool DeviceOutput::Start(Mixer& mixer) {
     mixer_ = &mixer;
     unheard_.resize(BlockClock::BlockFrames(rate_) * kStereo);
     device_->Feed(mixer);
-    lastChange_ = Clock::now().time_since_epoch().count();
+    lastNeed_ = Clock::now().time_since_epoch().count();
     watcher_ = std::thread([this] { Watch(); });
     return true;
 }
@@ -130,6 +130,7 @@ void DeviceOutput::Watch() {
         if (stopping_) return;
         lock.unlock();
         LookAtDevice();
+        if (mixer_->Playing()) lastNeed_ = Clock::now().time_since_epoch().count();
         if (device_ != nullptr && IsIdle()) LetRest();
         lock.lock();
     }
@@ -141,8 +142,8 @@ void DeviceOutput::LookAtDevice() {
 }
 
 bool DeviceOutput::IsIdle() const {
-    const Clock::time_point changed{Clock::duration(lastChange_.load())};
-    return !mixer_->Playing() && Clock::now() - changed > kIdle;
+    const Clock::time_point needed{Clock::duration(lastNeed_.load())};
+    return Clock::now() - needed > kIdle;
 }
 
 // A device that runs keeps the computer's sound system busy, and some computers awake.
@@ -156,8 +157,8 @@ void DeviceOutput::LetRest() {
 }
 
 void DeviceOutput::Hasten() {
-    lastChange_ = Clock::now().time_since_epoch().count();
-    // Whoever lets the device rest looks at the time of the last change after it has said so.
+    lastNeed_ = Clock::now().time_since_epoch().count();
+    // Whoever lets the device rest looks at this time after it has said so.
     if (!resting_) return;
     const std::lock_guard lock(mutex_);
     wake_.notify_all();
