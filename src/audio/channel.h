@@ -128,8 +128,9 @@ private:
     size_t DecodePiece(size_t frames);
     SteadyTime NextCall(SteadyTime now, bool progressed) const;
 
-    void PassOverVoid(Control control);
-    size_t Take(Control control, float* out, size_t frames);
+    using Limit = std::optional<uint64_t>;  // number of a ring frame
+    Limit PassOverVoid(Control control);
+    size_t Take(Control control, float* out, size_t frames, Limit end);
     void BeginSounding(Control control, uint64_t firstFrame);
 
     // Fixed at creation.
@@ -147,10 +148,10 @@ private:
     LevelMeter level_;
 
     std::atomic<uint64_t> control_;
-    // Written by the decoder, read by the callback: the generation that can be heard, the ring frame where it begins,
-    // and the one where it ends (kNoEnd: not known yet).
+    // Written by the decoder, read by the callback: the generation that is being decoded, the one that can be heard,
+    // the ring frame where it begins, and the one where it ends (kNoEnd: not known yet).
     static constexpr uint64_t kNoEnd = ~uint64_t{0};
-    std::atomic<uint64_t> ready_{0}, begin_{0}, end_{kNoEnd};
+    std::atomic<uint64_t> decoding_{0}, ready_{0}, begin_{0}, end_{kNoEnd};
     std::atomic<bool> fromStart_{false};  // that generation begins where the source begins
     std::atomic<bool> starved_{false};
     // How often callers wanted the source to sound anew from the place that is about to be heard, and which of these
@@ -170,7 +171,6 @@ private:
     std::vector<Mark> marks_;
 
     // Decoder only.
-    uint64_t decoding_ = 0;  // the generation
     bool sourceEnded_ = false;
 
     // Callback only.

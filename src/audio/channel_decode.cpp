@@ -36,7 +36,7 @@ SteadyTime Channel::DecodeAhead(SteadyTime now) {
     const bool joined = !first && TakeRejoin();
     const size_t wanted = first ? FramesOf(kFirstPieceMs, mixRate_) : FramesWanted();
     const size_t decoded = DecodePiece(wanted);
-    if (first) ready_.store(decoding_);
+    if (first) ready_.store(decoding_.load());
     return NextCall(now, joined || decoded > 0);
 }
 
@@ -49,11 +49,11 @@ bool Channel::TakeSeek() {
         generation = LoadControl().generation;
         frame = seekFrame_;
     }
-    if (generation == decoding_) return false;
+    if (generation == decoding_.load()) return false;
     rejoined_.store(rejoinOrders_.load());                   // a seek takes everything new into account
-    const bool there = decoding_ == 0 && frame == 0;  // just opened
+    const bool there = decoding_.load() == 0 && frame == 0;  // just opened
     sourceEnded_ = !there && !source_->Seek(frame);
-    decoding_ = generation;
+    decoding_.store(generation);  // before its first frame is in the ring
     end_.store(kNoEnd);
     fromStart_.store(frame == 0);
     begin_.store(ring_.Written());
@@ -152,7 +152,7 @@ size_t Channel::DecodePiece(size_t frames) {
 
 SteadyTime Channel::NextCall(SteadyTime now, bool progressed) const {
     const Control control = LoadControl();
-    if (control.generation != decoding_) return now;
+    if (control.generation != decoding_.load()) return now;
     if (control.state == RunState::kPlaying && rejoinOrders_.load() != rejoined_.load()) return now + kRetry;
     if (sourceEnded_ || control.state != RunState::kPlaying) return SteadyTime::max();
     const size_t ahead = FramesAhead();

@@ -13,10 +13,10 @@ constexpr size_t kStarvedMs = 100;
 
 Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     const Control control = LoadControl();
-    PassOverVoid(control);
+    const Limit end = PassOverVoid(control);
     const uint64_t firstFrame = ring_.Taken();
-    const bool begun = control.state == RunState::kPlaying && ready_.load() == control.generation;
-    const size_t taken = control.state == RunState::kPlaying ? Take(control, scratch, frames) : 0;
+    const bool plays = control.state == RunState::kPlaying;
+    const size_t taken = plays ? Take(control, scratch, frames, end) : 0;
     const bool begins = taken > 0 && !(sounding_ && heard_ == control.generation);
     if (taken > 0) {
         if (begins) BeginSounding(control, firstFrame);
@@ -29,7 +29,7 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
 
     Sounded sounded;
     // Where it has ended, or a caller has changed it meanwhile, nothing more was wanted.
-    if (begun && control_.load() == Pack(control)) sounded.lacking = frames - taken;
+    if (plays && end && control_.load() == Pack(control)) sounded.lacking = frames - taken;
     if (taken == 0) return sounded;
     const float gain = volume_.LastGain();
     sounded.frames = taken;
@@ -39,9 +39,14 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     return sounded;
 }
 
-// Frames from before the last seek make room in the ring, also while nothing plays.
-void Channel::PassOverVoid(Control control) {
-    if (ready_.load() == control.generation) ring_.SkipTo(begin_.load());
+// Frames from before the last seek make room in the ring, also while nothing plays. Returns up to where the ring holds
+// nothing but the generation wanted, if that is ready: should the decoder turn to a later one at this very moment, the
+// frames of that lie beyond.
+Channel::Limit Channel::PassOverVoid(Control control) {
+    if (ready_.load() != control.generation) return std::nullopt;
+    ring_.SkipTo(begin_.load());
+    const uint64_t written = ring_.Written();
+    return decoding_.load() == control.generation ? Limit(written) : std::nullopt;
 }
 
 // What begins in mid-wave has to rise; the very beginning of a file is heard as it is.
@@ -55,16 +60,13 @@ void Channel::BeginSounding(Control control, uint64_t firstFrame) {
     }
 }
 
-// Takes what there is of the generation wanted; notes the end and a lack.
-size_t Channel::Take(Control control, float* out, size_t frames) {
-    size_t taken = 0;
-    if (ready_.load() == control.generation) {
-        taken = ring_.Take(out, frames);
-        if (taken < frames && ring_.Taken() == end_.load()) {
-            uint64_t expected = Pack(control);
-            control_.compare_exchange_strong(expected, Pack({control.generation, RunState::kEnded}));
-            return taken;
-        }
+// Takes what there is up to `end`; notes the end of the sound and a lack.
+size_t Channel::Take(Control control, float* out, size_t frames, Limit end) {
+    const size_t taken = ring_.Take(out, frames, end.value_or(0));
+    if (taken < frames && end && ring_.Taken() == end_.load()) {
+        uint64_t expected = Pack(control);
+        control_.compare_exchange_strong(expected, Pack({control.generation, RunState::kEnded}));
+        return taken;
     }
     missing_ = taken == frames ? 0 : missing_ + (frames - taken);
     starved_.store(missing_ * 1000 > kStarvedMs * mixRate_);
