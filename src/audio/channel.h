@@ -84,6 +84,9 @@ public:
     std::optional<float> Tempo() const { return source_->Tempo(); }
     void SetTempo(float percent) { source_->SetTempo(percent); }
 
+    // Any thread: whether it was heard to the end of the last block, so that a sudden end would be a step.
+    bool IsHeard() const { return sounding_.load(); }
+
     // For a channel that is not played: lends its source to one that is. False when it is lent already.
     bool BorrowSource() { return !lent_.exchange(true); }
     void ReturnSource() { lent_ = false; }
@@ -130,6 +133,9 @@ private:
 
     using Limit = std::optional<uint64_t>;  // number of a ring frame
     Limit PassOverVoid(Control control);
+    bool GoesOn(Control control) const;
+    Sounded PlayOn(Control control, float* out, size_t frames, Limit end);
+    Sounded LetFall(Control control, float* out, size_t frames, Limit end);
     size_t Take(Control control, float* out, size_t frames, Limit end);
     void BeginSounding(Control control, uint64_t firstFrame);
 
@@ -173,11 +179,14 @@ private:
     // Decoder only.
     bool sourceEnded_ = false;
 
+    // Written by the callback.
+    std::atomic<bool> sounding_{false};  // was heard to the end of the block before
+
     // Callback only.
-    bool sounding_ = false;  // was heard in the block before
-    size_t missing_ = 0;     // frames in a row that were not there
-    uint64_t heard_ = 0;     // the generation
+    size_t missing_ = 0;  // frames in a row that were not there
+    uint64_t heard_ = 0;  // the generation
     RampIn rampIn_;
+    RampOut rampOut_;
 };
 
 }  // namespace hullrider

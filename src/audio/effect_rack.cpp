@@ -21,7 +21,7 @@ void ToStereo(float* frames, size_t count) {
 }  // namespace
 
 EffectRack::EffectRack(uint32_t mixRate, uint32_t channels)
-    : mixRate_(mixRate), channels_(channels), chain_(new Chain), splice_(mixRate) {}
+    : mixRate_(mixRate), channels_(channels), chain_(new Chain), smoother_(mixRate) {}
 
 EffectRack::~EffectRack() {
     delete chain_.load();
@@ -103,9 +103,9 @@ Effect EffectRack::FindFilter(uint32_t handle) const {
 void EffectRack::Close() {
     std::unique_lock lock(mutex_);
     closed_ = true;
+    if (!effects_.empty()) edition_++;  // filters break off too
     effects_.clear();
     leaving_.clear();
-    edition_++;
     std::unique_ptr<const Chain> old = Publish();
     lock.unlock();
     LetGo(std::move(old));
@@ -129,12 +129,12 @@ void EffectRack::RunChain(const Chain& chain, float* frames, size_t count, bool 
         }
     }
     if (begins) {
-        splice_.Forget();
+        smoother_.Forget();
     } else if (chain.edition != heardEdition_) {
-        splice_.Join(frames);
+        smoother_.Join(frames);
     }
     heardEdition_ = chain.edition;
-    splice_.Apply(frames, count);
+    smoother_.Apply(frames, count);
 }
 
 void EffectRack::RunProcedure(const Effect& effect, float* frames, size_t count) const {

@@ -75,7 +75,7 @@ private:
 
     // Callback only.
     uint64_t heardEdition_ = 0;
-    Splice splice_;
+    StepSmoother smoother_;
 };
 
 }  // namespace hullrider

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -28,7 +29,7 @@ public:
 
     // False when there are too many channels already.
     bool Add(std::shared_ptr<Channel> channel);
-    // From the next block on the channel is not heard. It is destroyed by a later Collect.
+    // For a channel that was stopped: it is given the next block to fall silent in. It is destroyed by a later Collect.
     void Remove(const std::shared_ptr<Channel>& channel);
     // Destroys removed channels that no block can still be using. False when some are left for later.
     bool Collect();
@@ -53,8 +54,11 @@ private:
     };
     struct Removed {
         std::shared_ptr<Channel> channel;
-        uint64_t begun;  // blocks begun when it was removed
+        std::optional<size_t> slot;                   // the one in which it is still heard
+        uint64_t begun;                               // blocks begun when it was removed, or left its slot
+        std::chrono::steady_clock::time_point since;  // that it was removed
     };
+    void LeaveSlot(Removed& removed);
     void RenderBlock(float* out, size_t frames);
     bool RenderSlot(Slot& slot, float* out, size_t frames);
     void LetDecay(float left, float right, float* out, size_t frames);
@@ -63,7 +67,7 @@ private:
     float decay_;  // a frame
 
     std::mutex mutex_;
-    std::vector<std::shared_ptr<Channel>> channels_;  // at the same index as in slots_
+    std::vector<std::shared_ptr<Channel>> channels_;  // at the same index as in slots_; not those removed
     std::vector<Removed> removed_;
 
     std::array<Slot, kMaxChannels> slots_;

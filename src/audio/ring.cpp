@@ -50,6 +50,15 @@ size_t FrameRing::Take(float* out, size_t frames, uint64_t end) {
     return done;
 }
 
+size_t FrameRing::Peek(size_t skip, float* out, size_t frames, uint64_t end) const {
+    if (blended_ > 0) return 0;  // what lies here is not what was being heard
+    const uint64_t first = taken_.load(std::memory_order_relaxed) + skip;
+    const uint64_t written = std::min(Written(), end);
+    const size_t count = std::min(frames, static_cast<size_t>(written - std::min(written, first)));
+    Copy(first, count, out);
+    return count;
+}
+
 // Takes of the stretch in which the old sound goes over into the new one; at its end, the old one is passed over.
 size_t FrameRing::TakeSplice(uint64_t taken, uint64_t skip, uint64_t end, float* out, size_t frames) {
     const auto ready = static_cast<size_t>(end - std::min(end, taken + skip));

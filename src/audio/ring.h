@@ -23,6 +23,8 @@ public:
 
     // Consumer. Copies up to `frames` out, none of them at frame `end` or after, and returns how many there were.
     size_t Take(float* out, size_t frames, uint64_t end = ~uint64_t{0});
+    // Consumer. As Take, from `skip` frames after the next one on, and leaves them where they are.
+    size_t Peek(size_t skip, float* out, size_t frames, uint64_t end) const;
     // Consumer. Passes over everything before frame `number`, which is written already.
     void SkipTo(uint64_t number);
 
