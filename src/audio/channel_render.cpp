@@ -17,7 +17,9 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     const bool plays = control.state == RunState::kPlaying;
     Sounded sounded = plays ? PlayOn(control, scratch, frames, end) : LetFall(control, scratch, frames, end);
     volume_.MixInto(scratch, sounded.frames, mix, frames, sounding_.load());
-    sounding_.store(sounded.frames == frames);
+    const bool whole = sounded.frames == frames;
+    if (!whole && sounding_.load()) level_.Reset();
+    sounding_.store(whole);
     // Where it has ended, or a caller has changed it meanwhile, nothing more was wanted.
     if (plays && end && control_.load() == Pack(control)) sounded.lacking = frames - sounded.frames;
     if (sounded.frames == 0) return sounded;

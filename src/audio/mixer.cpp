@@ -37,7 +37,7 @@ void Mixer::Remove(const std::shared_ptr<Channel>& channel) {
     const auto place = std::find(channels_.begin(), channels_.end(), channel);
     if (place == channels_.end()) return;
     const auto slot = static_cast<size_t>(place - channels_.begin());
-    removed_.push_back({std::move(*place), slot, begun_.load(), Clock::now()});
+    removed_.push_back({std::move(*place), slot, 0, Clock::now()});
     if (!channel->IsHeard()) LeaveSlot(removed_.back());
 }
 
@@ -51,11 +51,11 @@ void Mixer::LeaveSlot(Removed& removed) {
 bool Mixer::Collect() {
     std::vector<Removed> done;  // destroyed after the lock is let go
     const std::lock_guard lock(mutex_);
-    const uint64_t ended = ended_.load();
     for (Removed& removed : removed_) {
-        const bool silent = ended > removed.begun || Clock::now() - removed.since > kLongestFall;
+        const bool silent = !removed.channel->IsHeard() || Clock::now() - removed.since > kLongestFall;
         if (removed.slot && silent) LeaveSlot(removed);
     }
+    const uint64_t ended = ended_.load();
     const auto inUse = [&](const Removed& removed) { return removed.slot || removed.begun > ended; };
     const auto firstDone = std::partition(removed_.begin(), removed_.end(), inUse);
     std::move(firstDone, removed_.end(), std::back_inserter(done));

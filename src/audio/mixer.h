@@ -29,7 +29,7 @@ public:
 
     // False when there are too many channels already.
     bool Add(std::shared_ptr<Channel> channel);
-    // For a channel that was stopped: it is given the next block to fall silent in. It is destroyed by a later Collect.
+    // For a channel that was stopped: it is given the time to fall silent, and is destroyed by a later Collect.
     void Remove(const std::shared_ptr<Channel>& channel);
     // Destroys removed channels that no block can still be using. False when some are left for later.
     bool Collect();
@@ -54,9 +54,9 @@ private:
     };
     struct Removed {
         std::shared_ptr<Channel> channel;
-        std::optional<size_t> slot;                   // the one in which it is still heard
-        uint64_t begun;                               // blocks begun when it was removed, or left its slot
-        std::chrono::steady_clock::time_point since;  // that it was removed
+        std::optional<size_t> slot;  // the one in which it still falls silent
+        uint64_t begun;              // blocks begun when it left its slot
+        std::chrono::steady_clock::time_point since;
     };
     void LeaveSlot(Removed& removed);
     void RenderBlock(float* out, size_t frames);
