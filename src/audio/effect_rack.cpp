@@ -27,10 +27,10 @@ EffectRack::~EffectRack() {
     delete chain_.load();
 }
 
-std::vector<Effect>::iterator EffectRack::Find(uint32_t handle) {
-    const auto isLeaving = std::find(leaving_.begin(), leaving_.end(), handle) != leaving_.end();
-    if (isLeaving) return effects_.end();
-    return std::find_if(effects_.begin(), effects_.end(), [&](const Effect& e) { return e.handle == handle; });
+std::vector<Effect>::const_iterator EffectRack::Find(uint32_t handle) const {
+    return std::find_if(effects_.begin(), effects_.end(), [&](const Effect& effect) {
+        return effect.handle == handle && !(effect.filter != nullptr && effect.filter->IsLeaving());
+    });
 }
 
 // Behind the mutex. Returns what was in use until now; whoever gets it lets it go once the mutex is free.
@@ -57,8 +57,8 @@ bool EffectRack::Add(const Effect& effect) {
     std::unique_lock lock(mutex_);
     if (closed_) return false;
     // Those that have faded out go with the next change; until then they cost nothing.
-    std::erase_if(effects_, [&](const Effect& old) {
-        return old.filter != nullptr && old.filter->IsResting() && std::erase(leaving_, old.handle) > 0;
+    std::erase_if(effects_, [](const Effect& old) {
+        return old.filter != nullptr && old.filter->IsLeaving() && old.filter->IsResting();
     });
     const auto place = std::find_if(effects_.begin(), effects_.end(),
                                     [&](const Effect& other) { return other.priority < effect.priority; });
@@ -74,8 +74,7 @@ bool EffectRack::RemoveFilter(uint32_t handle) {
     const std::lock_guard lock(mutex_);
     const auto found = Find(handle);
     if (found == effects_.end() || found->filter == nullptr) return false;
-    found->filter->Neutralise();
-    leaving_.push_back(handle);
+    found->filter->Leave();
     return true;
 }
 
@@ -93,11 +92,8 @@ bool EffectRack::RemoveProcedure(uint32_t handle) {
 
 Effect EffectRack::FindFilter(uint32_t handle) const {
     const std::lock_guard lock(mutex_);
-    for (const Effect& effect : effects_) {
-        const bool leaves = std::find(leaving_.begin(), leaving_.end(), handle) != leaving_.end();
-        if (effect.handle == handle && effect.filter != nullptr && !leaves) return effect;
-    }
-    return {};
+    const auto found = Find(handle);
+    return found == effects_.end() || found->filter == nullptr ? Effect() : *found;
 }
 
 void EffectRack::Close() {
@@ -105,7 +101,6 @@ void EffectRack::Close() {
     closed_ = true;
     if (!effects_.empty()) edition_++;  // filters break off too
     effects_.clear();
-    leaving_.clear();
     std::unique_ptr<const Chain> old = Publish();
     lock.unlock();
     LetGo(std::move(old));

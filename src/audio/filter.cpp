@@ -68,10 +68,15 @@ int Filter::Band() const {
     return band_;
 }
 
-void Filter::Neutralise() {
+void Filter::Leave() {
     const std::lock_guard lock(mutex_);
     leaving_ = true;
     order_.Post(Biquad());
+}
+
+bool Filter::IsLeaving() const {
+    const std::lock_guard lock(mutex_);
+    return leaving_;
 }
 
 void Filter::Begin() {

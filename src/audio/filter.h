@@ -23,8 +23,9 @@ public:
     bool Shape(const FilterShape& shape, int band);
     FilterShape Shape() const;
     int Band() const;
-    // On the way out: to be neutral from now on.
-    void Neutralise();
+    // On the way out: neutral from now on, and never shaped again.
+    void Leave();
+    bool IsLeaving() const;
     // Neutral and not run, as far as the callback got.
     bool IsResting() const { return resting_.load(); }
 
