@@ -18,7 +18,10 @@ constexpr std::chrono::milliseconds kLongestFall(500);  // of an output that ask
 }  // namespace
 
 Mixer::Mixer(uint32_t rate, bool limited)
-    : rate_(rate), decay_(std::exp(-1.0f / (kDecaySeconds * static_cast<float>(rate)))), channels_(kMaxChannels) {
+    : rate_(rate),
+      decay_(std::exp(-1.0f / (kDecaySeconds * static_cast<float>(rate)))),
+      channels_(kMaxChannels),
+      rampOut_(rate) {
     if (limited) limiter_.emplace(rate);
 }
 
@@ -88,6 +91,14 @@ void Mixer::RenderBlock(float* out, size_t frames) {
     for (Slot& slot : slots_) playing |= RenderSlot(slot, out, frames);
     playing_ = playing;
     if (limiter_.has_value()) limiter_->Run(out, frames);
+    if (falling_) LetFall(out, frames);
+}
+
+void Mixer::LetFall(float* out, size_t frames) {
+    const size_t sounding = std::min(frames, rampOut_.Left());
+    rampOut_.Apply(out, sounding);
+    std::fill_n(out + sounding * kStereo, (frames - sounding) * kStereo, 0.0f);
+    silent_ = rampOut_.Left() == 0;
 }
 
 // Whether the slot's channel needs time to pass. Where a channel breaks off (paused, freed, moved, out of data), its

@@ -12,6 +12,7 @@
 #include <optional>
 #include <vector>
 
+#include "audio/declick.h"
 #include "audio/limiter.h"
 #include "audio/ring.h"
 
@@ -33,6 +34,10 @@ public:
     void Remove(const std::shared_ptr<Channel>& channel);
     // Destroys removed channels that no block can still be using. False when some are left for later.
     bool Collect();
+
+    // Before an output ends: the sum falls silent within the next block, and stays so. Whether it has.
+    void FallSilent() { falling_ = true; }
+    bool IsSilent() const { return silent_; }
 
     // Frames, over all channels, that were not decoded in time to be heard.
     uint64_t FramesLacked() const { return lacked_.load(); }
@@ -62,6 +67,7 @@ private:
     void RenderBlock(float* out, size_t frames);
     bool RenderSlot(Slot& slot, float* out, size_t frames);
     void LetDecay(float left, float right, float* out, size_t frames);
+    void LetFall(float* out, size_t frames);
 
     uint32_t rate_;
     float decay_;  // a frame
@@ -74,12 +80,13 @@ private:
     std::atomic<uint64_t> begun_{0}, ended_{0};  // calls of Render
     std::atomic<uint64_t> lacked_{0};
     std::atomic_flag rendering_;
-    std::atomic<bool> playing_{false};
+    std::atomic<bool> playing_{false}, falling_{false}, silent_{false};
 
     // Callback only.
     std::array<float, kBlockFrames * kStereo> scratch_;
     float restLeft_ = 0.0f, restRight_ = 0.0f;  // of sounds that broke off
     std::optional<Limiter> limiter_;
+    RampOut rampOut_;
 };
 
 }  // namespace hullrider

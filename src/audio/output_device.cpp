@@ -26,6 +26,7 @@ constexpr milliseconds kWatch(500);             // between two looks at the devi
 constexpr milliseconds kRetry(2000);            // between two attempts to open one again
 constexpr milliseconds kQuickOpening(300);      // most devices are open by then
 constexpr milliseconds kLongestOpening(10000);  // then the attempt is given up
+constexpr milliseconds kLongestFall(150);       // until it asks for another block
 constexpr milliseconds kLongestClosing(2000);
 constexpr std::chrono::seconds kIdle(10);  // without anything to play, then the device is let rest
 
@@ -44,6 +45,7 @@ public:
     std::string Description() const override;
 
 private:
+    void FallSilent();
     void Describe();
     void Watch();
     void LookAtDevice();
@@ -105,11 +107,21 @@ void DeviceOutput::Stop() {
     }
     wake_.notify_all();
     if (watcher_.joinable()) watcher_.join();
+    FallSilent();
     substitute_.reset();
     if (attempt_ != nullptr) attempt_->Close(milliseconds(0));
     if (device_ != nullptr) device_->Close(kLongestClosing);
     attempt_.reset();
     device_.reset();
+}
+
+// A device that is closed breaks off what it still holds, which would be a click.
+void DeviceOutput::FallSilent() {
+    if (mixer_ == nullptr || device_ == nullptr || IsIdle()) return;
+    mixer_->FallSilent();
+    const Clock::time_point patience = Clock::now() + kLongestFall;
+    while (!mixer_->IsSilent() && Clock::now() < patience) std::this_thread::sleep_for(milliseconds(2));
+    if (mixer_->IsSilent()) std::this_thread::sleep_for(milliseconds(latencyFrames_ * 1000 / rate_));
 }
 
 void DeviceOutput::Describe() {
@@ -152,6 +164,7 @@ void DeviceOutput::LetRest() {
     device_->Rest();
     std::unique_lock lock(mutex_);
     wake_.wait(lock, [&] { return stopping_ || !IsIdle(); });
+    if (stopping_) return;
     resting_ = false;
     device_->Wake();
 }
