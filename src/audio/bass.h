@@ -174,7 +174,8 @@ bool BASS_MusicFree(HMUSIC handle);
 // _ALREADY (there is a tempo stream of it, or one was freed a moment ago).
 HSTREAM BASS_FX_TempoCreate(uint32_t channel, uint32_t flags);
 
-// Plays from where the channel is, or from its start when `restart` is set or it had ended.
+// Plays from where the channel is, or from its start when `restart` is set or it had ended. What is paused, stopped or
+// freed while it is heard falls silent over 5 ms; these are heard again when it goes on.
 bool BASS_ChannelPlay(uint32_t handle, bool restart);
 bool BASS_ChannelPause(uint32_t handle);
 bool BASS_ChannelStop(uint32_t handle);

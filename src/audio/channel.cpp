@@ -40,7 +40,8 @@ Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, u
       volume_(request.mixRate),
       level_(request.mixRate),
       control_(Pack({1, RunState::kStopped})),
-      rampIn_(request.mixRate) {}
+      rampIn_(request.mixRate),
+      rampOut_(request.mixRate) {}
 
 uint64_t Channel::Pack(Control control) {
     return control.generation << 2 | static_cast<uint64_t>(control.state);
@@ -71,6 +72,7 @@ bool Channel::IsFresh() const {
 
 void Channel::Play(bool restart) {
     const std::lock_guard lock(mutex_);
+    if (freed_) return;
     starved_.store(false);
     if (LoadControl().state != RunState::kPlaying) resumedAt_ = ring_.Taken();
     if (LoadControl().state == RunState::kEnded || (restart && !IsFresh())) {

@@ -84,6 +84,9 @@ public:
     std::optional<float> Tempo() const { return source_->Tempo(); }
     void SetTempo(float percent) { source_->SetTempo(percent); }
 
+    // Any thread: whether it was heard to the end of the last block, so that a sudden end would be a step.
+    bool IsHeard() const { return sounding_.load(); }
+
     // For a channel that is not played: lends its source to one that is. False when it is lent already.
     bool BorrowSource() { return !lent_.exchange(true); }
     void ReturnSource() { lent_ = false; }
@@ -128,8 +131,12 @@ private:
     size_t DecodePiece(size_t frames);
     SteadyTime NextCall(SteadyTime now, bool progressed) const;
 
-    void PassOverVoid(Control control);
-    size_t Take(Control control, float* out, size_t frames);
+    using Limit = std::optional<uint64_t>;  // number of a ring frame
+    Limit PassOverVoid(Control control);
+    bool GoesOn(Control control) const;
+    Sounded PlayOn(Control control, float* out, size_t frames, Limit end);
+    Sounded LetFall(Control control, float* out, size_t frames, Limit end);
+    size_t Take(Control control, float* out, size_t frames, Limit end);
     void BeginSounding(Control control, uint64_t firstFrame);
 
     // Fixed at creation.
@@ -147,10 +154,10 @@ private:
     LevelMeter level_;
 
     std::atomic<uint64_t> control_;
-    // Written by the decoder, read by the callback: the generation that can be heard, the ring frame where it begins,
-    // and the one where it ends (kNoEnd: not known yet).
+    // Written by the decoder, read by the callback: the generation that is being decoded, the one that can be heard,
+    // the ring frame where it begins, and the one where it ends (kNoEnd: not known yet).
     static constexpr uint64_t kNoEnd = ~uint64_t{0};
-    std::atomic<uint64_t> ready_{0}, begin_{0}, end_{kNoEnd};
+    std::atomic<uint64_t> decoding_{0}, ready_{0}, begin_{0}, end_{kNoEnd};
     std::atomic<bool> fromStart_{false};  // that generation begins where the source begins
     std::atomic<bool> starved_{false};
     // How often callers wanted the source to sound anew from the place that is about to be heard, and which of these
@@ -170,14 +177,16 @@ private:
     std::vector<Mark> marks_;
 
     // Decoder only.
-    uint64_t decoding_ = 0;  // the generation
     bool sourceEnded_ = false;
 
+    // Written by the callback.
+    std::atomic<bool> sounding_{false};  // was heard to the end of the block before
+
     // Callback only.
-    bool sounding_ = false;  // was heard in the block before
-    size_t missing_ = 0;     // frames in a row that were not there
-    uint64_t heard_ = 0;     // the generation
+    size_t missing_ = 0;  // frames in a row that were not there
+    uint64_t heard_ = 0;  // the generation
     RampIn rampIn_;
+    RampOut rampOut_;
 };
 
 }  // namespace hullrider

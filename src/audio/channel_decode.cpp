@@ -1,8 +1,8 @@
 // The decoder thread's side of a channel.
 #include <algorithm>
-#include <cmath>
 
 #include "audio/channel.h"
+#include "audio/sane.h"
 
 namespace hullrider {
 
@@ -21,13 +21,9 @@ constexpr uint32_t kRejoinLeadMs = 120;
 constexpr uint32_t kRejoinMarginMs = 50;
 constexpr uint32_t kRejoinRoomMs = 300;
 
-constexpr milliseconds kRetry(10);  // the callback has not yet passed over what was made void
+constexpr float kLoudest = 32.0f;  // beyond it data is broken
 
-// Broken data can hold what is no number, or one that would deafen for ever through a filter.
-void MakeSane(float* samples, size_t count) {
-    constexpr float kLoudest = 32.0f;
-    for (size_t i = 0; i < count; i++) samples[i] = std::fabs(samples[i]) <= kLoudest ? samples[i] : 0.0f;
-}
+constexpr milliseconds kRetry(10);  // the callback has not yet passed over what was made void
 
 size_t FramesOf(uint32_t ms, uint32_t rate) {
     return size_t{rate} * ms / 1000;
@@ -40,7 +36,7 @@ SteadyTime Channel::DecodeAhead(SteadyTime now) {
     const bool joined = !first && TakeRejoin();
     const size_t wanted = first ? FramesOf(kFirstPieceMs, mixRate_) : FramesWanted();
     const size_t decoded = DecodePiece(wanted);
-    if (first) ready_.store(decoding_);
+    if (first) ready_.store(decoding_.load());
     return NextCall(now, joined || decoded > 0);
 }
 
@@ -53,11 +49,11 @@ bool Channel::TakeSeek() {
         generation = LoadControl().generation;
         frame = seekFrame_;
     }
-    if (generation == decoding_) return false;
-    rejoined_.store(rejoinOrders_.load());            // a seek takes everything new into account
-    const bool there = decoding_ == 0 && frame == 0;  // just opened
+    if (generation == decoding_.load()) return false;
+    rejoined_.store(rejoinOrders_.load());                   // a seek takes everything new into account
+    const bool there = decoding_.load() == 0 && frame == 0;  // just opened
     sourceEnded_ = !there && !source_->Seek(frame);
-    decoding_ = generation;
+    decoding_.store(generation);  // before its first frame is in the ring
     end_.store(kNoEnd);
     fromStart_.store(frame == 0);
     begin_.store(ring_.Written());
@@ -144,7 +140,7 @@ size_t Channel::DecodePiece(size_t frames) {
         if (room.empty()) break;
         MarkPlace();
         const SourceRead read = source_->Read(room.data(), room.size() / kStereo);
-        MakeSane(room.data(), read.frames * kStereo);
+        MakeSane(room.data(), read.frames * kStereo, kLoudest);
         ring_.Commit(read.frames);
         done += read.frames;
         sourceEnded_ = read.atEnd;
@@ -156,7 +152,7 @@ size_t Channel::DecodePiece(size_t frames) {
 
 SteadyTime Channel::NextCall(SteadyTime now, bool progressed) const {
     const Control control = LoadControl();
-    if (control.generation != decoding_) return now;
+    if (control.generation != decoding_.load()) return now;
     if (control.state == RunState::kPlaying && rejoinOrders_.load() != rejoined_.load()) return now + kRetry;
     if (sourceEnded_ || control.state != RunState::kPlaying) return SteadyTime::max();
     const size_t ahead = FramesAhead();

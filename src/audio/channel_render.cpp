@@ -13,35 +13,60 @@ constexpr size_t kStarvedMs = 100;
 
 Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     const Control control = LoadControl();
-    PassOverVoid(control);
-    const uint64_t firstFrame = ring_.Taken();
-    const bool begun = control.state == RunState::kPlaying && ready_.load() == control.generation;
-    const size_t taken = control.state == RunState::kPlaying ? Take(control, scratch, frames) : 0;
-    const bool begins = taken > 0 && !(sounding_ && heard_ == control.generation);
-    if (taken > 0) {
-        if (begins) BeginSounding(control, firstFrame);
-        effects_.Run(scratch, taken, begins);
-        level_.Note(scratch, taken);
-        rampIn_.Apply(scratch, taken);
-    }
-    volume_.MixInto(scratch, taken, mix, frames, sounding_);
-    sounding_ = taken == frames;
-
-    Sounded sounded;
+    const Limit end = PassOverVoid(control);
+    const bool plays = control.state == RunState::kPlaying;
+    Sounded sounded = plays ? PlayOn(control, scratch, frames, end) : LetFall(control, scratch, frames, end);
+    volume_.MixInto(scratch, sounded.frames, mix, frames, sounding_.load());
+    const bool whole = sounded.frames == frames;
+    if (!whole && sounding_.load()) level_.Reset();
+    sounding_.store(whole);
     // Where it has ended, or a caller has changed it meanwhile, nothing more was wanted.
-    if (begun && control_.load() == Pack(control)) sounded.lacking = frames - taken;
-    if (taken == 0) return sounded;
+    if (plays && end && control_.load() == Pack(control)) sounded.lacking = frames - sounded.frames;
+    if (sounded.frames == 0) return sounded;
     const float gain = volume_.LastGain();
-    sounded.frames = taken;
-    sounded.begins = begins;
-    sounded.left = scratch[(taken - 1) * kStereo] * gain;
-    sounded.right = scratch[(taken - 1) * kStereo + 1] * gain;
+    sounded.left = scratch[(sounded.frames - 1) * kStereo] * gain;
+    sounded.right = scratch[(sounded.frames - 1) * kStereo + 1] * gain;
     return sounded;
 }
 
-// Frames from before the last seek make room in the ring, also while nothing plays.
-void Channel::PassOverVoid(Control control) {
-    if (ready_.load() == control.generation) ring_.SkipTo(begin_.load());
+// Whether what comes next of this generation follows from what was heard in the block before.
+bool Channel::GoesOn(Control control) const {
+    return sounding_.load() && heard_ == control.generation;
+}
+
+Sounded Channel::PlayOn(Control control, float* out, size_t frames, Limit end) {
+    const bool begins = !GoesOn(control) || rampOut_.Done() > 0;
+    rampOut_.Begin();
+    const uint64_t firstFrame = ring_.Taken();
+    const size_t taken = Take(control, out, frames, end);
+    if (taken == 0) return {};
+    if (begins) BeginSounding(control, firstFrame);
+    effects_.Run(out, taken, begins);
+    level_.Note(out, taken);
+    rampIn_.Apply(out, taken);
+    return {.frames = taken, .begins = begins};
+}
+
+// What was heard and is to stop goes on for the few milliseconds in which it falls silent. The frames stay in the ring:
+// with them it will go on, rising.
+Sounded Channel::LetFall(Control control, float* out, size_t frames, Limit end) {
+    if (!end || !GoesOn(control)) return {};
+    const size_t falling = ring_.Peek(rampOut_.Done(), out, std::min(frames, rampOut_.Left()), *end);
+    if (falling == 0) return {};
+    effects_.Run(out, falling, false);
+    rampIn_.Apply(out, falling);
+    rampOut_.Apply(out, falling);
+    return {.frames = falling};
+}
+
+// Frames from before the last seek make room in the ring, also while nothing plays. Returns up to where the ring holds
+// nothing but the generation wanted, if that is ready: should the decoder turn to a later one at this very moment, the
+// frames of that lie beyond.
+Channel::Limit Channel::PassOverVoid(Control control) {
+    if (ready_.load() != control.generation) return std::nullopt;
+    ring_.SkipTo(begin_.load());
+    const uint64_t written = ring_.Written();
+    return decoding_.load() == control.generation ? Limit(written) : std::nullopt;
 }
 
 // What begins in mid-wave has to rise; the very beginning of a file is heard as it is.
@@ -55,16 +80,13 @@ void Channel::BeginSounding(Control control, uint64_t firstFrame) {
     }
 }
 
-// Takes what there is of the generation wanted; notes the end and a lack.
-size_t Channel::Take(Control control, float* out, size_t frames) {
-    size_t taken = 0;
-    if (ready_.load() == control.generation) {
-        taken = ring_.Take(out, frames);
-        if (taken < frames && ring_.Taken() == end_.load()) {
-            uint64_t expected = Pack(control);
-            control_.compare_exchange_strong(expected, Pack({control.generation, RunState::kEnded}));
-            return taken;
-        }
+// Takes what there is up to `end`; notes the end of the sound and a lack.
+size_t Channel::Take(Control control, float* out, size_t frames, Limit end) {
+    const size_t taken = ring_.Take(out, frames, end.value_or(0));
+    if (taken < frames && end && ring_.Taken() == end_.load()) {
+        uint64_t expected = Pack(control);
+        control_.compare_exchange_strong(expected, Pack({control.generation, RunState::kEnded}));
+        return taken;
     }
     missing_ = taken == frames ? 0 : missing_ + (frames - taken);
     starved_.store(missing_ * 1000 > kStarvedMs * mixRate_);

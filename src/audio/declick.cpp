@@ -7,7 +7,7 @@ namespace hullrider {
 namespace {
 
 constexpr uint32_t kRampMs = 5;
-constexpr uint32_t kSpliceMs = 10;
+constexpr uint32_t kSmoothMs = 10;
 
 // 0 to 1, without a bend at either end.
 float Smooth(float part) {
@@ -26,14 +26,25 @@ void RampIn::Apply(float* frames, size_t count) {
     }
 }
 
-Splice::Splice(uint32_t rate) : length_(size_t{rate} * kSpliceMs / 1000) {}
+RampOut::RampOut(uint32_t rate) : length_(size_t{rate} * kRampMs / 1000) {}
 
-void Splice::Join(const float* next) {
+void RampOut::Apply(float* frames, size_t count) {
+    for (size_t i = 0; i < count && done_ < length_; i++) {
+        done_++;
+        const float gain = Smooth(static_cast<float>(Left()) / static_cast<float>(length_));
+        frames[i * kStereo] *= gain;
+        frames[i * kStereo + 1] *= gain;
+    }
+}
+
+StepSmoother::StepSmoother(uint32_t rate) : length_(size_t{rate} * kSmoothMs / 1000) {}
+
+void StepSmoother::Join(const float* next) {
     for (size_t side = 0; side < kStereo; side++) offset_[side] = last_[side] - next[side];
     left_ = length_;
 }
 
-void Splice::Apply(float* frames, size_t count) {
+void StepSmoother::Apply(float* frames, size_t count) {
     for (size_t i = 0; i < count && left_ > 0; i++, left_--) {
         const float part = Smooth(static_cast<float>(left_) / static_cast<float>(length_));
         for (size_t side = 0; side < kStereo; side++) frames[i * kStereo + side] += offset_[side] * part;

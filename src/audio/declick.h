@@ -1,4 +1,4 @@
-// Two ways for a sound to go on without a click where it does not go on from itself. For one thread.
+// Three ways for a sound to begin, end or go on without a click where it does not follow from itself. For one thread.
 #pragma once
 
 #include <array>
@@ -22,10 +22,24 @@ private:
     size_t left_ = 0;  // frames that are still below their own loudness
 };
 
-// Joins two pieces of sound: the difference between the last frame of the one and the first of the other dies away.
-class Splice {
+// Lets a sound that breaks off in mid-wave fall as quickly.
+class RampOut {
 public:
-    explicit Splice(uint32_t rate);
+    explicit RampOut(uint32_t rate);
+    void Begin() { done_ = 0; }
+    void Apply(float* frames, size_t count);
+    size_t Done() const { return done_; }
+    size_t Left() const { return length_ - done_; }  // frames that are still to be heard
+
+private:
+    size_t length_;
+    size_t done_ = 0;
+};
+
+// Joins two pieces of sound: the difference between the last frame of the one and the first of the other dies away.
+class StepSmoother {
+public:
+    explicit StepSmoother(uint32_t rate);
     // The next frames do not follow from the last ones.
     void Join(const float* next);
     // Nothing was heard before the next frames.

@@ -2,18 +2,13 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <thread>
+
+#include "audio/sane.h"
 
 namespace hullrider {
 
 namespace {
-
-// A procedure may leave what is no number, which nothing after it would ever get rid of.
-void MakeSane(float* samples, size_t count) {
-    constexpr float kLoudest = 1000.0f;
-    for (size_t i = 0; i < count; i++) samples[i] = std::fabs(samples[i]) <= kLoudest ? samples[i] : 0.0f;
-}
 
 void ToMono(float* frames, size_t count) {
     for (size_t i = 0; i < count; i++) frames[i] = (frames[i * kStereo] + frames[i * kStereo + 1]) * 0.5f;
@@ -26,16 +21,16 @@ void ToStereo(float* frames, size_t count) {
 }  // namespace
 
 EffectRack::EffectRack(uint32_t mixRate, uint32_t channels)
-    : mixRate_(mixRate), channels_(channels), chain_(new Chain), splice_(mixRate) {}
+    : mixRate_(mixRate), channels_(channels), chain_(new Chain), smoother_(mixRate) {}
 
 EffectRack::~EffectRack() {
     delete chain_.load();
 }
 
-std::vector<Effect>::iterator EffectRack::Find(uint32_t handle) {
-    const auto isLeaving = std::find(leaving_.begin(), leaving_.end(), handle) != leaving_.end();
-    if (isLeaving) return effects_.end();
-    return std::find_if(effects_.begin(), effects_.end(), [&](const Effect& e) { return e.handle == handle; });
+std::vector<Effect>::const_iterator EffectRack::Find(uint32_t handle) const {
+    return std::find_if(effects_.begin(), effects_.end(), [&](const Effect& effect) {
+        return effect.handle == handle && !(effect.filter != nullptr && effect.filter->IsLeaving());
+    });
 }
 
 // Behind the mutex. Returns what was in use until now; whoever gets it lets it go once the mutex is free.
@@ -62,8 +57,8 @@ bool EffectRack::Add(const Effect& effect) {
     std::unique_lock lock(mutex_);
     if (closed_) return false;
     // Those that have faded out go with the next change; until then they cost nothing.
-    std::erase_if(effects_, [&](const Effect& old) {
-        return old.filter != nullptr && old.filter->IsResting() && std::erase(leaving_, old.handle) > 0;
+    std::erase_if(effects_, [](const Effect& old) {
+        return old.filter != nullptr && old.filter->IsLeaving() && old.filter->IsResting();
     });
     const auto place = std::find_if(effects_.begin(), effects_.end(),
                                     [&](const Effect& other) { return other.priority < effect.priority; });
@@ -79,8 +74,7 @@ bool EffectRack::RemoveFilter(uint32_t handle) {
     const std::lock_guard lock(mutex_);
     const auto found = Find(handle);
     if (found == effects_.end() || found->filter == nullptr) return false;
-    found->filter->Neutralise();
-    leaving_.push_back(handle);
+    found->filter->Leave();
     return true;
 }
 
@@ -98,19 +92,15 @@ bool EffectRack::RemoveProcedure(uint32_t handle) {
 
 Effect EffectRack::FindFilter(uint32_t handle) const {
     const std::lock_guard lock(mutex_);
-    for (const Effect& effect : effects_) {
-        const bool leaves = std::find(leaving_.begin(), leaving_.end(), handle) != leaving_.end();
-        if (effect.handle == handle && effect.filter != nullptr && !leaves) return effect;
-    }
-    return {};
+    const auto found = Find(handle);
+    return found == effects_.end() || found->filter == nullptr ? Effect() : *found;
 }
 
 void EffectRack::Close() {
     std::unique_lock lock(mutex_);
     closed_ = true;
+    if (!effects_.empty()) edition_++;  // filters break off too
     effects_.clear();
-    leaving_.clear();
-    edition_++;
     std::unique_ptr<const Chain> old = Publish();
     lock.unlock();
     LetGo(std::move(old));
@@ -134,12 +124,12 @@ void EffectRack::RunChain(const Chain& chain, float* frames, size_t count, bool 
         }
     }
     if (begins) {
-        splice_.Forget();
+        smoother_.Forget();
     } else if (chain.edition != heardEdition_) {
-        splice_.Join(frames);
+        smoother_.Join(frames);
     }
     heardEdition_ = chain.edition;
-    splice_.Apply(frames, count);
+    smoother_.Apply(frames, count);
 }
 
 void EffectRack::RunProcedure(const Effect& effect, float* frames, size_t count) const {
@@ -147,7 +137,7 @@ void EffectRack::RunProcedure(const Effect& effect, float* frames, size_t count)
     const size_t samples = count * channels_;
     effect.procedure(effect.handle, effect.channel, frames, static_cast<uint32_t>(samples * sizeof(float)),
                      effect.user);
-    MakeSane(frames, samples);
+    MakeSane(frames, samples, kLoudestEffect);
     if (channels_ == 1) ToStereo(frames, count);
 }
 

@@ -56,7 +56,7 @@ private:
         std::vector<Effect> effects;
         uint64_t edition = 0;  // of the procedures in there
     };
-    std::vector<Effect>::iterator Find(uint32_t handle);
+    std::vector<Effect>::const_iterator Find(uint32_t handle) const;
     std::unique_ptr<const Chain> Publish();
     void LetGo(std::unique_ptr<const Chain> old) const;
     void RunChain(const Chain& chain, float* frames, size_t count, bool begins);
@@ -64,9 +64,8 @@ private:
 
     uint32_t mixRate_, channels_;
 
-    mutable std::mutex mutex_;  // callers only
-    std::vector<Effect> effects_;
-    std::vector<uint32_t> leaving_;  // filters among them that were removed and still fade out
+    mutable std::mutex mutex_;     // callers only
+    std::vector<Effect> effects_;  // with filters that were removed and still fade out
     uint64_t edition_ = 0;
     bool closed_ = false;
 
@@ -75,7 +74,7 @@ private:
 
     // Callback only.
     uint64_t heardEdition_ = 0;
-    Splice splice_;
+    StepSmoother smoother_;
 };
 
 }  // namespace hullrider

@@ -57,6 +57,7 @@ bool Engine::FreeChannel(uint32_t handle) {
     if (channel == nullptr) return false;
     if (channel->Frees() != 0) FreeChannel(channel->Frees());
     channel->Cancel();
+    channel->Stop();
     mixer_.Remove(channel);
     channel->Effects().Close();
     decoders_.Drop(channel);

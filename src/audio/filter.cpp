@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "audio/sane.h"
+
 namespace hullrider {
 
 namespace {
@@ -43,9 +45,7 @@ void RunVoice(Voice& voice, float* frames, size_t count) {
 
 }  // namespace
 
-Filter::Filter(uint32_t rate) : rate_(rate), fadeFrames_(size_t{rate} * kFadeMs / 1000) {
-    Post(Biquad());
-}
+Filter::Filter(uint32_t rate) : rate_(rate), fadeFrames_(size_t{rate} * kFadeMs / 1000) {}
 
 bool Filter::Shape(const FilterShape& shape, int band) {
     const std::optional<Biquad> biquad = DesignBiquad(shape, rate_);
@@ -54,7 +54,7 @@ bool Filter::Shape(const FilterShape& shape, int band) {
     if (leaving_) return false;
     shape_ = shape;
     band_ = band;
-    Post(*biquad);
+    order_.Post(*biquad);
     return true;
 }
 
@@ -68,37 +68,20 @@ int Filter::Band() const {
     return band_;
 }
 
-void Filter::Neutralise() {
+void Filter::Leave() {
     const std::lock_guard lock(mutex_);
     leaving_ = true;
-    Post(Biquad());
+    order_.Post(Biquad());
 }
 
-void Filter::Post(const Biquad& biquad) {
-    number_++;
-    sequence_.store(number_ * 2 - 1);
-    order_[0].store(biquad.b0);
-    order_[1].store(biquad.b1);
-    order_[2].store(biquad.b2);
-    order_[3].store(biquad.a1);
-    order_[4].store(biquad.a2);
-    sequence_.store(number_ * 2);
-}
-
-// False when there is nothing new. A caller that is writing this very moment is heard with the next block.
-bool Filter::ReadOrder(Biquad& biquad, uint32_t& number) const {
-    const uint32_t before = sequence_.load();
-    if (before % 2 != 0 || before == obeyed_) return false;
-    const Biquad read = {order_[0].load(), order_[1].load(), order_[2].load(), order_[3].load(), order_[4].load()};
-    if (sequence_.load() != before) return false;
-    biquad = read;
-    number = before;
-    return true;
+bool Filter::IsLeaving() const {
+    const std::lock_guard lock(mutex_);
+    return leaving_;
 }
 
 void Filter::Begin() {
     if (fadeLeft_ > 0) EndFade();
-    ReadOrder(voice_.biquad, obeyed_);
+    order_.ReadNewer(obeyed_, voice_.biquad);
     voice_.sides = {};
     resting_.store(voice_.biquad.IsNeutral());
 }
@@ -106,7 +89,7 @@ void Filter::Begin() {
 // From the neutral filter, which is not run, the new one starts as if the first frame had sounded for ever.
 bool Filter::BeginFade(const float* first) {
     Biquad biquad;
-    if (!ReadOrder(biquad, obeyed_) || biquad == voice_.biquad) return false;
+    if (!order_.ReadNewer(obeyed_, biquad) || biquad == voice_.biquad) return false;
     if (voice_.biquad.IsNeutral()) {
         for (size_t side = 0; side < kStereo; side++) {
             const auto value = static_cast<double>(first[side]);
@@ -141,13 +124,15 @@ void Filter::EndFade() {
 }
 
 void Filter::Run(float* frames, size_t count) {
-    while (count > 0 && (fadeLeft_ > 0 || BeginFade(frames))) {
-        const size_t now = std::min(count, fadeLeft_);
-        RunFade(frames, now);
-        frames += now * kStereo;
-        count -= now;
+    size_t done = 0;
+    while (done < count && (fadeLeft_ > 0 || BeginFade(frames + done * kStereo))) {
+        const size_t now = std::min(count - done, fadeLeft_);
+        RunFade(frames + done * kStereo, now);
+        done += now;
     }
-    if (count > 0 && !voice_.biquad.IsNeutral()) RunVoice(voice_, frames, count);
+    const bool plain = voice_.biquad.IsNeutral();
+    if (done < count && !plain) RunVoice(voice_, frames + done * kStereo, count - done);
+    if (done > 0 || !plain) MakeSane(frames, count * kStereo, kLoudestEffect);
 }
 
 }  // namespace hullrider

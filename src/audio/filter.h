@@ -9,6 +9,7 @@
 #include <mutex>
 
 #include "audio/biquad.h"
+#include "audio/posted.h"
 #include "audio/ring.h"
 
 namespace hullrider {
@@ -22,8 +23,9 @@ public:
     bool Shape(const FilterShape& shape, int band);
     FilterShape Shape() const;
     int Band() const;
-    // On the way out: to be neutral from now on.
-    void Neutralise();
+    // On the way out: neutral from now on, and never shaped again.
+    void Leave();
+    bool IsLeaving() const;
     // Neutral and not run, as far as the callback got.
     bool IsResting() const { return resting_.load(); }
 
@@ -40,8 +42,6 @@ private:
         Biquad biquad;
         std::array<History, kStereo> sides;
     };
-    void Post(const Biquad& biquad);
-    bool ReadOrder(Biquad& biquad, uint32_t& number) const;
     bool BeginFade(const float* first);
     void RunFade(float* frames, size_t count);
     void EndFade();
@@ -53,18 +53,14 @@ private:
     FilterShape shape_;
     int band_ = 0;
     bool leaving_ = false;
-    uint32_t number_ = 0;  // of the last order
 
-    // The order, written by callers and read by the callback: a sequence lock made of atomics. Odd: being written.
-    std::atomic<uint32_t> sequence_{0};
-    std::array<std::atomic<double>, 5> order_;
-
+    Posted<Biquad> order_;
     std::atomic<bool> resting_{true};
 
     // Callback only.
     Voice voice_, next_;  // what is heard, and what is faded to
     size_t fadeLeft_ = 0;
-    uint32_t obeyed_ = 0;
+    uint32_t obeyed_ = 0;  // number of the order
 };
 
 }  // namespace hullrider

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "audio/sane.h"
+
 namespace hullrider {
 
 namespace {
@@ -13,17 +15,12 @@ constexpr uint32_t kHoldMs = 12;
 constexpr float kReleaseSeconds = 0.07f;  // time constant
 constexpr float kCeiling = 0.9999f;       // what is too loud is brought down to this
 constexpr float kBeyond = 1.001f;         // what the way back aims at, so that it ends
+constexpr float kLoudest = 1e6f;          // no sum of sounds is near that loud
 
 bool IsCalm(const float* samples, size_t count) {
     bool calm = true;
     for (size_t i = 0; i < count; i++) calm &= std::fabs(samples[i]) <= 1.0f;  // not so for what is no number
     return calm;
-}
-
-// No sum of sounds is near that loud.
-float Sane(float sample) {
-    constexpr float kLoudest = 1e6f;
-    return std::fabs(sample) <= kLoudest ? sample : 0.0f;
 }
 
 }  // namespace
@@ -63,8 +60,7 @@ void Limiter::Run(float* frames, size_t count) {
 }
 
 void Limiter::Limit(float* frame) {
-    frame[0] = Sane(frame[0]);
-    frame[1] = Sane(frame[1]);
+    MakeSane(frame, kStereo, kLoudest);
     const float gain = NextGain(std::max(std::fabs(frame[0]), std::fabs(frame[1])));
     Delay(frame, 1);
     frame[0] = std::clamp(frame[0] * gain, -1.0f, 1.0f);

@@ -12,19 +12,26 @@ namespace {
 constexpr float kDecaySeconds = 0.0005f;  // time constant
 constexpr float kInaudible = 1e-5f;
 
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::milliseconds kLongestFall(500);  // of an output that asks for no blocks
+
 }  // namespace
 
 Mixer::Mixer(uint32_t rate, bool limited)
-    : rate_(rate), decay_(std::exp(-1.0f / (kDecaySeconds * static_cast<float>(rate)))), channels_(kMaxChannels) {
+    : rate_(rate),
+      decay_(std::exp(-1.0f / (kDecaySeconds * static_cast<float>(rate)))),
+      channels_(kMaxChannels),
+      rampOut_(rate) {
     if (limited) limiter_.emplace(rate);
 }
 
 bool Mixer::Add(std::shared_ptr<Channel> channel) {
     const std::lock_guard lock(mutex_);
-    const auto place = std::find(channels_.begin(), channels_.end(), nullptr);
-    if (place == channels_.end()) return false;
-    slots_[static_cast<size_t>(place - channels_.begin())].channel.store(channel.get());
-    *place = std::move(channel);
+    const auto isFree = [](const Slot& slot) { return slot.channel.load() == nullptr; };
+    const auto place = std::find_if(slots_.begin(), slots_.end(), isFree);
+    if (place == slots_.end()) return false;
+    place->channel.store(channel.get());
+    channels_[static_cast<size_t>(place - slots_.begin())] = std::move(channel);
     return true;
 }
 
@@ -32,16 +39,27 @@ void Mixer::Remove(const std::shared_ptr<Channel>& channel) {
     const std::lock_guard lock(mutex_);
     const auto place = std::find(channels_.begin(), channels_.end(), channel);
     if (place == channels_.end()) return;
-    slots_[static_cast<size_t>(place - channels_.begin())].channel.store(nullptr);
-    // A block that begins after this cannot see the channel: all these accesses are in one total order.
-    removed_.push_back({std::move(*place), begun_.load()});
+    const auto slot = static_cast<size_t>(place - channels_.begin());
+    removed_.push_back({std::move(*place), slot, 0, Clock::now()});
+    if (!channel->IsHeard()) LeaveSlot(removed_.back());
+}
+
+// A block that begins after this cannot see the channel: all these accesses are in one total order.
+void Mixer::LeaveSlot(Removed& removed) {
+    slots_[*removed.slot].channel.store(nullptr);
+    removed.slot.reset();
+    removed.begun = begun_.load();
 }
 
 bool Mixer::Collect() {
     std::vector<Removed> done;  // destroyed after the lock is let go
     const std::lock_guard lock(mutex_);
+    for (Removed& removed : removed_) {
+        const bool silent = !removed.channel->IsHeard() || Clock::now() - removed.since > kLongestFall;
+        if (removed.slot && silent) LeaveSlot(removed);
+    }
     const uint64_t ended = ended_.load();
-    const auto inUse = [&](const Removed& removed) { return removed.begun > ended; };
+    const auto inUse = [&](const Removed& removed) { return removed.slot || removed.begun > ended; };
     const auto firstDone = std::partition(removed_.begin(), removed_.end(), inUse);
     std::move(firstDone, removed_.end(), std::back_inserter(done));
     removed_.erase(firstDone, removed_.end());
@@ -73,6 +91,14 @@ void Mixer::RenderBlock(float* out, size_t frames) {
     for (Slot& slot : slots_) playing |= RenderSlot(slot, out, frames);
     playing_ = playing;
     if (limiter_.has_value()) limiter_->Run(out, frames);
+    if (falling_) LetFall(out, frames);
+}
+
+void Mixer::LetFall(float* out, size_t frames) {
+    const size_t sounding = std::min(frames, rampOut_.Left());
+    rampOut_.Apply(out, sounding);
+    std::fill_n(out + sounding * kStereo, (frames - sounding) * kStereo, 0.0f);
+    silent_ = rampOut_.Left() == 0;
 }
 
 // Whether the slot's channel needs time to pass. Where a channel breaks off (paused, freed, moved, out of data), its

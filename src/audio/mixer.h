@@ -4,6 +4,7 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -11,6 +12,7 @@
 #include <optional>
 #include <vector>
 
+#include "audio/declick.h"
 #include "audio/limiter.h"
 #include "audio/ring.h"
 
@@ -28,10 +30,14 @@ public:
 
     // False when there are too many channels already.
     bool Add(std::shared_ptr<Channel> channel);
-    // From the next block on the channel is not heard. It is destroyed by a later Collect.
+    // For a channel that was stopped: it is given the time to fall silent, and is destroyed by a later Collect.
     void Remove(const std::shared_ptr<Channel>& channel);
     // Destroys removed channels that no block can still be using. False when some are left for later.
     bool Collect();
+
+    // Before an output ends: the sum falls silent within the next block, and stays so. Whether it has.
+    void FallSilent() { falling_ = true; }
+    bool IsSilent() const { return silent_; }
 
     // Frames, over all channels, that were not decoded in time to be heard.
     uint64_t FramesLacked() const { return lacked_.load(); }
@@ -53,29 +59,34 @@ private:
     };
     struct Removed {
         std::shared_ptr<Channel> channel;
-        uint64_t begun;  // blocks begun when it was removed
+        std::optional<size_t> slot;  // the one in which it still falls silent
+        uint64_t begun;              // blocks begun when it left its slot
+        std::chrono::steady_clock::time_point since;
     };
+    void LeaveSlot(Removed& removed);
     void RenderBlock(float* out, size_t frames);
     bool RenderSlot(Slot& slot, float* out, size_t frames);
     void LetDecay(float left, float right, float* out, size_t frames);
+    void LetFall(float* out, size_t frames);
 
     uint32_t rate_;
     float decay_;  // a frame
 
     std::mutex mutex_;
-    std::vector<std::shared_ptr<Channel>> channels_;  // at the same index as in slots_
+    std::vector<std::shared_ptr<Channel>> channels_;  // at the same index as in slots_; not those removed
     std::vector<Removed> removed_;
 
     std::array<Slot, kMaxChannels> slots_;
     std::atomic<uint64_t> begun_{0}, ended_{0};  // calls of Render
     std::atomic<uint64_t> lacked_{0};
     std::atomic_flag rendering_;
-    std::atomic<bool> playing_{false};
+    std::atomic<bool> playing_{false}, falling_{false}, silent_{false};
 
     // Callback only.
     std::array<float, kBlockFrames * kStereo> scratch_;
     float restLeft_ = 0.0f, restRight_ = 0.0f;  // of sounds that broke off
     std::optional<Limiter> limiter_;
+    RampOut rampOut_;
 };
 
 }  // namespace hullrider

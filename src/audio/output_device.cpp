@@ -26,6 +26,7 @@ constexpr milliseconds kWatch(500);             // between two looks at the devi
 constexpr milliseconds kRetry(2000);            // between two attempts to open one again
 constexpr milliseconds kQuickOpening(300);      // most devices are open by then
 constexpr milliseconds kLongestOpening(10000);  // then the attempt is given up
+constexpr milliseconds kLongestFall(150);       // until it asks for another block
 constexpr milliseconds kLongestClosing(2000);
 constexpr std::chrono::seconds kIdle(10);  // without anything to play, then the device is let rest
 
@@ -44,6 +45,7 @@ public:
     std::string Description() const override;
 
 private:
+    void FallSilent();
     void Describe();
     void Watch();
     void LookAtDevice();
@@ -58,7 +60,7 @@ private:
     std::optional<ma_backend> backend_;
     Mixer* mixer_ = nullptr;
     std::atomic<uint32_t> latencyFrames_{0};
-    std::atomic<Clock::rep> lastChange_{0};  // to what is to be heard
+    std::atomic<Clock::rep> lastNeed_{0};  // when something played, or changed that is to be heard
     std::atomic<bool> resting_{false};
 
     // The watching thread only, while it runs.
@@ -93,7 +95,7 @@ bool DeviceOutput::Start(Mixer& mixer) {
     mixer_ = &mixer;
     unheard_.resize(BlockClock::BlockFrames(rate_) * kStereo);
     device_->Feed(mixer);
-    lastChange_ = Clock::now().time_since_epoch().count();
+    lastNeed_ = Clock::now().time_since_epoch().count();
     watcher_ = std::thread([this] { Watch(); });
     return true;
 }
@@ -105,11 +107,21 @@ void DeviceOutput::Stop() {
     }
     wake_.notify_all();
     if (watcher_.joinable()) watcher_.join();
+    FallSilent();
     substitute_.reset();
     if (attempt_ != nullptr) attempt_->Close(milliseconds(0));
     if (device_ != nullptr) device_->Close(kLongestClosing);
     attempt_.reset();
     device_.reset();
+}
+
+// A device that is closed breaks off what it still holds, which would be a click.
+void DeviceOutput::FallSilent() {
+    if (mixer_ == nullptr || device_ == nullptr || IsIdle()) return;
+    mixer_->FallSilent();
+    const Clock::time_point patience = Clock::now() + kLongestFall;
+    while (!mixer_->IsSilent() && Clock::now() < patience) std::this_thread::sleep_for(milliseconds(2));
+    if (mixer_->IsSilent()) std::this_thread::sleep_for(milliseconds(latencyFrames_ * 1000 / rate_));
 }
 
 void DeviceOutput::Describe() {
@@ -130,6 +142,7 @@ void DeviceOutput::Watch() {
         if (stopping_) return;
         lock.unlock();
         LookAtDevice();
+        if (mixer_->Playing()) lastNeed_ = Clock::now().time_since_epoch().count();
         if (device_ != nullptr && IsIdle()) LetRest();
         lock.lock();
     }
@@ -141,8 +154,8 @@ void DeviceOutput::LookAtDevice() {
 }
 
 bool DeviceOutput::IsIdle() const {
-    const Clock::time_point changed{Clock::duration(lastChange_.load())};
-    return !mixer_->Playing() && Clock::now() - changed > kIdle;
+    const Clock::time_point needed{Clock::duration(lastNeed_.load())};
+    return Clock::now() - needed > kIdle;
 }
 
 // A device that runs keeps the computer's sound system busy, and some computers awake.
@@ -151,13 +164,14 @@ void DeviceOutput::LetRest() {
     device_->Rest();
     std::unique_lock lock(mutex_);
     wake_.wait(lock, [&] { return stopping_ || !IsIdle(); });
+    if (stopping_) return;
     resting_ = false;
     device_->Wake();
 }
 
 void DeviceOutput::Hasten() {
-    lastChange_ = Clock::now().time_since_epoch().count();
-    // Whoever lets the device rest looks at the time of the last change after it has said so.
+    lastNeed_ = Clock::now().time_since_epoch().count();
+    // Whoever lets the device rest looks at this time after it has said so.
     if (!resting_) return;
     const std::lock_guard lock(mutex_);
     wake_.notify_all();

@@ -25,16 +25,17 @@ void FrameRing::Copy(uint64_t number, size_t frames, float* out) const {
     std::copy_n(frames_.data(), (frames - first) * kStereo, out + first * kStereo);
 }
 
-size_t FrameRing::Take(float* out, size_t frames) {
+size_t FrameRing::Take(float* out, size_t frames, uint64_t end) {
     size_t done = 0;
     while (done < frames) {
         const uint64_t taken = taken_.load(std::memory_order_relaxed);
         const uint64_t skip = Skip(taken);
-        size_t count = std::min(frames - done, static_cast<size_t>(Written() - taken));
+        const uint64_t written = std::min(Written(), end);
+        size_t count = std::min(frames - done, static_cast<size_t>(written - std::min(written, taken)));
         if (skip > 0) {
             const uint64_t from = spliceFrom_.load(std::memory_order_relaxed);
             if (taken >= from) {
-                const size_t blended = TakeSplice(taken, skip, out + done * kStereo, frames - done);
+                const size_t blended = TakeSplice(taken, skip, written, out + done * kStereo, frames - done);
                 if (blended == 0) break;
                 done += blended;
                 continue;
@@ -49,10 +50,18 @@ size_t FrameRing::Take(float* out, size_t frames) {
     return done;
 }
 
+size_t FrameRing::Peek(size_t skip, float* out, size_t frames, uint64_t end) const {
+    if (blended_ > 0) return 0;  // what lies here is not what was being heard
+    const uint64_t first = taken_.load(std::memory_order_relaxed) + skip;
+    const uint64_t written = std::min(Written(), end);
+    const size_t count = std::min(frames, static_cast<size_t>(written - std::min(written, first)));
+    Copy(first, count, out);
+    return count;
+}
+
 // Takes of the stretch in which the old sound goes over into the new one; at its end, the old one is passed over.
-size_t FrameRing::TakeSplice(uint64_t taken, uint64_t skip, float* out, size_t frames) {
-    const uint64_t written = Written();
-    const auto ready = static_cast<size_t>(written - std::min(written, taken + skip));
+size_t FrameRing::TakeSplice(uint64_t taken, uint64_t skip, uint64_t end, float* out, size_t frames) {
+    const auto ready = static_cast<size_t>(end - std::min(end, taken + skip));
     const size_t count = std::min({frames, ready, kSpliceFrames - blended_});
     for (size_t i = 0; i < count; i++, blended_++) {
         const float share = static_cast<float>(blended_ + 1) / kSpliceFrames;

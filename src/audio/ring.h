@@ -21,8 +21,10 @@ public:
     std::span<float> Writable(size_t maxFrames);
     void Commit(size_t frames);
 
-    // Consumer. Copies up to `frames` out, and returns how many there were.
-    size_t Take(float* out, size_t frames);
+    // Consumer. Copies up to `frames` out, none of them at frame `end` or after, and returns how many there were.
+    size_t Take(float* out, size_t frames, uint64_t end = ~uint64_t{0});
+    // Consumer. As Take, from `skip` frames after the next one on, and leaves them where they are.
+    size_t Peek(size_t skip, float* out, size_t frames, uint64_t end) const;
     // Consumer. Passes over everything before frame `number`, which is written already.
     void SkipTo(uint64_t number);
 
@@ -45,7 +47,7 @@ public:
 private:
     uint64_t Skip(uint64_t taken) const;
     void Copy(uint64_t number, size_t frames, float* out) const;
-    size_t TakeSplice(uint64_t taken, uint64_t skip, float* out, size_t frames);
+    size_t TakeSplice(uint64_t taken, uint64_t skip, uint64_t end, float* out, size_t frames);
 
     size_t capacity_;
     std::vector<float> frames_;

@@ -9,7 +9,6 @@ namespace hullrider {
 namespace {
 
 constexpr uint32_t kSmoothMs = 6;
-constexpr uint32_t kOrderMask = 0x7fffffff;  // an order's number in a report; what is left holds "sliding"
 
 uint64_t Pack(uint32_t high, uint32_t low) {
     return uint64_t{high} << 32 | low;
@@ -66,33 +65,12 @@ bool Volume::Sliding() const {
 
 void Volume::Post(const Order& order) {
     order_ = order;
-    number_ = (number_ + 1) & kOrderMask;
-    sequence_.store(number_ * 2 - 1);
-    values_.store(Pack(std::bit_cast<uint32_t>(order.jumpTo), std::bit_cast<uint32_t>(order.slideTo)));
-    timing_.store(Pack(order.timeMs, (order.jumps ? 2u : 0u) | (order.slides ? 1u : 0u)));
-    sequence_.store(number_ * 2);
-}
-
-bool Volume::ReadOrder(Order& order, uint32_t& number) const {
-    const uint32_t before = sequence_.load();
-    const uint64_t values = values_.load();
-    const uint64_t timing = timing_.load();
-    if (before % 2 != 0 || sequence_.load() != before) return false;
-    order.jumpTo = std::bit_cast<float>(High(values));
-    order.slideTo = std::bit_cast<float>(Low(values));
-    order.timeMs = High(timing);
-    order.jumps = (Low(timing) & 2u) != 0;
-    order.slides = (Low(timing) & 1u) != 0;
-    number = before / 2;
-    return true;
+    number_ = posted_.Post(order);
 }
 
 void Volume::Obey(bool sounding) {
     Order order;
-    uint32_t number = 0;
-    // A caller that is writing this very moment is heard with the next block.
-    if (!ReadOrder(order, number) || number == obeyed_) return;
-    obeyed_ = number;
+    if (!posted_.ReadNewer(obeyed_, order)) return;
     const size_t smoothFrames = sounding ? size_t{mixRate_} * kSmoothMs / 1000 : 0;
     if (order.jumps) line_.JumpTo(order.jumpTo, smoothFrames);
     if (order.slides) line_.SlideTo(order.slideTo, uint64_t{order.timeMs} * mixRate_ / 1000);
@@ -106,6 +84,7 @@ void Volume::MixInto(const float* frames, size_t count, float* mix, size_t block
     PostReport();
 }
 
+// An order's number has 31 bits; the one that is left holds "sliding".
 void Volume::PostReport() {
     report_.store(Pack(std::bit_cast<uint32_t>(line_.Value()), obeyed_ << 1 | (line_.Sliding() ? 1u : 0u)));
 }

@@ -8,6 +8,7 @@
 #include <mutex>
 
 #include "audio/gain_line.h"
+#include "audio/posted.h"
 
 namespace hullrider {
 
@@ -42,7 +43,6 @@ private:
         bool sliding;
     };
     void Post(const Order& order);
-    bool ReadOrder(Order& order, uint32_t& number) const;
     void Obey(bool sounding);
     void PostReport();
     Report LastReport() const;
@@ -53,12 +53,7 @@ private:
     Order order_;               // the last one posted
     uint32_t number_ = 0;       // its number
 
-    // The posted order, written by callers and read by the callback: a sequence lock made of atomics. Odd: being
-    // written.
-    std::atomic<uint32_t> sequence_{0};
-    std::atomic<uint64_t> values_{0};  // jumpTo, slideTo
-    std::atomic<uint64_t> timing_{0};  // timeMs, jumps, slides
-
+    Posted<Order> posted_;
     std::atomic<uint64_t> report_;
 
     // Callback only.

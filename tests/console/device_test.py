@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """device_test.py PROGRAM: the console front on a real sound server, which is killed, halted and changed under it."""
 
+import concurrent.futures
 import pathlib
 import shutil
 import subprocess
@@ -128,6 +129,22 @@ class DeviceTest(unittest.TestCase):
         (self.folder / "away").rename(music)
         player.say("NEXT_SONG")
         self.sec_until_heard("first")
+
+    def test_the_end_is_no_click(self):
+        player = self.start_player(play_sec=50)
+        self.sec_until_heard("first")
+        with concurrent.futures.ThreadPoolExecutor() as pool:
+            record = pool.submit(self.server.record, "first", 3)
+            time.sleep(1)
+            player.say("quit")
+            self.assertEqual(player.process.wait(timeout=PATIENCE_SEC), 0)
+            heard = record.result()
+        loud = [i for i, sample in enumerate(heard) if abs(sample) > AUDIBLE]
+        self.assertGreater(len(loud), RATE // 10, "nothing was recorded")
+        self.assertLess(loud[-1], len(heard) - RATE // 10, "it never ended")
+        end = heard[loud[-1] - RATE // 100:loud[-1] + RATE // 50]
+        # The tone itself moves by a twentieth of its amplitude from one sample to the next.
+        self.assertLess(max(abs(after - before) for before, after in zip(end, end[1:])), 0.02)
 
     def test_a_halted_server_holds_up_neither_time_nor_the_end(self):
         player = self.start_player(play_sec=3)

@@ -303,6 +303,16 @@ TEST_F(EffectsSound, WhatAProcedureBreaksIsGoneWithIt) {
     EXPECT_NEAR(AmplitudeAt(Left(Render(4410)), kRate, 1000.0), 0.2, 0.002);
 }
 
+// Each filter alone stays within the range of numbers.
+TEST_F(EffectsSound, FiltersThatLeaveTheRangeOfNumbersSilenceNobodyElse) {
+    const HSTREAM stream = PlayTone();
+    for (int i = 0; i < 20; i++) AddBand(stream, 1000.0f, 60.0f);
+    for (const float sample : Render(kRate)) ASSERT_TRUE(std::isfinite(sample));
+    Finish(stream);
+    PlayTone();
+    EXPECT_NEAR(Peak(Render(kRate)), 0.1f, 1e-6f);
+}
+
 TEST_F(EffectsSound, ASeekLeavesNothingInTheFilters) {
     TestSound sound = Tone(kRate, 2, 60.0, 2.0);
     std::fill(sound.samples.begin() + kRate * 2, sound.samples.end(), 0.0f);

@@ -143,6 +143,15 @@ TEST_F(VolumeSound, TheLevelForgetsWithinFiftyMilliseconds) {
     EXPECT_GT(BASS_ChannelGetLevel(stream) & 0xFFFF, 16000u);
     Render(2205);
     EXPECT_EQ(BASS_ChannelGetLevel(stream), 0u);
+
+    // Nor is it that from before a pause.
+    SeekToFrame(stream, 1000);
+    Render(4410);
+    EXPECT_GT(BASS_ChannelGetLevel(stream) & 0xFFFF, 16000u);
+    BASS_ChannelPause(stream);
+    Render(4410);
+    BASS_ChannelPlay(stream, false);
+    EXPECT_EQ(BASS_ChannelGetLevel(stream), 0u);
 }
 
 TEST_F(VolumeSound, TwoStreamsAddUp) {
