@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "audio/bass.h"
+#include "audio/mp4_duration.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -28,6 +29,7 @@ constexpr int kMaxBadPackets = 250;                  // in a row, before the res
 constexpr size_t kMaxAllocation = size_t{96} << 20;  // bytes at once; the table of a 24 hour M4A file takes as much
 constexpr int64_t kMaxWalkAtOpening = int64_t{64} << 20;  // bytes; takes 20 ms, or a second from a slow disk
 constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
+constexpr int64_t kFarAway = int64_t{1} << 48;  // a timestamp beyond any end
 
 void SetUpFfmpeg() {
     static std::once_flag once;
@@ -90,19 +92,30 @@ int FfmpegReader::Open(const std::string& path) {
     if (const int error = FindAudio(); error != BASS_OK) return error;
     if (const int error = OpenDecoder(); error != BASS_OK) return error;
 
-    // Only what decodes is a song, whatever its name and its first bytes say. The decoder also knows the true rate,
-    // which a container may tell wrongly (HE-AAC).
-    origin_ = stream_->start_time == AV_NOPTS_VALUE ? 0 : stream_->start_time;
+    // Only what decodes is a song, whatever its name and its first bytes say.
+    if (!DecodeFirst()) return BASS_ERROR_FILEFORM;
+    FindLength();
+    return BASS_OK;
+}
+
+// The decoder also knows the true rate, which a container may tell wrongly (HE-AAC). Frame 0 is the first that decodes:
+// FFmpeg counts junk before it as time.
+bool FfmpegReader::DecodeFirst() {
     rate_ = static_cast<uint32_t>(std::max(1, stream_->codecpar->sample_rate));
     endFrame_ = kNoEnd;
-    if (!Decode()) return BASS_ERROR_FILEFORM;
+    if (!Decode()) return false;
     rate_ = static_cast<uint32_t>(frame_->sample_rate);
     channels_ = static_cast<uint32_t>(frame_->ch_layout.nb_channels);
+    origin_ = stream_->start_time == AV_NOPTS_VALUE ? 0 : stream_->start_time;
+    if (frame_->best_effort_timestamp != AV_NOPTS_VALUE) origin_ = std::max(origin_, frame_->best_effort_timestamp);
+    if (IsMp3File() && sentPos_ >= 0) {
+        // Behind much junk FFmpeg does not know the time.
+        walk_.emplace(*format_, *stream_, sentPos_, sentTime_ == AV_NOPTS_VALUE ? origin_ : sentTime_);
+    }
     placed_ = false;
     Place();
-    FindLength();
     held_ = true;
-    return BASS_OK;
+    return true;
 }
 
 void FfmpegReader::FindLength() {
@@ -111,25 +124,38 @@ void FfmpegReader::FindLength() {
         duration =
             av_rescale_q(std::max<int64_t>(0, format_->duration), AVRational{1, AV_TIME_BASE}, stream_->time_base);
     }
-    if (IsMp3File()) duration = WalkedDuration(duration) - origin_;  // counts what is skipped at the beginning
+    if (IsMp3File()) duration = Mp3End(duration) - origin_;  // counts what is skipped at the beginning
+    if (IsMp4File()) duration = Mp4Duration(*format_, *stream_, duration, origin_);
     length_ = av_rescale_q(std::max<int64_t>(0, duration), stream_->time_base, {1, static_cast<int>(rate_)});
     // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there.
-    if (std::string_view(format_->iformat->name).starts_with("mov") && length_ > 0) endFrame_ = length_;
+    if (IsMp4File() && length_ > 0) endFrame_ = length_;
+    if (length_ == 0) FindLengthByDecoding();
+}
+
+// By the last packets: for a FLAC file that was written without knowing how much would come.
+void FfmpegReader::FindLengthByDecoding() {
+    constexpr int kMostPackets = 500;  // more when the end is not to be found that way
+    held_ = placed_ = drained_ = false;
+    if (Jump(kFarAway)) {
+        avcodec_flush_buffers(decoder_.get());
+        for (int i = 0; i < kMostPackets && Decode(); i++) length_ = std::max<int64_t>(0, position_);
+    }
+    Seek(0);
 }
 
 bool FfmpegReader::IsMp3File() const {
     return std::string_view(format_->iformat->name) == "mp3";
 }
 
-// Without a table, a duration is a guess by the first frame's bit rate; what a table says may be nonsense.
-int64_t FfmpegReader::WalkedDuration(int64_t told) {
-    constexpr int kLeastBitrate = 7000, kMostBitrate = 400000;  // bit/s
-    const int64_t bytes = avio_size(format_->pb);
-    const double seconds = static_cast<double>(told) * av_q2d(stream_->time_base);
-    const double bitrate = static_cast<double>(bytes) * 8.0 / std::max(seconds, 1e-9);
-    const bool guessed = format_->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
-    if (!guessed && bitrate > kLeastBitrate && bitrate < kMostBitrate) return told;
-    return walk_ && bytes <= kMaxWalkAtOpening ? walk_->FindEnd().value_or(told) : told;
+bool FfmpegReader::IsMp4File() const {
+    return std::string_view(format_->iformat->name).starts_with("mov");
+}
+
+// The timestamp at which an MP3 ends. Without a table, what FFmpeg tells is a guess by the first frame's bit rate.
+int64_t FfmpegReader::Mp3End(int64_t told) {
+    if (!walk_) return told;
+    if (const std::optional<int64_t> end = walk_->TableEnd()) return *end;
+    return avio_size(format_->pb) <= kMaxWalkAtOpening ? walk_->FindEnd().value_or(told) : told;
 }
 
 int FfmpegReader::FindAudio() {
@@ -198,10 +224,8 @@ bool FfmpegReader::SendPacket() {
         read = av_read_frame(format_.get(), packet_.get());
     } while (read >= 0 && packet_->stream_index != stream_->index);
     drained_ = read < 0;
-    // From the first packet on, its place and time are known.
-    if (!walk_ && IsMp3File() && packet_->pos >= 0 && packet_->dts != AV_NOPTS_VALUE) {
-        walk_.emplace(*format_, *stream_, packet_->pos, packet_->dts);
-    }
+    sentPos_ = packet_->pos;
+    sentTime_ = packet_->dts;
     const int sent = avcodec_send_packet(decoder_.get(), drained_ ? nullptr : packet_.get());
     av_packet_unref(packet_.get());
     return sent >= 0;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstddef>
 
+#include "audio/byte_reader.h"
+
 namespace hullrider {
 
 namespace {
@@ -14,48 +16,6 @@ constexpr size_t kMaxSysex = 4'000;  // a reset makes a synthesizer work as hard
 constexpr size_t kMaxSysexBytes = 1'000;
 constexpr double kMaxSeconds = 24.0 * 3600.0;  // what is said to happen later does not happen
 constexpr double kDefaultTempo = 500'000.0;    // microseconds a quarter note, 120 quarter notes a minute
-
-// Takes numbers off the front of some bytes; past their end, all are 0 and `good` is false.
-struct ByteReader {
-    std::string_view bytes;
-    bool good = true;
-
-    uint8_t Byte() {
-        if (bytes.empty()) {
-            good = false;
-            return 0;
-        }
-        const auto byte = static_cast<uint8_t>(bytes.front());
-        bytes.remove_prefix(1);
-        return byte;
-    }
-    uint32_t BigEndian(int count) {
-        uint32_t value = 0;
-        for (int i = 0; i < count; i++) value = value << 8 | Byte();
-        return value;
-    }
-    // Seven bits a byte, highest first, at most four bytes.
-    uint32_t VariableLength() {
-        uint32_t value = 0;
-        for (int i = 0; i < 4; i++) {
-            const uint8_t byte = Byte();
-            value = value << 7 | (byte & 0x7fu);
-            if (byte < 0x80) return value;
-        }
-        good = false;
-        return 0;
-    }
-    std::string_view Take(uint32_t count) {
-        if (count > bytes.size()) {
-            good = false;
-            bytes = {};
-            return {};
-        }
-        const std::string_view taken = bytes.substr(0, count);
-        bytes.remove_prefix(count);
-        return taken;
-    }
-};
 
 struct TempoChange {
     double tick;
