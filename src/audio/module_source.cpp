@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <array>
 #include <atomic>
+#include <cmath>
 #include <cstdint>
 #include <exception>
 #include <libopenmpt/libopenmpt.hpp>
@@ -29,9 +31,9 @@ public:
         module_.select_subsong(0);
         module_.set_repeat_count(loop_ ? -1 : 0);
         module_.set_render_param(openmpt::module::RENDER_INTERPOLATIONFILTER_LENGTH, 8);
-        const double seconds = std::clamp(module_.get_duration_seconds(), 0.0, kMaxSeconds);
-        length_ = static_cast<int64_t>(seconds * rate_);
+        FindLength();
         if (loop_) FindLoopStart();
+        module_.ctl_set_boolean("seek.sync_samples", true);  // after a seek, what was struck before it is heard still
     }
 
     SourceFormat Format() const override { return {rate_, kStereo, BASS_CTYPE_MUSIC_MOD}; }
@@ -64,6 +66,20 @@ public:
     }
 
 private:
+    // A tick is a whole number of frames, so a module's length depends on the rate, and so does the time of every row.
+    // The library reckons with the rate at which it was asked to render last, and tells the length at another one. But
+    // it goes to the end, or where the song goes on after that, when asked for a place behind it.
+    void FindLength() {
+        constexpr double kMostOff = 0.005;
+        std::array<float, kStereo> none{};
+        module_.read_interleaved_stereo(static_cast<int32_t>(rate_), 0, none.data());
+        const double told = std::clamp(module_.get_duration_seconds(), 0.0, kMaxSeconds);
+        const double end = module_.set_position_seconds(kMaxSeconds);
+        const double seconds = std::fabs(end - told) < kMostOff * told ? end : told;
+        length_ = static_cast<int64_t>(seconds * rate_);
+        module_.set_position_seconds(0.0);
+    }
+
     // A module may go on anywhere after its end. The library does not tell where, so it is played over the end.
     void FindLoopStart() {
         constexpr double kBefore = 0.05, kBeyond = 0.01;
