@@ -7,6 +7,7 @@
 
 #include "audio/bass.h"
 #include "audio/mp4_duration.h"
+#include "audio/mp4_tables.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -72,6 +73,7 @@ FfmpegReader::~FfmpegReader() = default;
 int FfmpegReader::Open(const std::string& path) {
     SetUpFfmpeg();
     if (!packet_ || !frame_) return BASS_ERROR_MEM;
+    if (HasAbsurdMp4Tables(path)) return BASS_ERROR_FILEFORM;
     AVDictionary* options = nullptr;
     av_dict_set(&options, "format_whitelist", kFormats, 0);
     av_dict_set(&options, "protocol_whitelist", "file", 0);
