@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "audio/bass.h"
-#include "audio/mp4_duration.h"
 #include "audio/mp4_tables.h"
 
 extern "C" {
@@ -28,9 +27,7 @@ constexpr int kMinRate = 1000;
 constexpr int kMaxRate = 768000;
 constexpr int kMaxBadPackets = 250;                  // in a row, before the rest of a file is given up
 constexpr size_t kMaxAllocation = size_t{96} << 20;  // bytes at once; the table of a 24 hour M4A file takes as much
-constexpr int64_t kMaxWalkAtOpening = int64_t{64} << 20;  // bytes; takes 20 ms, or a second from a slow disk
 constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
-constexpr int64_t kFarAway = int64_t{1} << 48;  // a timestamp beyond any end
 
 void SetUpFfmpeg() {
     static std::once_flag once;
@@ -118,46 +115,6 @@ bool FfmpegReader::DecodeFirst() {
     Place();
     held_ = true;
     return true;
-}
-
-void FfmpegReader::FindLength() {
-    int64_t duration = stream_->duration;
-    if (duration == AV_NOPTS_VALUE) {
-        duration =
-            av_rescale_q(std::max<int64_t>(0, format_->duration), AVRational{1, AV_TIME_BASE}, stream_->time_base);
-    }
-    if (IsMp3File()) duration = Mp3End(duration) - origin_;  // counts what is skipped at the beginning
-    if (IsMp4File()) duration = Mp4Duration(*format_, *stream_, duration, origin_);
-    length_ = av_rescale_q(std::max<int64_t>(0, duration), stream_->time_base, {1, static_cast<int>(rate_)});
-    // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there.
-    if (IsMp4File() && length_ > 0) endFrame_ = length_;
-    if (length_ == 0) FindLengthByDecoding();
-}
-
-// By the last packets: for a FLAC file that was written without knowing how much would come.
-void FfmpegReader::FindLengthByDecoding() {
-    constexpr int kMostPackets = 500;  // more when the end is not to be found that way
-    held_ = placed_ = drained_ = false;
-    if (Jump(kFarAway)) {
-        avcodec_flush_buffers(decoder_.get());
-        for (int i = 0; i < kMostPackets && Decode(); i++) length_ = std::max<int64_t>(0, position_);
-    }
-    Seek(0);
-}
-
-bool FfmpegReader::IsMp3File() const {
-    return std::string_view(format_->iformat->name) == "mp3";
-}
-
-bool FfmpegReader::IsMp4File() const {
-    return std::string_view(format_->iformat->name).starts_with("mov");
-}
-
-// The timestamp at which an MP3 ends. Without a table, what FFmpeg tells is a guess by the first frame's bit rate.
-int64_t FfmpegReader::Mp3End(int64_t told) {
-    if (!walk_) return told;
-    if (const std::optional<int64_t> end = walk_->TableEnd()) return *end;
-    return avio_size(format_->pb) <= kMaxWalkAtOpening ? walk_->FindEnd().value_or(told) : told;
 }
 
 int FfmpegReader::FindAudio() {
