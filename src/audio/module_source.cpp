@@ -4,12 +4,16 @@
 #include <cmath>
 #include <cstdint>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <libopenmpt/libopenmpt.hpp>
 #include <optional>
 #include <sstream>
+#include <system_error>
 #include <vector>
 
 #include "audio/bass.h"
+#include "audio/module_samples.h"
 #include "audio/ring.h"
 #include "audio/source.h"
 #include "platform/files.h"
@@ -20,8 +24,9 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMaxFileBytes = size_t{128} << 20;
-constexpr double kMaxSeconds = 6.0 * 3600.0;  // a module that claims more ends there
-constexpr double kMaxDropSeconds = 20.0;      // rendered and dropped to reach a place inside a row
+constexpr uint64_t kFairSampleBytes = uint64_t{48} << 20;  // and some more for every byte of the file
+constexpr double kMaxSeconds = 6.0 * 3600.0;               // a module that claims more ends there
+constexpr double kMaxDropSeconds = 20.0;                   // rendered and dropped to reach a place inside a row
 
 class ModuleSource : public Source {
 public:
@@ -138,20 +143,31 @@ private:
     std::atomic<int64_t> length_{0};
 };
 
+// By its first bytes, so that a large file which is none is not read.
+bool MayBeModule(const std::string& path, int& error) {
+    const std::filesystem::path file = PathFromUtf8(path);
+    std::error_code unknown;
+    std::ifstream in;
+    if (std::filesystem::is_regular_file(file, unknown)) in.open(file, std::ios::binary);
+    if (!in.is_open()) return error = BASS_ERROR_FILEOPEN, false;
+    return openmpt::probe_file_header(openmpt::probe_file_header_flags_default2, in) !=
+           openmpt::probe_file_header_result_failure;
+}
+
 }  // namespace
 
 std::unique_ptr<Source> OpenModuleSource(const SourceRequest& request, int& error) {
-    std::optional<std::string> file;
-    if (IsUtf8(request.path)) file = ReadWholeFile(request.path, kMaxFileBytes);
-    if (!file) {
-        error = BASS_ERROR_FILEOPEN;
-        return nullptr;
-    }
+    error = BASS_ERROR_FILEOPEN;
+    if (!IsUtf8(request.path)) return nullptr;
+    error = BASS_ERROR_FILEFORM;
+    if (!MayBeModule(request.path, error)) return nullptr;
+    const std::optional<std::string> file = ReadWholeFile(request.path, kMaxFileBytes);
+    if (!file || ModuleSampleBytes(*file) > kFairSampleBytes + file->size() * 8) return nullptr;
     try {
+        auto source = std::make_unique<ModuleSource>(request, *file);
         error = BASS_OK;
-        return std::make_unique<ModuleSource>(request, *file);
+        return source;
     } catch (const std::exception&) {
-        error = BASS_ERROR_FILEFORM;
         return nullptr;
     }
 }

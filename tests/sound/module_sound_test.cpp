@@ -89,6 +89,14 @@ TEST_F(ModuleSound, ASeekSoundsAsIfTheSongHadBeenPlayedUpToThere) {
     EXPECT_NEAR(LengthSec(music), length, 0.15);  // the last notes fade
 }
 
+TEST_F(ModuleSound, AModuleThatWouldFillTheMemoryIsRefused) {
+    EXPECT_NE(Load(PackedModuleBytes(1, 1'000'000)), 0u);
+    for (const std::string& bytes : {PackedModuleBytes(99, 1'000'000), std::string(100'000, 'x')}) {
+        EXPECT_EQ(BASS_MusicLoad(false, folder_.Write("bad.it", bytes).c_str(), 0, 0, 0, 0), 0u);
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM);
+    }
+}
+
 TEST_F(ModuleSound, LoopsAndSeeks) {
     const HMUSIC music = Load(ModuleBytes(428, 4), BASS_SAMPLE_LOOP);
     BASS_ChannelPlay(music, false);
