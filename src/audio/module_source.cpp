@@ -160,10 +160,10 @@ std::unique_ptr<Source> OpenModuleSource(const SourceRequest& request, int& erro
     error = BASS_ERROR_FILEOPEN;
     if (!IsUtf8(request.path)) return nullptr;
     error = BASS_ERROR_FILEFORM;
-    if (!MayBeModule(request.path, error)) return nullptr;
-    const std::optional<std::string> file = ReadWholeFile(request.path, kMaxFileBytes);
-    if (!file || ModuleSampleBytes(*file) > kFairSampleBytes + file->size() * 8) return nullptr;
     try {
+        if (!MayBeModule(request.path, error)) return nullptr;
+        const std::optional<std::string> file = ReadWholeFile(request.path, kMaxFileBytes);
+        if (!file || ModuleSampleBytes(*file) > kFairSampleBytes + file->size() * 8) return nullptr;
         auto source = std::make_unique<ModuleSource>(request, *file);
         error = BASS_OK;
         return source;
