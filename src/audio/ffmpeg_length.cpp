@@ -26,12 +26,14 @@ void FfmpegReader::FindLength() {
         duration =
             av_rescale_q(std::max<int64_t>(0, format_->duration), AVRational{1, AV_TIME_BASE}, stream_->time_base);
     }
-    if (IsMp3File()) duration = Mp3End(duration) - origin_;  // counts what is skipped at the beginning
+    bool junkFollows = false;
+    if (IsMp3File()) duration = Mp3End(duration, junkFollows) - origin_;  // counts what is skipped at the beginning
     if (IsMp4File()) duration = Mp4Duration(*format_, *stream_, duration, origin_);
     const int64_t frames = av_rescale_q(duration, stream_->time_base, {1, static_cast<int>(rate_)});
     length_ = frames < 0 || frames > kMostFrames ? 0 : frames;
-    // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there.
-    if (IsMp4File() && length_ > 0) endFrame_ = length_;
+    // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there. Junk would be
+    // taken in whole in search of another frame.
+    if ((IsMp4File() || junkFollows) && length_ > 0) endFrame_ = length_;
     if (length_ == 0) FindLengthByDecoding();
 }
 
@@ -55,10 +57,14 @@ bool FfmpegReader::IsMp4File() const {
 }
 
 // The timestamp at which an MP3 ends. Without a table, what FFmpeg tells is a guess by the first frame's bit rate.
-int64_t FfmpegReader::Mp3End(int64_t told) {
+int64_t FfmpegReader::Mp3End(int64_t told, bool& junkFollows) {
     if (!walk_) return told;
     if (const std::optional<int64_t> end = walk_->TableEnd()) return *end;
-    return avio_size(format_->pb) <= kMaxWalkAtOpening ? walk_->FindEnd().value_or(told) : told;
+    if (avio_size(format_->pb) > kMaxWalkAtOpening) return told;
+    const std::optional<Mp3Walk::End> end = walk_->FindEnd();
+    if (!end) return told;
+    junkFollows = end->junkFollows;
+    return end->timestamp;
 }
 
 }  // namespace hullrider

@@ -85,9 +85,7 @@ int FfmpegReader::Open(const std::string& path) {
     if (opened < 0) return BASS_ERROR_FILEFORM;
     format_.reset(format);
 
-    // Where the MP3 demuxer looks for a table and finds none, it leaves the checksum of one running for the whole file.
-    if (IsMp3File()) format_->pb->update_checksum = nullptr;
-
+    if (IsMp3File() && !ReadyMp3()) return BASS_ERROR_FILEFORM;
     if (const int error = FindAudio(); error != BASS_OK) return error;
     if (const int error = OpenDecoder(); error != BASS_OK) return error;
 
@@ -95,6 +93,15 @@ int FfmpegReader::Open(const std::string& path) {
     if (!DecodeFirst()) return BASS_ERROR_FILEFORM;
     FindLength();
     return BASS_OK;
+}
+
+// FFmpeg would take in junk before the first frame whole, and make frames of some of it.
+bool FfmpegReader::ReadyMp3() {
+    AVIOContext* file = format_->pb;
+    file->update_checksum = nullptr;  // where the demuxer looks for a table and finds none, it leaves this running
+    Mp3Walk walk(*format_, *format_->streams[0], avio_tell(file), 0);
+    const std::optional<int64_t> frame = walk.FindFrame();
+    return frame && avio_seek(file, *frame, SEEK_SET) >= 0;
 }
 
 // The decoder also knows the true rate, which a container may tell wrongly (HE-AAC). Frame 0 is the first that decodes:
@@ -191,10 +198,9 @@ bool FfmpegReader::SendPacket() {
 }
 
 const AVFrame* FfmpegReader::Next() {
-    while (held_ || Decode()) {
+    while (held_ || (position_ < endFrame_ && Decode())) {
         held_ = false;
         if (TrimFrame()) return frame_.get();
-        if (position_ >= endFrame_) return nullptr;
     }
     return nullptr;
 }

@@ -67,9 +67,10 @@ private:
     bool IsMp3File() const;
     bool IsMp4File() const;
     int OpenDecoder();
+    bool ReadyMp3();
     bool DecodeFirst();
     void FindLength();
-    int64_t Mp3End(int64_t told);
+    int64_t Mp3End(int64_t told, bool& junkFollows);
     void FindLengthByDecoding();
     bool Decode();
     void Place();

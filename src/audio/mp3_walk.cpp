@@ -17,8 +17,8 @@ namespace hullrider {
 
 namespace {
 
-constexpr uint32_t kFramesAnEntry = 16;         // less than half a second, which is read and dropped after a jump
-constexpr int64_t kMaxJunk = int64_t{8} << 20;  // bytes in all; covers what else files hold, such as pictures
+constexpr uint32_t kFramesAnEntry = 16;          // less than half a second, which is read and dropped after a jump
+constexpr int64_t kMaxJunk = int64_t{16} << 20;  // bytes on end; covers what else files hold, such as pictures
 
 constexpr uint32_t kBitrates1[] = {0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320};  // kbit/s
 constexpr uint32_t kBitrates2[] = {0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160};
@@ -74,6 +74,10 @@ std::optional<Mp3Table> Mp3Walk::ReadTable() {
     return {};
 }
 
+std::optional<int64_t> Mp3Walk::FindFrame() {
+    return HeaderAt(pos_) || FindNext() ? std::optional(pos_) : std::nullopt;
+}
+
 void Mp3Walk::GoBeyond(int64_t timestamp) {
     while (timestamp_ <= timestamp && Step()) {
     }
@@ -97,13 +101,13 @@ std::optional<int64_t> Mp3Walk::TableEnd() {
     return timestamp_ + Duration(samples - padding, table->header);
 }
 
-std::optional<int64_t> Mp3Walk::FindEnd() {
+std::optional<Mp3Walk::End> Mp3Walk::FindEnd() {
     const int64_t place = avio_tell(format_->pb);
     while (Step()) {
     }
-    const bool atEnd = format_->pb->eof_reached != 0 && format_->pb->error == 0;
+    const bool readable = format_->pb->error == 0, atEnd = format_->pb->eof_reached != 0;
     avio_seek(format_->pb, place, SEEK_SET);
-    return atEnd ? std::optional(timestamp_) : std::nullopt;
+    return readable && frames_ > 0 ? std::optional(End{timestamp_, !atEnd}) : std::nullopt;
 }
 
 // Passes one frame. False: no more of them are found.
@@ -126,7 +130,7 @@ int64_t Mp3Walk::Duration(int64_t samples, const Mp3Header& header) const {
 bool Mp3Walk::FindNext() {
     uint32_t word = 0;
     avio_seek(format_->pb, pos_, SEEK_SET);
-    for (int64_t at = pos_ - 3; junk_ < kMaxJunk && avio_feof(format_->pb) == 0; at++, junk_++) {
+    for (int64_t at = pos_ - 3; at < pos_ + kMaxJunk && avio_feof(format_->pb) == 0; at++) {
         word = word << 8 | static_cast<uint32_t>(avio_r8(format_->pb));
         const std::optional<Mp3Header> header = at < pos_ ? std::nullopt : ParseMp3Header(word);
         if (!header) continue;

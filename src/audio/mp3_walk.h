@@ -43,6 +43,9 @@ public:
     Mp3Walk(AVFormatContext& format, AVStream& stream, int64_t pos, int64_t timestamp)
         : format_(&format), stream_(&stream), pos_(pos), timestamp_(timestamp) {}
 
+    // The file's byte at which there is a frame, here or behind junk. Before any walking.
+    std::optional<int64_t> FindFrame();
+
     // Walks on until after `timestamp`, and enters what it passes in the stream's index, from which FFmpeg seeks. The
     // file is left at any place.
     void GoBeyond(int64_t timestamp);
@@ -51,8 +54,13 @@ public:
     // or none that fits the file, as after a download that broke off. Before any walking.
     std::optional<int64_t> TableEnd();
 
-    // The same by walking there; nothing when the walk did not come to the end.
-    std::optional<int64_t> FindEnd();
+    // The same by walking there: to the end of the file, or to where nothing but junk follows. Nothing when there is no
+    // frame, or the file cannot be read.
+    struct End {
+        int64_t timestamp;
+        bool junkFollows;  // megabytes of it, as in a download whose end was never filled in
+    };
+    std::optional<End> FindEnd();
 
 private:
     std::optional<Mp3Table> ReadTable();
@@ -64,7 +72,6 @@ private:
     AVFormatContext* format_;
     AVStream* stream_;
     int64_t pos_, timestamp_;
-    int64_t junk_ = 0;  // bytes passed that were no frame
     uint32_t frames_ = 0;
 };
 

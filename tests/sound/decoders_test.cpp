@@ -177,6 +177,7 @@ TEST_F(Decoders, LengthsAndPlacesAreTrueWhateverTheFileSays) {
                              {"cut.m4a", cut(bytesOf("b.m4a", "-movflags +faststart")), 4.0},
                              {"junk.mp3", junk + bytesOf("c.mp3", "-b:a 64k -write_xing 0 -id3v2_version 0"), 9.99},
                              {"two.mp3", mp3 + mp3, 19.99},
+                             {"unfilled.mp3", mp3 + std::string(20'000'000, '\0'), 9.99},
                              {"unknown.flac", unknown, 9.99},
                              {"store.m4a", store, 9.99}}) {
         SCOPED_TRACE(test.name);
