@@ -61,6 +61,7 @@ int64_t FfmpegReader::Mp3End(int64_t told, bool& junkFollows) {
     if (!walk_) return told;
     if (const std::optional<int64_t> end = walk_->TableEnd()) return *end;
     if (avio_size(format_->pb) > kMaxWalkAtOpening) return told;
+    mostBytesRead_ = INT64_MAX;
     const std::optional<Mp3Walk::End> end = walk_->FindEnd();
     if (!end) return told;
     junkFollows = end->junkFollows;

@@ -27,6 +27,9 @@ constexpr int kMinRate = 1000;
 constexpr int kMaxRate = 768000;
 constexpr int kMaxBadPackets = 250;                  // in a row, before the rest of a file is given up
 constexpr size_t kMaxAllocation = size_t{96} << 20;  // bytes at once; the table of a 24 hour M4A file takes as much
+// What FFmpeg may read at once in search of a frame, all of which it keeps: in a download that was never filled in, or
+// in one that is no song, there is none.
+constexpr int64_t kMaxSearch = int64_t{16} << 20;
 constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
 
 void SetUpFfmpeg() {
@@ -77,8 +80,8 @@ int FfmpegReader::Open(const std::string& path) {
     av_dict_set(&options, "max_probe_packets", "1", 0);  // PCM is what it says, and no other codec in disguise
     AVFormatContext* format = avformat_alloc_context();
     if (format == nullptr) return av_dict_free(&options), BASS_ERROR_MEM;
-    format->interrupt_callback = {
-        [](void* cancelled) { return static_cast<std::atomic<bool>*>(cancelled)->load() ? 1 : 0; }, &cancelled_};
+    format->interrupt_callback = {[](void* self) { return static_cast<FfmpegReader*>(self)->MustStop() ? 1 : 0; },
+                                  this};
     const int opened = avformat_open_input(&format, ("file:" + path).c_str(), nullptr, &options);
     av_dict_free(&options);
     if (opened == AVERROR(ENOENT) || opened == AVERROR(EACCES)) return BASS_ERROR_FILEOPEN;
@@ -93,6 +96,14 @@ int FfmpegReader::Open(const std::string& path) {
     if (!DecodeFirst()) return BASS_ERROR_FILEFORM;
     FindLength();
     return BASS_OK;
+}
+
+bool FfmpegReader::MustStop() const {
+    return cancelled_.load() || (format_ && BytesRead() > mostBytesRead_);
+}
+
+int64_t FfmpegReader::BytesRead() const {
+    return format_->pb->bytes_read;
 }
 
 // FFmpeg would take in junk before the first frame whole, and make frames of some of it.
@@ -128,6 +139,7 @@ int FfmpegReader::FindAudio() {
     // Otherwise fifty packets, of PCM nearly a megabyte, are read and kept while a timestamp is waited for. Only raw
     // AAC comes to its true bit rate, and so to its length, that way.
     if (std::string_view(format_->iformat->name) != "aac") format_->max_ts_probe = 1;
+    mostBytesRead_ = BytesRead() + kMaxSearch;
     if (avformat_find_stream_info(format_.get(), nullptr) < 0) return BASS_ERROR_FILEFORM;
     const int index = av_find_best_stream(format_.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
     if (index < 0) return BASS_ERROR_FILEFORM;
@@ -187,6 +199,7 @@ bool FfmpegReader::SendPacket() {
     int read = 0;
     do {
         av_packet_unref(packet_.get());
+        mostBytesRead_ = BytesRead() + kMaxSearch;
         read = av_read_frame(format_.get(), packet_.get());
     } while (read >= 0 && packet_->stream_index != stream_->index);
     drained_ = read < 0;
@@ -245,6 +258,7 @@ bool FfmpegReader::SeekBefore(int64_t frame, int64_t prerollFrames) {
 }
 
 bool FfmpegReader::Jump(int64_t timestamp) {
+    mostBytesRead_ = INT64_MAX;
     if (walk_) walk_->GoBeyond(timestamp);
     return av_seek_frame(format_.get(), stream_->index, timestamp, AVSEEK_FLAG_BACKWARD) >= 0;
 }

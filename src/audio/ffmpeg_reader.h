@@ -66,6 +66,8 @@ private:
     int FindAudio();
     bool IsMp3File() const;
     bool IsMp4File() const;
+    bool MustStop() const;
+    int64_t BytesRead() const;
     int OpenDecoder();
     bool ReadyMp3();
     bool DecodeFirst();
@@ -84,6 +86,7 @@ private:
     int64_t TimestampOfFrame(int64_t frame) const;
 
     std::atomic<bool> cancelled_{false};
+    int64_t mostBytesRead_ = INT64_MAX;  // FFmpeg is stopped when it has read more
     FfmpegPtr<AVFormatContext> format_;
     FfmpegPtr<AVCodecContext> decoder_;
     FfmpegPtr<AVPacket> packet_;
