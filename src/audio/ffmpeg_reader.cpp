@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "audio/bass.h"
+#include "audio/mp4_tables.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -26,7 +27,9 @@ constexpr int kMinRate = 1000;
 constexpr int kMaxRate = 768000;
 constexpr int kMaxBadPackets = 250;                  // in a row, before the rest of a file is given up
 constexpr size_t kMaxAllocation = size_t{96} << 20;  // bytes at once; the table of a 24 hour M4A file takes as much
-constexpr int64_t kMaxWalkAtOpening = int64_t{64} << 20;  // bytes; takes 20 ms, or a second from a slow disk
+// What FFmpeg may read at once in search of a frame, all of which it keeps: in a download that was never filled in, or
+// in one that is no song, there is none.
+constexpr int64_t kMaxSearch = int64_t{16} << 20;
 constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
 
 void SetUpFfmpeg() {
@@ -70,72 +73,73 @@ FfmpegReader::~FfmpegReader() = default;
 int FfmpegReader::Open(const std::string& path) {
     SetUpFfmpeg();
     if (!packet_ || !frame_) return BASS_ERROR_MEM;
+    if (HasAbsurdMp4Tables(path)) return BASS_ERROR_FILEFORM;
     AVDictionary* options = nullptr;
     av_dict_set(&options, "format_whitelist", kFormats, 0);
     av_dict_set(&options, "protocol_whitelist", "file", 0);
     av_dict_set(&options, "max_probe_packets", "1", 0);  // PCM is what it says, and no other codec in disguise
     AVFormatContext* format = avformat_alloc_context();
     if (format == nullptr) return av_dict_free(&options), BASS_ERROR_MEM;
-    format->interrupt_callback = {
-        [](void* cancelled) { return static_cast<std::atomic<bool>*>(cancelled)->load() ? 1 : 0; }, &cancelled_};
+    format->interrupt_callback = {[](void* self) { return static_cast<FfmpegReader*>(self)->MustStop() ? 1 : 0; },
+                                  this};
     const int opened = avformat_open_input(&format, ("file:" + path).c_str(), nullptr, &options);
     av_dict_free(&options);
     if (opened == AVERROR(ENOENT) || opened == AVERROR(EACCES)) return BASS_ERROR_FILEOPEN;
     if (opened < 0) return BASS_ERROR_FILEFORM;
     format_.reset(format);
 
-    // Where the MP3 demuxer looks for a table and finds none, it leaves the checksum of one running for the whole file.
-    if (IsMp3File()) format_->pb->update_checksum = nullptr;
-
+    if (IsMp3File() && !ReadyMp3()) return BASS_ERROR_FILEFORM;
     if (const int error = FindAudio(); error != BASS_OK) return error;
     if (const int error = OpenDecoder(); error != BASS_OK) return error;
 
-    // Only what decodes is a song, whatever its name and its first bytes say. The decoder also knows the true rate,
-    // which a container may tell wrongly (HE-AAC).
-    origin_ = stream_->start_time == AV_NOPTS_VALUE ? 0 : stream_->start_time;
-    rate_ = static_cast<uint32_t>(std::max(1, stream_->codecpar->sample_rate));
-    endFrame_ = kNoEnd;
-    if (!Decode()) return BASS_ERROR_FILEFORM;
-    rate_ = static_cast<uint32_t>(frame_->sample_rate);
-    channels_ = static_cast<uint32_t>(frame_->ch_layout.nb_channels);
-    placed_ = false;
-    Place();
+    // Only what decodes is a song, whatever its name and its first bytes say.
+    if (!DecodeFirst()) return BASS_ERROR_FILEFORM;
     FindLength();
-    held_ = true;
     return BASS_OK;
 }
 
-void FfmpegReader::FindLength() {
-    int64_t duration = stream_->duration;
-    if (duration == AV_NOPTS_VALUE) {
-        duration =
-            av_rescale_q(std::max<int64_t>(0, format_->duration), AVRational{1, AV_TIME_BASE}, stream_->time_base);
+bool FfmpegReader::MustStop() const {
+    return cancelled_.load() || (format_ && BytesRead() > mostBytesRead_);
+}
+
+int64_t FfmpegReader::BytesRead() const {
+    return format_->pb->bytes_read;
+}
+
+// FFmpeg would take in junk before the first frame whole, and make frames of some of it.
+bool FfmpegReader::ReadyMp3() {
+    AVIOContext* file = format_->pb;
+    file->update_checksum = nullptr;  // where the demuxer looks for a table and finds none, it leaves this running
+    Mp3Walk walk(*format_, *format_->streams[0], avio_tell(file), 0);
+    const std::optional<int64_t> frame = walk.FindFrame();
+    return frame && avio_seek(file, *frame, SEEK_SET) >= 0;
+}
+
+// The decoder also knows the true rate, which a container may tell wrongly (HE-AAC). Frame 0 is the first that decodes:
+// FFmpeg counts junk before it as time.
+bool FfmpegReader::DecodeFirst() {
+    rate_ = static_cast<uint32_t>(std::max(1, stream_->codecpar->sample_rate));
+    endFrame_ = kNoEnd;
+    if (!Decode()) return false;
+    rate_ = static_cast<uint32_t>(frame_->sample_rate);
+    channels_ = static_cast<uint32_t>(frame_->ch_layout.nb_channels);
+    origin_ = stream_->start_time == AV_NOPTS_VALUE ? 0 : stream_->start_time;
+    if (frame_->best_effort_timestamp != AV_NOPTS_VALUE) origin_ = std::max(origin_, frame_->best_effort_timestamp);
+    if (IsMp3File() && sentPos_ >= 0) {
+        // Behind much junk FFmpeg does not know the time.
+        walk_.emplace(*format_, *stream_, sentPos_, sentTime_ == AV_NOPTS_VALUE ? origin_ : sentTime_);
     }
-    if (IsMp3File()) duration = WalkedDuration(duration) - origin_;  // counts what is skipped at the beginning
-    length_ = av_rescale_q(std::max<int64_t>(0, duration), stream_->time_base, {1, static_cast<int>(rate_)});
-    // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there.
-    if (std::string_view(format_->iformat->name).starts_with("mov") && length_ > 0) endFrame_ = length_;
-}
-
-bool FfmpegReader::IsMp3File() const {
-    return std::string_view(format_->iformat->name) == "mp3";
-}
-
-// Without a table, a duration is a guess by the first frame's bit rate; what a table says may be nonsense.
-int64_t FfmpegReader::WalkedDuration(int64_t told) {
-    constexpr int kLeastBitrate = 7000, kMostBitrate = 400000;  // bit/s
-    const int64_t bytes = avio_size(format_->pb);
-    const double seconds = static_cast<double>(told) * av_q2d(stream_->time_base);
-    const double bitrate = static_cast<double>(bytes) * 8.0 / std::max(seconds, 1e-9);
-    const bool guessed = format_->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
-    if (!guessed && bitrate > kLeastBitrate && bitrate < kMostBitrate) return told;
-    return walk_ && bytes <= kMaxWalkAtOpening ? walk_->FindEnd().value_or(told) : told;
+    placed_ = false;
+    Place();
+    held_ = true;
+    return true;
 }
 
 int FfmpegReader::FindAudio() {
     // Otherwise fifty packets, of PCM nearly a megabyte, are read and kept while a timestamp is waited for. Only raw
     // AAC comes to its true bit rate, and so to its length, that way.
     if (std::string_view(format_->iformat->name) != "aac") format_->max_ts_probe = 1;
+    mostBytesRead_ = BytesRead() + kMaxSearch;
     if (avformat_find_stream_info(format_.get(), nullptr) < 0) return BASS_ERROR_FILEFORM;
     const int index = av_find_best_stream(format_.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
     if (index < 0) return BASS_ERROR_FILEFORM;
@@ -195,23 +199,21 @@ bool FfmpegReader::SendPacket() {
     int read = 0;
     do {
         av_packet_unref(packet_.get());
+        mostBytesRead_ = BytesRead() + kMaxSearch;
         read = av_read_frame(format_.get(), packet_.get());
     } while (read >= 0 && packet_->stream_index != stream_->index);
     drained_ = read < 0;
-    // From the first packet on, its place and time are known.
-    if (!walk_ && IsMp3File() && packet_->pos >= 0 && packet_->dts != AV_NOPTS_VALUE) {
-        walk_.emplace(*format_, *stream_, packet_->pos, packet_->dts);
-    }
+    sentPos_ = packet_->pos;
+    sentTime_ = packet_->dts;
     const int sent = avcodec_send_packet(decoder_.get(), drained_ ? nullptr : packet_.get());
     av_packet_unref(packet_.get());
     return sent >= 0;
 }
 
 const AVFrame* FfmpegReader::Next() {
-    while (held_ || Decode()) {
+    while (held_ || (position_ < endFrame_ && Decode())) {
         held_ = false;
         if (TrimFrame()) return frame_.get();
-        if (position_ >= endFrame_) return nullptr;
     }
     return nullptr;
 }
@@ -256,6 +258,7 @@ bool FfmpegReader::SeekBefore(int64_t frame, int64_t prerollFrames) {
 }
 
 bool FfmpegReader::Jump(int64_t timestamp) {
+    mostBytesRead_ = INT64_MAX;
     if (walk_) walk_->GoBeyond(timestamp);
     return av_seek_frame(format_.get(), stream_->index, timestamp, AVSEEK_FLAG_BACKWARD) >= 0;
 }

@@ -1,7 +1,7 @@
 // Decodes the first audio stream of a file, from any place of it on. One thread at a time.
 //
-// Frames are counted at the sample rate of the file's first decoded packet, from the first frame that is meant to be
-// heard: what an encoder put before and after it (gapless data) is left out.
+// Frames are counted at the sample rate of the file's first decoded packet, from the first frame that can be decoded
+// and is meant to be heard: what an encoder put before and after the sound (gapless data) is left out, and so is junk.
 #pragma once
 
 #include <algorithm>
@@ -65,9 +65,15 @@ public:
 private:
     int FindAudio();
     bool IsMp3File() const;
-    void FindLength();
-    int64_t WalkedDuration(int64_t told);
+    bool IsMp4File() const;
+    bool MustStop() const;
+    int64_t BytesRead() const;
     int OpenDecoder();
+    bool ReadyMp3();
+    bool DecodeFirst();
+    void FindLength();
+    int64_t Mp3End(int64_t told, bool& junkFollows);
+    void FindLengthByDecoding();
     bool Decode();
     void Place();
     bool SendPacket();
@@ -80,6 +86,7 @@ private:
     int64_t TimestampOfFrame(int64_t frame) const;
 
     std::atomic<bool> cancelled_{false};
+    int64_t mostBytesRead_ = INT64_MAX;  // FFmpeg is stopped when it has read more
     FfmpegPtr<AVFormatContext> format_;
     FfmpegPtr<AVCodecContext> decoder_;
     FfmpegPtr<AVPacket> packet_;
@@ -90,6 +97,8 @@ private:
     int64_t length_ = 0;
     int64_t origin_ = 0;    // the timestamp of frame 0, in the stream's time base
     int64_t endFrame_ = 0;  // where the file says that the sound ends; what the last packet holds beyond is padding
+    int64_t sentPos_ = -1;  // of the packet that was sent to the decoder last: its place in the file, or -1
+    int64_t sentTime_ = 0;  // and its timestamp, if it has one
     int64_t position_ = 0;
     int64_t wantedFrame_ = 0;  // samples before it are dropped
     bool placed_ = false;      // position_ is known: a packet was decoded since the beginning or the last seek

@@ -1,8 +1,12 @@
 #include "audio/midi_file.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
+
+#include "audio/byte_reader.h"
 
 namespace hullrider {
 
@@ -13,49 +17,8 @@ constexpr size_t kMaxTempos = 100'000;
 constexpr size_t kMaxSysex = 4'000;  // a reset makes a synthesizer work as hard as a thousand notes do
 constexpr size_t kMaxSysexBytes = 1'000;
 constexpr double kMaxSeconds = 24.0 * 3600.0;  // what is said to happen later does not happen
+constexpr double kMostSilence = 10.0;          // seconds at the end, where notes die away
 constexpr double kDefaultTempo = 500'000.0;    // microseconds a quarter note, 120 quarter notes a minute
-
-// Takes numbers off the front of some bytes; past their end, all are 0 and `good` is false.
-struct ByteReader {
-    std::string_view bytes;
-    bool good = true;
-
-    uint8_t Byte() {
-        if (bytes.empty()) {
-            good = false;
-            return 0;
-        }
-        const auto byte = static_cast<uint8_t>(bytes.front());
-        bytes.remove_prefix(1);
-        return byte;
-    }
-    uint32_t BigEndian(int count) {
-        uint32_t value = 0;
-        for (int i = 0; i < count; i++) value = value << 8 | Byte();
-        return value;
-    }
-    // Seven bits a byte, highest first, at most four bytes.
-    uint32_t VariableLength() {
-        uint32_t value = 0;
-        for (int i = 0; i < 4; i++) {
-            const uint8_t byte = Byte();
-            value = value << 7 | (byte & 0x7fu);
-            if (byte < 0x80) return value;
-        }
-        good = false;
-        return 0;
-    }
-    std::string_view Take(uint32_t count) {
-        if (count > bytes.size()) {
-            good = false;
-            bytes = {};
-            return {};
-        }
-        const std::string_view taken = bytes.substr(0, count);
-        bytes.remove_prefix(count);
-        return taken;
-    }
-};
 
 struct TempoChange {
     double tick;
@@ -183,6 +146,31 @@ private:
     double tick_ = 0.0, seconds_ = 0.0;
 };
 
+// When the last note ends, or the pedal that holds it; infinity when one never does. A drum is struck, not held.
+double EndOfNotes(const std::vector<MidiEvent>& events) {
+    constexpr uint8_t kDrums = 9, kSustain = 64;
+    double end = 0.0;
+    std::array<std::array<bool, 128>, 16> held{};
+    std::array<bool, 16> pedals{};
+    for (const MidiEvent& event : events) {
+        const uint8_t kind = event.status & 0xF0, channel = event.status & 0x0F;
+        const bool pedal = kind == 0xB0 && event.data[0] == kSustain;
+        if (kind == 0x80 || kind == 0x90) held[channel][event.data[0]] = kind == 0x90 && event.data[1] > 0;
+        const bool endsAll = kind == 0xB0 && event.data[0] >= 120 && event.data[0] != 121;
+        if (pedal) pedals[channel] = event.data[1] >= 64;
+        if (endsAll) held[channel].fill(false);
+        if (kind == 0x80 || kind == 0x90 || pedal || endsAll) end = event.seconds;
+    }
+    const auto sounds = [&](size_t channel) {
+        const auto& keys = held[channel];
+        return pedals[channel] || (channel != kDrums && std::find(keys.begin(), keys.end(), true) != keys.end());
+    };
+    for (size_t channel = 0; channel < held.size(); channel++) {
+        if (sounds(channel)) return std::numeric_limits<double>::infinity();
+    }
+    return end;
+}
+
 void PlaceInTime(uint16_t division, Reading& reading) {
     std::vector<MidiEvent>& events = reading.song.events;
     const auto earlier = [](const MidiEvent& a, const MidiEvent& b) { return a.seconds < b.seconds; };
@@ -191,8 +179,9 @@ void PlaceInTime(uint16_t division, Reading& reading) {
                      [](const TempoChange& a, const TempoChange& b) { return a.tick < b.tick; });
     TickClock clock(division, reading.tempos);
     for (MidiEvent& event : events) event.seconds = clock.SecondsAt(event.seconds);
-    reading.song.seconds = std::min(clock.SecondsAt(reading.endTick), kMaxSeconds);
-    const auto late = [](const MidiEvent& event) { return event.seconds > kMaxSeconds; };
+    const double silence = EndOfNotes(events) + kMostSilence;
+    reading.song.seconds = std::min({clock.SecondsAt(reading.endTick), silence, kMaxSeconds});
+    const auto late = [&](const MidiEvent& event) { return event.seconds > reading.song.seconds; };
     events.erase(std::find_if(events.begin(), events.end(), late), events.end());
 }
 

@@ -21,7 +21,9 @@ static_assert(sizeof(MidiEvent) == 16);  // there may be a million
 struct MidiSong {
     std::vector<MidiEvent> events;            // in order of time; events of one moment in the order of the file
     std::vector<std::vector<uint8_t>> sysex;  // without the 0xF0 and 0xF7
-    double seconds = 0.0;                     // the time of the last event, the end of the longest track included
+    // The time of the last event, the end of the longest track included; but of a silence after the last note no more
+    // than ten seconds, because files wait for an hour there.
+    double seconds = 0.0;
 };
 
 // Nothing when the bytes are no MIDI file, or hold more events than any song. System exclusive messages

@@ -14,6 +14,10 @@ namespace {
 constexpr size_t kMostNotesAtOnce = 256;  // of a block; FluidSynth sounds no more
 constexpr int64_t kBlockFrames = 64;      // FluidSynth's own; events take effect at its beginning
 
+// To choose a program takes as long as reading its samples does. No music changes them more often; what does keeps the
+// program that it has.
+constexpr double kMostProgramsAtOnce = 128.0, kMostProgramsASecond = 400.0;
+
 }  // namespace
 
 MidiPlayer::~MidiPlayer() {
@@ -31,7 +35,9 @@ void MidiPlayer::GoTo(int64_t frame, Notes notes) {
     const auto earlier = [](const MidiEvent& event, double limit) { return event.seconds < limit; };
     const auto first = std::lower_bound(song_.events.begin(), song_.events.end(), seconds, earlier);
     next_ = static_cast<size_t>(first - song_.events.begin());
-    position_ = origin_ = frame;
+    position_ = origin_ = programsCountedAt_ = frame;
+    programs_.fill(std::nullopt);
+    programsLeft_ = kMostProgramsAtOnce;
     if (!synth_) return;
     synth_->Reset();
     ChaseMidi(song_, next_, *synth_);
@@ -63,16 +69,36 @@ void MidiPlayer::RenderTo(int64_t frame, float* out) {
 }
 
 void MidiPlayer::SendEventsBefore(int64_t frame) {
+    const double passed = static_cast<double>(frame - programsCountedAt_) / rate_;
+    programsLeft_ = std::min(kMostProgramsAtOnce, programsLeft_ + passed * kMostProgramsASecond);
+    programsCountedAt_ = frame;
     size_t struck = 0;
     for (; next_ < song_.events.size() && FrameOf(song_.events[next_]) < frame; next_++) {
         const MidiEvent& event = song_.events[next_];
-        if ((event.status & 0xF0) == 0x90 && event.data[1] > 0 && ++struck > kMostNotesAtOnce) continue;
+        const uint8_t kind = event.status & 0xF0, channel = event.status & 0x0F;
+        const bool strikes = kind == 0x90 && event.data[1] > 0;
+        const bool choosesBank = kind == 0xB0 && (event.data[0] == 0 || event.data[0] == 32);
+        if (strikes && ++struck > kMostNotesAtOnce) continue;
+        if (kind == 0xC0) {
+            programs_[channel] = event.data[0];
+            continue;
+        }
+        if (strikes || choosesBank) ChooseProgram(channel);
         if (event.status == 0xF0) {
+            for (uint8_t each = 0; each < programs_.size(); each++) ChooseProgram(each);
             synth_->SendSysex(song_.sysex[event.sysex].data(), song_.sysex[event.sysex].size());
         } else {
             synth_->Send(event.status, event.data[0], event.data[1]);
         }
     }
+}
+
+void MidiPlayer::ChooseProgram(uint8_t channel) {
+    std::optional<uint8_t>& program = programs_[channel];
+    if (!program || programsLeft_ < 1.0) return;
+    synth_->Send(static_cast<uint8_t>(0xC0 | channel), *program, 0);
+    program.reset();
+    programsLeft_ -= 1.0;
 }
 
 }  // namespace hullrider

@@ -1,9 +1,11 @@
 // One synthesizer on its way through a song. One thread at a time; the song must outlive it.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "audio/midi_file.h"
 #include "audio/synth.h"
@@ -39,6 +41,7 @@ public:
 private:
     int64_t FrameOf(const MidiEvent& event) const { return static_cast<int64_t>(event.seconds * rate_); }
     void SendEventsBefore(int64_t frame);
+    void ChooseProgram(uint8_t channel);
 
     const MidiSong& song_;
     uint32_t rate_;
@@ -46,6 +49,11 @@ private:
     int64_t position_ = 0;
     int64_t origin_ = 0;  // where it last went to; a block begins there
     size_t next_ = 0;     // of the song's events
+
+    // A program is chosen when a note wants it, and only so many are.
+    std::array<std::optional<uint8_t>, 16> programs_;
+    double programsLeft_ = 0.0;
+    int64_t programsCountedAt_ = 0;
 };
 
 }  // namespace hullrider

@@ -1,13 +1,19 @@
 #include <algorithm>
+#include <array>
 #include <atomic>
+#include <cmath>
 #include <cstdint>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <libopenmpt/libopenmpt.hpp>
 #include <optional>
 #include <sstream>
+#include <system_error>
 #include <vector>
 
 #include "audio/bass.h"
+#include "audio/module_samples.h"
 #include "audio/ring.h"
 #include "audio/source.h"
 #include "platform/files.h"
@@ -18,8 +24,9 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMaxFileBytes = size_t{128} << 20;
-constexpr double kMaxSeconds = 6.0 * 3600.0;  // a module that claims more ends there
-constexpr double kMaxDropSeconds = 20.0;      // rendered and dropped to reach a place inside a row
+constexpr uint64_t kFairSampleBytes = uint64_t{48} << 20;  // and some more for every byte of the file
+constexpr double kMaxSeconds = 6.0 * 3600.0;               // a module that claims more ends there
+constexpr double kMaxDropSeconds = 20.0;                   // rendered and dropped to reach a place inside a row
 
 class ModuleSource : public Source {
 public:
@@ -29,9 +36,9 @@ public:
         module_.select_subsong(0);
         module_.set_repeat_count(loop_ ? -1 : 0);
         module_.set_render_param(openmpt::module::RENDER_INTERPOLATIONFILTER_LENGTH, 8);
-        const double seconds = std::clamp(module_.get_duration_seconds(), 0.0, kMaxSeconds);
-        length_ = static_cast<int64_t>(seconds * rate_);
+        FindLength();
         if (loop_) FindLoopStart();
+        module_.ctl_set_boolean("seek.sync_samples", true);  // after a seek, what was struck before it is heard still
     }
 
     SourceFormat Format() const override { return {rate_, kStereo, BASS_CTYPE_MUSIC_MOD}; }
@@ -64,6 +71,20 @@ public:
     }
 
 private:
+    // A tick is a whole number of frames, so a module's length depends on the rate, and so does the time of every row.
+    // The library reckons with the rate at which it was asked to render last, and tells the length at another one. But
+    // it goes to the end, or where the song goes on after that, when asked for a place behind it.
+    void FindLength() {
+        constexpr double kMostOff = 0.005;
+        std::array<float, kStereo> none{};
+        module_.read_interleaved_stereo(static_cast<int32_t>(rate_), 0, none.data());
+        const double told = std::clamp(module_.get_duration_seconds(), 0.0, kMaxSeconds);
+        const double end = module_.set_position_seconds(kMaxSeconds);
+        const double seconds = std::fabs(end - told) < kMostOff * told ? end : told;
+        length_ = static_cast<int64_t>(seconds * rate_);
+        module_.set_position_seconds(0.0);
+    }
+
     // A module may go on anywhere after its end. The library does not tell where, so it is played over the end.
     void FindLoopStart() {
         constexpr double kBefore = 0.05, kBeyond = 0.01;
@@ -122,20 +143,31 @@ private:
     std::atomic<int64_t> length_{0};
 };
 
+// By its first bytes, so that a large file which is none is not read.
+bool MayBeModule(const std::string& path, int& error) {
+    const std::filesystem::path file = PathFromUtf8(path);
+    std::error_code unknown;
+    std::ifstream in;
+    if (std::filesystem::is_regular_file(file, unknown)) in.open(file, std::ios::binary);
+    if (!in.is_open()) return error = BASS_ERROR_FILEOPEN, false;
+    return openmpt::probe_file_header(openmpt::probe_file_header_flags_default2, in) !=
+           openmpt::probe_file_header_result_failure;
+}
+
 }  // namespace
 
 std::unique_ptr<Source> OpenModuleSource(const SourceRequest& request, int& error) {
-    std::optional<std::string> file;
-    if (IsUtf8(request.path)) file = ReadWholeFile(request.path, kMaxFileBytes);
-    if (!file) {
-        error = BASS_ERROR_FILEOPEN;
-        return nullptr;
-    }
+    error = BASS_ERROR_FILEOPEN;
+    if (!IsUtf8(request.path)) return nullptr;
+    error = BASS_ERROR_FILEFORM;
     try {
+        if (!MayBeModule(request.path, error)) return nullptr;
+        const std::optional<std::string> file = ReadWholeFile(request.path, kMaxFileBytes);
+        if (!file || ModuleSampleBytes(*file) > kFairSampleBytes + file->size() * 8) return nullptr;
+        auto source = std::make_unique<ModuleSource>(request, *file);
         error = BASS_OK;
-        return std::make_unique<ModuleSource>(request, *file);
+        return source;
     } catch (const std::exception&) {
-        error = BASS_ERROR_FILEFORM;
         return nullptr;
     }
 }

@@ -46,6 +46,16 @@ TEST(MidiFile, LengthIsThatOfTheTracksInEveryFormatAndDivision) {
          "MThd" + BigEndian(8, 4) + Bytes({0, 0, 0, 1, 1, 0xE0, 9, 9}) + MidiFile(0, 480, {second}).substr(14), 1.0},
         {"no end of track", MidiFile(0, 480, {At(960, {0x90, 60, 1})}), 1.0},
         {"endless wait", MidiFile(0, 1, {At(0xFFFFFFF, {0x90, 60, 1}) + EndOfTrack()}), 86400.0},
+        {"a wait after the last note",
+         MidiFile(0, 500,
+                  {At(0, {0x90, 60, 1}) + At(0, {0x99, 36, 1}) + At(500, {0x90, 60, 0}) + EndOfTrack(2'000'000)}),
+         10.5},
+        {"a wait while a note is held", MidiFile(0, 500, {At(0, {0x90, 60, 1}) + EndOfTrack(60'000)}), 60.0},
+        {"a wait while a pedal holds a note",
+         MidiFile(0, 500, {At(0, {0x90, 60, 1}) + At(0, {0xB0, 64, 127}) + At(1, {0x80, 60, 0}) + EndOfTrack(60'000)}),
+         60.001},
+        {"a wait after all notes were cut",
+         MidiFile(0, 500, {At(0, {0x90, 60, 1}) + At(500, {0xB0, 123, 0}) + EndOfTrack(60'000)}), 10.5},
     };
     for (const Case& test : cases) {
         const auto song = ReadMidiFile(test.file);

@@ -38,4 +38,28 @@ inline std::string ModuleBytes(int period = 428, int patternCount = 1, bool jump
     return file + sample;
 }
 
+// An Impulse Tracker module ("ITTECH.TXT") with an empty pattern, and with so many samples that all name the same
+// packed bytes, of which each unpacks to eight.
+inline std::string PackedModuleBytes(size_t samples, size_t packedBytes) {
+    const auto little = [](size_t value, int bytes) {
+        std::string text;
+        for (int i = 0; i < bytes; i++) text += static_cast<char>(value >> (8 * i) & 0xFF);
+        return text;
+    };
+    const size_t headers = 192 + 2 + samples * 4 + 4;
+    std::string file = "IMPM" + std::string(26, '\0') + little(0x1004, 2) + little(2, 2) + little(0, 2) +
+                       little(samples, 2) + little(1, 2) + little(0x214, 2) + little(0x214, 2) + little(1, 2) +
+                       little(0, 2) + std::string{'\x7F', 48, 6, 125, '\x7F', 0} + std::string(10, '\0') +
+                       std::string(64, 32) + std::string(64, 64) + std::string("\0\xFF", 2);
+    for (size_t i = 0; i < samples; i++) file += little(headers + i * 80, 4);
+    file += little(0, 4);
+    for (size_t i = 0; i < samples; i++) {
+        file += "IMPS" + std::string(13, '\0') + std::string{64, 9, 64} + std::string(26, '\0') + little(1, 2) +
+                little(packedBytes * 8, 4) + std::string(8, '\0') + little(8363, 4) + std::string(8, '\0') +
+                little(headers + samples * 80, 4) + std::string(4, '\0');
+    }
+    for (size_t i = 0; i < packedBytes; i += 2) file += little(0x1000, 2);
+    return file;
+}
+
 }  // namespace hullrider

@@ -77,6 +77,21 @@ TEST_F(Hostile, MutatedFilesNeverDoHarm) {
     }
 }
 
+// FFmpeg would make room for all of them.
+TEST_F(Hostile, AnMp4ThatTellsOfMillionsOfSamplesIsRefused) {
+    const std::string wav = Save("source.wav", Tone(kRate, 2, 500.0, 1.0));
+    const std::string command = std::string(HULLRIDER_FFMPEG) + " -v error -nostdin -y -i '" + wav +
+                                "' -movflags frag_keyframe+empty_moov '" + folder_.At("a.m4a") + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    std::string bytes = folder_.Read("a.m4a");
+    EXPECT_NE(Open(folder_.At("a.m4a")), 0u);
+    const size_t run = bytes.find("trun");
+    ASSERT_NE(run, std::string::npos);
+    bytes.replace(run + 5, 7, std::string("\0\0\1\0\x30\0\0", 7));  // no sizes of their own, three million
+    EXPECT_EQ(Open(folder_.Write("many.m4a", bytes)), 0u);
+    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM);
+}
+
 // A WAV file's header says each of these.
 TEST_F(Hostile, AbsurdHeadersAreRefusedOrPlay) {
     constexpr size_t kChannels = 22, kRateAt = 24, kBlockAlign = 32, kBits = 34, kDataBytes = 40;

@@ -64,6 +64,18 @@ TEST_F(MidiSound, ASeekCutsNotesAndCatchesUpWithProgramsControllersAndBends) {
     EXPECT_LT(Peak(Render(2000)), 1e-3f);
 }
 
+// A song may ask for another program with every note, and each means reading samples: a quarter of a minute for these.
+TEST_F(MidiSound, AFloodOfProgramsIsHeardInTimeAndTheLastOneStands) {
+    ASSERT_TRUE(UseFont(0, font_));
+    std::string flood;
+    for (int i = 0; i < 200'000; i++) flood += At(0, {0xC0 + i % 8, i % 128}) + At(0, {0x90 + i % 8, 60, 1});
+    for (int i = 0; i < 100'000; i++) flood += At(0, {0xC0, i % 128});
+    Play(SaveMidi(flood + At(0, {0xB0, 120, 0}) + At(1000, {0xC0, kOcarina}) + At(0, {0x90, 69, 100}) +
+                  At(1000, {0x80, 69, 0})));
+    Render(kRate * 5 / 4);
+    EXPECT_NEAR(FrequencyOf(Left(Render(kRate / 2)), kRate), 440.0, 5.0);
+}
+
 TEST_F(MidiSound, WithoutAFontItPlaysSilenceInTimeAndSoundsWhenItGetsOne) {
     const HSTREAM stream = Play(SaveMidi(ManyNotes()));
     EXPECT_LT(Peak(Render(kRate)), 1e-6f);

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "tests/audio/module_bytes.h"
 #include "tests/sound/sound.h"
 
@@ -56,6 +58,43 @@ TEST_F(ModuleSound, AModuleThatGoesOnInItsMiddleIsWhereItSounds) {
     ASSERT_TRUE(SeekToFrame(music, kRate * 15));
     Render(kRate);
     EXPECT_NEAR(PositionSec(music), 16.0 - kPatternSec, 0.03);
+}
+
+// At a tempo whose ticks are no whole number of frames at 44100 Hz. A note is struck once in a pattern, and cut in its
+// middle.
+TEST_F(ModuleSound, ASeekSoundsAsIfTheSongHadBeenPlayedUpToThere) {
+    constexpr size_t kPattern = 1084, kRowBytes = 16;
+    std::string bytes = ModuleBytes(428, 30, false, 1);
+    for (size_t row = 8; row < 64; row += 8) bytes.replace(kPattern + row * kRowBytes, 4, 4, '\0');
+    bytes.replace(kPattern + 32 * kRowBytes, 4, "\0\0\x0C\0", 4);
+    bytes.replace(kPattern + 12, 4, "\0\0\x0F\x8C", 4);  // the fourth channel: tempo 140
+    const HMUSIC music = Load(bytes);
+    const double length = LengthSec(music);
+    const auto cutFrame = [](const Samples& heard) {
+        size_t frame = heard.size() / 2;
+        while (frame > 0 && std::fabs(heard[frame * 2 - 2]) < 0.01f) frame--;
+        return static_cast<double>(frame);
+    };
+    ASSERT_TRUE(SeekToFrame(music, kRate * 193));
+    BASS_ChannelPlay(music, false);
+    const Samples sought = Render(kRate * 4);
+    BASS_ChannelPlay(music, true);
+    Render(kRate * 193);
+    const Samples played = Render(kRate * 4);
+    EXPECT_GT(Rms(Part(played, 1000, 10'000)), 0.05);
+    EXPECT_NEAR(Rms(Part(sought, 1000, 10'000)), Rms(Part(played, 1000, 10'000)), 0.001);
+    EXPECT_NEAR(cutFrame(sought), cutFrame(played), 250);
+    EXPECT_LT(cutFrame(played), kRate * 3);
+    Render(kRate * 60);
+    EXPECT_NEAR(LengthSec(music), length, 0.15);  // the last notes fade
+}
+
+TEST_F(ModuleSound, AModuleThatWouldFillTheMemoryIsRefused) {
+    EXPECT_NE(Load(PackedModuleBytes(1, 1'000'000)), 0u);
+    for (const std::string& bytes : {PackedModuleBytes(99, 1'000'000), std::string(100'000, 'x')}) {
+        EXPECT_EQ(BASS_MusicLoad(false, folder_.Write("bad.it", bytes).c_str(), 0, 0, 0, 0), 0u);
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM);
+    }
 }
 
 TEST_F(ModuleSound, LoopsAndSeeks) {

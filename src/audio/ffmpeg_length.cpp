@@ -1,0 +1,71 @@
+// How long a file's sound is: what its header says, mended where that is known to be wrong.
+#include <algorithm>
+#include <string_view>
+
+#include "audio/ffmpeg_reader.h"
+#include "audio/mp4_duration.h"
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+}
+
+namespace hullrider {
+
+namespace {
+
+constexpr int64_t kMaxWalkAtOpening = int64_t{64} << 20;  // bytes; takes 20 ms, or a second from a slow disk
+constexpr int64_t kFarAway = int64_t{1} << 48;            // a timestamp beyond any end
+constexpr int64_t kMostFrames = int64_t{1} << 48;         // what tells of more is nonsense
+
+}  // namespace
+
+void FfmpegReader::FindLength() {
+    int64_t duration = stream_->duration;
+    if (duration == AV_NOPTS_VALUE) {
+        duration =
+            av_rescale_q(std::max<int64_t>(0, format_->duration), AVRational{1, AV_TIME_BASE}, stream_->time_base);
+    }
+    bool junkFollows = false;
+    if (IsMp3File()) duration = Mp3End(duration, junkFollows) - origin_;  // counts what is skipped at the beginning
+    if (IsMp4File()) duration = Mp4Duration(*format_, *stream_, duration, origin_);
+    const int64_t frames = av_rescale_q(duration, stream_->time_base, {1, static_cast<int>(rate_)});
+    length_ = frames < 0 || frames > kMostFrames ? 0 : frames;
+    // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there. Junk would be
+    // taken in whole in search of another frame.
+    if ((IsMp4File() || junkFollows) && length_ > 0) endFrame_ = length_;
+    if (length_ == 0) FindLengthByDecoding();
+}
+
+// By the last packets: for a FLAC file that was written without knowing how much would come.
+void FfmpegReader::FindLengthByDecoding() {
+    constexpr int kMostPackets = 500;  // more when the end is not to be found that way
+    held_ = placed_ = drained_ = false;
+    if (Jump(kFarAway)) {
+        avcodec_flush_buffers(decoder_.get());
+        for (int i = 0; i < kMostPackets && Decode(); i++) length_ = std::max<int64_t>(0, position_);
+    }
+    Seek(0);
+}
+
+bool FfmpegReader::IsMp3File() const {
+    return std::string_view(format_->iformat->name) == "mp3";
+}
+
+bool FfmpegReader::IsMp4File() const {
+    return std::string_view(format_->iformat->name).starts_with("mov");
+}
+
+// The timestamp at which an MP3 ends. Without a table, what FFmpeg tells is a guess by the first frame's bit rate.
+int64_t FfmpegReader::Mp3End(int64_t told, bool& junkFollows) {
+    if (!walk_) return told;
+    if (const std::optional<int64_t> end = walk_->TableEnd()) return *end;
+    if (avio_size(format_->pb) > kMaxWalkAtOpening) return told;
+    mostBytesRead_ = INT64_MAX;
+    const std::optional<Mp3Walk::End> end = walk_->FindEnd();
+    if (!end) return told;
+    junkFollows = end->junkFollows;
+    return end->timestamp;
+}
+
+}  // namespace hullrider
