@@ -24,7 +24,7 @@ constexpr std::array<std::string_view, 11> kContainers{"moov", "trak", "mdia", "
 
 class BoxWalk {
 public:
-    explicit BoxWalk(std::istream& in) : in_(in) {}
+    BoxWalk(std::istream& in, int64_t bytes) : in_(in), bytes_(bytes) {}
 
     // The samples told of by the boxes between two places of the file.
     int64_t CountSamples(int64_t begin, int64_t end, int depth = 0) {
@@ -35,15 +35,18 @@ public:
             int64_t size = box.BigEndian(4), head = 8;
             const std::string_view type = box.Take(4);
             if (size == 1) {
-                size = static_cast<int64_t>(uint64_t{box.BigEndian(4)} << 32 | box.BigEndian(4));
+                const uint64_t high = box.BigEndian(4);
+                size = static_cast<int64_t>(high << 32 | box.BigEndian(4));
                 head = 16;
             }
             if (size == 0) size = end - begin;
             if (size < head) break;
             const int64_t next = begin + std::min(size, end - begin);
             if (type == "stsz" || type == "stz2" || type == "trun") {
-                box.Take(type == "trun" ? 4 : 8);  // version, flags; the size of each
-                samples += box.BigEndian(4);
+                box.Take(4);  // version, flags
+                const int64_t sampleBytes = type == "stsz" ? box.BigEndian(4) : 0;
+                if (type == "stz2") box.Take(4);  // the size of a size
+                samples += Weigh(box.BigEndian(4), sampleBytes);
             } else if (depth < kMaxDepth &&
                        std::find(kContainers.begin(), kContainers.end(), type) != kContainers.end()) {
                 samples += CountSamples(begin + head, next, depth + 1);
@@ -54,6 +57,12 @@ public:
     }
 
 private:
+    // Uncompressed sound has no table: one size for all, small as it is. `sampleBytes`: that size, or 0.
+    int64_t Weigh(int64_t samples, int64_t sampleBytes) const {
+        const bool held = sampleBytes > 0 && samples <= bytes_ / sampleBytes;
+        return held ? samples * sampleBytes / kLeastSampleBytes : samples;
+    }
+
     std::string Read(int64_t place, size_t count) {
         std::string bytes(count, '\0');
         in_.clear();
@@ -64,6 +73,7 @@ private:
     }
 
     std::istream& in_;
+    int64_t bytes_;  // of the file
     int boxes_ = 0;
 };
 
@@ -73,7 +83,7 @@ bool HasAbsurdMp4Tables(const std::string& path) {
     std::ifstream in(PathFromUtf8(path), std::ios::binary | std::ios::ate);
     if (!in) return false;
     const int64_t bytes = in.tellg();
-    const int64_t samples = BoxWalk(in).CountSamples(0, bytes);
+    const int64_t samples = BoxWalk(in, bytes).CountSamples(0, bytes);
     return samples > std::max(kFewSamples, bytes / kLeastSampleBytes);
 }
 

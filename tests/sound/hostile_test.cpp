@@ -90,6 +90,13 @@ TEST_F(Hostile, AnMp4ThatTellsOfMillionsOfSamplesIsRefused) {
     bytes.replace(run + 5, 7, std::string("\0\0\1\0\x30\0\0", 7));  // no sizes of their own, three million
     EXPECT_EQ(Open(folder_.Write("many.m4a", bytes)), 0u);
     EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM);
+
+    // As many as that are no wonder in uncompressed sound.
+    const std::string minute = Save("minute.wav", Noise(8000, 60 * 8000));
+    const std::string uncompressed = std::string(HULLRIDER_FFMPEG) + " -v error -nostdin -y -i '" + minute +
+                                     "' -c:a pcm_u8 -f mov '" + folder_.At("plain.m4a") + "'";
+    ASSERT_EQ(std::system(uncompressed.c_str()), 0) << uncompressed;
+    EXPECT_NE(Open(folder_.At("plain.m4a")), 0u);
 }
 
 // A WAV file's header says each of these.
