@@ -25,7 +25,9 @@ constexpr int kNoBank = 1'000'000;   // the offset of a font whose presets are n
 constexpr float kSilence = 1e-5f;
 constexpr size_t kQuietMs = 500;
 
-constexpr size_t kLongestRoomSeconds = 1;
+// Blocks until FluidSynth has done what it was told, and until the filters of its room hold nothing. The shortest way
+// through the room is longer.
+constexpr size_t kTakenInBlocks = 3, kRoomFilterBlocks = 18;
 
 // As loud as recorded music usually is; by its own default FluidSynth is 14 dB softer.
 constexpr double kGain = 1.0;
@@ -141,22 +143,22 @@ void Synth::SetDraft(bool draft) {
 void Synth::Reset() {
     const std::lock_guard lock(SampleMutex());
     KeepSamples();
-    fluid_synth_system_reset(synth_.get());
-    // FluidSynth 2.3 lets some notes sound on through its reset.
+    // FluidSynth lets notes sound on through its reset, and they would fill the room that it has just emptied.
     fluid_synth_all_sounds_off(synth_.get(), -1);
-    QuietDown();
+    DropBlocks(kTakenInBlocks);
+    // A reset leaves what its room's filters hold, which they give back to the room. Another one finds them empty.
+    for (int resets = 0; resets < 2; resets++) {
+        fluid_synth_system_reset(synth_.get());
+        DropBlocks(kRoomFilterBlocks);
+    }
     UnloadRetired();
 }
 
-// Begins a block, because FluidSynth renders whole ones and would begin with what is left of the last one, and lets the
-// room die away.
-void Synth::QuietDown() {
-    std::array<float, 16 * kBlockFrames * kStereo> dropped{};
-    size_t frames = 2 * kBlockFrames - rendered_ % kBlockFrames;  // the reset is taken in with the second block
-    for (size_t done = 0; done < kLongestRoomSeconds * rate_; done += frames, frames = 16 * kBlockFrames) {
-        fluid_synth_write_float(synth_.get(), static_cast<int>(frames), dropped.data(), 0, 2, dropped.data(), 1, 2);
-        if (frames == 16 * kBlockFrames && IsSilent(dropped.data(), frames)) break;
-    }
+// The last one is whole, because FluidSynth would begin with what is left of it.
+void Synth::DropBlocks(size_t count) {
+    std::array<float, kRoomFilterBlocks * kBlockFrames * kStereo> dropped;
+    const size_t frames = count * kBlockFrames - rendered_ % kBlockFrames;
+    fluid_synth_write_float(synth_.get(), static_cast<int>(frames), dropped.data(), 0, 2, dropped.data(), 1, 2);
     rendered_ = 0;
 }
 

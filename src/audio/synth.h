@@ -64,7 +64,7 @@ private:
 
     void KeepSamples();
     void UnpinKept();
-    void QuietDown();
+    void DropBlocks(size_t count);
     void ApplyGain(float* out, size_t frames);
     void NoteQuiet(const float* out, size_t frames);
     void ChangeProgram(int channel, int program);
