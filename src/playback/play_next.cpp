@@ -107,6 +107,14 @@ LoadedItem LoadSomeItem(AppState& app, Draws& draws) {
 
 // --- The old item.
 
+// How long it may take to fall silent: streams loop, and a song that is nearly over would begin again within the fade.
+uint32_t FallMs(const Before& before, int32_t fadeMs) {
+    const double lengthSec = before.currentType == kInternetRadio ? 0.0 : LengthSec(before.handle);
+    if (lengthSec <= 0.0) return static_cast<uint32_t>(fadeMs);
+    const double leftMs = std::max((lengthSec - PositionSec(before.handle)) * 1000.0, 0.0);
+    return static_cast<uint32_t>(std::min(leftMs, static_cast<double>(fadeMs)));
+}
+
 // Begins its fade, or cuts everything off when another fade is still under way.
 void LetOldItemGo(PlaybackState& playback, const Before& before, int32_t fadeMs) {
     {
@@ -116,7 +124,7 @@ void LetOldItemGo(PlaybackState& playback, const Before& before, int32_t fadeMs)
     if (before.cutOff) {
         StopAllStreams(playback);
     } else if (before.handle != 0) {
-        BASS_ChannelSlideAttribute(before.handle, BASS_ATTRIB_VOL, 0.0F, static_cast<uint32_t>(fadeMs));
+        BASS_ChannelSlideAttribute(before.handle, BASS_ATTRIB_VOL, 0.0F, FallMs(before, fadeMs));
     }
 }
 
@@ -156,7 +164,10 @@ PlayWindow ChooseWindow(const AppState& app, const LoadedItem& item, double leng
     }
     PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
     if (app.selection.previousSongMode) durations.maxSec = 0.0;  // heard again, it plays whole
-    return ChoosePlayWindow(lengthSec, SongOf(app, item.choice).musicType, durations, random);
+    const int32_t musicType = SongOf(app, item.choice).musicType;
+    PlayWindow window = ChoosePlayWindow(lengthSec, musicType, durations, random);
+    window.endSec = FadeBeginSec(window, lengthSec, musicType, durations);
+    return window;
 }
 
 void StartSilentInWindow(AppState& app, const LoadedItem& item, Draws& draws) {

@@ -19,6 +19,10 @@ PlayWindow FromStart(double playSec) {
     return {0.0, std::max(playSec, 0.0)};
 }
 
+bool IsShortFile(double lengthSec, int32_t musicType) {
+    return musicType != kTracker && lengthSec < kShortFileSec;
+}
+
 // The window of a song that is long enough to start somewhere in the middle.
 PlayWindow RandomWindow(double lengthSec, const PlayDurations& durations, Random& random) {
     const double latestStartSec = lengthSec - std::max(durations.minSec, kLeastPlaySec);
@@ -49,9 +53,14 @@ PlayWindow ChooseStationWindow(const Settings& settings, bool customStationActiv
 
 PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const PlayDurations& durations, Random& random) {
     if (lengthSec < 2.0) return FromStart(lengthSec - durations.fadeSec);
-    if (musicType != kTracker && lengthSec < kShortFileSec) return FromStart(lengthSec - kShortFileTailSec);
+    if (IsShortFile(lengthSec, musicType)) return FromStart(lengthSec - kShortFileTailSec);
     if (durations.maxSec < 1.0) return FromStart(lengthSec - durations.fadeSec);
     return RandomWindow(lengthSec, durations, random);
+}
+
+double FadeBeginSec(const PlayWindow& window, double lengthSec, int32_t musicType, const PlayDurations& durations) {
+    if (IsShortFile(lengthSec, musicType)) return window.endSec;
+    return std::max(std::min(window.endSec, lengthSec - durations.fadeSec), window.startSec);
 }
 
 }  // namespace hullrider

@@ -8,7 +8,7 @@
 
 namespace hullrider {
 
-// Seconds in stream time. The cross-fade into the next song begins at `endSec`.
+// Seconds in stream time.
 struct PlayWindow {
     double startSec = 0.0;
     double endSec = 0.0;
@@ -31,5 +31,10 @@ PlayWindow ChooseStationWindow(const Settings& settings, bool customStationActiv
 // Chooses the window of a song of the type `musicType` that is `lengthSec` long. A file under 30 s plays whole, less
 // 2 s; tracker modules have no such rule. A song without the length for the shortest play time plays from its start.
 PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const PlayDurations& durations, Random& random);
+
+// When the cross-fade into the next song begins: at the window's end, or so much earlier that it ends with the song.
+// The song would begin again within it otherwise, or its last sound die away before the next one is heard. Not so for
+// what plays whole.
+double FadeBeginSec(const PlayWindow& window, double lengthSec, int32_t musicType, const PlayDurations& durations);
 
 }  // namespace hullrider

@@ -46,7 +46,9 @@ double PlaySecondsOf(const AppState& app, Draws& draws, const Play& play) {
         window = ChooseStationWindow(app.settings, app.selection.customStationActive, draws.window);
     } else {
         const PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
-        window = ChoosePlayWindow(play.lengthSec, SongOf(app, play.choice).musicType, durations, draws.window);
+        const int32_t musicType = SongOf(app, play.choice).musicType;
+        window = ChoosePlayWindow(play.lengthSec, musicType, durations, draws.window);
+        window.endSec = FadeBeginSec(window, play.lengthSec, musicType, durations);
     }
     return std::max(window.endSec - window.startSec, kShortestTurnSec);
 }

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "audio/bass.h"
+#include "playback/seek.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
 #include "playback/transport.h"
@@ -115,6 +116,23 @@ TEST_F(PlayNextTest, TheSongIsOverAtTheEndOfItsWindowAndNotWhilePaused) {
     EXPECT_FALSE(IsSongOver(app_.playback));
     TogglePause(app_);
     EXPECT_TRUE(IsSongOver(app_.playback));
+}
+
+TEST_F(PlayNextTest, ASongThatIsNearlyOverFallsSilentBeforeItWouldBeginAgain) {
+    Add(folder_.Write("tone.mp3", ToneWav(400.0, 40.0)));
+    app_.settings.FADE_DURATION_MS = 0;
+    ASSERT_TRUE(PlayNext(app_, draws_));
+    const StreamSlot first = CurrentHandle(app_.playback);
+    const auto volume = [&] {
+        float value = -1.0F;
+        EXPECT_TRUE(BASS_ChannelGetAttribute(first, BASS_ATTRIB_VOL, &value));
+        return value;
+    };
+    ASSERT_TRUE(Eventually([&] { return volume() > 0.0F; }));
+    ASSERT_TRUE(SeekTo(app_.playback, 39.0));
+    app_.settings.FADE_DURATION_MS = 60'000;
+    ASSERT_TRUE(PlayNext(app_, draws_));
+    EXPECT_TRUE(Eventually([&] { return volume() == 0.0F; }));  // within twenty seconds, not sixty
 }
 
 TEST_F(PlayNextTest, AFileThatIsShorterThanItSaysIsOverWhereItBreaksOff) {

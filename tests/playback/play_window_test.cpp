@@ -27,6 +27,9 @@ TEST(PlayWindow, ALongSongStartsAnywhereAndPlaysBetweenTheTwoDurations) {
         shortest = std::min(shortest, window.endSec - window.startSec);
         longest = std::max(longest, window.endSec - window.startSec);
         ASSERT_LE(window.endSec, 600.0);
+        // The cross-fade ends with the song at the latest.
+        const double fadeBegin = FadeBeginSec(window, 600.0, kMp3, WithDurations(45, 110, 8000));
+        ASSERT_DOUBLE_EQ(fadeBegin, std::min(window.endSec, 592.0));
     }
     EXPECT_LT(earliest, 2.0);
     EXPECT_GT(latest, 550.0);
@@ -60,6 +63,7 @@ TEST(PlayWindow, ShortAndSpecialSongsFollowTheirRules) {
         const PlayWindow window = ChoosePlayWindow(test.lengthSec, test.type, test.durations, random);
         EXPECT_NEAR(window.startSec, test.startSec, 1e-9) << test.what;
         EXPECT_NEAR(window.endSec, test.endSec, 1e-9) << test.what;
+        EXPECT_DOUBLE_EQ(FadeBeginSec(window, test.lengthSec, test.type, test.durations), window.endSec) << test.what;
     }
 }
 
