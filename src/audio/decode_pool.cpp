@@ -9,7 +9,8 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kThreads = 2;
+constexpr size_t kThreads = 2, kMostThreads = 8;
+constexpr std::chrono::milliseconds kStuck(500);
 constexpr std::chrono::milliseconds kClearUpRetry(50);
 
 SteadyTime Now() {
@@ -19,7 +20,11 @@ SteadyTime Now() {
 }  // namespace
 
 DecodePool::DecodePool(std::function<bool()> clearUp) : clearUp_(std::move(clearUp)) {
-    for (int i = 0; i < kThreads; i++) threads_.emplace_back([this] { Run(); });
+    for (size_t i = 0; i < kThreads; i++) AddThread();
+}
+
+void DecodePool::AddThread() {
+    threads_.emplace_back([this] { Run(); });
 }
 
 DecodePool::~DecodePool() {
@@ -39,6 +44,7 @@ void DecodePool::Enlist(const std::shared_ptr<Channel>& channel) {
     {
         const std::lock_guard lock(mutex_);
         jobs_.push_back({.channel = channel, .due = Now()});
+        StandInForStuckThreads();
     }
     wake_.notify_one();
 }
@@ -50,8 +56,17 @@ void DecodePool::Attend(const std::shared_ptr<Channel>& channel) {
         if (job == jobs_.end()) return;
         job->due = Now();
         job->calledAgain = true;
+        StandInForStuckThreads();
     }
     wake_.notify_one();
+}
+
+// A drive that has gone holds whoever reads from it for as long as the system likes. The song that comes instead must
+// not wait for that.
+void DecodePool::StandInForStuckThreads() {
+    const auto isStuck = [](const Job& job) { return job.running && Now() - job.begun > kStuck; };
+    const auto stuck = static_cast<size_t>(std::count_if(jobs_.begin(), jobs_.end(), isStuck));
+    if (stuck == threads_.size() && stuck < kMostThreads) AddThread();
 }
 
 void DecodePool::Drop(const std::shared_ptr<Channel>& channel) {
@@ -88,6 +103,7 @@ void DecodePool::Run() {
 
 void DecodePool::RunJob(Job& job, std::unique_lock<std::mutex>& lock) {
     job.running = true;
+    job.begun = Now();
     job.calledAgain = false;
     std::shared_ptr<Channel> channel = job.channel;
     lock.unlock();

@@ -30,10 +30,13 @@ private:
     struct Job {
         std::shared_ptr<Channel> channel;
         SteadyTime due;
+        SteadyTime begun{};  // while running
         bool running = false;
         bool calledAgain = false;  // attended to while running
         bool dropped = false;
     };
+    void AddThread();
+    void StandInForStuckThreads();
     void Run();
     std::vector<Job>::iterator Find(const Channel* channel);
     std::vector<Job>::iterator NextDue();
