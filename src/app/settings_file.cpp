@@ -138,7 +138,7 @@ std::string SettingsText(const Settings& settings) {
 }
 
 SettingsReading LoadSettings(const std::string& path, Settings& settings) {
-    const std::optional<std::string> text = ReadWholeFile(path, kMaxSettingsBytes);
+    const std::optional<std::string> text = ReadStateFile(path, kMaxSettingsBytes);
     if (!text) {
         settings = {};
         PrintErrorLine("Failed to open file for reading: " + path);

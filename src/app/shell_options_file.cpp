@@ -56,7 +56,7 @@ std::string ShellOptionsText(const ShellOptions& options) {
 
 void LoadShellOptions(const std::string& path, ShellOptions& options) {
     if (!IsFile(path)) return;
-    const std::optional<std::string> text = ReadWholeFile(path, kMaxFileBytes);
+    const std::optional<std::string> text = ReadStateFile(path, kMaxFileBytes);
     if (text && ReadShellOptions(*text, options)) return;
     PrintErrorLine("Failed to read " + path + (text ? ": it holds no object" : ": it cannot be read"));
     KeepBadFile(path);

@@ -98,7 +98,8 @@ struct BASS_MIDI_FONT {
 
 // Gets `length` bytes of a channel's sound, interleaved floats at the mixing rate, to change them in place: mono for a
 // channel that is mono, else stereo. `dsp` and `channel` are the handles. Runs in the device's callback: it must not
-// wait, allocate or call this library.
+// wait, allocate or call this library. What falls silent after a pause or a stop comes here too, and again when the
+// channel goes on.
 using DSPPROC = void(HDSP dsp, uint32_t channel, void* buffer, uint32_t length, void* user);
 
 // Types of effects: each is one second-order filter.
@@ -175,7 +176,8 @@ bool BASS_MusicFree(HMUSIC handle);
 HSTREAM BASS_FX_TempoCreate(uint32_t channel, uint32_t flags);
 
 // Plays from where the channel is, or from its start when `restart` is set or it had ended. What is paused, stopped or
-// freed while it is heard falls silent over 5 ms; these are heard again when it goes on.
+// freed while it is heard falls silent over 5 ms, within half a millisecond when it is also moved at once; these 5 ms
+// are heard again when it goes on.
 bool BASS_ChannelPlay(uint32_t handle, bool restart);
 bool BASS_ChannelPause(uint32_t handle);
 bool BASS_ChannelStop(uint32_t handle);

@@ -69,8 +69,8 @@ public:
     const LevelMeter& Level() const { return level_; }
     const SourceFormat& Format() const { return format_; }
     const TagBlock& Tags() const { return tags_; }
-    // Lets a decoder that waits for a file go, and decodes no more. For a channel that is going to be freed.
-    // A source that is lent goes on for as long as the borrower plays it.
+    // Lets a decoder that waits for a file go, and neither decodes nor plays any more. For a channel that is going to
+    // be freed. A source that is lent goes on for as long as the borrower plays it.
     void Cancel() {
         freed_ = true;
         if (!lent_) source_->Cancel();

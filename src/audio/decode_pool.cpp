@@ -11,7 +11,7 @@ namespace {
 
 constexpr size_t kThreads = 2, kMostThreads = 8;
 constexpr std::chrono::milliseconds kStuck(500);
-constexpr std::chrono::milliseconds kClearUpRetry(50);
+constexpr std::chrono::milliseconds kClearUpRetry(10);
 
 SteadyTime Now() {
     return std::chrono::steady_clock::now();

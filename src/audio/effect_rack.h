@@ -54,7 +54,7 @@ public:
 private:
     struct Chain {  // never changed once it is published
         std::vector<Effect> effects;
-        uint64_t edition = 0;  // of the procedures in there
+        uint64_t edition = 0;  // changes when a procedure comes or goes
     };
     std::vector<Effect>::const_iterator Find(uint32_t handle) const;
     std::unique_ptr<const Chain> Publish();

@@ -13,7 +13,7 @@ constexpr float kDecaySeconds = 0.0005f;  // time constant
 constexpr float kInaudible = 1e-5f;
 
 using Clock = std::chrono::steady_clock;
-constexpr std::chrono::milliseconds kLongestFall(500);  // of an output that asks for no blocks
+constexpr std::chrono::milliseconds kLongestFall(3000);  // of an output that asks for no blocks
 
 }  // namespace
 
@@ -28,8 +28,14 @@ Mixer::Mixer(uint32_t rate, bool limited)
 bool Mixer::Add(std::shared_ptr<Channel> channel) {
     const std::lock_guard lock(mutex_);
     const auto isFree = [](const Slot& slot) { return slot.channel.load() == nullptr; };
-    const auto place = std::find_if(slots_.begin(), slots_.end(), isFree);
-    if (place == slots_.end()) return false;
+    auto place = std::find_if(slots_.begin(), slots_.end(), isFree);
+    if (place == slots_.end()) {
+        // One that still falls silent must make room.
+        const auto falling = std::find_if(removed_.begin(), removed_.end(), [](const Removed& r) { return r.slot; });
+        if (falling == removed_.end()) return false;
+        place = slots_.begin() + static_cast<ptrdiff_t>(*falling->slot);
+        LeaveSlot(*falling);
+    }
     place->channel.store(channel.get());
     channels_[static_cast<size_t>(place - slots_.begin())] = std::move(channel);
     return true;

@@ -27,6 +27,7 @@ constexpr milliseconds kRetry(2000);            // between two attempts to open 
 constexpr milliseconds kQuickOpening(300);      // most devices are open by then
 constexpr milliseconds kLongestOpening(10000);  // then the attempt is given up
 constexpr milliseconds kLongestFall(150);       // until it asks for another block
+constexpr milliseconds kHeldAtMost(1000);       // no device has more sound than that still to play
 constexpr milliseconds kLongestClosing(2000);
 constexpr std::chrono::seconds kIdle(10);  // without anything to play, then the device is let rest
 
@@ -117,7 +118,9 @@ void DeviceOutput::Stop() {
 
 // A device that is closed breaks off what it still holds, which would be a click.
 void DeviceOutput::FallSilent() {
-    if (mixer_ == nullptr || device_ == nullptr || IsIdle()) return;
+    if (mixer_ == nullptr || device_ == nullptr || resting_) return;
+    const Clock::time_point needed{Clock::duration(lastNeed_.load())};
+    if (!mixer_->Playing() && Clock::now() - needed > kHeldAtMost) return;
     mixer_->FallSilent();
     const Clock::time_point patience = Clock::now() + kLongestFall;
     while (!mixer_->IsSilent() && Clock::now() < patience) std::this_thread::sleep_for(milliseconds(2));

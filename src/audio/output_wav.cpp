@@ -25,6 +25,7 @@ public:
     std::string Description() const override { return "WAV file " + path_ + ", " + std::to_string(rate_) + " Hz"; }
 
     bool Start(Mixer& mixer) override {
+        mixer_ = &mixer;
         clock_ = std::make_unique<BlockClock>(rate_, [&] { return PlayBlock(mixer); });
         return true;
     }
@@ -32,6 +33,10 @@ public:
     void Stop() override {
         clock_.reset();
         if (!writer_.IsOpen()) return;
+        if (mixer_ != nullptr) {
+            mixer_->FallSilent();
+            PlayBlock(*mixer_);
+        }
         if (!writer_.UpdateHeader()) TellFailure();
         writer_.Close();
     }
@@ -62,6 +67,7 @@ private:
     std::vector<float> block_;
     WavWriter writer_;
     size_t framesSinceHeader_ = 0;
+    Mixer* mixer_ = nullptr;
     std::unique_ptr<BlockClock> clock_;
 };
 

@@ -78,7 +78,7 @@ std::string HotkeyConfigText(const HotkeyBindings& bindings) {
 }
 
 bool LoadHotkeyConfig(const std::string& path, HotkeyBindings& bindings) {
-    const std::optional<std::string> text = ReadWholeFile(path, kMaxConfigBytes);
+    const std::optional<std::string> text = ReadStateFile(path, kMaxConfigBytes);
     if (!text) {
         PrintErrorLine("Unable to open file for reading: " + path);
         return false;

@@ -106,7 +106,7 @@ void RemoveMusicLibraryCache(const std::string& path) {
 }
 
 std::vector<Playlist> LoadMusicLibraryCache(const std::string& path) {
-    const std::optional<std::string> text = ReadWholeFile(path, kMaxCacheBytes);
+    const std::optional<std::string> text = ReadStateFile(path, kMaxCacheBytes);
     if (!text) {
         PrintErrorLine("Unable to open file: " + path);
         if (IsFile(path)) KeepBadFile(path);

@@ -128,7 +128,7 @@ FavoritesReading ReadFavorites(std::string_view text) {
 }
 
 FavoritesLoad LoadFavorites(const std::string& path, FavoritesState& favorites) {
-    const std::optional<std::string> text = ReadWholeFile(path, kMaxFavoritesBytes);
+    const std::optional<std::string> text = ReadStateFile(path, kMaxFavoritesBytes);
     if (!text) {
         PrintErrorLine("Failed to open " + path + " for reading.");
         return FavoritesLoad::kUnreadable;

@@ -45,7 +45,7 @@ bool ReadFolderConfig(std::string_view text, FolderConfig& config, std::string& 
 }
 
 bool LoadFolderConfig(const std::string& path, FolderConfig& config) {
-    const std::optional<std::string> text = ReadWholeFile(path, kMaxConfigBytes);
+    const std::optional<std::string> text = ReadStateFile(path, kMaxConfigBytes);
     if (!text && !IsFile(path)) return false;
     std::string error = "it cannot be read";
     if (text && ReadFolderConfig(*text, config, error)) return true;

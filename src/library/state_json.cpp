@@ -53,7 +53,7 @@ double SecondsIn(const Json& object, const char* key) {
 
 bool LoadStateFile(const std::string& path, const std::function<bool(std::string_view, std::string&)>& read) {
     if (!IsFile(path)) return false;
-    const std::optional<std::string> text = ReadWholeFile(path, kMaxStateBytes);
+    const std::optional<std::string> text = ReadStateFile(path, kMaxStateBytes);
     std::string error = "it cannot be read";
     if (text && read(*text, error)) return true;
     PrintErrorLine("Failed to read " + path + ": " + error);

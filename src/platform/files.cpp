@@ -43,18 +43,6 @@ UnkeptFiles& TheUnkeptFiles() {
     return files;
 }
 
-// A virus scanner or a backup may have the file for itself for a moment.
-std::ifstream OpenPatiently(const std::filesystem::path& file) {
-    constexpr int kAttempts = 5;
-    constexpr std::chrono::milliseconds kRetry(40);
-    std::ifstream in(file, std::ios::binary);
-    for (int attempt = 1; attempt < kAttempts && !in; attempt++) {
-        std::this_thread::sleep_for(kRetry);
-        in.open(file, std::ios::binary);
-    }
-    return in;
-}
-
 }  // namespace
 
 std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxBytes) {
@@ -64,12 +52,23 @@ std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxByte
     const uintmax_t size = std::filesystem::file_size(file, error);
     if (error || size > maxBytes) return std::nullopt;
 
-    std::ifstream in = OpenPatiently(file);
+    std::ifstream in(file, std::ios::binary);
     if (!in) return std::nullopt;
     std::string text(static_cast<size_t>(size), '\0');
     in.read(text.data(), static_cast<std::streamsize>(text.size()));
     if (in.bad()) return std::nullopt;
     text.resize(static_cast<size_t>(in.gcount()));  // it may have shrunk meanwhile
+    return text;
+}
+
+std::optional<std::string> ReadStateFile(const std::string& path, size_t maxBytes) {
+    constexpr int kAttempts = 5;
+    constexpr std::chrono::milliseconds kRetry(40);
+    std::optional<std::string> text = ReadWholeFile(path, maxBytes);
+    for (int attempt = 1; attempt < kAttempts && !text && IsFile(path); attempt++) {
+        std::this_thread::sleep_for(kRetry);
+        text = ReadWholeFile(path, maxBytes);
+    }
     return text;
 }
 
@@ -82,7 +81,10 @@ WriteResult WriteWholeFile(const std::string& path, const std::string& temporary
     const std::filesystem::path temporary = PathFromUtf8(temporaryPath);
     const WriteResult written = WriteThrough(temporary, text);
     if (written == WriteResult::kWritten) {
-        if (MoveOver(temporary, PathFromUtf8(path), moveError)) return WriteResult::kWritten;
+        if (MoveOver(temporary, PathFromUtf8(path), moveError)) {
+            TheUnkeptFiles().Note(path, true);
+            return WriteResult::kWritten;
+        }
     }
     std::error_code ignored;
     if (written != WriteResult::kCannotOpen) std::filesystem::remove(temporary, ignored);
@@ -104,7 +106,7 @@ bool KeepBadFile(const std::string& path) {
         std::filesystem::remove(copy, ignored);
         good = IsFile(path) && MoveOver(PathFromUtf8(path), PathFromUtf8(kept), moveError);
     }
-    TheUnkeptFiles().Note(path, good);
+    TheUnkeptFiles().Note(path, good || !IsFile(path));
     if (!good) PrintErrorLine("Could not keep a copy of the unreadable file: " + kept);
     return good;
 }

@@ -13,6 +13,10 @@ namespace hullrider {
 // than `maxBytes`.
 std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxBytes);
 
+// The same for a file that this player has written: waits for up to 160 ms for one that is there and cannot be read,
+// because a virus scanner or a backup may have it for itself for a moment.
+std::optional<std::string> ReadStateFile(const std::string& path, size_t maxBytes);
+
 // What became of an attempt to write a file; each failure leaves the old file as it was.
 enum class WriteResult { kWritten, kCannotOpen, kCannotWrite, kCannotMove };
 

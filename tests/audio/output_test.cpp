@@ -8,6 +8,7 @@
 
 #include "audio/bass.h"
 #include "audio/output_choice.h"
+#include "tests/eventually.h"
 #include "tests/sound/sound.h"
 
 // What the leak checker is not to report: the sound device's library keeps its connection when there is no server.
@@ -19,6 +20,17 @@ extern "C" const char* __lsan_default_suppressions() {
 namespace hullrider {
 
 using std::chrono::milliseconds;
+
+namespace {
+
+Samples SamplesOf(const std::string& floatWav) {
+    const size_t begin = floatWav.find("data") + 8;
+    Samples samples((floatWav.size() - begin) / sizeof(float));
+    std::memcpy(samples.data(), floatWav.data() + begin, samples.size() * sizeof(float));
+    return samples;
+}
+
+}  // namespace
 
 // Longer than is decoded ahead, with pauses of the kind in which the decoders have nothing to do.
 TEST(Outputs, TheNullOutputKeepsTimeAndDecodingGoesOnForAsLongAsItPlays) {
@@ -51,6 +63,25 @@ TEST(Outputs, TheNullOutputKeepsTimeAndDecodingGoesOnForAsLongAsItPlays) {
     EXPECT_TRUE(BASS_Free());
 }
 
+TEST(Outputs, ARecordingThatEndsInMidWaveFallsSilent) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("a.wav", WavBytes(Constant(44100, 441000, 0.5f), WavFormat::kFloat));
+    ChooseOutput({OutputKind::kWav, folder.At("out.wav")});
+    ASSERT_TRUE(BASS_Init(-1, 44100, 0, nullptr, nullptr));
+    const HSTREAM stream = BASS_StreamCreateFile(false, path.c_str(), 0, 0, 0);
+    ASSERT_TRUE(BASS_ChannelPlay(stream, false));
+    EXPECT_TRUE(Eventually([&] { return BASS_ChannelGetPosition(stream, BASS_POS_BYTE) > 100'000; }));
+    EXPECT_TRUE(BASS_Free());
+    ChooseOutput({});
+
+    const Samples samples = SamplesOf(folder.Read("out.wav"));
+    ASSERT_GT(samples.size(), 20'000u);
+    EXPECT_EQ(samples.back(), 0.0f);
+    for (size_t i = samples.size() - 20'000; i < samples.size(); i++) {
+        ASSERT_LT(std::fabs(samples[i] - samples[i - 2]), 0.01f) << i;
+    }
+}
+
 TEST(Outputs, TheRecordingIsPlayableWhileItGrowsAndHoldsWhatWasHeard) {
     const TemporaryFolder folder;
     const TestSound sound = Noise(44100, 44100);
@@ -71,9 +102,7 @@ TEST(Outputs, TheRecordingIsPlayableWhileItGrowsAndHoldsWhatWasHeard) {
     const HSTREAM recorded = BASS_StreamCreateFile(false, killed.c_str(), 0, 0, 0);
     EXPECT_GT(BASS_ChannelBytes2Seconds(recorded, BASS_ChannelGetLength(recorded, BASS_POS_BYTE)), 0.4);
     EXPECT_TRUE(BASS_Free());
-    const std::string out = folder.Read("out.wav");
-    Samples samples((out.size() - out.find("data") - 8) / sizeof(float));
-    std::memcpy(samples.data(), out.data() + out.find("data") + 8, samples.size() * sizeof(float));
+    const Samples samples = SamplesOf(folder.Read("out.wav"));
     const auto first = std::find(samples.begin(), samples.end(), sound.samples[0]);
     ASSERT_GT(samples.end() - first, 80000);
     EXPECT_TRUE(std::equal(first, first + 80000, sound.samples.begin()));

@@ -69,6 +69,13 @@ TEST(Files, ABadFileThatCannotBeKeptYetIsNotWrittenOver) {
     EXPECT_EQ(folder.Read("a.json"), "defaults");
     EXPECT_TRUE(WriteWholeFile(path, "newer"));
     EXPECT_EQ(folder.Read("a.json.bad"), "mine");
+
+    // One that has gone meanwhile is nothing to be kept, and neither is what takes its place.
+    std::filesystem::remove(path);
+    EXPECT_FALSE(KeepBadFile(path));
+    EXPECT_TRUE(WriteWholeFile(path, "first"));
+    EXPECT_TRUE(WriteWholeFile(path, "second"));
+    EXPECT_EQ(folder.Read("a.json.bad"), "mine");
 }
 
 #ifdef __linux__
