@@ -16,7 +16,7 @@ using Clock = std::chrono::steady_clock;
 // Waking up costs more than mixing. So blocks are long, except after a change that is to take effect soon. While
 // nothing plays, next to nothing is mixed: silence is the same at any length.
 constexpr uint32_t kIdleMs = 10000;
-constexpr uint32_t kCalmMs = 200;
+constexpr uint32_t kCalmMs = 400;
 constexpr uint32_t kBriskMs = 40;
 constexpr std::chrono::seconds kBriskFor(1);
 
