@@ -107,13 +107,15 @@ TEST_F(Hostile, AnMp4ThatTellsOfMillionsOfSamplesIsRefused) {
     for (int i = 0; i < 10'010; i++) padding += std::string("\0\0\0\x08", 4) + "free";
     lies.push_back(std::string(many).insert(behindType, padding));
 
-    // Three million of a byte each, which the file has.
+    // Three million of a byte each, which the file has, in a track beside one that plays.
     const std::string million("\0\x30\0\0", 4), one("\0\0\0\1", 4);
-    std::string& small = lies.emplace_back(Convert(wav, "", "b.m4a"));
-    Overwrite(small, "stsz", 4, one + million);
-    Overwrite(small, "stsc", 4, one + one + million + one);
-    Overwrite(small, "stts", 4, one + million + std::string("\0\0\4\0", 4));
-    small.resize(4'000'000);
+    const std::string two = Convert(wav, "-map 0 -map 0", "b.m4a");
+    std::string track = two.substr(two.rfind("trak"));
+    Overwrite(track, "stsz", 4, one + million);
+    Overwrite(track, "stsc", 4, one + one + million + one);
+    Overwrite(track, "stts", 4, one + million + std::string("\0\0\4\0", 4));
+    lies.push_back(two.substr(0, two.rfind("trak")) + track);
+    lies.back().resize(4'000'000);
     for (size_t i = 0; i < lies.size(); i++) {
         EXPECT_EQ(Open(folder_.Write("lie.m4a", lies[i])), 0u) << i;
         EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM) << i;
