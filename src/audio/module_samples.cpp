@@ -45,7 +45,7 @@ uint64_t S3mSample(std::string_view file, uint64_t header) {
 uint64_t ModuleSampleBytes(std::string_view file) {
     uint64_t bytes = 0;
     const uint64_t orders = NumberAt(file, 32, 2);
-    if (file.starts_with("IMPM")) {
+    if (file.starts_with("IMPM") || file.starts_with("tpm.")) {
         const uint64_t table = 192 + orders + NumberAt(file, 34, 2) * 4;
         const uint64_t samples = NumberAt(file, 36, 2);
         for (uint64_t i = 0; i < samples; i++) bytes += ItSample(file, NumberAt(file, table + i * 4, 4));

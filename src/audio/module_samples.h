@@ -7,8 +7,8 @@
 namespace hullrider {
 
 // How many bytes of memory the samples of an IT or S3M module may take at most. Samples may be packed, and many may
-// name the same bytes of the file, so that a small file fills any memory. 0 for a file of another kind; those name each
-// byte once. Formats: "ITTECH.TXT" (Impulse Tracker 2.14) and "S3M.TXT" (Scream Tracker 3.20).
+// name the same bytes of the file, so that a small file fills any memory. 0 for a file of another kind. Formats:
+// "ITTECH.TXT" (Impulse Tracker 2.14) and "S3M.TXT" (Scream Tracker 3.20).
 uint64_t ModuleSampleBytes(std::string_view file);
 
 }  // namespace hullrider

@@ -9,6 +9,7 @@
 #include <libopenmpt/libopenmpt.hpp>
 #include <optional>
 #include <sstream>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -27,6 +28,11 @@ constexpr size_t kMaxFileBytes = size_t{128} << 20;
 constexpr uint64_t kFairSampleBytes = uint64_t{48} << 20;  // and some more for every byte of the file
 constexpr double kMaxSeconds = 6.0 * 3600.0;               // a module that claims more ends there
 constexpr double kMaxDropSeconds = 20.0;                   // rendered and dropped to reach a place inside a row
+
+// The kinds whose samples take no more memory than a few times the bytes of the file, or are counted. In others many
+// samples may name the same bytes, or be packed without a bound.
+constexpr std::array<std::string_view, 17> kFairTypes{"mod", "stk", "st26", "ice", "xm",  "it",  "mptm", "s3m", "mtm",
+                                                      "669", "far", "ult",  "okt", "dsm", "gdm", "sfx",  "sfx2"};
 
 class ModuleSource : public Source {
 public:
@@ -143,15 +149,29 @@ private:
     std::atomic<int64_t> length_{0};
 };
 
-// By its first bytes, so that a large file which is none is not read.
+// By its first bytes, so that a large file which is none is not read. A packed module is none: how much memory it takes
+// shows only when it is unpacked.
 bool MayBeModule(const std::string& path, int& error) {
     const std::filesystem::path file = PathFromUtf8(path);
     std::error_code unknown;
     std::ifstream in;
     if (std::filesystem::is_regular_file(file, unknown)) in.open(file, std::ios::binary);
     if (!in.is_open()) return error = BASS_ERROR_FILEOPEN, false;
-    return openmpt::probe_file_header(openmpt::probe_file_header_flags_default2, in) !=
-           openmpt::probe_file_header_result_failure;
+    const auto may = [&](uint64_t kinds) {
+        in.clear();
+        in.seekg(0);
+        return openmpt::probe_file_header(kinds, in) != openmpt::probe_file_header_result_failure;
+    };
+    return may(openmpt::probe_file_header_flags_modules2) && !may(openmpt::probe_file_header_flags_containers2);
+}
+
+// Asks the library for the kind, because it goes by more than a name and the first bytes.
+bool IsFair(const std::string& file) {
+    if (ModuleSampleBytes(file) > kFairSampleBytes + file.size() * 8) return false;
+    std::ostringstream log;
+    const openmpt::module module(file.data(), file.size(), log,
+                                 {{"load.skip_samples", "1"}, {"load.skip_subsongs_init", "1"}});
+    return std::find(kFairTypes.begin(), kFairTypes.end(), module.get_metadata("type")) != kFairTypes.end();
 }
 
 }  // namespace
@@ -163,7 +183,7 @@ std::unique_ptr<Source> OpenModuleSource(const SourceRequest& request, int& erro
     try {
         if (!MayBeModule(request.path, error)) return nullptr;
         const std::optional<std::string> file = ReadWholeFile(request.path, kMaxFileBytes);
-        if (!file || ModuleSampleBytes(*file) > kFairSampleBytes + file->size() * 8) return nullptr;
+        if (!file || !IsFair(*file)) return nullptr;
         auto source = std::make_unique<ModuleSource>(request, *file);
         error = BASS_OK;
         return source;

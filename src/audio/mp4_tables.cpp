@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <fstream>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "audio/byte_reader.h"
 #include "platform/paths.h"
@@ -15,76 +17,179 @@ namespace {
 
 constexpr int64_t kFewSamples = 400'000;  // need no more than 20 MB
 constexpr int64_t kLeastSampleBytes = 16;
-constexpr int kMaxDepth = 8;
-constexpr int kMaxBoxes = 10'000;
+constexpr int64_t kLeastGroup = 160;  // FFmpeg puts no fewer samples together, where it groups them
+constexpr int64_t kFewBoxes = 100'000;
+constexpr int64_t kAbsurd = int64_t{1} << 40;
+constexpr int kMaxDepth = 12;  // FFmpeg gives up before
+constexpr size_t kPieceBytes = 512;
 
-// The boxes in which FFmpeg looks for tables.
-constexpr std::array<std::string_view, 11> kContainers{"moov", "trak", "mdia", "minf", "stbl", "moof",
-                                                       "traf", "udta", "edts", "tref", "wave"};
+// The boxes in which FFmpeg looks for tables. `stsd` and `meta` also, but theirs begin a little later.
+constexpr std::array<std::string_view, 19> kContainers{"moov", "trak", "mdia", "minf", "stbl", "moof", "traf",
+                                                       "udta", "edts", "tref", "wave", "dinf", "mvex", "sinf",
+                                                       "schi", "ilst", "iprp", "ipco", "hoov"};
+
+// Reads a file in small pieces, because the boxes of interest may lie far apart, or close together by the thousand.
+class FilePieces {
+public:
+    explicit FilePieces(const std::string& path) {
+        in_.rdbuf()->pubsetbuf(nullptr, 0);
+        in_.open(PathFromUtf8(path), std::ios::binary | std::ios::ate);
+        if (in_) bytes_ = in_.tellg();
+    }
+
+    int64_t Bytes() const { return bytes_; }
+    uint32_t Number(int64_t place) { return ByteReader{At(place, 4)}.BigEndian(4); }
+    std::string Letters(int64_t place) { return std::string(At(place, 4)); }
+
+private:
+    // Fewer at the end of the file. Valid until the next call.
+    std::string_view At(int64_t place, size_t count) {
+        if (place < begin_ || place + static_cast<int64_t>(count) > begin_ + static_cast<int64_t>(held_.size())) {
+            held_.resize(kPieceBytes);
+            in_.clear();
+            in_.seekg(place);
+            in_.read(held_.data(), kPieceBytes);
+            held_.resize(static_cast<size_t>(std::max<std::streamsize>(0, in_.gcount())));
+            begin_ = place;
+        }
+        return std::string_view(held_).substr(static_cast<size_t>(place - begin_), count);
+    }
+
+    std::ifstream in_;
+    int64_t bytes_ = 0;
+    std::string held_;
+    int64_t begin_ = 0;  // of what is held
+};
+
+struct Box {
+    std::string type;
+    int64_t begin, end;  // of what it holds
+};
+
+// What the boxes of a track tell.
+struct Track {
+    int64_t samples = 0;
+    int64_t chunks = 0;
+    std::vector<std::pair<int64_t, int64_t>> runs;  // tables of how many samples lie in a chunk: place, entries
+    bool sound = false, otherThanSound = false;
+    bool timed = false, unevenlyTimed = false;
+
+    // FFmpeg takes sound whose samples all last one tick for uncompressed, and keeps no record of each.
+    bool IsGrouped() const { return sound && !otherThanSound && timed && !unevenlyTimed; }
+};
 
 class BoxWalk {
 public:
-    BoxWalk(std::istream& in, int64_t bytes) : in_(in), bytes_(bytes) {}
+    explicit BoxWalk(FilePieces& file) : file_(file), boxesLeft_(kFewBoxes + file.Bytes() / 4) {}
 
-    // The samples told of by the boxes between two places of the file.
-    int64_t CountSamples(int64_t begin, int64_t end, int depth = 0) {
-        int64_t samples = 0;
-        while (end - begin >= 8 && boxes_++ < kMaxBoxes) {
-            const std::string bytes = Read(begin, 28);
-            ByteReader box{bytes};
-            int64_t size = box.BigEndian(4), head = 8;
-            const std::string_view type = box.Take(4);
+    // How many samples FFmpeg would keep a record of.
+    int64_t CountRecords() {
+        ReadBoxes(0, file_.Bytes(), 0);
+        LeaveTrack();
+        return boxesLeft_ < 0 ? kAbsurd : records_;
+    }
+
+private:
+    void ReadBoxes(int64_t begin, int64_t end, int depth) {
+        while (end - begin >= 8 && boxesLeft_-- > 0) {
+            int64_t size = file_.Number(begin), head = 8;
+            const std::string type = file_.Letters(begin + 4);
             if (size == 1) {
-                const uint64_t high = box.BigEndian(4);
-                size = static_cast<int64_t>(high << 32 | box.BigEndian(4));
+                size = static_cast<int64_t>(uint64_t{file_.Number(begin + 8)} << 32 | file_.Number(begin + 12));
                 head = 16;
             }
             if (size == 0) size = end - begin;
             if (size < head) break;
             const int64_t next = begin + std::min(size, end - begin);
-            if (type == "stsz" || type == "stz2" || type == "trun") {
-                box.Take(4);  // version, flags
-                const int64_t sampleBytes = type == "stsz" ? box.BigEndian(4) : 0;
-                if (type == "stz2") box.Take(4);  // the size of a size
-                samples += Weigh(box.BigEndian(4), sampleBytes);
-            } else if (depth < kMaxDepth &&
-                       std::find(kContainers.begin(), kContainers.end(), type) != kContainers.end()) {
-                samples += CountSamples(begin + head, next, depth + 1);
-            }
+            if (head <= next - begin && depth < kMaxDepth) ReadBox({type, begin + head, next}, depth);
             begin = next;
         }
-        return samples;
     }
 
-private:
-    // Uncompressed sound has no table: one size for all, small as it is. `sampleBytes`: that size, or 0.
-    int64_t Weigh(int64_t samples, int64_t sampleBytes) const {
-        const bool held = sampleBytes > 0 && samples <= bytes_ / sampleBytes;
-        return held ? samples * sampleBytes / kLeastSampleBytes : samples;
+    void ReadBox(const Box& box, int depth) {
+        if (box.type == "trak") {
+            const Track around = std::exchange(track_, Track{});
+            ReadBoxes(box.begin, box.end, depth + 1);
+            LeaveTrack();
+            track_ = around;
+        } else if (std::find(kContainers.begin(), kContainers.end(), box.type) != kContainers.end()) {
+            ReadBoxes(box.begin, box.end, depth + 1);
+        } else if (box.type == "meta") {
+            ReadBoxes(FirstInMeta(box), box.end, depth + 1);
+        } else if (box.type == "stsd") {
+            ReadDescriptions(box, depth + 1);
+        } else if (box.type == "free" && file_.Letters(box.begin + 4) == "mvhd") {
+            ReadBoxes(box.begin, box.end, depth + 1);  // for want of another, FFmpeg takes it for a `moov`
+        } else {
+            ReadTable(box);
+        }
     }
 
-    std::string Read(int64_t place, size_t count) {
-        std::string bytes(count, '\0');
-        in_.clear();
-        in_.seekg(place);
-        in_.read(bytes.data(), static_cast<std::streamsize>(count));
-        bytes.resize(static_cast<size_t>(std::max<std::streamsize>(0, in_.gcount())));
-        return bytes;
+    void ReadTable(const Box& box) {
+        if (box.type == "stsz" || box.type == "stz2") track_.samples += file_.Number(box.begin + 8);
+        if (box.type == "trun") records_ += file_.Number(box.begin + 4);
+        if (box.type == "stco" || box.type == "co64") track_.chunks += file_.Number(box.begin + 4);
+        if (box.type == "stsc") {
+            const int64_t held = std::max<int64_t>(0, box.end - box.begin - 8) / 12;
+            track_.runs.emplace_back(box.begin + 8, std::min<int64_t>(file_.Number(box.begin + 4), held));
+        }
+        if (box.type == "stts") {
+            track_.timed = true;
+            if (file_.Number(box.begin + 4) != 1 || file_.Number(box.begin + 12) != 1) track_.unevenlyTimed = true;
+        }
+        if (box.type == "hdlr") {
+            const std::string kind = file_.Letters(box.begin + 8);
+            if (kind == "soun") track_.sound = true;
+            if (kind == "vide" || kind == "subp" || kind == "clcp") track_.otherThanSound = true;
+        }
     }
 
-    std::istream& in_;
-    int64_t bytes_;  // of the file
-    int boxes_ = 0;
+    // There may be a version before it, or not.
+    int64_t FirstInMeta(const Box& box) {
+        int64_t begin = box.begin;
+        while (box.end - begin >= 8 && file_.Letters(begin + 4) != "hdlr" && boxesLeft_-- > 0) begin += 4;
+        return begin;
+    }
+
+    // A description is a box that holds others behind a head: of sound, in three versions, or of pictures.
+    void ReadDescriptions(const Box& box, int depth) {
+        for (int64_t begin = box.begin + 8; box.end - begin >= 8 && boxesLeft_-- > 0;) {
+            const int64_t size = file_.Number(begin);
+            if (size < 8) return;
+            const int64_t next = begin + std::min(size, box.end - begin);
+            for (const int64_t head : {36, 52, 72, 86}) ReadBoxes(begin + head, next, depth);
+            begin = next;
+        }
+    }
+
+    void LeaveTrack() {
+        if (track_.IsGrouped()) {
+            for (const auto& [place, entries] : track_.runs) CountGroups(place, entries);
+        } else {
+            records_ += track_.samples;
+        }
+    }
+
+    // An entry: the first chunk for which it holds, the samples in each, a description.
+    void CountGroups(int64_t place, int64_t entries) {
+        for (int64_t i = 0; i < entries && records_ < kAbsurd; i++, place += 12) {
+            const int64_t first = file_.Number(place), samples = file_.Number(place + 4);
+            const int64_t next = i + 1 < entries ? file_.Number(place + 12) : track_.chunks + 1;
+            records_ += std::max<int64_t>(1, next - first) * (samples / kLeastGroup + 1);
+        }
+    }
+
+    FilePieces& file_;
+    int64_t boxesLeft_;  // no honest file has as many
+    int64_t records_ = 0;
+    Track track_;
 };
 
 }  // namespace
 
 bool HasAbsurdMp4Tables(const std::string& path) {
-    std::ifstream in(PathFromUtf8(path), std::ios::binary | std::ios::ate);
-    if (!in) return false;
-    const int64_t bytes = in.tellg();
-    const int64_t samples = BoxWalk(in, bytes).CountSamples(0, bytes);
-    return samples > std::max(kFewSamples, bytes / kLeastSampleBytes);
+    FilePieces file(path);
+    return BoxWalk(file).CountRecords() > std::max(kFewSamples, file.Bytes() / kLeastSampleBytes);
 }
 
 }  // namespace hullrider

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <random>
+#include <vector>
 
 #include "tests/sound/sound.h"
 
@@ -22,6 +23,21 @@ protected:
         }
         BASS_StreamFree(stream);
         Render(480);
+    }
+
+    // The bytes of the file of that name, which FFmpeg makes of a WAV file.
+    std::string Convert(const std::string& wav, const std::string& options, const std::string& name) const {
+        const std::string command = std::string(HULLRIDER_FFMPEG) + " -v error -nostdin -y -i '" + wav + "' " +
+                                    options + " -metadata title=Title '" + folder_.At(name) + "'";
+        EXPECT_EQ(std::system(command.c_str()), 0) << command;
+        return folder_.Read(name);
+    }
+
+    // Some bytes so far behind the name of a box.
+    static void Overwrite(std::string& file, const std::string& box, int behind, const std::string& bytes) {
+        const size_t name = file.find(box);
+        ASSERT_NE(name, std::string::npos) << box;
+        file.replace(name + box.size() + static_cast<size_t>(behind), bytes.size(), bytes);
     }
 };
 
@@ -64,11 +80,8 @@ TEST_F(Hostile, MutatedFilesNeverDoHarm) {
                                                    {"a.aac", ""},
                                                    {"a.ogg", "-c:a libvorbis"},
                                                    {"a.opus", "-c:a libopus"}}) {
-        const std::string path = folder_.At(file[0]);
-        const std::string command = std::string(HULLRIDER_FFMPEG) + " -v error -nostdin -y -i '" + wav + "' " +
-                                    file[1] + " -metadata title=Title '" + path + "'";
-        ASSERT_EQ(std::system(command.c_str()), 0) << command;
-        const std::string bytes = folder_.Read(file[0]);
+        const std::string bytes = Convert(wav, file[1], file[0]);
+        ASSERT_FALSE(bytes.empty());
         for (int i = 0; i < kMutants; i++) {
             SCOPED_TRACE(testing::Message() << file[0] << ", mutant " << i);
             const std::string name = "mutant" + std::to_string(i) + file[0];
@@ -77,26 +90,48 @@ TEST_F(Hostile, MutatedFilesNeverDoHarm) {
     }
 }
 
-// FFmpeg would make room for all of them.
+// FFmpeg would make room for all of them, wherever in the file they are told of.
 TEST_F(Hostile, AnMp4ThatTellsOfMillionsOfSamplesIsRefused) {
     const std::string wav = Save("source.wav", Tone(kRate, 2, 500.0, 1.0));
-    const std::string command = std::string(HULLRIDER_FFMPEG) + " -v error -nostdin -y -i '" + wav +
-                                "' -movflags frag_keyframe+empty_moov '" + folder_.At("a.m4a") + "'";
-    ASSERT_EQ(std::system(command.c_str()), 0) << command;
-    std::string bytes = folder_.Read("a.m4a");
+    const std::string fragmented = Convert(wav, "-movflags frag_keyframe+empty_moov+default_base_moof", "a.m4a");
     EXPECT_NE(Open(folder_.At("a.m4a")), 0u);
-    const size_t run = bytes.find("trun");
-    ASSERT_NE(run, std::string::npos);
-    bytes.replace(run + 5, 7, std::string("\0\0\1\0\x30\0\0", 7));  // no sizes of their own, three million
-    EXPECT_EQ(Open(folder_.Write("many.m4a", bytes)), 0u);
-    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM);
 
-    // As many as that are no wonder in uncompressed sound.
+    std::string many = fragmented;
+    Overwrite(many, "trun", 1, std::string("\0\0\1\0\x30\0\0", 7));  // no sizes of their own, three million
+    std::vector<std::string> lies{many};
+    for (const char* container : {"dinf", "mvex", "sinf", "schi"}) {
+        Overwrite(lies.emplace_back(many), "traf", -4, container);
+    }
+    const size_t behindType = many.find("ftyp") - 4 + static_cast<unsigned char>(many[3]);
+    std::string padding;
+    for (int i = 0; i < 10'010; i++) padding += std::string("\0\0\0\x08", 4) + "free";
+    lies.push_back(std::string(many).insert(behindType, padding));
+
+    // Three million of a byte each, which the file has, in a track beside one that plays.
+    const std::string million("\0\x30\0\0", 4), one("\0\0\0\1", 4);
+    const std::string two = Convert(wav, "-map 0 -map 0", "b.m4a");
+    std::string track = two.substr(two.rfind("trak"));
+    Overwrite(track, "stsz", 4, one + million);
+    Overwrite(track, "stsc", 4, one + one + million + one);
+    Overwrite(track, "stts", 4, one + million + std::string("\0\0\4\0", 4));
+    lies.push_back(two.substr(0, two.rfind("trak")) + track);
+    lies.back().resize(4'000'000);
+    for (size_t i = 0; i < lies.size(); i++) {
+        EXPECT_EQ(Open(folder_.Write("lie.m4a", lies[i])), 0u) << i;
+        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM) << i;
+    }
+    EXPECT_NE(Open(folder_.Write("padded.m4a", std::string(fragmented).insert(behindType, padding))), 0u);
+}
+
+TEST_F(Hostile, UncompressedSoundMayTellOfMillionsOfSamples) {
     const std::string minute = Save("minute.wav", Noise(8000, 60 * 8000));
-    const std::string uncompressed = std::string(HULLRIDER_FFMPEG) + " -v error -nostdin -y -i '" + minute +
-                                     "' -c:a pcm_u8 -f mov '" + folder_.At("plain.m4a") + "'";
-    ASSERT_EQ(std::system(uncompressed.c_str()), 0) << uncompressed;
+    const std::string bytes = Convert(minute, "-c:a pcm_u8 -movflags faststart -f mov", "plain.m4a");
     EXPECT_NE(Open(folder_.At("plain.m4a")), 0u);
+    EXPECT_NE(Open(folder_.Write("cut.m4a", bytes.substr(0, bytes.size() / 3))), 0u);
+
+    std::string lie = bytes;  // of which FFmpeg would make groups, a million for each place of a sound
+    Overwrite(lie, "stsc", 12, std::string("\x7F\0\0\0", 4));
+    EXPECT_EQ(Open(folder_.Write("lie.m4a", lie)), 0u);
 }
 
 // A WAV file's header says each of these.

@@ -91,7 +91,9 @@ TEST_F(ModuleSound, ASeekSoundsAsIfTheSongHadBeenPlayedUpToThere) {
 
 TEST_F(ModuleSound, AModuleThatWouldFillTheMemoryIsRefused) {
     EXPECT_NE(Load(PackedModuleBytes(1, 1'000'000)), 0u);
-    for (const std::string& bytes : {PackedModuleBytes(99, 1'000'000), std::string(100'000, 'x')}) {
+    const std::string packed = PackedModuleBytes(99, 1'000'000);
+    for (const std::string& bytes : {packed, "tpm." + packed.substr(4), WrappedModuleBytes(packed),
+                                     PolyModuleBytes(200, 1'000'000), std::string(100'000, 'x')}) {
         EXPECT_EQ(BASS_MusicLoad(false, folder_.Write("bad.it", bytes).c_str(), 0, 0, 0, 0), 0u);
         EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEFORM);
     }
