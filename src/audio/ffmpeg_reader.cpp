@@ -125,10 +125,6 @@ bool FfmpegReader::DecodeFirst() {
     channels_ = static_cast<uint32_t>(frame_->ch_layout.nb_channels);
     origin_ = stream_->start_time == AV_NOPTS_VALUE ? 0 : stream_->start_time;
     if (frame_->best_effort_timestamp != AV_NOPTS_VALUE) origin_ = std::max(origin_, frame_->best_effort_timestamp);
-    if (IsMp3File() && sentPos_ >= 0) {
-        // Behind much junk FFmpeg does not know the time.
-        walk_.emplace(*format_, *stream_, sentPos_, sentTime_ == AV_NOPTS_VALUE ? origin_ : sentTime_);
-    }
     placed_ = false;
     Place();
     held_ = true;
@@ -203,11 +199,17 @@ bool FfmpegReader::SendPacket() {
         read = av_read_frame(format_.get(), packet_.get());
     } while (read >= 0 && packet_->stream_index != stream_->index);
     drained_ = read < 0;
-    sentPos_ = packet_->pos;
-    sentTime_ = packet_->dts;
+    if (!drained_) BeginWalk();
     const int sent = avcodec_send_packet(decoder_.get(), drained_ ? nullptr : packet_.get());
     av_packet_unref(packet_.get());
     return sent >= 0;
+}
+
+// At the first packet, in front of which a table may lie, whether or not it is heard.
+void FfmpegReader::BeginWalk() {
+    if (walk_ || !IsMp3File() || packet_->pos < 0) return;
+    // Behind much junk FFmpeg does not know the time, which is 0.
+    walk_.emplace(*format_, *stream_, packet_->pos, packet_->dts == AV_NOPTS_VALUE ? 0 : packet_->dts);
 }
 
 const AVFrame* FfmpegReader::Next() {
