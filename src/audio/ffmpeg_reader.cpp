@@ -94,8 +94,7 @@ int FfmpegReader::Open(const std::string& path) {
 
     // Only what decodes is a song, whatever its name and its first bytes say.
     if (!DecodeFirst()) return BASS_ERROR_FILEFORM;
-    FindLength();
-    return BASS_OK;
+    return FindLength();
 }
 
 bool FfmpegReader::MustStop() const {

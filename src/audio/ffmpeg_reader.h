@@ -66,14 +66,16 @@ private:
     int FindAudio();
     bool IsMp3File() const;
     bool IsMp4File() const;
+    bool IsFlacFile() const;
     bool MustStop() const;
     int64_t BytesRead() const;
     int OpenDecoder();
     bool ReadyMp3();
     bool DecodeFirst();
-    void FindLength();
+    int FindLength();
     int64_t Mp3End(int64_t told, bool& junkFollows);
-    void FindLengthByDecoding();
+    int MeasureLength();
+    std::optional<int64_t> DecodedEnd();
     bool Decode();
     void Place();
     bool SendPacket();

@@ -125,17 +125,19 @@ TEST_F(Decoders, EveryFormatBeginsEndsAndLoopsWhereTheSoundDid) {
         const char* name;
         const char* arguments;
         uint32_t rate;
+        double seconds;
         float tolerance;
         size_t attack;  // frames at the start that the encoder itself gets wrong
     };
-    for (const Case& test : {Case{"a.flac", "", 44100, 1e-6f, 0},
-                             {"a.m4a", "-c:a alac", 44100, 1e-6f, 0},
-                             {"b.m4a", "-b:a 256k", 44100, 0.1f, 1000},
-                             {"a.mp3", "-b:a 256k", 44100, 0.1f, 1000},
-                             {"b.mp3", "-b:a 128k", 22050, 0.1f, 1000}}) {
+    for (const Case& test : {Case{"a.flac", "", 44100, 3.0, 1e-6f, 0},
+                             {"one-frame.flac", "", 44100, 0.05, 1e-6f, 0},
+                             {"a.m4a", "-c:a alac", 44100, 3.0, 1e-6f, 0},
+                             {"b.m4a", "-b:a 256k", 44100, 3.0, 0.1f, 1000},
+                             {"a.mp3", "-b:a 256k", 44100, 3.0, 0.1f, 1000},
+                             {"b.mp3", "-b:a 128k", 22050, 3.0, 0.1f, 1000}}) {
         SCOPED_TRACE(test.name);
         Reopen(test.rate);
-        const TestSound sound = Sweep(test.rate, 3.0, 200.0, 1000.0);
+        const TestSound sound = Sweep(test.rate, test.seconds, 200.0, 1000.0);
         const size_t frames = sound.samples.size() / 2;
         const std::string path = Encode(sound, test.name, test.arguments);
         const HSTREAM stream = Play(path);
@@ -182,6 +184,8 @@ TEST_F(Decoders, LengthsAndPlacesAreTrueWhateverTheFileSays) {
                              {"two.mp3", mp3 + mp3, 19.99},
                              {"unfilled.mp3", mp3 + std::string(20'000'000, '\0'), 9.99},
                              {"unknown.flac", unknown, 9.99},
+                             {"cut.flac", cut(bytesOf("b.flac", "")), 4.0},
+                             {"cut-unknown.flac", cut(unknown), 4.0},
                              {"store.m4a", store, 9.99}}) {
         SCOPED_TRACE(test.name);
         const HSTREAM stream = Play(folder_.Write(test.name, test.bytes));
