@@ -78,6 +78,7 @@ private:
     std::optional<int64_t> DecodedEnd();
     bool Decode();
     void Place();
+    void PassJunk();
     bool SendPacket();
     void BeginWalk();
     bool SeekBefore(int64_t frame, int64_t prerollFrames);
@@ -100,6 +101,7 @@ private:
     int64_t length_ = 0;
     int64_t origin_ = 0;    // the timestamp of frame 0, in the stream's time base
     int64_t endFrame_ = 0;  // where the file says that the sound ends; what the last packet holds beyond is padding
+    int64_t sentPos_ = -1;  // of the packet that was sent to the decoder last: its place in the file, or -1
     int64_t position_ = 0;
     int64_t wantedFrame_ = 0;  // samples before it are dropped
     bool placed_ = false;      // position_ is known: a packet was decoded since the beginning or the last seek

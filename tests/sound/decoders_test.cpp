@@ -169,6 +169,9 @@ TEST_F(Decoders, LengthsAndPlacesAreTrueWhateverTheFileSays) {
     std::string junk;
     std::minstd_rand random(5);
     for (int i = 0; i < 50'000; i++) junk += static_cast<char>(random() >> 8);
+    // To FFmpeg frames, each behind a few other bytes; but none follows where another one ends.
+    std::string bogus;
+    for (int i = 0; i < 400; i++) bogus += std::string("pppp\xFF\xFB\x90\x40") + std::string(413, 'p');
     std::string unknown = bytesOf("a.flac", "");
     unknown[21] = static_cast<char>(unknown[21] & 0xF0);  // STREAMINFO: the number of samples
     for (size_t i = 22; i < 26; i++) unknown[i] = '\0';
@@ -183,6 +186,7 @@ TEST_F(Decoders, LengthsAndPlacesAreTrueWhateverTheFileSays) {
                              {"cut.m4a", cut(bytesOf("b.m4a", "-movflags +faststart")), 4.0},
                              {"junk.mp3", junk + bytesOf("c.mp3", "-b:a 64k -write_xing 0 -id3v2_version 0"), 9.99},
                              {"two.mp3", mp3 + mp3, 19.99},
+                             {"two-and-bogus.mp3", mp3 + bogus + mp3, 19.99},
                              {"unfilled.mp3", mp3 + std::string(20'000'000, '\0'), 9.99},
                              {"unknown.flac", unknown, 9.99},
                              {"cut.flac", cut(bytesOf("b.flac", "")), 4.0},
