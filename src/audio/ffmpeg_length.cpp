@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "audio/bass.h"
 #include "audio/ffmpeg_reader.h"
 #include "audio/mp4_duration.h"
 
@@ -20,7 +21,7 @@ constexpr int64_t kMostFrames = int64_t{1} << 48;         // what tells of more 
 
 }  // namespace
 
-void FfmpegReader::FindLength() {
+int FfmpegReader::FindLength() {
     int64_t duration = stream_->duration;
     if (duration == AV_NOPTS_VALUE) {
         duration =
@@ -34,18 +35,26 @@ void FfmpegReader::FindLength() {
     // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there. Junk would be
     // taken in whole in search of another frame.
     if ((IsMp4File() || junkFollows) && length_ > 0) endFrame_ = length_;
-    if (length_ == 0) FindLengthByDecoding();
+    return length_ == 0 || IsFlacFile() ? MeasureLength() : BASS_OK;
 }
 
-// By the last packets: for a FLAC file that was written without knowing how much would come.
-void FfmpegReader::FindLengthByDecoding() {
-    constexpr int kMostPackets = 500;  // more when the end is not to be found that way
+// A FLAC file may have been written without knowing how much would come, or have broken off since. Leaves the reader at
+// its beginning; the error when it does not get back there.
+int FfmpegReader::MeasureLength() {
+    const std::optional<int64_t> end = DecodedEnd();
+    if (end && (length_ == 0 || *end < length_)) length_ = *end;
+    return Seek(0) ? BASS_OK : BASS_ERROR_FILEFORM;
+}
+
+// The place behind the last packets; nothing when they are not to be found, or do not decode.
+std::optional<int64_t> FfmpegReader::DecodedEnd() {
+    constexpr int kMostPackets = 500;  // more when it was not the last ones that were found
     held_ = placed_ = drained_ = false;
-    if (Jump(kFarAway)) {
-        avcodec_flush_buffers(decoder_.get());
-        for (int i = 0; i < kMostPackets && Decode(); i++) length_ = std::max<int64_t>(0, position_);
-    }
-    Seek(0);
+    if (!Jump(kFarAway)) return {};
+    avcodec_flush_buffers(decoder_.get());
+    std::optional<int64_t> end;
+    for (int i = 0; i < kMostPackets && Decode(); i++) end = std::max<int64_t>(0, position_);
+    return end;
 }
 
 bool FfmpegReader::IsMp3File() const {
@@ -54,6 +63,10 @@ bool FfmpegReader::IsMp3File() const {
 
 bool FfmpegReader::IsMp4File() const {
     return std::string_view(format_->iformat->name).starts_with("mov");
+}
+
+bool FfmpegReader::IsFlacFile() const {
+    return std::string_view(format_->iformat->name) == "flac";
 }
 
 // The timestamp at which an MP3 ends. Without a table, what FFmpeg tells is a guess by the first frame's bit rate.

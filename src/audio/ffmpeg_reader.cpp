@@ -26,6 +26,7 @@ constexpr int kMaxChannels = 64;
 constexpr int kMinRate = 1000;
 constexpr int kMaxRate = 768000;
 constexpr int kMaxBadPackets = 250;                  // in a row, before the rest of a file is given up
+constexpr int kManyBadPackets = 50;                  // in a row, as damage would not make them
 constexpr size_t kMaxAllocation = size_t{96} << 20;  // bytes at once; the table of a 24 hour M4A file takes as much
 // What FFmpeg may read at once in search of a frame, all of which it keeps: in a download that was never filled in, or
 // in one that is no song, there is none.
@@ -94,8 +95,7 @@ int FfmpegReader::Open(const std::string& path) {
 
     // Only what decodes is a song, whatever its name and its first bytes say.
     if (!DecodeFirst()) return BASS_ERROR_FILEFORM;
-    FindLength();
-    return BASS_OK;
+    return FindLength();
 }
 
 bool FfmpegReader::MustStop() const {
@@ -125,10 +125,6 @@ bool FfmpegReader::DecodeFirst() {
     channels_ = static_cast<uint32_t>(frame_->ch_layout.nb_channels);
     origin_ = stream_->start_time == AV_NOPTS_VALUE ? 0 : stream_->start_time;
     if (frame_->best_effort_timestamp != AV_NOPTS_VALUE) origin_ = std::max(origin_, frame_->best_effort_timestamp);
-    if (IsMp3File() && sentPos_ >= 0) {
-        // Behind much junk FFmpeg does not know the time.
-        walk_.emplace(*format_, *stream_, sentPos_, sentTime_ == AV_NOPTS_VALUE ? origin_ : sentTime_);
-    }
     placed_ = false;
     Place();
     held_ = true;
@@ -168,18 +164,29 @@ bool FfmpegReader::Decode() {
     for (int bad = 0; bad < kMaxBadPackets && !cancelled_.load();) {
         const int received = avcodec_receive_frame(decoder_.get(), frame_.get());
         if (received == AVERROR_EOF) return false;
-        if (received == AVERROR(EAGAIN)) {
-            if (!SendPacket()) bad++;
-            continue;
+        if (received >= 0 && IsPlayable(frame_->sample_rate, frame_->ch_layout.nb_channels)) {
+            Place();
+            return true;
         }
-        if (received < 0 || !IsPlayable(frame_->sample_rate, frame_->ch_layout.nb_channels)) {
-            bad++;
-            continue;
-        }
-        Place();
-        return true;
+        const bool good = received == AVERROR(EAGAIN) && SendPacket();
+        if (!good && ++bad % kManyBadPackets == 0) PassJunk();
     }
     return false;
+}
+
+// FFmpeg makes packets even of what lies between two MP3s that were joined, such as a picture. On to the next true
+// frame: the one that follows the frame decoded last.
+void FfmpegReader::PassJunk() {
+    if (!walk_ || !placed_ || drained_ || sentPos_ < 0) return;
+    mostBytesRead_ = INT64_MAX;
+    const int64_t place = avio_tell(format_->pb), timestamp = TimestampOfFrame(position_);
+    Mp3Walk walk(*format_, *stream_, sentPos_ + 1, timestamp);
+    if (!walk.FindFrame()) {
+        avio_seek(format_->pb, place, SEEK_SET);
+        return;
+    }
+    walk.GoBeyond(timestamp);
+    if (Jump(timestamp)) avcodec_flush_buffers(decoder_.get());
 }
 
 // Moves position_ to the end of frame_: by its timestamp, or on from the frame before.
@@ -204,10 +211,17 @@ bool FfmpegReader::SendPacket() {
     } while (read >= 0 && packet_->stream_index != stream_->index);
     drained_ = read < 0;
     sentPos_ = packet_->pos;
-    sentTime_ = packet_->dts;
+    if (!drained_) BeginWalk();
     const int sent = avcodec_send_packet(decoder_.get(), drained_ ? nullptr : packet_.get());
     av_packet_unref(packet_.get());
     return sent >= 0;
+}
+
+// At the first packet, in front of which a table may lie, whether or not it is heard.
+void FfmpegReader::BeginWalk() {
+    if (walk_ || !IsMp3File() || packet_->pos < 0) return;
+    // Behind much junk FFmpeg does not know the time, which is 0.
+    walk_.emplace(*format_, *stream_, packet_->pos, packet_->dts == AV_NOPTS_VALUE ? 0 : packet_->dts);
 }
 
 const AVFrame* FfmpegReader::Next() {

@@ -66,17 +66,21 @@ private:
     int FindAudio();
     bool IsMp3File() const;
     bool IsMp4File() const;
+    bool IsFlacFile() const;
     bool MustStop() const;
     int64_t BytesRead() const;
     int OpenDecoder();
     bool ReadyMp3();
     bool DecodeFirst();
-    void FindLength();
+    int FindLength();
     int64_t Mp3End(int64_t told, bool& junkFollows);
-    void FindLengthByDecoding();
+    int MeasureLength();
+    std::optional<int64_t> DecodedEnd();
     bool Decode();
     void Place();
+    void PassJunk();
     bool SendPacket();
+    void BeginWalk();
     bool SeekBefore(int64_t frame, int64_t prerollFrames);
     bool Jump(int64_t timestamp);
     bool JumpToStart();
@@ -98,7 +102,6 @@ private:
     int64_t origin_ = 0;    // the timestamp of frame 0, in the stream's time base
     int64_t endFrame_ = 0;  // where the file says that the sound ends; what the last packet holds beyond is padding
     int64_t sentPos_ = -1;  // of the packet that was sent to the decoder last: its place in the file, or -1
-    int64_t sentTime_ = 0;  // and its timestamp, if it has one
     int64_t position_ = 0;
     int64_t wantedFrame_ = 0;  // samples before it are dropped
     bool placed_ = false;      // position_ is known: a packet was decoded since the beginning or the last seek

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <string_view>
 
 #include "audio/midi_file.h"
 #include "audio/synth.h"
@@ -16,19 +15,6 @@ constexpr uint8_t kUnset = 0xFF;
 // Controllers that mean something only in the order in which they came: data entry, and the parameter it is for.
 bool IsParameterController(uint8_t number) {
     return number == 6 || number == 38 || (number >= 96 && number <= 101);
-}
-
-// GM System On or Off, GS Reset, XG System On: what came before them is void.
-bool IsSystemReset(const uint8_t* bytes, size_t count) {
-    const std::string_view text(reinterpret_cast<const char*>(bytes), count);
-    if (count >= 4 && bytes[0] == 0x7E) return bytes[2] == 0x09;
-    if (count >= 8 && bytes[0] == 0x41) return text.substr(2, 6) == std::string_view("\x42\x12\x40\x00\x7F\x00", 6);
-    if (count >= 7 && bytes[0] == 0x43) return text.substr(2, 5) == std::string_view("\x4C\x00\x00\x7E\x00", 5);
-    return false;
-}
-
-bool IsSystemReset(const MidiSong& song, const MidiEvent& event) {
-    return event.status == 0xF0 && IsSystemReset(song.sysex[event.sysex].data(), song.sysex[event.sysex].size());
 }
 
 // The place of the last reset among the first `count` events, or 0.

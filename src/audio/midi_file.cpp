@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <utility>
 
 #include "audio/byte_reader.h"
 
@@ -19,6 +20,14 @@ constexpr size_t kMaxSysexBytes = 1'000;
 constexpr double kMaxSeconds = 24.0 * 3600.0;  // what is said to happen later does not happen
 constexpr double kMostSilence = 10.0;          // seconds at the end, where notes die away
 constexpr double kDefaultTempo = 500'000.0;    // microseconds a quarter note, 120 quarter notes a minute
+
+bool IsSystemReset(const uint8_t* bytes, size_t count) {
+    const std::string_view text(reinterpret_cast<const char*>(bytes), count);
+    if (count >= 4 && bytes[0] == 0x7E) return bytes[2] == 0x09;
+    if (count >= 8 && bytes[0] == 0x41) return text.substr(2, 6) == std::string_view("\x42\x12\x40\x00\x7F\x00", 6);
+    if (count >= 7 && bytes[0] == 0x43) return text.substr(2, 5) == std::string_view("\x4C\x00\x00\x7E\x00", 5);
+    return false;
+}
 
 struct TempoChange {
     double tick;
@@ -146,29 +155,47 @@ private:
     double tick_ = 0.0, seconds_ = 0.0;
 };
 
+// What holds the notes of one channel: keys that are down, and the pedal.
+struct HeldNotes {
+    std::array<bool, 128> keys{};
+    bool pedal = false;
+
+    // Whether the message began or ended any.
+    bool Note(const MidiEvent& event) {
+        constexpr uint8_t kSustain = 64, kResetControllers = 121, kFirstMode = 120;
+        const uint8_t kind = event.status & 0xF0, number = event.data[0], value = event.data[1];
+        if (kind == 0x80 || kind == 0x90) {
+            keys[number] = kind == 0x90 && value > 0;
+            return true;
+        }
+        if (kind != 0xB0) return false;
+        if (number == kResetControllers) return std::exchange(pedal, false);
+        if (number == kSustain) pedal = value >= 64;
+        if (number >= kFirstMode) keys.fill(false);
+        return number == kSustain || number >= kFirstMode;
+    }
+
+    bool AnyKey() const { return std::find(keys.begin(), keys.end(), true) != keys.end(); }
+};
+
 // When the last note ends, or the pedal that holds it; infinity when one never does. A drum is struck, not held.
-double EndOfNotes(const std::vector<MidiEvent>& events) {
-    constexpr uint8_t kDrums = 9, kSustain = 64;
-    double end = 0.0;
-    std::array<std::array<bool, 128>, 16> held{};
-    std::array<bool, 16> pedals{};
-    for (const MidiEvent& event : events) {
-        const uint8_t kind = event.status & 0xF0, channel = event.status & 0x0F;
-        const bool pedal = kind == 0xB0 && event.data[0] == kSustain;
-        if (kind == 0x80 || kind == 0x90) held[channel][event.data[0]] = kind == 0x90 && event.data[1] > 0;
-        const bool endsAll = kind == 0xB0 && event.data[0] >= 120 && event.data[0] != 121;
-        if (pedal) pedals[channel] = event.data[1] >= 64;
-        if (endsAll) held[channel].fill(false);
-        if (kind == 0x80 || kind == 0x90 || pedal || endsAll) end = event.seconds;
-    }
-    const auto sounds = [&](size_t channel) {
-        const auto& keys = held[channel];
-        return pedals[channel] || (channel != kDrums && std::find(keys.begin(), keys.end(), true) != keys.end());
+double EndOfNotes(const MidiSong& song) {
+    constexpr size_t kDrums = 9;
+    std::array<HeldNotes, 16> channels;
+    const auto holds = [&](const HeldNotes& channel) {
+        return channel.pedal || (&channel != &channels[kDrums] && channel.AnyKey());
     };
-    for (size_t channel = 0; channel < held.size(); channel++) {
-        if (sounds(channel)) return std::numeric_limits<double>::infinity();
+    const auto sounds = [&] { return std::any_of(channels.begin(), channels.end(), holds); };
+    double end = 0.0;
+    for (const MidiEvent& event : song.events) {
+        if (event.status < 0xF0) {
+            if (channels[event.status & 0x0F].Note(event)) end = event.seconds;
+        } else if (IsSystemReset(song, event) && sounds()) {
+            channels = {};
+            end = event.seconds;
+        }
     }
-    return end;
+    return sounds() ? std::numeric_limits<double>::infinity() : end;
 }
 
 void PlaceInTime(uint16_t division, Reading& reading) {
@@ -179,7 +206,7 @@ void PlaceInTime(uint16_t division, Reading& reading) {
                      [](const TempoChange& a, const TempoChange& b) { return a.tick < b.tick; });
     TickClock clock(division, reading.tempos);
     for (MidiEvent& event : events) event.seconds = clock.SecondsAt(event.seconds);
-    const double silence = EndOfNotes(events) + kMostSilence;
+    const double silence = EndOfNotes(reading.song) + kMostSilence;
     reading.song.seconds = std::min({clock.SecondsAt(reading.endTick), silence, kMaxSeconds});
     const auto late = [&](const MidiEvent& event) { return event.seconds > reading.song.seconds; };
     events.erase(std::find_if(events.begin(), events.end(), late), events.end());
@@ -193,6 +220,10 @@ std::string_view Unwrap(std::string_view file) {
 }
 
 }  // namespace
+
+bool IsSystemReset(const MidiSong& song, const MidiEvent& event) {
+    return event.status == 0xF0 && IsSystemReset(song.sysex[event.sysex].data(), song.sysex[event.sysex].size());
+}
 
 std::optional<MidiSong> ReadMidiFile(std::string_view file) {
     ByteReader in{Unwrap(file)};

@@ -26,6 +26,9 @@ struct MidiSong {
     double seconds = 0.0;
 };
 
+// GM System On or Off, GS Reset, XG System On: what came before them is void.
+bool IsSystemReset(const MidiSong& song, const MidiEvent& event);
+
 // Nothing when the bytes are no MIDI file, or hold more events than any song. System exclusive messages
 // beyond those of any song are left out. A file that breaks off, or a track that is damaged, plays up to there. Takes
 // 32 MB at most.

@@ -54,11 +54,11 @@ public:
     // or none that fits the file, as after a download that broke off. Before any walking.
     std::optional<int64_t> TableEnd();
 
-    // The same by walking there: to the end of the file, or to where nothing but junk follows. Nothing when there is no
-    // frame, or the file cannot be read.
+    // The same by walking there: to the end of the file, or to where 16 MB follow without a frame; what lies behind
+    // those is not looked at. Nothing when there is no frame, or the file cannot be read.
     struct End {
         int64_t timestamp;
-        bool junkFollows;  // megabytes of it, as in a download whose end was never filled in
+        bool junkFollows;  // those megabytes, as in a download whose end was never filled in
     };
     std::optional<End> FindEnd();
 

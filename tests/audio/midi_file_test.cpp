@@ -56,6 +56,16 @@ TEST(MidiFile, LengthIsThatOfTheTracksInEveryFormatAndDivision) {
          60.001},
         {"a wait after all notes were cut",
          MidiFile(0, 500, {At(0, {0x90, 60, 1}) + At(500, {0xB0, 123, 0}) + EndOfTrack(60'000)}), 10.5},
+        {"a wait after the controllers of a held pedal were reset",
+         MidiFile(0, 500,
+                  {At(0, {0x90, 60, 1}) + At(0, {0xB0, 64, 127}) + At(250, {0x80, 60, 0}) + At(250, {0xB0, 121, 0}) +
+                   EndOfTrack(60'000)}),
+         10.5},
+        {"a wait after a system reset",
+         MidiFile(0, 500,
+                  {At(0, {0xB0, 64, 127}) + At(0, {0x91, 60, 1}) + At(500, {0xF0, 5, 0x7E, 0x7F, 9, 1, 0xF7}) +
+                   EndOfTrack(60'000)}),
+         10.5},
     };
     for (const Case& test : cases) {
         const auto song = ReadMidiFile(test.file);

@@ -124,19 +124,24 @@ TEST_F(Decoders, EveryFormatBeginsEndsAndLoopsWhereTheSoundDid) {
     struct Case {
         const char* name;
         const char* arguments;
+        uint32_t rate;
+        double seconds;
         float tolerance;
         size_t attack;  // frames at the start that the encoder itself gets wrong
     };
-    const TestSound sound = Chirp(3.0);
-    const size_t frames = sound.samples.size() / 2;
-    for (const Case& test : {Case{"a.flac", "", 1e-6f, 0},
-                             {"a.m4a", "-c:a alac", 1e-6f, 0},
-                             {"b.m4a", "-b:a 256k", 0.1f, 1000},
-                             {"a.mp3", "-b:a 256k", 0.1f, 1000}}) {
+    for (const Case& test : {Case{"a.flac", "", 44100, 3.0, 1e-6f, 0},
+                             {"one-frame.flac", "", 44100, 0.05, 1e-6f, 0},
+                             {"a.m4a", "-c:a alac", 44100, 3.0, 1e-6f, 0},
+                             {"b.m4a", "-b:a 256k", 44100, 3.0, 0.1f, 1000},
+                             {"a.mp3", "-b:a 256k", 44100, 3.0, 0.1f, 1000},
+                             {"b.mp3", "-b:a 128k", 22050, 3.0, 0.1f, 1000}}) {
         SCOPED_TRACE(test.name);
+        Reopen(test.rate);
+        const TestSound sound = Sweep(test.rate, test.seconds, 200.0, 1000.0);
+        const size_t frames = sound.samples.size() / 2;
         const std::string path = Encode(sound, test.name, test.arguments);
         const HSTREAM stream = Play(path);
-        EXPECT_NEAR(LengthSec(stream) * kRate, static_cast<double>(frames), 1e-6);
+        EXPECT_NEAR(LengthSec(stream) * test.rate, static_cast<double>(frames), 1e-6);
         EXPECT_LT(Difference(Render(frames + 2000), sound.samples, 0, test.attack), test.tolerance);
         EXPECT_EQ(BASS_ChannelGetLength(stream, BASS_POS_BYTE), frames * 8);
         EXPECT_EQ(BASS_ChannelIsActive(stream), BASS_ACTIVE_STOPPED);
@@ -151,7 +156,8 @@ TEST_F(Decoders, EveryFormatBeginsEndsAndLoopsWhereTheSoundDid) {
 
 // Downloads that broke off, sound of unknown length, junk, one file behind another, the gapless data of older stores.
 TEST_F(Decoders, LengthsAndPlacesAreTrueWhateverTheFileSays) {
-    const TestSound sound = Chirp(10.0);
+    constexpr double kHzPerSec = 400.0;
+    const TestSound sound = Sweep(kRate, 10.0, 200.0, kHzPerSec);
     const auto cut = [](std::string bytes) {
         bytes.resize(bytes.size() / 2);
         return bytes;
@@ -163,6 +169,9 @@ TEST_F(Decoders, LengthsAndPlacesAreTrueWhateverTheFileSays) {
     std::string junk;
     std::minstd_rand random(5);
     for (int i = 0; i < 50'000; i++) junk += static_cast<char>(random() >> 8);
+    // To FFmpeg frames, each behind a few other bytes; but none follows where another one ends.
+    std::string bogus;
+    for (int i = 0; i < 400; i++) bogus += std::string("pppp\xFF\xFB\x90\x40") + std::string(413, 'p');
     std::string unknown = bytesOf("a.flac", "");
     unknown[21] = static_cast<char>(unknown[21] & 0xF0);  // STREAMINFO: the number of samples
     for (size_t i = 22; i < 26; i++) unknown[i] = '\0';
@@ -177,8 +186,11 @@ TEST_F(Decoders, LengthsAndPlacesAreTrueWhateverTheFileSays) {
                              {"cut.m4a", cut(bytesOf("b.m4a", "-movflags +faststart")), 4.0},
                              {"junk.mp3", junk + bytesOf("c.mp3", "-b:a 64k -write_xing 0 -id3v2_version 0"), 9.99},
                              {"two.mp3", mp3 + mp3, 19.99},
+                             {"two-and-bogus.mp3", mp3 + bogus + mp3, 19.99},
                              {"unfilled.mp3", mp3 + std::string(20'000'000, '\0'), 9.99},
                              {"unknown.flac", unknown, 9.99},
+                             {"cut.flac", cut(bytesOf("b.flac", "")), 4.0},
+                             {"cut-unknown.flac", cut(unknown), 4.0},
                              {"store.m4a", store, 9.99}}) {
         SCOPED_TRACE(test.name);
         const HSTREAM stream = Play(folder_.Write(test.name, test.bytes));
@@ -192,6 +204,12 @@ TEST_F(Decoders, LengthsAndPlacesAreTrueWhateverTheFileSays) {
         ASSERT_TRUE(SeekToFrame(stream, 150'000));
         BASS_ChannelPlay(stream, false);
         EXPECT_LT(Difference(Render(3000), whole, 150'000, kJointFrames), 2e-2f);
+        // Late in the sound, behind all that may lie on the way: at most an MP3 frame away, which is lost at a joint.
+        const auto late = static_cast<size_t>(told * kRate * 0.75);
+        ASSERT_TRUE(SeekToFrame(stream, static_cast<int64_t>(late)));
+        BASS_ChannelPlay(stream, false);
+        EXPECT_NEAR(FrequencyOf(Part(Left(Render(4000)), 1000, 3000), kRate),
+                    FrequencyOf(Part(Left(whole), late + 1000, 3000), kRate), 1300.0 / kRate * kHzPerSec);
         Finish(stream);
     }
     EXPECT_LT(Difference(Rendered(folder_.At("store.m4a"), 400'000), sound.samples, 0, 1000), 0.1f);
