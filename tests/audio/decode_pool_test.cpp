@@ -48,7 +48,11 @@ TEST(DecodePool, SongsOnADriveThatIsGoneDoNotHoldUpTheNextOne) {
     const std::shared_ptr<Channel> next = ChannelOn(there);
     next->Play(false);
     pool.Enlist(next);
-    EXPECT_TRUE(Eventually([&] { return next->ReadyFor(100); }));
+    // Whoever waits for it asks again.
+    EXPECT_TRUE(Eventually([&] {
+        pool.Attend(next);
+        return next->ReadyFor(100);
+    }));
 
     for (const auto& song : songs) song->Play(false);
     gone.count_down();

@@ -70,14 +70,14 @@ TEST(Outputs, ARecordingThatEndsInMidWaveFallsSilent) {
     ASSERT_TRUE(BASS_Init(-1, 44100, 0, nullptr, nullptr));
     const HSTREAM stream = BASS_StreamCreateFile(false, path.c_str(), 0, 0, 0);
     ASSERT_TRUE(BASS_ChannelPlay(stream, false));
-    EXPECT_TRUE(Eventually([&] { return BASS_ChannelGetPosition(stream, BASS_POS_BYTE) > 100'000; }));
+    EXPECT_TRUE(Eventually([&] { return BASS_ChannelGetPosition(stream, BASS_POS_BYTE) > 300'000; }));
     EXPECT_TRUE(BASS_Free());
     ChooseOutput({});
 
     const Samples samples = SamplesOf(folder.Read("out.wav"));
-    ASSERT_GT(samples.size(), 20'000u);
+    ASSERT_GT(samples.size(), 8000u);
     EXPECT_EQ(samples.back(), 0.0f);
-    for (size_t i = samples.size() - 20'000; i < samples.size(); i++) {
+    for (size_t i = samples.size() - 8000; i < samples.size(); i++) {
         ASSERT_LT(std::fabs(samples[i] - samples[i - 2]), 0.01f) << i;
     }
 }
