@@ -12,7 +12,6 @@ readonly cross_cc=$cross-gcc-posix
 readonly cross_cxx=$cross-g++-posix
 readonly cache=${HULLRIDER_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/hullrider-radio}
 readonly sources=$cache/sources
-readonly jobs=$(nproc)
 
 say() { printf '%s\n' "$*"; }
 fail() { printf 'error: %s\n' "$*" >&2; exit 1; }
@@ -31,9 +30,18 @@ source_apt() {
         -o Dir::State::Lists="$cache/apt/lists" -o Dir::Cache="$cache/apt/cache" "$@"
 }
 
+# one_fetches COMMAND: runs it while no other recipe does; they share the package lists.
+one_fetches() {
+    exec 8> "$cache/fetch.lock"
+    flock 8
+    "$@"
+    exec 8>&-
+}
+
+# The package lists are fetched once a run, by the first recipe that has something to download.
+forget_source_lists() { rm -f "$cache/apt/fresh"; }
 prepare_source_apt() {
-    [ -z "${source_apt_ready:-}" ] || return 0
-    source_apt_ready=yes
+    [ ! -f "$cache/apt/fresh" ] || return 0
     mkdir -p "$sources" "$cache"/apt/lists/partial "$cache"/apt/cache/archives/partial
     local mirror
     mirror=$(debian_mirrors | head -1)
@@ -43,6 +51,7 @@ prepare_source_apt() {
         echo "deb-src [signed-by=$keyring] $mirror $suite main"
     done > "$cache/apt/sources.list"
     source_apt apt-get -qq update
+    touch "$cache/apt/fresh"
 }
 
 # is_whole PACKAGE FILE: the file's checksum stands in the package lists. An interrupted download leaves half a file.
@@ -88,11 +97,12 @@ unpack() {
     tar xf "$archive" "$@"
 }
 
-# cross_cmake SOURCE [OPTION...]: configures, builds and installs into $prefix for Windows.
+# cross_cmake SOURCE [OPTION...]: configures, builds and installs into $prefix for Windows. By make, which takes its
+# processors from the one above it.
 cross_cmake() {
     local source=$1
     shift
-    cmake -G Ninja -S "$source" -B build-cross -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake" \
+    cmake -G 'Unix Makefiles' -S "$source" -B build-cross -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake" \
         -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" -DBUILD_SHARED_LIBS=OFF "$@"
-    ninja -C build-cross -j"$jobs" install
+    make -C build-cross install
 }

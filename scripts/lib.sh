@@ -12,11 +12,11 @@ esac
 readonly cache=${HULLRIDER_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/hullrider-radio}
 
 # What each job needs from Debian.
-readonly build_packages="g++ cmake ninja-build make nasm patch pkg-config xz-utils nlohmann-json3-dev libfluidsynth-dev
-    libopenmpt-dev libsdl2-dev libsoundtouch-dev libebur128-dev timgm6mb-soundfont ffmpeg"
-readonly windows_packages="g++-mingw-w64-x86-64-posix googletest wine wine64 fonts-wine fonts-dejavu-core
-    x11-utils xvfb"
-readonly test_packages="libgtest-dev python3 pulseaudio pulseaudio-utils"
+readonly build_packages="g++ cmake ninja-build make nasm patch pkg-config xz-utils nlohmann-json3-dev libebur128-dev
+    ca-certificates timgm6mb-soundfont ffmpeg"
+readonly native_packages="libfluidsynth-dev libopenmpt-dev libsdl2-dev libsoundtouch-dev libssl-dev"
+readonly windows_packages="g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-dejavu-core x11-utils xvfb"
+readonly test_packages="googletest libgtest-dev python3 pulseaudio pulseaudio-utils"
 
 # show_end LOG [PATTERN]: the lines that tell what went wrong, or the last ones.
 show_end() {

@@ -23,6 +23,6 @@ build() {
         --enable-demuxer=mp3,aac,mov,flac,ogg,wav,mpegts,hls \
         --enable-decoder=mp3float,mp3,aac,aac_latm,alac,flac,vorbis,opus,$pcm \
         --enable-parser=mpegaudio,aac,aac_latm,flac,vorbis,opus
-    make -j"$jobs"
+    make
     make install
 }

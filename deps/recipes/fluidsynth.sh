@@ -67,7 +67,7 @@ build() {
         done
         printf 'libfluidsynth.a:%s\n\t%s-ar rcs $@ $^\n' "$objects" $cross
     } > rules.mk
-    make -f rules.mk -j"$jobs"
+    make -f rules.mk
 
     cp -r include/fluidsynth include/fluidsynth.h "$prefix/include/"
     cp libfluidsynth.a "$prefix/lib/"

@@ -52,10 +52,16 @@ void StopMusic(Player& player) {
 
 bool StartAudioAgain(Player& player) {
     if (!player.stopped) return true;
+    if (player.startsAudio) return false;
+    if (!IsRecording(player)) {
+        // Until it is open, nothing may be played: its error box lets timers and hotkeys go on.
+        player.startsAudio = true;
+        InitAudio(player);
+        player.startsAudio = false;
+    }
+    if (player.shutDown) return false;
     player.stopped = false;
     if (IsRecording(player)) return true;
-    InitAudio(player);
-    if (player.shutDown) return false;
     SoundFontState& fonts = player.state.soundFonts;
     if (!fonts.soundFontFiles.empty()) SelectSoundFont(fonts, player.state.playback, fonts.currentSoundFont);
     return !player.shutDown;

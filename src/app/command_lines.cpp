@@ -48,17 +48,29 @@ void PlaySongAt(Player& player, int32_t playlist, int32_t song) {
     if (StartAudioAgain(player)) PlaySong(player.state, player.draws, playlist, song);
 }
 
-void Run(Player& player, const CommandLine& line) {
+// The command that a keyword without arguments runs; 0 for other keywords.
+int32_t CommandOfWord(CommandWord word) {
+    switch (word) {
+        case CommandWord::kNextSong:
+            return kNextSongCommand;
+        case CommandWord::kFavoritesOnly:
+            return kFavoritesFilterCommand;
+        case CommandWord::kPreviousSong:
+            return kPreviousSongCommand;
+        case CommandWord::kShuffle:
+            return kShuffleCommand;
+        case CommandWord::kNextPlaylist:
+            return kNextPlaylistCommand;
+        case CommandWord::kNextSoundFont:
+            return kNextSoundFontCommand;
+        default:
+            return 0;
+    }
+}
+
+void ChangeSetting(Player& player, const CommandLine& line) {
     Settings& settings = player.state.settings;
     switch (line.word) {
-        case CommandWord::kNextSong:
-            PrintLine("Next Song...");
-            RunCommand(player, kNextSongCommand);
-            return;
-        case CommandWord::kPosition:
-            return ChangePosition(player, line.number);
-        case CommandWord::kVolume:
-            return ChangeVolume(player, line.number);
         case CommandWord::kSongPlayDurationMax:
             settings.songPlayDurationMax = line.first;
             return;
@@ -76,25 +88,28 @@ void Run(Player& player, const CommandLine& line) {
             return ChangeWeight(player, settings.rawMP3, line.first);
         case CommandWord::kRawFav:
             return ChangeWeight(player, settings.rawFav, line.first);
+        default:
+            return;
+    }
+}
+
+void Run(Player& player, const CommandLine& line) {
+    if (line.word == CommandWord::kNextSong) PrintLine("Next Song...");
+    if (const int32_t command = CommandOfWord(line.word); command != 0) {
+        RunCommand(player, command);
+        return;
+    }
+    switch (line.word) {
+        case CommandWord::kPosition:
+            return ChangePosition(player, line.number);
+        case CommandWord::kVolume:
+            return ChangeVolume(player, line.number);
         case CommandWord::kFavoriteCount:
             return SetCurrentFavoriteCount(player.state, line.first);
         case CommandWord::kPlaySong:
             return PlaySongAt(player, line.first, line.second);
-        case CommandWord::kFavoritesOnly:
-            RunCommand(player, kFavoritesFilterCommand);
-            return;
-        case CommandWord::kPreviousSong:
-            RunCommand(player, kPreviousSongCommand);
-            return;
-        case CommandWord::kShuffle:
-            RunCommand(player, kShuffleCommand);
-            return;
-        case CommandWord::kNextPlaylist:
-            RunCommand(player, kNextPlaylistCommand);
-            return;
-        case CommandWord::kNextSoundFont:
-            RunCommand(player, kNextSoundFontCommand);
-            return;
+        default:
+            return ChangeSetting(player, line);
     }
 }
 
@@ -122,7 +137,7 @@ void RunConsoleLine(Player& player, std::string_view line) {
 
 void PollCommandFolder(Player& player) {
     AppState& state = player.state;
-    if (!state.shell.startupFinished || state.library.playlists.empty() || IsErrorBoxOpen()) return;
+    if (!state.shell.startupFinished || state.library.playlists.empty() || IsModalOperationOpen()) return;
     for (const std::string& line : player.commandFile.TakeLines(state.folders.hullriderPath)) {
         RunCommandLine(player, line);
     }

@@ -14,7 +14,7 @@ void RunCommandLine(Player& player, std::string_view line);
 void RunConsoleLine(Player& player, std::string_view line);
 
 // Takes the next lines of the command file, and keeps "songInfo.txt" true to what plays. In the companion edition, once
-// start-up is over, while there is music and no error box is open.
+// start-up is over, while there is music and no window waits for an answer.
 void PollCommandFolder(Player& player);
 
 }  // namespace hullrider

@@ -37,12 +37,6 @@ void PlayStationBeside(Player& player) {
     if (StartAudioAgain(player)) StepStation(player.state, player.draws, step);
 }
 
-// While the music is stopped there is nothing to load a font into.
-template <void (*step)(AppState&)>
-void StepSoundFont(Player& player) {
-    if (!player.stopped) step(player.state);
-}
-
 template <int32_t step>
 void ChangeFavorite(Player& player) {
     const std::optional<int32_t> count = CurrentFavoriteCount(player.state);
@@ -97,8 +91,9 @@ constexpr std::array kCommands{
     Command{kStopCommand, "Stop", StopMusic, {}},
     Command{kNextSongCommand, "Next Song", Play<PlayNext>, {}},
     Command{kPreviousSongCommand, "Previous Song", Play<PlayPreviousSong>, {}},
-    Command{kNextSoundFontCommand, "Next Sound Font", StepSoundFont<NextSoundFont>, {}},
-    Command{kPreviousSoundFontCommand, "Previous Sound Font", StepSoundFont<PreviousSoundFont>, {}},
+    Command{kNextSoundFontCommand, "Next Sound Font", [](Player& player) { NextSoundFont(player.state); }, {}},
+    Command{
+        kPreviousSoundFontCommand, "Previous Sound Font", [](Player& player) { PreviousSoundFont(player.state); }, {}},
     Command{kNextPlaylistCommand, "Next Play List", Play<NextPlaylist>, {}},
     Command{kPreviousPlaylistCommand, "Previous Play List", Play<PreviousPlaylist>, {}},
     Command{kRadioOptionsCommand, "Radio", nullptr, {"CustomRadioDialogClass", "Radio Options"}},

@@ -12,6 +12,7 @@
 #include "platform/message_box.h"
 #include "platform/paths.h"
 #include "platform/program.h"
+#include "platform/state_files.h"
 #include "playback/stream_slots.h"
 
 namespace hullrider {
@@ -40,6 +41,12 @@ void WriteLibraryExport(const AppState& state) {
 void WriteFavoritesExport(const AppState& state) {
     WriteExport(state.folders.hullriderPath, "\\SongFavs.txt",
                 Joined(state.favorites.list, [](const FavoriteEntry& entry) { return entry.songPath; }));
+}
+
+// The user's own may be away.
+std::string SoundFontFolderInUse(const AppState& state) {
+    const std::vector<std::string>& files = state.soundFonts.soundFontFiles;
+    return files.empty() ? state.folders.soundFontDirectoryPath : std::string(FolderOf(files.front()));
 }
 
 const char* KindText(int32_t type) {
@@ -74,7 +81,7 @@ void WriteCompanionExports(const AppState& state) {
     WriteFavoritesExport(state);
     WriteExport(folder, "\\MusicPaths.txt",
                 Joined(state.settings.directoryPaths, [](const std::string& directory) { return directory; }));
-    WriteExport(folder, "\\SoundFontsPath.Txt", state.folders.soundFontDirectoryPath + '\n');
+    WriteExport(folder, "\\SoundFontsPath.Txt", SoundFontFolderInUse(state) + '\n');
 }
 
 void LaunchCompanionGame(const AppState& state) {
@@ -82,14 +89,15 @@ void LaunchCompanionGame(const AppState& state) {
     if (folder.empty()) return;
     WriteCompanionExports(state);
     std::string error;
-    if (!StartElevated(StatePath(folder, "\\Hullrider.exe"), folder, error)) {
+    const auto onEnd = [] { PrintLine("The game has ended."); };
+    if (!StartElevated(StatePath(folder, "\\Hullrider.exe"), folder, error, onEnd)) {
         ShowErrorBox("Error launching the game: " + error);
     }
 }
 
 void MergeCompanionFavorites(AppState& state) {
     if (state.folders.hullriderPath.empty()) return;
-    const std::string path = StatePath(state.folders.hullriderPath, "\\favorite.json");
+    const std::string path = StatePath(state.folders.hullriderPath, kFavoritesFile);
     if (IsFile(path)) {
         LoadFavorites(path, state.favorites);
         MatchFavorites(state.favorites, state.library);
@@ -105,7 +113,7 @@ void SyncCompanionLibrary(const AppState& state) {
 std::string SongInfoText(const AppState& state) {
     if (CurrentHandle(state.playback) == 0) return {};
     const PlaybackState& playback = state.playback;
-    return playback.currentTitle + '\n' + playback.currentAlbum + '\n' + KindText(playback.currentType) + '\n' +
+    return playback.item.title + '\n' + playback.item.secondLine + '\n' + KindText(playback.item.type) + '\n' +
            std::to_string(CurrentFavoriteCount(state).value_or(0)) + '\n';
 }
 

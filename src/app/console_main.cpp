@@ -10,14 +10,14 @@
 #include "app/startup.h"
 #include "audio/output_choice.h"
 #include "platform/console.h"
+#include "platform/post.h"
 #include "playback/loudness.h"
+#include "playback/play_next.h"
 
 namespace hullrider {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-constexpr std::chrono::milliseconds kPollPeriod{250};  // also that of the loudness meter; a line is obeyed at once
 
 std::atomic<bool> interrupted{false};  // the player is to end
 
@@ -25,7 +25,7 @@ void RunUntilTheEnd(Player& player) {
     const Clock::time_point start = Clock::now();
     ConsoleInput input;
     while (!interrupted) {
-        const std::optional<std::string> line = input.WaitForLine(kPollPeriod);
+        const std::optional<std::string> line = input.WaitForLine(UntilDue(player.state.playback));
         if (line) RunConsoleLine(player, *line);
         PollPlayer(player);
         SampleLoudness(player.state.playback);
@@ -39,6 +39,7 @@ int Run(const RunOptions& options) {
     Player player;
     player.options = options;
     player.endProgram = [] { interrupted = true; };
+    SetPostWaker(ConsoleInput::EndWait);
     StartPlayer(player);
     PrintLine("Output: " + OutputDescription());
     RunUntilTheEnd(player);

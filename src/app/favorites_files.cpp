@@ -3,13 +3,14 @@
 #include "library/favorites.h"
 #include "library/favorites_file.h"
 #include "platform/paths.h"
+#include "platform/state_files.h"
 
 namespace hullrider {
 
 namespace {
 
 std::string FavoritesPath(const AppState& state) {
-    return StatePath(state.shell.dataDirectory, "\\favorite.json");
+    return StatePath(state.shell.dataDirectory, kFavoritesFile);
 }
 
 }  // namespace
@@ -18,7 +19,7 @@ void LoadFavoriteFiles(AppState& state) {
     const FavoritesLoad load = LoadOwnFavorites(FavoritesPath(state), state.favorites);
     // Only then: a song that the user has taken out of the list may still be marked in a library cache of before.
     if (load == FavoritesLoad::kUnreadable) AdoptFavorites(state.favorites, state.library);
-    LoadFavorites("favorite.json", state.favorites);
+    LoadFavorites(kFavoritesFile, state.favorites);
     MatchFavorites(state.favorites, state.library);
 }
 

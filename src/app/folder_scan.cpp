@@ -1,6 +1,7 @@
 #include "app/folder_scan.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <utility>
 
@@ -8,8 +9,12 @@
 #include "library/cache.h"
 #include "library/favorites.h"
 #include "library/favorites_file.h"
+#include "library/library_changes.h"
+#include "library/song_counts.h"
 #include "platform/console.h"
+#include "platform/folder.h"
 #include "platform/message_box.h"
+#include "platform/paths.h"
 #include "playback/kept_place.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
@@ -17,6 +22,8 @@
 namespace hullrider {
 
 namespace {
+
+constexpr std::chrono::milliseconds kGraceAtStart{50};
 
 // What was dropped on the window stays, behind what was found.
 void FillLibraryWith(MusicLibrary& library, MusicLibrary&& found) {
@@ -26,58 +33,152 @@ void FillLibraryWith(MusicLibrary& library, MusicLibrary&& found) {
     found.playlists.insert(found.playlists.end(), std::make_move_iterator(dropped),
                            std::make_move_iterator(playlists.end()));
     playlists = std::move(found.playlists);
-    library.missingFolders = std::move(found.missingFolders);
     library.totalSongs += found.totalSongs;
     library.playlistCount += found.playlistCount;
 }
 
-void KeepLibrary(const AppState& state) {
+// After a scan that the user has asked for, also an empty library is kept as it is.
+void KeepLibrary(const AppState& state, ScanReason reason, bool isCacheOld) {
     const std::string& cache = state.shell.libraryCachePath;
     if (cache.empty()) return;
-    if (state.settings.directoryPaths.empty()) {
-        RemoveMusicLibraryCache(cache);
-    } else {
+    if (reason != ScanReason::kStart && state.settings.directoryPaths.empty()) return RemoveMusicLibraryCache(cache);
+    if (reason != ScanReason::kStart || (isCacheOld && SongCountOf(state.library) > 0)) {
         SaveMusicLibraryCache(cache, state.library);
     }
 }
 
-void TakeOver(AppState& state, FoundMusic music) {
+// A scan at every start would bring back for ever what the user has taken out of his favorites: then only the files
+// beside music that is new count.
+void MergeFavoritesFiles(AppState& state, const FoundMusic& music, ScanReason reason) {
+    for (const std::string& path : music.favoritesFiles) {
+        const bool isKnown = reason == ScanReason::kStart && HasMusicOf(state.library.playlists, FolderOf(path));
+        if (!isKnown) LoadFavorites(path, state.favorites);
+    }
+}
+
+void Replace(AppState& state, FoundMusic music, ScanReason reason) {
+    const bool isCacheOld = !IsSameMusic(state.library.playlists, music.library.playlists, Compared::kCachedSongs);
     const KeptPlace place = NotePlace(state);
+    MergeFavoritesFiles(state, music, reason);
+    KeepAlbumMarks(music.library.playlists, state.library.playlists);
     FillLibraryWith(state.library, std::move(music.library));
-    for (const std::string& path : music.favoritesFiles) LoadFavorites(path, state.favorites);
     MatchFavorites(state.favorites, state.library);
     Recount(state);
     FindPlaceAgain(state, place);
-    state.selection.mixedMusic = !state.settings.directoryPaths.empty();
-    state.playback.demonstration = false;
-    KeepLibrary(state);
+    KeepLibrary(state, reason, isCacheOld);
+}
+
+void TellSource(AppState& state, MusicSource source) {
+    const bool isOfLastResort = source == MusicSource::kWorkingFolder;
+    state.selection.mixedMusic = isOfLastResort ? state.library.typedSongCount > 0 : source != MusicSource::kNone;
+    state.playback.demonstration = source == MusicSource::kFallback;
+}
+
+// False when the library is what was found already.
+bool TakeOver(AppState& state, FoundMusic music, const MusicFolders& folders, ScanReason reason) {
+    MusicLibrary& library = state.library;
+    if (reason != ScanReason::kAskedFor) KeepMissingMusic(music.library, library.playlists, folders.paths);
+    library.missingFolders = music.library.missingFolders;
+    if (reason == ScanReason::kStart && IsSameMusic(library.playlists, music.library.playlists, Compared::kAllSongs)) {
+        return false;
+    }
+    Replace(state, std::move(music), reason);
+    TellSource(state, folders.source);
+    return true;
+}
+
+// Where to look when a scan has found nothing to play; nowhere in a run whose library is not the user's.
+MusicFolders LastResort(const Player& player, MusicSource source) {
+    const AppState& state = player.state;
+    const bool isTried = source == MusicSource::kWorkingFolder || source == MusicSource::kNone;
+    if (isTried || state.library.typedSongCount > 0 || state.shell.libraryCachePath.empty()) return {};
+    return {MusicSource::kWorkingFolder, {JoinPath(WorkingFolder(), "Music")}};
+}
+
+void Begin(Player& player, MusicFolders folders, ScanReason reason) {
+    using Haste = BackgroundScan::Haste;
+    const bool isWaitedFor = reason != ScanReason::kStart || player.state.library.typedSongCount == 0;
+    if (isWaitedFor && !folders.paths.empty()) PrintLine("Updating music library from directories...");
+    const Haste haste = isWaitedFor ? Haste::kWaitedFor : Haste::kBeside;
+    player.scan.thread = std::make_unique<BackgroundScan>(folders.paths, haste);
+    player.scan.folders = std::move(folders);
+    player.scan.reason = reason;
+}
+
+// The first song, or why there is none. Out of silence a scan that has found music has started one already.
+void PlayFirstSong(Player& player) {
+    PlaybackState& playback = player.state.playback;
+    if (CurrentHandle(playback) != 0) return;
+    if (IsLookingForMusic(player)) {
+        TellTrouble(playback, PlaybackTrouble::kLookingForMusic);
+    } else {
+        PlayNext(player.state, player.draws);
+    }
 }
 
 }  // namespace
 
-void StartFolderScan(Player& player) {
-    player.scan.reset();
-    const std::vector<std::string>& folders = player.state.settings.directoryPaths;
-    if (!folders.empty()) PrintLine("Updating music library from directories...");
-    player.scan = std::make_unique<BackgroundScan>(folders);
+void StartFolderScan(Player& player, ScanReason reason) {
+    player.scan = {};
+    const std::vector<std::string>& configured = player.state.settings.directoryPaths;
+    if (reason == ScanReason::kStart) {
+        // What is left over in the cache stays as it is.
+        MusicFolders folders = MusicOfRun(player);
+        if (!folders.paths.empty()) Begin(player, std::move(folders), reason);
+        return;
+    }
+    Begin(player, {configured.empty() ? MusicSource::kNone : MusicSource::kConfigured, configured}, reason);
+}
+
+void BeginMusic(Player& player) {
+    const bool hasMusic = player.state.library.typedSongCount > 0;
+    if (hasMusic) PlayFirstSong(player);
+    if (player.shutDown) return;
+    StartFolderScan(player, ScanReason::kStart);
+    if (hasMusic) return;
+    const auto deadline = std::chrono::steady_clock::now() + kGraceAtStart;
+    while (IsLookingForMusic(player) && std::chrono::steady_clock::now() < deadline) {
+        player.scan.thread->WaitUntilOver(kGraceAtStart);
+        PollFolderScan(player);
+    }
+    PlayFirstSong(player);
+}
+
+void ScanAtOnce(Player& player) {
+    for (MusicFolders folders = MusicOfRun(player); !folders.paths.empty();
+         folders = LastResort(player, folders.source)) {
+        TakeOver(player.state, FindMusic(folders.paths), folders, ScanReason::kStart);
+    }
 }
 
 std::optional<int32_t> SongsFoundByScan(const Player& player) {
-    if (player.scan == nullptr) return std::nullopt;
-    return player.scan->SongsFound();
+    if (player.scan.thread == nullptr) return std::nullopt;
+    return player.scan.thread->SongsFound();
+}
+
+bool IsLookingForMusic(const Player& player) {
+    const AppState& state = player.state;
+    return player.scan.thread != nullptr && state.library.typedSongCount == 0 && state.radio.stations.empty();
 }
 
 void PollFolderScan(Player& player) {
     // A box that waits for an answer may have been opened in the midst of work on the library.
-    if (player.scan == nullptr || !player.scan->IsOver() || IsErrorBoxOpen()) return;
-    std::optional<FoundMusic> found = player.scan->Take();
-    player.scan.reset();
+    if (player.scan.thread == nullptr || !player.scan.thread->IsOver() || IsErrorBoxOpen()) return;
+    const FolderScan scan = std::exchange(player.scan, {});
+    std::optional<FoundMusic> found = scan.thread->Take();
     if (!found) return;
-    TakeOver(player.state, std::move(*found));
-    PrintLine("Songs in the music folders: " + std::to_string(player.state.library.typedSongCount));
+    const MusicLibrary& library = player.state.library;
+    if (TakeOver(player.state, std::move(*found), scan.folders, scan.reason)) {
+        PrintLine("Songs in the music folders: " + std::to_string(library.typedSongCount));
+        const bool gameIsKnown = !player.state.folders.hullriderPath.empty();
+        if (player.started && player.state.shell.companionExport && gameIsKnown) WriteCompanionExports(player.state);
+    }
+    MusicFolders other = scan.reason == ScanReason::kStart ? LastResort(player, scan.folders.source) : MusicFolders{};
+    if (!other.paths.empty()) return Begin(player, std::move(other), scan.reason);
     // Music at last: not after the pause that an attempt in vain is followed by.
     const bool isSilent = !player.stopped && CurrentHandle(player.state.playback) == 0;
-    if (isSilent && player.state.library.typedSongCount > 0) PlayNext(player.state, player.draws);
+    const bool isAwaited = player.state.playback.trouble == PlaybackTrouble::kLookingForMusic;
+    if (isSilent && (isAwaited || library.typedSongCount > 0)) PlayNext(player.state, player.draws);
 }
 
 }  // namespace hullrider

@@ -1,10 +1,8 @@
-// How the library of a run comes about: from its cache, from the music folders, or from what was given for this run. UI
-// thread.
+// How the library of a run begins: with what its cache holds of the run's music folders. A scan brings it up to date.
+// UI thread.
 #pragma once
 
-#include <string>
-#include <vector>
-
+#include "app/music_folders.h"
 #include "app/player.h"
 
 namespace hullrider {
@@ -16,8 +14,8 @@ void Recount(AppState& state);
 // The first half of it: due after a change of weights or of the songs' marks.
 void RecountSongs(AppState& state);
 
-// Replaces the library by what the directories hold, and saves its cache.
-void RescanAndRecount(AppState& state, const std::vector<std::string>& directories);
+// Where the music of this run comes from, once the settings are there.
+MusicFolders MusicOfRun(const Player& player);
 
 // Loads the cache. The folders are not known yet: they are read with the settings. FillLibrary looks again then.
 void LoadLibrary(AppState& state);
@@ -26,8 +24,13 @@ void LoadLibrary(AppState& state);
 void LoadSettingsFile(AppState& state);
 void SaveSettingsFile(const AppState& state);  // and the shell's own options
 
-// Brings the library up to date once the settings are there, and notes whether there are music folders: the kinds are
-// mixed when the music comes from some folder of this run, and not when it is only left over in the cache.
+// What these files are to say: the user's own volume, whatever has been made of it for now.
+Settings SettingsToKeep(const AppState& state);
+ShellOptions OptionsToKeep(const AppState& state);
+
+// Once the settings are there: takes out of the library what the cache had of other folders than those of this run,
+// and notes whether there are any. The kinds are mixed when the music comes from some folder of this run, and not when
+// it is only left over in the cache.
 void FillLibrary(Player& player);
 
 }  // namespace hullrider

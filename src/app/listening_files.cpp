@@ -4,21 +4,22 @@
 #include "library/song_history.h"
 #include "library/statistics.h"
 #include "platform/paths.h"
+#include "platform/state_files.h"
 
 namespace hullrider {
 
 namespace {
 
 std::string StatisticsPath(const AppState& state) {
-    return StatePath(state.shell.dataDirectory, "\\Sonorant_Stats.json");
+    return StatePath(state.shell.dataDirectory, kStatisticsFile);
 }
 
 std::string PlayCountsPath(const AppState& state) {
-    return StatePath(state.shell.dataDirectory, "\\MusicLibraryPlayCount.json");
+    return StatePath(state.shell.dataDirectory, kPlayCountsFile);
 }
 
 std::string SongHistoryPath(const AppState& state) {
-    return StatePath(state.shell.dataDirectory, "\\Song History.json");
+    return StatePath(state.shell.dataDirectory, kSongHistoryFile);
 }
 
 }  // namespace

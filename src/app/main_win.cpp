@@ -86,7 +86,8 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
     window.OnEnd([&] { instanceOfFolder.Unmark(window.Handle()); });
     StartPlayer(player);
     PrintLine("Output: " + OutputDescription());
-    window.Activate();
+    if (!player.shutDown) window.Activate();
+    if (player.shutDown) return RunMessageLoop();  // it was ended while an error box was open
     showCommand = RestorePlace(window.Handle(), player.state.shell.options, showCommand);
     interruptedWindow = window.Handle();
     OnInterrupt([] { PostMessageW(interruptedWindow, WM_COMMAND, kExitCommand, 0); });

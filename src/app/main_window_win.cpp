@@ -8,7 +8,6 @@
 #include "app/audio_start.h"
 #include "app/commands.h"
 #include "app/dropped_songs.h"
-#include "app/favorites_files.h"
 #include "app/folder_scan.h"
 #include "app/library_loading.h"
 #include "app/menu_win.h"
@@ -23,6 +22,7 @@
 #include "input/hotkeys_win.h"
 #include "platform/console.h"
 #include "platform/message_box.h"
+#include "platform/post.h"
 #include "platform/text_win.h"
 #include "platform/window_class_win.h"
 #include "playback/loudness.h"
@@ -39,17 +39,15 @@ constexpr const char* kName = "Hullrider Radio";
 constexpr float kLargestWidth = 1250.0F;
 constexpr float kLargestHeight = 458.0F;
 constexpr float kScreenShare = 0.9F;
-constexpr UINT kSaveDelayMs = 1000;  // so that what is changed step by step is saved once
+constexpr UINT kPostedMessage = WM_APP + 2;  // the tray icon has the one before
 
 enum Timer : UINT_PTR {
-    kPanelTimer = 1,         // level meter, redraws the panel
-    kLatchTimer = 2,         // watches held keys
-    kPollTimer = 3,          // song over, next song
-    kSlowPollTimer = 4,      // stream titles, audiobook position
-    kEndTimer = 1001,        // one-shot: --for
-    kSaveTimer = 1002,       // one-shot: changed settings
-    kFavoritesTimer = 1003,  // one-shot: changed favourites
-    kNoticeTimer = 2001      // one-shot: what the panel shows for a moment
+    kPanelTimer = 1,     // level meter, redraws the panel
+    kLatchTimer = 2,     // watches held keys
+    kPollTimer = 3,      // song over, next song
+    kSlowPollTimer = 4,  // stream titles, audiobook position
+    kEndTimer = 1001,    // one-shot: --for
+    kNoticeTimer = 2001  // one-shot: what the panel shows for a moment
 };
 
 // The size of the client area: large enough to read from a distance, never larger than the screen.
@@ -65,6 +63,7 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player)
     : player_(player),
       panel_({[this](const PanelAction& action) {
                   RunPanelAction(player_, action);
+                  if (action.element == PanelElement::kExit) KillTimer(window_, kSlowPollTimer);
                   RefreshPanel();
               },
               [this] { return ReadLevel(player_.state.playback); }}) {
@@ -84,6 +83,7 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player)
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     DragAcceptFiles(window_, TRUE);
     panel_.Attach(window_, EnabledElements());
+    SetPostWaker([window = window_] { PostMessageW(window, kPostedMessage, 0, 0); });
     player_.takeHotkeys = [this] { TakeHotkeys(); };
     player_.openWindow = [instance, host = MakeDialogHost()](const OptionWindow& window) {
         OpenDialog(instance, host, window.className, window.title);
@@ -95,8 +95,8 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player)
         NotePlace(window_, player_.state.shell.options);
         tray_.Remove();
         KillTimers();
-        UnregisterHotkeys(window_);
         panel_.Release();
+        UnregisterHotkeys(window_);
     };
 }
 
@@ -109,6 +109,10 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::Activate() {
+    if (GetClassLongPtrW(window_, GCLP_HICON) == 0) {
+        ShowErrorBox("Could not load icon!");
+        return EndProgram();
+    }
     SetLayeredWindowAttributes(window_, 0, static_cast<BYTE>(player_.state.settings.windowAlpha), LWA_ALPHA);
     SetTimer(window_, kPanelTimer, 250, nullptr);
     SetTimer(window_, kLatchTimer, 100, nullptr);
@@ -144,6 +148,13 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         BringToFront();
         return 0;
     }
+    if (const std::optional<LRESULT> answer = OnInput(message, wParam, lParam)) return *answer;
+    if (const std::optional<LRESULT> answer = OnPlaceOrEnd(message, wParam, lParam)) return *answer;
+    return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+// What the user, a timer or a worker wants.
+std::optional<LRESULT> MainWindow::OnInput(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
             Run(LOWORD(wParam));
@@ -151,37 +162,45 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_HOTKEY:
             Run(CommandOfHotkey(static_cast<int32_t>(wParam)));
             return 0;
-        case WM_APPCOMMAND:
-            if (const int32_t action = ActionOfAppCommand(lParam); action >= 0) {
-                Run(CommandOfHotkey(action));
-                return TRUE;
-            }
-            return DefWindowProcW(window_, message, wParam, lParam);
+        case WM_APPCOMMAND: {
+            const int32_t action = ActionOfAppCommand(lParam);
+            if (action < 0) return std::nullopt;
+            Run(CommandOfHotkey(action));
+            return TRUE;
+        }
         case WM_KEYDOWN:
             OnKey(wParam, (HIWORD(lParam) & KF_REPEAT) != 0);
             return 0;
         case WM_DROPFILES:
             OnDrop(reinterpret_cast<HDROP>(wParam));
             return 0;
-        case WM_EXITSIZEMOVE:
-            NotePlace(window_, player_.state.shell.options);
-            SaveSoon();
-            return 0;
-        case WM_CLOSE:
-            NotePlace(window_, player_.state.shell.options);  // it is hidden before it is destroyed
-            if (player_.state.shell.options.closesToTray && tray_.IsShown()) {
-                ShowWindow(window_, SW_HIDE);
-                return 0;
-            }
-            return DefWindowProcW(window_, message, wParam, lParam);
         case WM_TIMER:
             OnTimer(wParam);
+            return 0;
+        case kPostedMessage:
+            PollPlayer(player_);
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+// What becomes of the window.
+std::optional<LRESULT> MainWindow::OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_EXITSIZEMOVE:
+            NotePlace(window_, player_.state.shell.options);
             return 0;
         case WM_SIZE:
             OnSize(wParam, lParam);
             return 0;
         case WM_DPICHANGED:
             FollowDpi(*reinterpret_cast<const RECT*>(lParam));
+            return 0;
+        case WM_CLOSE:
+            NotePlace(window_, player_.state.shell.options);  // it is hidden before it is destroyed
+            if (!player_.state.shell.options.closesToTray || !tray_.IsShown()) return std::nullopt;
+            ShowWindow(window_, SW_HIDE);
             return 0;
         case WM_ENDSESSION:
             // No destroy message follows when the user logs off.
@@ -191,7 +210,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             EndProgram();
             return 0;
         default:
-            return DefWindowProcW(window_, message, wParam, lParam);
+            return std::nullopt;
     }
 }
 
@@ -215,14 +234,6 @@ void MainWindow::OnTimer(WPARAM timer) {
         case kNoticeTimer:
             KillTimer(window_, kNoticeTimer);
             RefreshPanel();
-            break;
-        case kSaveTimer:
-            KillTimer(window_, kSaveTimer);
-            SaveSettingsFile(player_.state);
-            break;
-        case kFavoritesTimer:
-            KillTimer(window_, kFavoritesTimer);
-            SaveFavoriteFile(player_.state);
             break;
         case kEndTimer:
             EndProgram();
@@ -269,14 +280,10 @@ void MainWindow::ShowTrayMenu() {
     DestroyMenu(menu);
     if (command == kCloseToTrayItem) {
         closesToTray = !closesToTray;
-        return SaveSoon();
+        return;
     }
     // Posted, as the menu bar does it: the command may end the program.
     if (command != 0) PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(command), 0);
-}
-
-void MainWindow::SaveSoon() {
-    SetTimer(window_, kSaveTimer, kSaveDelayMs, nullptr);
 }
 
 // What has changed is shown at once.
@@ -286,13 +293,13 @@ void MainWindow::Run(int32_t command) {
 
 std::shared_ptr<DialogHost> MainWindow::MakeDialogHost() {
     AppState& state = player_.state;
-    const auto keepSettings = [this] { SaveSoon(); };
-    const auto host = std::make_shared<DialogHost>(DialogHost{
-        state, player_.hotkeys, player_.refusedHotkeys, VersionText(), keepSettings, [&state] { RecountSongs(state); },
-        [this] { TakeHotkeys(); }, [this] { UnregisterAllHotkeys(window_); }});
-    host->keepFavorites = [this] { SetTimer(window_, kFavoritesTimer, kSaveDelayMs, nullptr); };
+    const auto host = std::make_shared<DialogHost>(
+        DialogHost{state, player_.hotkeys, player_.refusedHotkeys, VersionText(), [&state] { RecountSongs(state); },
+                   [this] { TakeHotkeys(); }, [this] { UnregisterAllHotkeys(window_); }});
     host->playSong = [this](SongPosition position) { PlaySongNow(position); };
-    host->scanMusicFolders = [this] { StartFolderScan(player_); };
+    host->scanMusicFolders = [this](bool isAskedFor) {
+        StartFolderScan(player_, isAskedFor ? ScanReason::kAskedFor : ScanReason::kFoldersChanged);
+    };
     host->songsFoundByScan = [this] { return SongsFoundByScan(player_); };
     host->takeSoundFonts = [this](const std::string& folder) { return TakeSoundFontFolder(player_, folder); };
     return host;
@@ -334,7 +341,7 @@ void MainWindow::FollowDpi(const RECT& proposed) {
 }
 
 std::string MainWindow::TrayTip() const {
-    const std::string& title = player_.state.playback.currentTitle;
+    const std::string& title = player_.state.playback.item.title;
     return title.empty() ? std::string(kName) : title + " - " + kName;
 }
 
@@ -353,9 +360,7 @@ void MainWindow::EndProgram() {
 }
 
 void MainWindow::KillTimers() {
-    for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer, kSaveTimer, kFavoritesTimer}) {
-        KillTimer(window_, timer);
-    }
+    for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer}) KillTimer(window_, timer);
 }
 
 }  // namespace hullrider

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "app/borderless_win.h"
 #include "app/player.h"
@@ -36,13 +37,14 @@ public:
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> OnInput(UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam);
     void OnTimer(WPARAM timer);
     void OnKey(WPARAM key, bool isRepeated);
     void OnDrop(HDROP drop);
     void OnTrayClick(TrayIcon::Click click);
     void ShowTrayMenu();
     std::string TrayTip() const;
-    void SaveSoon();
     void Run(int32_t command);
     std::shared_ptr<DialogHost> MakeDialogHost();
     void PlaySongNow(SongPosition position);

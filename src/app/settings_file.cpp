@@ -10,16 +10,11 @@
 #include <utility>
 
 #include "app/settings_keys.h"
-#include "platform/console.h"
-#include "platform/files.h"
-#include "platform/folder.h"
+#include "platform/json.h"
 
 namespace hullrider {
 
 namespace {
-
-constexpr size_t kMaxSettingsBytes = size_t{4} << 20;
-constexpr size_t kMaxErrorBytes = 1000;  // the parser quotes what it stumbled over, however long that is
 
 using Json = nlohmann::json;
 
@@ -98,33 +93,27 @@ std::string Complaint(const SettingsKey& key, Taken taken) {
     return std::string(key.name) + (taken == Taken::kMissing ? " is missing" : " has a value of the wrong type");
 }
 
-SettingsReading TakeAll(const Json& object, Settings& settings, std::string& error) {
+StateReading TakeAll(const Json& object, Settings& settings, std::string& error) {
     for (const SettingsKey& key : RequiredSettingsKeys()) {
         const Taken taken = Take(object, key, settings);
         if (taken == Taken::kYes) continue;
         error = Complaint(key, taken) + ", what follows it keeps its built-in value";
-        return SettingsReading::kPartly;
+        return StateReading::kPartly;
     }
     for (const SettingsKey& key : OptionalSettingsKeys()) {
         const Taken taken = Take(object, key, settings);
         if (taken == Taken::kWrongType) error = Complaint(key, taken) + ", it keeps its built-in value";
     }
-    return error.empty() ? SettingsReading::kWhole : SettingsReading::kPartly;
+    return error.empty() ? StateReading::kWhole : StateReading::kPartly;
 }
 
 }  // namespace
 
-SettingsReading ReadSettings(std::string_view text, Settings& settings, std::string& error) {
+StateReading ReadSettings(std::string_view text, Settings& settings, std::string& error) {
     settings = {};
     error.clear();
-    try {
-        const Json object = Json::parse(text);
-        if (object.is_object()) return TakeAll(object, settings, error);
-        error = "it holds no object";
-    } catch (const Json::exception& exception) {
-        error = std::string(exception.what()).substr(0, kMaxErrorBytes);
-    }
-    return SettingsReading::kUnreadable;
+    const std::optional<Json> object = ParseJsonObject(text, error);
+    return object ? TakeAll(*object, settings, error) : StateReading::kUnreadable;
 }
 
 std::string SettingsText(const Settings& settings) {
@@ -137,26 +126,14 @@ std::string SettingsText(const Settings& settings) {
     return object.dump(4, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
-SettingsReading LoadSettings(const std::string& path, Settings& settings) {
-    const std::optional<std::string> text = ReadStateFile(path, kMaxSettingsBytes);
-    if (!text) {
-        settings = {};
-        PrintErrorLine("Failed to open file for reading: " + path);
-        if (IsFile(path)) KeepBadFile(path);
-        return SettingsReading::kUnreadable;
-    }
-    std::string error;
-    const SettingsReading reading = ReadSettings(*text, settings, error);
-    if (reading == SettingsReading::kWhole) return reading;
-    PrintErrorLine("Failed to read " + path + ": " + error);
-    KeepBadFile(path);
-    return reading;
+StateReading LoadSettings(const std::string& path, Settings& settings) {
+    settings = {};
+    const auto read = [&](std::string_view text, std::string& error) { return ReadSettings(text, settings, error); };
+    return LoadStateFile(path, "Failed to open file for reading: " + path, read);
 }
 
 bool SaveSettings(const std::string& path, const Settings& settings) {
-    if (WriteWholeFile(path, SettingsText(settings))) return true;
-    PrintErrorLine("Failed to open file for writing: " + path);
-    return false;
+    return SaveStateFile(path, SettingsText(settings));
 }
 
 }  // namespace hullrider

@@ -3,9 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "platform/console.h"
-#include "platform/files.h"
-#include "platform/folder.h"
+#include "platform/json.h"
+#include "platform/state_files.h"
 
 namespace hullrider {
 
@@ -13,7 +12,6 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr size_t kMaxFileBytes = 64 * 1024;
 constexpr int64_t kFarthestPixel = 100000;  // no desktop is larger
 
 void Take(const Json& object, const char* key, int32_t& value) {
@@ -30,9 +28,10 @@ void Take(const Json& object, const char* key, bool& value) {
 
 }  // namespace
 
-bool ReadShellOptions(std::string_view text, ShellOptions& options) {
-    const Json object = Json::parse(text, nullptr, false);
-    if (!object.is_object()) return false;
+bool ReadShellOptions(std::string_view text, ShellOptions& options, std::string& error) {
+    const std::optional<Json> read = ParseJsonObject(text, error);
+    if (!read) return false;
+    const Json& object = *read;
     Take(object, "x", options.x);
     Take(object, "y", options.y);
     Take(object, "width", options.width);
@@ -55,17 +54,13 @@ std::string ShellOptionsText(const ShellOptions& options) {
 }
 
 void LoadShellOptions(const std::string& path, ShellOptions& options) {
-    if (!IsFile(path)) return;
-    const std::optional<std::string> text = ReadStateFile(path, kMaxFileBytes);
-    if (text && ReadShellOptions(*text, options)) return;
-    PrintErrorLine("Failed to read " + path + (text ? ": it holds no object" : ": it cannot be read"));
-    KeepBadFile(path);
+    LoadStateFile(path, {}, [&](std::string_view text, std::string& error) {
+        return ReadShellOptions(text, options, error) ? StateReading::kWhole : StateReading::kUnreadable;
+    });
 }
 
 bool SaveShellOptions(const std::string& path, const ShellOptions& options) {
-    if (WriteWholeFile(path, ShellOptionsText(options))) return true;
-    PrintErrorLine("Failed to open file for writing: " + path);
-    return false;
+    return SaveStateFile(path, ShellOptionsText(options));
 }
 
 }  // namespace hullrider

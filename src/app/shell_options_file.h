@@ -9,8 +9,6 @@
 
 namespace hullrider {
 
-inline constexpr std::string_view kShellOptionsFile = "\\ShellOptions.json";  // in the data directory
-
 // A file that is no such object is one line on the error stream and is kept as "PATH.bad". A missing one is no fault.
 void LoadShellOptions(const std::string& path, ShellOptions& options);
 
@@ -18,7 +16,7 @@ void LoadShellOptions(const std::string& path, ShellOptions& options);
 bool SaveShellOptions(const std::string& path, const ShellOptions& options);
 
 // The same on the file's text. Pure. False when it is no JSON object.
-bool ReadShellOptions(std::string_view text, ShellOptions& options);
+bool ReadShellOptions(std::string_view text, ShellOptions& options, std::string& error);
 std::string ShellOptionsText(const ShellOptions& options);
 
 }  // namespace hullrider

@@ -6,6 +6,7 @@
 #include "app/listening_files.h"
 #include "library/cache.h"
 #include "platform/console.h"
+#include "platform/worker.h"
 #include "playback/listening.h"
 #include "playback/running_marker.h"
 #include "playback/stream_slots.h"
@@ -13,27 +14,29 @@
 namespace hullrider {
 
 void SaveAndShutdown(Player& player) {
-    // What was not loaded yet must not be saved: an error box of start-up lets messages in.
-    if (!player.started || player.shutDown) return;
+    if (player.shutDown) return;
     player.shutDown = true;
-    player.scan.reset();
+    player.scan = {};
+    player.autosave.Finish();
 
     AppState& state = player.state;
     const ShellState& shell = state.shell;
+    const LoadedFiles& loaded = player.loaded;
     const bool gameIsKnown = !state.folders.hullriderPath.empty();
     EndListening(state);
-    SaveStatisticsFile(state);
+    if (loaded.statistics) SaveStatisticsFile(state);
     if (player.releaseFront) player.releaseFront();
     if (state.audiobooks.bookCount == 0) PrintLine("No audiobooks to save. Skipping save operation.");
-    SaveSettingsFile(state);
-    SavePlayCountsFile(state);
-    if (!shell.libraryCachePath.empty()) SaveMusicLibraryCache(shell.libraryCachePath, state.library);
+    if (loaded.settings) SaveSettingsFile(state);
+    if (loaded.playCounts) SavePlayCountsFile(state);
+    if (loaded.library && !shell.libraryCachePath.empty()) SaveMusicLibraryCache(shell.libraryCachePath, state.library);
     if (shell.companionExport && gameIsKnown) WriteCompanionExports(state);
     FreeAllStreams(state.playback, state.soundFonts);
     CloseControllers(player.controllers);
-    SaveFavoriteFile(state);
-    SaveSongHistoryFile(state);
+    if (loaded.favorites) SaveFavoriteFile(state);
+    if (loaded.songHistory) SaveSongHistoryFile(state);
     if (gameIsKnown) WriteRunningMarker(state.folders.hullriderPath, "no");
+    EndWorkers();
 }
 
 }  // namespace hullrider

@@ -6,12 +6,14 @@
 #include <vector>
 
 #include "app/data_directory.h"
+#include "app/folder_scan.h"
 #include "app/library_loading.h"
 #include "app/listening_files.h"
 #include "audio/bass.h"
 #include "audio/manual_output.h"
 #include "library/song_counts.h"
 #include "platform/paths.h"
+#include "platform/state_files.h"
 #include "playback/simulation.h"
 #include "playback/stream_time.h"
 
@@ -64,12 +66,13 @@ void LoadForSimulation(Player& player) {
     AppState& state = player.state;
     state.shell.dataDirectory = ChooseDataDirectory(player.options);
     if (player.options.music.empty()) {
-        state.shell.libraryCachePath = StatePath(state.shell.dataDirectory, "\\musicLibraryCache.json");
+        state.shell.libraryCachePath = StatePath(state.shell.dataDirectory, kLibraryCacheFile);
         LoadLibrary(state);
-        state.shell.libraryCachePath.clear();
     }
     LoadSettingsFile(state);
     FillLibrary(player);
+    state.shell.libraryCachePath.clear();
+    ScanAtOnce(player);
     LoadSongHistoryFile(state);
 }
 
@@ -114,7 +117,7 @@ std::string SimulationText(const RunOptions& options) {
     player.options = options;
     LoadForSimulation(player);
     InitManualOutput(kMixingRateHz);
-    const RotationShares promised = PromisedShares(player.state);
+    const RotationShares promised = PromisedShares(player.state, player.draws);
     Random lengthRandom;
     SongLengths lengths(lengthRandom);
     const Rotation rotation = SimulateRotation(player.state, player.draws, options.simulate.value_or(0),

@@ -4,6 +4,7 @@
 
 #include "library/folder_config_file.h"
 #include "platform/paths.h"
+#include "platform/state_files.h"
 #include "playback/sound_fonts.h"
 
 namespace hullrider {
@@ -22,7 +23,7 @@ bool TakeSoundFontFolder(Player& player, const std::string& folder) {
         return false;
     }
     state.folders.soundFontDirectoryPath = folder;
-    SaveFolderConfig(StatePath(state.shell.dataDirectory, "\\config.json"), state.folders);
+    SaveFolderConfig(StatePath(state.shell.dataDirectory, kFolderConfigFile), state.folders);
     return true;
 }
 

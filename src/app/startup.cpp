@@ -17,6 +17,8 @@
 #include "platform/folder.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
+#include "platform/post.h"
+#include "platform/state_files.h"
 #include "playback/play_next.h"
 #include "playback/running_marker.h"
 #include "playback/sound_fonts.h"
@@ -26,26 +28,27 @@ namespace hullrider {
 
 namespace {
 
-// Tries the configured folder, that of the companion game and the one beside the program, in this order, until one
-// holds fonts.
+// The configured folder, that of the companion game and the one beside the program: the first that holds fonts. Where
+// the user's own holds none, because its drive is away, it stays configured.
 void FindSoundFontFolder(Player& player) {
     AppState& state = player.state;
-    std::vector<std::string> candidates{state.folders.soundFontDirectoryPath};
+    std::string& configured = state.folders.soundFontDirectoryPath;
+    std::vector<std::string> candidates{configured};
     if (player.companionEdition && !state.folders.hullriderPath.empty()) {
         candidates.push_back(CompanionSoundFontFolder(state.folders.hullriderPath));
     }
-    candidates.push_back(StatePath(player.programFolder, "\\Soundfonts"));
+    candidates.push_back(StatePath(player.programFolder, "Soundfonts"));
     for (const std::string& folder : candidates) {
         state.soundFonts.soundFontFiles = FindSoundFonts(folder);
         if (state.soundFonts.soundFontFiles.empty()) continue;
-        state.folders.soundFontDirectoryPath = folder;
+        if (configured.empty()) configured = folder;
         return;
     }
 }
 
 void LoadFoldersAndSoundFonts(Player& player) {
     AppState& state = player.state;
-    const std::string config = StatePath(state.shell.dataDirectory, "\\config.json");
+    const std::string config = StatePath(state.shell.dataDirectory, kFolderConfigFile);
     LoadFolderConfig(config, state.folders);
     if (player.companionEdition) {
         const std::string game = FindCompanionGame(player.programFolder);
@@ -60,27 +63,62 @@ void LoadFoldersAndSoundFonts(Player& player) {
     }
 }
 
-void TakeCompanionMix(AppState& state) {
-    Settings& settings = state.settings;
+// A font that could not be loaded before is not tried again: its error box has been seen.
+void SelectDefaultSoundFont(Player& player) {
+    SoundFontState& fonts = player.state.soundFonts;
+    if (fonts.midiStreamFont != 0) SelectSoundFont(fonts, player.state.playback, fonts.currentSoundFont);
+}
+
+void TakeCompanionMix(Settings& settings) {
     settings.rawMIDI = 50;
     settings.rawMP3 = 50;
     settings.rawRadio = 20;
     settings.rawTracker = 50;
-    RescanAndRecount(state, settings.directoryPaths);
 }
 
 // The companion edition, started without any music folder, takes over the game's music.
-void AddCompanionMusic(AppState& state) {
+void AddCompanionMusic(Player& player) {
+    if (!player.companionEdition) return;
+    AppState& state = player.state;
     PrintLine("Current directory: " + WorkingFolder());
-    if (state.settings.directoryPaths.empty() && !state.folders.hullriderPath.empty()) {
+    if (state.settings.directoryPaths.empty()) {
         for (const std::string& folder : CompanionMusicFolders(state.folders.hullriderPath)) {
-            if (IsFolder(folder)) state.settings.directoryPaths.push_back(folder);
+            if (!state.folders.hullriderPath.empty() && IsFolder(folder)) {
+                state.settings.directoryPaths.push_back(folder);
+            }
         }
-        // Without any of the folders the user's own mix and library stay.
-        if (!state.settings.directoryPaths.empty()) TakeCompanionMix(state);
+        state.library.playlists.clear();  // what was left over in the cache; the game's folders are scanned
+        TakeCompanionMix(state.settings);
     }
     state.shell.companionExport = true;
     state.shell.startupFinished = true;
+}
+
+void NoteCachePath(Player& player) {
+    // Music given for one run must not take the place of the user's own library.
+    if (!player.options.music.empty()) return;
+    player.state.shell.libraryCachePath = StatePath(player.state.shell.dataDirectory, kLibraryCacheFile);
+}
+
+void TakeSettings(Player& player) {
+    AppState& state = player.state;
+    LoadSettingsFile(state);
+    TakeVolumeFromSettings(state);
+    state.playback.realTimeVolume = state.shell.options.isEquallyLoud;
+}
+
+void TellCompanionGame(Player& player) {
+    const std::string& game = player.state.folders.hullriderPath;
+    if (!game.empty()) WriteRunningMarker(game, "yes");
+}
+
+void ExportForCompanionGame(Player& player) {
+    const AppState& state = player.state;
+    if (state.shell.companionExport && !state.folders.hullriderPath.empty()) WriteCompanionExports(state);
+}
+
+void LoadHotkeys(Player& player) {
+    LoadHotkeyFiles(StatePath(player.state.shell.dataDirectory, kHotkeysFile), player.hotkeys);
 }
 
 void PrintAudiobookSummary(const AudiobookState& audiobooks) {
@@ -93,13 +131,45 @@ void PrintAudiobookSummary(const AudiobookState& audiobooks) {
     PrintLine("Total Duration: " + std::to_string(static_cast<long long>(audiobooks.totalSec)) + " seconds (" + hours);
 }
 
+// A step, and which file it has loaded.
+struct Step {
+    void (*run)(Player&);
+    bool LoadedFiles::*loads = nullptr;
+};
+
+template <void (*load)(AppState&)>
+void Load(Player& player) {
+    load(player.state);
+}
+
+constexpr Step kSteps[] = {
+    {Load<LoadStatisticsFile>, &LoadedFiles::statistics},
+    {NoteCachePath},
+    {InitAudio},
+    {Load<LoadLibrary>, &LoadedFiles::library},
+    {Load<LoadPlayCountsFile>, &LoadedFiles::playCounts},
+    {LoadFoldersAndSoundFonts},
+    {TakeSettings, &LoadedFiles::settings},
+    {AddCompanionMusic},
+    {FillLibrary},
+    {TellCompanionGame},
+    {SelectDefaultSoundFont},
+    {LoadHotkeys},
+    {Load<LoadSongHistoryFile>, &LoadedFiles::songHistory},
+    {Load<LoadFavoriteFiles>, &LoadedFiles::favorites},
+    {Load<Recount>},
+    {BeginMusic},
+    {[](Player& player) { PrintAudiobookSummary(player.state.audiobooks); }},
+    {ExportForCompanionGame},
+};
+
 }  // namespace
 
 void StartPlayer(Player& player) {
     player.state.shell.dataDirectory = ChooseDataDirectory(player.options);
     CreateDataDirectory(player.state.shell.dataDirectory);
     LoadShellOptions(StatePath(player.state.shell.dataDirectory, kShellOptionsFile), player.state.shell.options);
-    LoadHotkeyFiles(StatePath(player.state.shell.dataDirectory, "\\hotkeyConfig.json"), player.hotkeys);
+    LoadHotkeys(player);
     if (player.takeHotkeys) player.takeHotkeys();
     OpenControllers(player.controllers);
     RunStartupSequence(player);
@@ -107,36 +177,26 @@ void StartPlayer(Player& player) {
 }
 
 void RunStartupSequence(Player& player) {
-    AppState& state = player.state;
-    LoadStatisticsFile(state);
-    // Music given for one run must not take the place of the user's own library.
-    if (player.options.music.empty()) {
-        state.shell.libraryCachePath = StatePath(state.shell.dataDirectory, "\\musicLibraryCache.json");
+    for (const Step& step : kSteps) {
+        // An error box lets messages in, and one of them may have ended the program.
+        if (player.shutDown) return;
+        step.run(player);
+        if (step.loads != nullptr) player.loaded.*step.loads = true;
     }
-    InitAudio(player);
-    LoadLibrary(state);
-    LoadPlayCountsFile(state);
-    LoadFoldersAndSoundFonts(player);
-    LoadSettingsFile(state);
-    TakeVolumeFromSettings(state);
-    state.playback.realTimeVolume = state.shell.options.isEquallyLoud;
-    if (player.companionEdition) AddCompanionMusic(state);
-    FillLibrary(player);
-    if (!state.folders.hullriderPath.empty()) WriteRunningMarker(state.folders.hullriderPath, "yes");
-    LoadSongHistoryFile(state);
-    LoadFavoriteFiles(state);
-    Recount(state);
-    PlayNext(state, player.draws);
-    PrintAudiobookSummary(state.audiobooks);
-    if (state.shell.companionExport && !state.folders.hullriderPath.empty()) WriteCompanionExports(state);
+}
+
+void TakePosted(const Player& player) {
+    if (player.started && !player.shutDown) RunPosted();
 }
 
 void PollPlayer(Player& player) {
+    TakePosted(player);
     if (!player.started || player.shutDown) return;
-    if (!player.stopped && IsSongOver(player.state.playback)) PlayNext(player.state, player.draws);
+    if (!player.stopped && !IsLookingForMusic(player)) PollPlayback(player.state, player.draws);
     PollCommandFolder(player);
     PumpControllers(player.controllers);
     PollFolderScan(player);
+    player.autosave.Poll(player.state, Autosave::Clock::now());
 }
 
 }  // namespace hullrider

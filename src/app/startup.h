@@ -11,11 +11,15 @@ namespace hullrider {
 void StartPlayer(Player& player);
 
 // The ordered loader: audio, library, SoundFonts, settings, the companion game, the first song. A state file that is
-// missing or unreadable leaves its defaults in place. Called by StartPlayer.
+// missing or unreadable leaves its defaults in place. Ends early when the player is shut down in its midst. Called by
+// StartPlayer.
 void RunStartupSequence(Player& player);
 
-// The 30 ms poll: when the song's window has ended, plays the next one; then looks into the command folder and
-// at the controllers, and takes over what a scan of the folders has found.
+// Runs what workers have posted. Nothing before the player was started and after it was shut down.
+void TakePosted(const Player& player);
+
+// The 30 ms poll: takes what was posted; when the song's window has ended, plays the next one; then looks into the
+// command folder and at the controllers, and takes over what a scan of the folders has found.
 void PollPlayer(Player& player);
 
 }  // namespace hullrider

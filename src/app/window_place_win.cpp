@@ -1,5 +1,7 @@
 #include "app/window_place_win.h"
 
+#include "app/window_place.h"
+
 namespace hullrider {
 
 int RestorePlace(HWND window, const ShellOptions& options, int showCommand) {
@@ -8,10 +10,17 @@ int RestorePlace(HWND window, const ShellOptions& options, int showCommand) {
     const RECT box{options.x, options.y, options.x + options.width, options.y + options.height};
     if (options.width <= 0 || options.height <= 0) return show;
     // The screen that it was on may be gone.
-    if (MonitorFromRect(&box, MONITOR_DEFAULTTONULL) == nullptr) return show;
+    const HMONITOR monitor = MonitorFromRect(&box, MONITOR_DEFAULTTONULL);
+    MONITORINFO screen{};
+    screen.cbSize = sizeof screen;
+    if (monitor == nullptr || GetMonitorInfoW(monitor, &screen) == 0) return show;
+    const RECT& work = screen.rcWork;
+    const int32_t titleHeight = GetSystemMetrics(SM_CYCAPTION) + GetSystemMetrics(SM_CYSIZEFRAME);
+    const ScreenBox place = BringTitleIntoSight({box.left, box.top, box.right, box.bottom},
+                                                {work.left, work.top, work.right, work.bottom}, titleHeight);
     // Twice: on a screen of another scale the system changes the size at the first time.
     for (int i = 0; i < 2; ++i) {
-        SetWindowPos(window, nullptr, options.x, options.y, options.width, options.height,
+        SetWindowPos(window, nullptr, place.left, place.top, options.width, options.height,
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
     return show;

@@ -62,6 +62,7 @@ inline constexpr uint32_t BASS_TAG_ID3 = 0;               // an ID3v1 tag, 128 b
 inline constexpr uint32_t BASS_TAG_OGG = 2;               // UTF-8 "NAME=value", each ended by a zero, and one more zero
 inline constexpr uint32_t BASS_TAG_MP4 = 7;               // as BASS_TAG_OGG
 inline constexpr uint32_t BASS_TAG_MUSIC_NAME = 0x10000;  // a module's title, UTF-8
+inline constexpr uint32_t BASS_TAG_MIDI_TRACK = 0x11000;  // the name of a MIDI song as a whole, UTF-8
 
 // Position modes.
 inline constexpr uint32_t BASS_POS_BYTE = 0;
@@ -79,7 +80,7 @@ inline constexpr uint32_t BASS_LEVEL_ERROR = ~uint32_t{0};
 struct BASS_CHANNELINFO {
     uint32_t freq;         // sample rate, Hz
     uint32_t chans;        // channels, 1 or 2
-    uint32_t flags;        // those given at creation
+    uint32_t flags;        // those given at creation, with what BASS_ChannelFlags has changed
     uint32_t ctype;        // one of the BASS_CTYPE values
     const char* filename;  // UTF-8; valid while the channel lives
 };
@@ -181,12 +182,22 @@ HSTREAM BASS_FX_TempoCreate(uint32_t channel, uint32_t flags);
 bool BASS_ChannelPlay(uint32_t handle, bool restart);
 bool BASS_ChannelPause(uint32_t handle);
 bool BASS_ChannelStop(uint32_t handle);
+
+// Decodes a channel that does not play yet up to `length` ms ahead and returns when that is there, or all there is.
+// False when the channel was freed meanwhile, or broke before its first frame.
+bool BASS_ChannelUpdate(uint32_t handle, uint32_t length);
+
+// Changes the flags in `mask`, of which only BASS_SAMPLE_LOOP can be changed, to those in `flags`; returns all of the
+// channel's flags, ~0 on failure. What is decoded already is not changed.
+uint32_t BASS_ChannelFlags(uint32_t handle, uint32_t flags, uint32_t mask);
+
 uint32_t BASS_ChannelIsActive(uint32_t handle);
 bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info);
 
 // The tags that the file came with, in the shape of the kind, valid while the channel lives. Null and
-// BASS_ERROR_NOTAVAIL when it has none of this kind: BASS_TAG_ID3 for mp3 (made from whatever tag it has), _OGG for
-// flac, ogg and opus, _MP4 for m4a, _MUSIC_NAME for modules.
+// BASS_ERROR_NOTAVAIL when it has none of this kind: BASS_TAG_MP4 for m4a, _OGG for every other kind of FFmpeg's, and
+// for mp3 _ID3 too, which cuts titles off (both made from whatever tag it has); _MUSIC_NAME for modules; _MIDI_TRACK
+// for MIDI songs whose first track does not name a mere part.
 const char* BASS_ChannelGetTags(uint32_t handle, uint32_t tags);
 
 // Bytes; BASS_QWORD_ERROR on failure.

@@ -37,6 +37,22 @@ bool BASS_ChannelStop(uint32_t handle) {
     return true;
 }
 
+bool BASS_ChannelUpdate(uint32_t handle, uint32_t length) {
+    const ChannelCall call(handle);
+    if (!call) return false;
+    call.channel->Prepare(length);
+    call.engine->Decoders().Attend(call.channel);
+    return call.channel->WaitUntilPrepared() || Fail(BASS_ERROR_ENDED);
+}
+
+uint32_t BASS_ChannelFlags(uint32_t handle, uint32_t flags, uint32_t mask) {
+    const ChannelCall call(handle);
+    if (!call) return ~0U;
+    if ((mask & ~BASS_SAMPLE_LOOP) != 0) return Fail(BASS_ERROR_ILLPARAM), ~0U;
+    if (mask != 0) call.channel->SetLoop((flags & BASS_SAMPLE_LOOP) != 0);
+    return call.channel->Flags();
+}
+
 uint32_t BASS_ChannelIsActive(uint32_t handle) {
     const ChannelCall call(handle);
     if (!call) return BASS_ACTIVE_STOPPED;
@@ -62,9 +78,10 @@ bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info) {
 const char* BASS_ChannelGetTags(uint32_t handle, uint32_t tags) {
     const ChannelCall call(handle);
     if (!call) return nullptr;
-    const TagBlock& block = call.channel->Tags();
-    if (block.kind != tags || block.text.empty()) return Fail(BASS_ERROR_NOTAVAIL), nullptr;
-    return block.text.c_str();
+    for (const TagBlock& block : call.channel->Tags()) {
+        if (block.kind == tags && !block.text.empty()) return block.text.c_str();
+    }
+    return Fail(BASS_ERROR_NOTAVAIL), nullptr;
 }
 
 uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t mode) {

@@ -143,6 +143,36 @@ bool Channel::SetFonts(const FontList& fonts, uint32_t latencyFrames) {
     return true;
 }
 
+void Channel::SetLoop(bool loop) {
+    source_->SetLoop(loop);
+    flags_ = loop ? flags_ | BASS_SAMPLE_LOOP : flags_ & ~BASS_SAMPLE_LOOP;
+}
+
+bool Channel::IsPrepared() const {
+    if (ready_.load() != LoadControl().generation) return false;
+    const size_t wanted = size_t{mixRate_} * preparedMs_ / 1000;
+    return end_.load() != kNoEnd || FramesAhead() >= std::min(wanted, ring_.Capacity());
+}
+
+bool Channel::WaitUntilPrepared() {
+    std::unique_lock lock(mutex_);
+    // A notice may be missed: it is given without the mutex.
+    while (!freed_ && !IsPrepared()) decodedMore_.wait_for(lock, std::chrono::milliseconds(20));
+    return !freed_ && FramesAhead() > 0;
+}
+
+std::vector<StereoPeak> Channel::PeaksAhead(size_t spanFrames) const {
+    std::vector<StereoPeak> peaks(FramesAhead() / spanFrames);
+    std::vector<float> span(spanFrames * kStereo);
+    uint64_t from = std::max(begin_.load(), ring_.Taken());
+    for (StereoPeak& peak : peaks) {
+        ring_.Copy(from, spanFrames, span.data());
+        peak = PeakOf(span.data(), spanFrames);
+        from += spanFrames;
+    }
+    return peaks;
+}
+
 bool Channel::ReadyFor(size_t frames) const {
     const Control control = LoadControl();
     if (control.state != RunState::kPlaying) return true;

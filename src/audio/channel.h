@@ -11,6 +11,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -68,16 +69,25 @@ public:
     Volume& ChannelVolume() { return volume_; }
     const LevelMeter& Level() const { return level_; }
     const SourceFormat& Format() const { return format_; }
-    const TagBlock& Tags() const { return tags_; }
+    const TagBlocks& Tags() const { return tags_; }
     // Lets a decoder that waits for a file go, and neither decodes nor plays any more. For a channel that is going to
     // be freed. A source that is lent goes on for as long as the borrower plays it.
     void Cancel() {
         freed_ = true;
+        decodedMore_.notify_all();
         if (!lent_) source_->Cancel();
     }
     bool IsFreed() const { return freed_; }
     const std::string& Path() const { return path_; }
     uint32_t Flags() const { return flags_; }
+    void SetLoop(bool loop);
+
+    // While it does not play: how far to decode ahead all the same, and a wait until so much is there, or all there is.
+    // False when it was freed, or broke before its first frame.
+    void Prepare(uint32_t ms) { preparedMs_ = ms; }
+    bool WaitUntilPrepared();
+    // The peaks of what was decoded ahead, one for each whole `spanFrames`. Only while it does not play.
+    std::vector<StereoPeak> PeaksAhead(size_t spanFrames) const;
     uint32_t Frees() const { return frees_; }
 
     // The tempo in percent, if the source has one.
@@ -127,6 +137,8 @@ private:
     void MarkPlace();
     double OwnFrameAt(uint64_t taken, uint64_t latency) const;
     size_t FramesWanted() const;
+    size_t FullFrames() const;
+    bool IsPrepared() const;
     size_t FramesAhead() const;
     size_t DecodePiece(size_t frames);
     SteadyTime NextCall(SteadyTime now, bool progressed) const;
@@ -143,9 +155,11 @@ private:
     uint64_t number_;
     std::unique_ptr<Source> source_;
     SourceFormat format_;
-    TagBlock tags_;
+    TagBlocks tags_;
     std::string path_;
-    uint32_t flags_, frees_, mixRate_, aheadMs_;
+    std::atomic<uint32_t> flags_;
+    uint32_t frees_, mixRate_, aheadMs_;
+    std::atomic<uint32_t> preparedMs_{0};
     std::atomic<bool> lent_{false}, freed_{false};
 
     FrameRing ring_;
@@ -166,6 +180,7 @@ private:
 
     // Callers and decoder, behind the mutex.
     mutable std::mutex mutex_;
+    std::condition_variable decodedMore_;
     int64_t seekFrame_ = 0;   // where the newest generation begins in the source
     uint64_t resumedAt_ = 0;  // the ring frame from which it has played without a pause
     // What the ring holds of the generation that can be heard: from `ring` on, up to the next mark, it is the source

@@ -37,6 +37,7 @@ SteadyTime Channel::DecodeAhead(SteadyTime now) {
     const size_t wanted = first ? FramesOf(kFirstPieceMs, mixRate_) : FramesWanted();
     const size_t decoded = DecodePiece(wanted);
     if (first) ready_.store(decoding_.load());
+    decodedMore_.notify_all();
     return NextCall(now, joined || decoded > 0);
 }
 
@@ -114,10 +115,16 @@ size_t Channel::FramesAhead() const {
     return ring_.Ahead(begin_.load());
 }
 
+// How much is to lie there.
+size_t Channel::FullFrames() const {
+    const bool plays = LoadControl().state == RunState::kPlaying;
+    return FramesOf(plays ? aheadMs_ : std::max(kFirstPieceMs, preparedMs_.load()), mixRate_);
+}
+
 size_t Channel::FramesWanted() const {
     if (sourceEnded_) return 0;
     const size_t ahead = FramesAhead();
-    const size_t full = FramesOf(LoadControl().state == RunState::kPlaying ? aheadMs_ : kFirstPieceMs, mixRate_);
+    const size_t full = FullFrames();
     const size_t piece = std::clamp(ahead, FramesOf(kFirstPieceMs, mixRate_), FramesOf(kPieceMs, mixRate_));
     return std::min(piece, full - std::min(full, ahead));
 }
@@ -154,9 +161,11 @@ SteadyTime Channel::NextCall(SteadyTime now, bool progressed) const {
     const Control control = LoadControl();
     if (control.generation != decoding_.load()) return now;
     if (control.state == RunState::kPlaying && rejoinOrders_.load() != rejoined_.load()) return now + kRetry;
-    if (sourceEnded_ || control.state != RunState::kPlaying) return SteadyTime::max();
     const size_t ahead = FramesAhead();
-    const size_t full = FramesOf(aheadMs_, mixRate_);
+    const size_t full = FullFrames();
+    const bool isStill = control.state != RunState::kPlaying;
+    if (sourceEnded_ || (isStill && (preparedMs_ == 0 || ahead >= full))) return SteadyTime::max();
+    if (isStill) return progressed ? now : now + kRetry;
     if (ahead + FramesOf(kFirstPieceMs, mixRate_) < full) return progressed ? now : now + kRetry;
     return now + milliseconds((ahead - full / 2) * 1000 / mixRate_);
 }

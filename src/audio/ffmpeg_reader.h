@@ -50,7 +50,7 @@ public:
         return std::min(position_, endFrame_);
     }  // of the frame after those that Next returned last
 
-    TagBlock Tags() const { return TagsOf(*format_); }
+    TagBlocks Tags() const { return TagsOf(*format_); }
 
     // Any thread, also while another one reads: nothing more is read from the file.
     void Cancel() { cancelled_.store(true); }

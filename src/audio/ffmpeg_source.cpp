@@ -26,7 +26,8 @@ public:
     SourceFormat Format() const override { return {reader_.Rate(), reader_.Channels(), BASS_CTYPE_STREAM}; }
     int64_t Length() const override { return length_; }
     int64_t LoopLength() const override { return loopLength_; }
-    TagBlock Tags() const override { return reader_.Tags(); }
+    void SetLoop(bool loop) override { loop_ = loop; }
+    TagBlocks Tags() const override { return reader_.Tags(); }
     void Cancel() override { reader_.Cancel(); }
     SourceRead Read(float* out, size_t frames) override;
     bool Seek(int64_t frame) override;
@@ -34,7 +35,7 @@ public:
 private:
     bool ComeRound();
 
-    bool loop_;
+    std::atomic<bool> loop_;
     FfmpegReader reader_;
     StereoConverter converter_;
     bool ended_ = false;

@@ -8,14 +8,21 @@
 
 namespace hullrider {
 
+StereoPeak PeakOf(const float* frames, size_t count) {
+    StereoPeak peak;
+    for (size_t i = 0; i < count; i++) {
+        peak.left = std::max(peak.left, std::fabs(frames[i * kStereo]));
+        peak.right = std::max(peak.right, std::fabs(frames[i * kStereo + 1]));
+    }
+    return peak;
+}
+
 void LevelMeter::Note(const float* frames, size_t count) {
     while (count > 0) {
         const size_t now = std::min(count, spanFrames_ - inSpan_);
         StereoPeak& span = spans_[running_];
-        for (size_t i = 0; i < now; i++) {
-            span.left = std::max(span.left, std::fabs(frames[i * kStereo]));
-            span.right = std::max(span.right, std::fabs(frames[i * kStereo + 1]));
-        }
+        const StereoPeak peak = PeakOf(frames, now);
+        span = {std::max(span.left, peak.left), std::max(span.right, peak.right)};
         frames += now * kStereo;
         count -= now;
         inSpan_ += now;
@@ -30,6 +37,8 @@ void LevelMeter::Note(const float* frames, size_t count) {
 }
 
 void LevelMeter::CloseSpan() {
+    const bool isQuiet = std::max(spans_[running_].left, spans_[running_].right) <= kQuiet;
+    quietSpans_.store(isQuiet ? quietSpans_.load() + 1 : 0);
     running_ = (running_ + 1) % kSpans;
     spans_[running_] = {};
     inSpan_ = 0;
@@ -39,6 +48,7 @@ void LevelMeter::Reset() {
     spans_ = {};
     inSpan_ = 0;
     peak_.store(0);
+    quietSpans_.store(0);
 }
 
 StereoPeak LevelMeter::Peak() const {

@@ -1,4 +1,5 @@
-// The peak of a channel over its last 20 to 30 ms. Noted by the callback, asked from any thread.
+// The peak of a channel over its last 20 to 30 ms, and for how long it has been next to silent. Noted by the callback,
+// asked from any thread.
 #pragma once
 
 #include <array>
@@ -12,6 +13,8 @@ struct StereoPeak {
     float left = 0.0f, right = 0.0f;
 };
 
+StereoPeak PeakOf(const float* frames, size_t count);
+
 class LevelMeter {
 public:
     explicit LevelMeter(uint32_t mixRate) : spanFrames_(mixRate / 100) {}
@@ -21,6 +24,9 @@ public:
     void Reset();
 
     StereoPeak Peak() const;
+    // For how long nothing was above kQuiet.
+    double QuietSec() const { return quietSpans_.load() * 0.01; }
+    static constexpr float kQuiet = 0.001f;  // -60 dB of full scale
 
 private:
     void CloseSpan();
@@ -31,6 +37,7 @@ private:
     size_t running_ = 0;
     std::array<StereoPeak, kSpans> spans_;
     std::atomic<uint64_t> peak_{0};
+    std::atomic<uint32_t> quietSpans_{0};
 };
 
 }  // namespace hullrider

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "audio/byte_reader.h"
+#include "platform/charset.h"
 
 namespace hullrider {
 
@@ -17,6 +18,7 @@ constexpr size_t kMaxEvents = 1'000'000;
 constexpr size_t kMaxTempos = 100'000;
 constexpr size_t kMaxSysex = 4'000;  // a reset makes a synthesizer work as hard as a thousand notes do
 constexpr size_t kMaxSysexBytes = 1'000;
+constexpr size_t kMaxNameBytes = 500;
 constexpr double kMaxSeconds = 24.0 * 3600.0;  // what is said to happen later does not happen
 constexpr double kMostSilence = 10.0;          // seconds at the end, where notes die away
 constexpr double kDefaultTempo = 500'000.0;    // microseconds a quarter note, 120 quarter notes a minute
@@ -41,9 +43,13 @@ struct Reading {
     size_t sysexCount = 0;
     double endTick = 0.0;
     bool tooMany = false;
+    size_t tracks = 0;
+    std::string_view name;    // of the first track, as it is in the file
+    bool firstPlays = false;  // the first track holds notes
 };
 
 void ReadMeta(uint8_t type, std::string_view data, double tick, Reading& reading) {
+    if (type == 0x03 && reading.tracks == 1 && reading.name.empty()) reading.name = data.substr(0, kMaxNameBytes);
     if (type != 0x51 || data.size() < 3) return;
     ByteReader in{data};
     const uint32_t micros = in.BigEndian(3);
@@ -212,6 +218,11 @@ void PlaceInTime(uint16_t division, Reading& reading) {
     events.erase(std::find_if(events.begin(), events.end(), late), events.end());
 }
 
+bool HoldsNotes(const MidiSong& song) {
+    return std::any_of(song.events.begin(), song.events.end(),
+                       [](const MidiEvent& event) { return (event.status & 0xF0) == 0x90; });
+}
+
 // The MIDI file inside a RIFF container, or the file itself.
 std::string_view Unwrap(std::string_view file) {
     if (file.size() < 12 || !file.starts_with("RIFF") || file.substr(8, 4) != "RMID") return file;
@@ -235,19 +246,20 @@ std::optional<MidiSong> ReadMidiFile(std::string_view file) {
     if (!header.good || format > 2 || division == 0) return std::nullopt;
 
     Reading reading;
-    bool anyTrack = false;
     while (in.bytes.size() >= 8 && !reading.tooMany) {
         const bool isTrack = in.Take(4) == "MTrk";
         const uint32_t length = std::min(in.BigEndian(4), static_cast<uint32_t>(in.bytes.size()));
         const std::string_view chunk = in.Take(length);
         if (!isTrack) continue;
-        anyTrack = true;
+        ++reading.tracks;
         // The tracks of format 2 are pieces of their own, one after the other.
         const double end = ReadTrack(chunk, format == 2 ? reading.endTick : 0.0, reading);
         reading.endTick = std::max(reading.endTick, end);
+        if (reading.tracks == 1) reading.firstPlays = HoldsNotes(reading.song);
     }
-    if (!anyTrack || reading.tooMany) return std::nullopt;
+    if (reading.tracks == 0 || reading.tooMany) return std::nullopt;
     PlaceInTime(division, reading);
+    if (reading.tracks == 1 || !reading.firstPlays) reading.song.name = ReadableText(reading.name).value_or("");
     return std::move(reading.song);
 }
 

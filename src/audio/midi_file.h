@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +22,9 @@ static_assert(sizeof(MidiEvent) == 16);  // there may be a million
 struct MidiSong {
     std::vector<MidiEvent> events;            // in order of time; events of one moment in the order of the file
     std::vector<std::vector<uint8_t>> sysex;  // without the 0xF0 and 0xF7
+    // What the first track says that it is called, as UTF-8. Empty when it says nothing, or when it holds notes and is
+    // not alone: then it names its own part.
+    std::string name;
     // The time of the last event, the end of the longest track included; but of a silence after the last note no more
     // than ten seconds, because files wait for an hour there.
     double seconds = 0.0;

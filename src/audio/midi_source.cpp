@@ -40,6 +40,8 @@ public:
     SourceFormat Format() const override { return {rate_, kStereo, BASS_CTYPE_STREAM_MIDI}; }
     int64_t Length() const override { return length_; }
     int64_t LoopLength() const override { return loop_ ? length_ : 0; }
+    void SetLoop(bool loop) override { loop_ = loop; }
+    TagBlocks Tags() const override { return {{BASS_TAG_MIDI_TRACK, song_.name}}; }
     SourceRead Read(float* out, size_t frames) override;
     bool Seek(int64_t frame) override;
     bool Rejoin(int64_t frame) override;
@@ -54,7 +56,7 @@ private:
     void WeighOn();
 
     uint32_t rate_;
-    bool loop_;
+    std::atomic<bool> loop_;
     const MidiSong song_;
     MidiPlayer player_;
     int64_t length_ = 0;

@@ -38,9 +38,10 @@ class ModuleSource : public Source {
 public:
     // Throws openmpt::exception when `file` is no module.
     ModuleSource(const SourceRequest& request, const std::string& file)
-        : rate_(request.mixRate), loop_(request.loop), module_(file.data(), file.size(), log_) {
+        : rate_(request.mixRate), loop_(request.loop), repeats_(request.loop), module_(file.data(), file.size(), log_) {
+        title_ = ModuleTitle(file, module_.get_metadata("title"));
         module_.select_subsong(0);
-        module_.set_repeat_count(loop_ ? -1 : 0);
+        module_.set_repeat_count(repeats_ ? -1 : 0);
         module_.set_render_param(openmpt::module::RENDER_INTERPOLATIONFILTER_LENGTH, 8);
         FindLength();
         if (loop_) FindLoopStart();
@@ -51,8 +52,9 @@ public:
     int64_t Length() const override { return length_; }
     int64_t LoopLength() const override { return loop_ ? length_ - loopStart_ : 0; }
     int64_t LoopStart() const override { return loopStart_; }
+    void SetLoop(bool loop) override { loop_ = loop; }
 
-    TagBlock Tags() const override { return {BASS_TAG_MUSIC_NAME, module_.get_metadata("title")}; }
+    TagBlocks Tags() const override { return {{BASS_TAG_MUSIC_NAME, title_}}; }
     SourceRead Read(float* out, size_t frames) override try {
         size_t done = 0;
         while (done < frames && !ended_) {
@@ -107,7 +109,8 @@ private:
     }
 
     size_t Render(float* out, size_t frames) {
-        const int64_t left = loop_ ? INT64_MAX : static_cast<int64_t>(kMaxSeconds * rate_) - position_;
+        if (loop_ != repeats_) module_.set_repeat_count((repeats_ = loop_) ? -1 : 0);
+        const int64_t left = repeats_ ? INT64_MAX : static_cast<int64_t>(kMaxSeconds * rate_) - position_;
         const auto now = static_cast<size_t>(std::clamp<int64_t>(left, 0, static_cast<int64_t>(frames)));
         const size_t got = module_.read_interleaved_stereo(static_cast<int32_t>(rate_), now, out);
         position_ += static_cast<int64_t>(got);
@@ -140,9 +143,11 @@ private:
     }
 
     uint32_t rate_;
-    bool loop_;
+    std::atomic<bool> loop_;
+    bool repeats_;  // as the module was told
     std::ostringstream log_;  // what the library has to say of a file is of no use to a listener
     openmpt::module module_;
+    std::string title_;
     int64_t position_ = 0;
     int64_t loopStart_ = 0;
     bool ended_ = false;

@@ -36,6 +36,9 @@ public:
     bool Splicing() const { return Taken() < spliceTo_.load(std::memory_order_acquire); }
     static constexpr size_t kSpliceFrames = 1024;
 
+    // Any thread, while nothing is taken: copies `frames` frames that are written, from frame `number` on.
+    void Copy(uint64_t number, size_t frames, float* out) const;
+
     // Any thread: how many frames there are from frame `number` on, or from the next one to be taken if that is later.
     size_t Ahead(uint64_t number) const;
 
@@ -46,7 +49,6 @@ public:
 
 private:
     uint64_t Skip(uint64_t taken) const;
-    void Copy(uint64_t number, size_t frames, float* out) const;
     size_t TakeSplice(uint64_t taken, uint64_t skip, uint64_t end, float* out, size_t frames);
 
     size_t capacity_;

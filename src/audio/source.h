@@ -59,8 +59,11 @@ public:
     // As Seek, but to sound from there as if it had been playing on, for a place that is about to be heard.
     virtual bool Rejoin(int64_t frame) { return Seek(frame); }
 
+    // Any thread: whether it goes on at its end with its start; heard with the next read.
+    virtual void SetLoop(bool) {}
+
     // What the file says of itself.
-    virtual TagBlock Tags() const { return {}; }
+    virtual TagBlocks Tags() const { return {}; }
 
     // Any thread: reading ends as soon as the system lets it, and so does all that this source yields. For a source
     // that is going to be freed, perhaps while it waits for a drive that is gone.

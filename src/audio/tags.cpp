@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <string_view>
+#include <cstring>
+#include <optional>
 
 #include "audio/bass.h"
+#include "platform/charset.h"
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -16,6 +18,7 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMaxBytes = size_t{64} << 10;  // a file may bring megabytes of lyrics, or of nonsense
+constexpr size_t kMaxFieldBytes = 500;
 
 // The container's tags or, in Ogg, those of the stream.
 const AVDictionary* DictionaryOf(const AVFormatContext& format) {
@@ -26,9 +29,11 @@ const AVDictionary* DictionaryOf(const AVFormatContext& format) {
     return nullptr;
 }
 
-std::string_view ValueOf(const AVDictionary* tags, const char* name) {
+// FFmpeg hands out ID3v1 as it is, and reads ID3v2 as ISO 8859-1 where the tag claims that.
+std::string ValueOf(const AVDictionary* tags, const char* name) {
     const AVDictionaryEntry* entry = av_dict_get(tags, name, nullptr, 0);
-    return entry == nullptr ? std::string_view() : entry->value;
+    if (entry == nullptr) return {};
+    return ReadableText(std::string_view(entry->value).substr(0, kMaxFieldBytes)).value_or("");
 }
 
 // A character that ISO 8859-1 does not have becomes a question mark.
@@ -64,7 +69,7 @@ std::string Id3v1Block(const AVDictionary* tags) {
     AppendField(block, ValueOf(tags, "album"), 30);
     AppendField(block, ValueOf(tags, "date"), 4);
     // Version 1.1: the last two bytes of the comment hold a zero and the track.
-    const int track = std::clamp(std::atoi(std::string(ValueOf(tags, "track")).c_str()), 0, 255);
+    const int track = std::clamp(std::atoi(ValueOf(tags, "track").c_str()), 0, 255);
     AppendField(block, ValueOf(tags, "comment"), track > 0 ? 28 : 30);
     if (track > 0) block += {'\0', static_cast<char>(track)};
     block += static_cast<char>(kNoGenre);
@@ -85,27 +90,43 @@ std::string CommentBlock(const AVDictionary* tags) {
     while ((entry = av_dict_iterate(tags, entry)) != nullptr) {
         std::string name(CommentName(entry->key));
         for (char& c : name) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-        const std::string_view value = entry->value;
-        if (block.size() + name.size() + value.size() + 2 > kMaxBytes) continue;
-        block += name;
-        block += '=';
-        block += value;
-        block += '\0';
+        if (block.size() + name.size() + std::strlen(entry->value) + 2 > kMaxBytes) continue;
+        const std::optional<std::string> value = ReadableText(entry->value);
+        if (value) block += name + '=' + *value + '\0';
     }
     if (!block.empty()) block += '\0';
     return block;
 }
 
+struct TitleField {
+    size_t offset = 0, size = 0;
+};
+
+// By the kinds' documents ("XM.TXT", "ITTECH.TXT", "S3M.TXT", "MTM.TXT"); a MOD has no mark at its beginning.
+TitleField TitleFieldOf(std::string_view file) {
+    if (file.starts_with("Extended Module: ")) return {17, 20};
+    if (file.starts_with("IMPM")) return {4, 26};
+    if (file.starts_with("MTM")) return {4, 20};
+    if (file.substr(std::min<size_t>(file.size(), 44), 4) == "SCRM") return {0, 28};
+    return {0, 20};
+}
+
 }  // namespace
 
-TagBlock TagsOf(const AVFormatContext& format) {
+TagBlocks TagsOf(const AVFormatContext& format) {
     const AVDictionary* tags = DictionaryOf(format);
     const std::string_view name = format.iformat->name;
     if (av_dict_count(tags) == 0) return {};
-    if (name == "mp3") return {BASS_TAG_ID3, Id3v1Block(tags)};
-    if (name == "flac" || name == "ogg") return {BASS_TAG_OGG, CommentBlock(tags)};
-    if (name.starts_with("mov")) return {BASS_TAG_MP4, CommentBlock(tags)};
-    return {};
+    if (name == "mp3") return {{BASS_TAG_ID3, Id3v1Block(tags)}, {BASS_TAG_OGG, CommentBlock(tags)}};
+    return {{name.starts_with("mov") ? BASS_TAG_MP4 : BASS_TAG_OGG, CommentBlock(tags)}};
+}
+
+std::string ModuleTitle(std::string_view file, std::string_view title) {
+    const TitleField field = TitleFieldOf(file);
+    std::string_view bytes = file.substr(std::min(field.offset, file.size()), field.size);
+    bytes = bytes.substr(0, bytes.find('\0'));
+    const std::optional<std::string> text = IsJapanese(bytes) ? Utf8FromShiftJis(bytes) : std::nullopt;
+    return text.value_or(std::string(title));
 }
 
 }  // namespace hullrider

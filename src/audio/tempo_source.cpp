@@ -36,7 +36,7 @@ public:
     int64_t Length() const override { return inner_.Length(); }
     int64_t LoopLength() const override { return inner_.LoopLength(); }
     int64_t LoopStart() const override { return inner_.LoopStart(); }
-    TagBlock Tags() const override { return inner_.Tags(); }
+    TagBlocks Tags() const override { return inner_.Tags(); }
     SourceRead Read(float* out, size_t frames) override;
     bool Seek(int64_t frame) override;
     // The channel that lent it may go on to lend it to another.

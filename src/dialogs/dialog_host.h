@@ -19,14 +19,14 @@ struct DialogHost {
     const std::vector<RefusedHotkey>& refusedHotkeys;  // of those that were to be registered
     std::string versionText;
 
-    std::function<void()> keepSettings;    // they have changed and are to be saved soon
     std::function<void()> recountSongs;    // after a change of weights or of the songs' marks
     std::function<void()> takeHotkeys;     // registers the bindings as they are now
     std::function<void()> releaseHotkeys;  // none is registered any more, so that each key can be pressed
 
-    std::function<void()> keepFavorites = {};  // they have changed and are to be saved soon
     std::function<void(SongPosition)> playSong = {};
-    std::function<void()> scanMusicFolders = {};                    // begins to; the library follows when that is done
+    // Begins to; the library follows when that is done. Songs of folders that are away now go only when the user has
+    // asked for the scan.
+    std::function<void(bool isAskedFor)> scanMusicFolders = {};
     std::function<std::optional<int32_t>()> songsFoundByScan = {};  // so far; nothing when no scan is under way
     std::function<bool(const std::string& folder)> takeSoundFonts = {};  // false: none to use, and the old ones stay
 };

@@ -5,6 +5,7 @@
 
 #include "dialogs/table_win.h"
 #include "platform/console.h"
+#include "platform/message_box.h"
 #include "platform/text_win.h"
 #include "platform/window_class_win.h"
 
@@ -116,18 +117,29 @@ LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             if (IsIconic(window_) == 0) Refresh();
             return 0;
         case WM_ACTIVATE:
-            // A window of its own class has to remember its focus itself.
-            if (LOWORD(wParam) == WA_INACTIVE) {
-                const HWND focus = GetFocus();
-                if (focus != nullptr && IsChild(window_, focus) != 0) lastFocus_ = focus;
-            } else {
-                SetFocus(FocusTarget());
-                Refresh();
-            }
+            OnActivate(LOWORD(wParam) != WA_INACTIVE);
             return 0;
         case WM_SETFOCUS:
             SetFocus(FocusTarget());
             return 0;
+        default:
+            return OnPlaceOrEnd(message, wParam, lParam);
+    }
+}
+
+// A window of its own class has to remember its focus itself.
+void Dialog::OnActivate(bool isActive) {
+    if (isActive) {
+        SetFocus(FocusTarget());
+        Refresh();
+        return;
+    }
+    const HWND focus = GetFocus();
+    if (focus != nullptr && IsChild(window_, focus) != 0) lastFocus_ = focus;
+}
+
+LRESULT Dialog::OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
         case WM_SIZE:
             if (wParam != SIZE_MINIMIZED) PlaceControls();
             return 0;
@@ -192,6 +204,7 @@ bool Dialog::Confirm(std::string_view question) const {
     const HWND window = window_;
     wchar_t title[128] = {};
     GetWindowTextW(window, title, 128);
+    const ModalOperation modal;
     const int answer =
         MessageBoxW(window, WideFromUtf8(question).c_str(), title, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2);
     return answer == IDYES && IsWindow(window) != 0;

@@ -125,6 +125,8 @@ private:
 
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnActivate(bool isActive);
     void OnCommand(int id, UINT code);
     LRESULT OnNotice(const NMHDR& notice);
     void Paint(const DRAWITEMSTRUCT& item);

@@ -177,7 +177,6 @@ private:
 
     void TakeChange() {
         host_->recountSongs();
-        host_->keepFavorites();
         ShowRows();
     }
 

@@ -129,13 +129,12 @@ private:
     }
 
     void Scan() {
-        host_->scanMusicFolders();
+        host_->scanMusicFolders(true);
         Refresh();
     }
 
     void TakeChange(int toSelect) {
-        host_->keepSettings();
-        host_->scanMusicFolders();
+        host_->scanMusicFolders(false);
         Refresh();
         isFilling_ = true;
         SelectRow(list_, std::min(toSelect, static_cast<int>(rows_.size()) - 1));

@@ -45,10 +45,14 @@ std::unordered_map<std::string, Content> ContentOfFolders(const MusicLibrary& li
     return contents;
 }
 
-FolderRow EmptyRow(const std::string& folder, const MusicLibrary& library) {
+bool IsMissing(const std::string& folder, const MusicLibrary& library) {
     const std::vector<std::string>& missing = library.missingFolders;
-    if (std::find(missing.begin(), missing.end(), folder) != missing.end()) {
-        return {folder, "Not found", "This folder is not there now. Its songs come back with a rescan when it is."};
+    return std::find(missing.begin(), missing.end(), folder) != missing.end();
+}
+
+FolderRow EmptyRow(const std::string& folder, const MusicLibrary& library) {
+    if (IsMissing(folder, library)) {
+        return {folder, "Not found", "This folder is not there now. Its songs come with a rescan or start when it is."};
     }
     return {folder, "No songs",
             "No songs in the folders within it. If it is an album, add the folder that it lies in."};
@@ -63,7 +67,8 @@ std::vector<FolderRow> MakeFolderRows(const std::vector<std::string>& folders, c
     for (const std::string& folder : folders) {
         const auto found = contents.find(Plain(folder));
         if (found != contents.end()) {
-            rows.push_back({folder, ContentText(found->second), ""});
+            const char* const away = "This folder is not there now. Its songs stay in the library until a rescan.";
+            rows.push_back({folder, ContentText(found->second), IsMissing(folder, library) ? away : ""});
         } else {
             rows.push_back(isScanning ? FolderRow{folder, "Scanning", ""} : EmptyRow(folder, library));
         }

@@ -11,6 +11,8 @@
 #include "input/hotkey_file.h"
 #include "input/key_names.h"
 #include "platform/folder.h"
+#include "platform/paths.h"
+#include "platform/state_files.h"
 
 namespace hullrider {
 
@@ -93,7 +95,7 @@ protected:
 
 private:
     Settings& Settings_() const { return host_->state.settings; }
-    std::string FilePath() const { return host_->state.shell.dataDirectory + "\\hotkeyConfig.json"; }
+    std::string FilePath() const { return StatePath(host_->state.shell.dataDirectory, kHotkeysFile); }
 
     void AddKeys() {
         for (int32_t action = 0; action < kHotkeyActions; ++action) {
@@ -237,7 +239,6 @@ private:
     template <typename Value>
     void Take(Value& setting, Value value) {
         setting = value;
-        host_->keepSettings();
     }
 
     void Save() {

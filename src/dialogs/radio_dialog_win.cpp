@@ -88,7 +88,6 @@ private:
                                       {lowest, highest, [this, setting] { return Settings_().*setting; },
                                        [this, setting](int32_t value) {
                                            Settings_().*setting = value;
-                                           host_->keepSettings();
                                            TakeBounds();
                                        }}));
         return at;
@@ -150,19 +149,16 @@ private:
     void ToggleWhole() {
         int32_t& longest = Settings_().songPlayDurationMax;
         longest = IsChecked(whole_) ? kWholeSongs : std::max(kUsualLongest, Settings_().songPlayDurationMin);
-        host_->keepSettings();
         Refresh();
     }
 
     void ToggleNoRepeat() {
         Settings_().historyDepth = IsChecked(noRepeat_) ? std::min(kUsualDepth, DeepestHistory()) : -1;
-        host_->keepSettings();
         Refresh();
     }
 
     void ToggleFollow() {
         SetLoudnessFollowing(host_->state, IsChecked(follow_));
-        host_->keepSettings();
     }
 
     // So many others that one song is left to be drawn.
@@ -197,14 +193,12 @@ private:
     void TakeWeight(size_t i) {
         Settings_().*kWeights[i].setting = static_cast<int32_t>(SendMessageW(sliders_[i], TBM_GETPOS, 0, 0));
         host_->recountSongs();
-        host_->keepSettings();
         ShowShares();
     }
 
     void TakePresets() {
         Settings_().highVolume = static_cast<float>(SendMessageW(high_, TBM_GETPOS, 0, 0)) / 100.0F;
         Settings_().lowVolume = static_cast<float>(SendMessageW(low_, TBM_GETPOS, 0, 0)) / 100.0F;
-        host_->keepSettings();
         ShowVolumes();
     }
 
@@ -220,7 +214,7 @@ private:
 
     // What the mix comes to with the music that there is.
     void ShowShares() {
-        const std::array<double, 5> promised = CategoryShares(host_->state);
+        const std::array<double, 5> promised = CategoryShares(host_->state, draws_);
         if (promised != promised_) InvalidateRect(bar_, nullptr, FALSE);
         promised_ = promised;
         for (size_t i = 0; i < kWeights.size(); ++i) {
@@ -245,6 +239,7 @@ private:
     size_t least_ = 0, most_ = 0, stationLeast_ = 0, stationMost_ = 0, depth_ = 0;
     std::array<HWND, 5> sliders_{}, shares_{};
     std::array<double, 5> promised_{};
+    Draws draws_;  // its lists serve the shares
     HWND whole_ = nullptr, noRepeat_ = nullptr, follow_ = nullptr, bar_ = nullptr;
     HWND high_ = nullptr, highText_ = nullptr, low_ = nullptr, lowText_ = nullptr;
 };

@@ -97,12 +97,12 @@ std::vector<TextRow> Recent(const AppState& state, int64_t now) {
     std::vector<TextRow> rows;
     for (size_t at = history.records.size(); at-- > 0 && rows.size() < kMostRows;) {
         const HistoryRecord& record = history.records[at];
-        const bool plays = at == history.cursor && !state.playback.currentTitle.empty();
+        const bool plays = at == history.cursor && state.playback.item.kind != PlayItem::Kind::kNone;
         TextRow row{plays ? "now" : WhenText(record.startedAt, now)};
         if (record.type == kInternetRadio) {
             row.insert(row.end(), {StationName(state.radio, record.path), kKindNames[kInternetRadio].many});
         } else {
-            row.insert(row.end(), {TitleOf(record.path), AlbumOf(record.path)});
+            row.insert(row.end(), {record.title.empty() ? TitleOf(record.path) : record.title, AlbumOf(record.path)});
         }
         rows.push_back(std::move(row));
     }

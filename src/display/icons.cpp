@@ -56,6 +56,17 @@ void DrawStar(const IconPen& pen, Point center, float radius) {
     pen.Polygon(corners);
 }
 
+// To the right for a side of 1, to the left for -1.
+void DrawSkip(const IconPen& pen, float side) {
+    pen.Triangle({-4.6F * side, -4.3F}, {2.2F * side, 0.0F}, {-4.6F * side, 4.3F});
+    pen.Bar(side > 0.0F ? 3.4F : -5.2F, -4.8F, 1.8F, 9.6F);
+}
+
+void DrawDouble(const IconPen& pen, float side) {
+    pen.Triangle({-5.6F * side, -3.9F}, {-0.4F * side, 0.0F}, {-5.6F * side, 3.9F});
+    pen.Triangle({0.4F * side, -3.9F}, {5.6F * side, 0.0F}, {0.4F * side, 3.9F});
+}
+
 void DrawShuffle(const IconPen& pen) {
     for (const float side : {-1.0F, 1.0F}) {
         pen.Stroke({-6.0F, 3.2F * side}, {-3.0F, 3.2F * side});
@@ -84,12 +95,9 @@ void AddIcon(Coverage& coverage, float scale, Icon icon, Point center) {
     const IconPen pen(coverage, scale, center);
     switch (icon) {
         case Icon::kPrevious:
-        case Icon::kNext: {
-            const float side = icon == Icon::kNext ? 1.0F : -1.0F;
-            pen.Triangle({-4.6F * side, -4.3F}, {2.2F * side, 0.0F}, {-4.6F * side, 4.3F});
-            pen.Bar(side > 0.0F ? 3.4F : -5.2F, -4.8F, 1.8F, 9.6F);
+        case Icon::kNext:
+            DrawSkip(pen, icon == Icon::kNext ? 1.0F : -1.0F);
             break;
-        }
         case Icon::kPlay:
             pen.Triangle({-3.8F, -5.6F}, {5.6F, 0.0F}, {-3.8F, 5.6F});
             break;
@@ -98,12 +106,9 @@ void AddIcon(Coverage& coverage, float scale, Icon icon, Point center) {
             pen.Bar(1.4F, -5.6F, 3.2F, 11.2F);
             break;
         case Icon::kBack:
-        case Icon::kForward: {
-            const float side = icon == Icon::kForward ? 1.0F : -1.0F;
-            pen.Triangle({-5.6F * side, -3.9F}, {-0.4F * side, 0.0F}, {-5.6F * side, 3.9F});
-            pen.Triangle({0.4F * side, -3.9F}, {5.6F * side, 0.0F}, {0.4F * side, 3.9F});
+        case Icon::kForward:
+            DrawDouble(pen, icon == Icon::kForward ? 1.0F : -1.0F);
             break;
-        }
         case Icon::kShuffle:
             DrawShuffle(pen);
             break;

@@ -166,9 +166,31 @@ void PaintTurnLeft(Brush& brush, const Frame& frame, const PanelModel& model) {
               frame.Y(kValueBaseline), Align::kRight);
 }
 
+namespace {
+
+// In place of the modes that do not hold for the song that plays.
+const char* RelaxationNote(const PanelModel& model) {
+    switch (model.relaxed) {
+        case Relaxation::kCategory:
+            return "ANY KIND";
+        case Relaxation::kFilter:
+            return model.filter == FavoriteFilter::kFavorites ? "NO FAVORITES" : "FAVORITES ONLY";
+        case Relaxation::kHistory:  // the modes hold all the same
+        case Relaxation::kNone:
+            break;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
 void PaintModes(Brush& brush, const Frame& frame, const PanelModel& model) {
     const PanelTheme& theme = brush.theme;
     PaintSign(brush, frame, "SHUFFLE", model.shuffle, theme.text, frame.X(0.0F), Align::kLeft);
+    if (const char* const note = RelaxationNote(model); note != nullptr) {
+        PaintSign(brush, frame, note, true, theme.song, frame.RightX(0.0F), Align::kRight);
+        return;
+    }
     const bool others = model.filter == FavoriteFilter::kOthers;
     PaintSign(brush, frame, others ? "NO FAV" : "FAV", model.filter != FavoriteFilter::kNone, theme.song,
               frame.X(53.0F), Align::kCenter);

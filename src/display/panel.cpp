@@ -5,7 +5,7 @@
 
 #include "audio/bass.h"
 #include "platform/paths.h"
-#include "playback/chosen_song.h"
+#include "playback/pick.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
@@ -35,27 +35,19 @@ std::string ShortLine(const std::string& text) {
     return line;
 }
 
-std::string Stem(const std::string& path) {
-    const std::u8string stem = PathFromUtf8(path).stem().u8string();
-    return {stem.begin(), stem.end()};
-}
-
 // "FLAC" for a file of that name; "MP3" stands for all of its type.
-std::string FileKind(const Song* song) {
+std::string FileKind(const std::string& path) {
     constexpr size_t kLongestKind = 4;
     std::string kind;
-    if (song != nullptr) {
-        const std::u8string extension = PathFromUtf8(song->songPath).extension().u8string();
-        for (const char8_t c : extension) {
-            if (c != u8'.') kind += static_cast<char>(c >= u8'a' && c <= u8'z' ? c - 32 : c);
-        }
+    for (const char8_t c : PathFromUtf8(path).extension().u8string()) {
+        if (c != u8'.') kind += static_cast<char>(c >= u8'a' && c <= u8'z' ? c - 32 : c);
     }
     const bool plain = std::all_of(kind.begin(), kind.end(), [](char c) { return c > ' ' && c < 127; });
     return kind.empty() || kind.size() > kLongestKind || !plain ? "MP3" : kind;
 }
 
-std::string KindOf(int32_t type, const Song* song) {
-    switch (type) {
+std::string KindOf(const PlayItem& item) {
+    switch (item.type) {
         case kMidi:
             return "MIDI";
         case kTracker:
@@ -63,7 +55,7 @@ std::string KindOf(int32_t type, const Song* song) {
         case kInternetRadio:
             return "RADIO";
         default:
-            return FileKind(song);
+            return FileKind(item.address);
     }
 }
 
@@ -96,19 +88,18 @@ void TellDraw(PanelModel& model, const SelectionState& selection) {
 void TellSong(PanelModel& model, const AppState& app) {
     const PlaybackState& playback = app.playback;
     const Song* const song = PlayingSong(app);
-    model.kind = KindOf(playback.currentType, song);
-    model.album = ShortLine(playback.currentAlbum);
-    model.title = ShortLine(playback.currentTitle);
+    model.kind = KindOf(playback.item);
+    model.album = ShortLine(playback.item.secondLine);
+    model.title = ShortLine(playback.item.title);
+    model.relaxed = playback.relaxed;
     if (song != nullptr) {
         model.favoriteCount = song->favoriteCount;
         model.playlist =
-            std::to_string(playback.playing.playlist + 1) + "/" + std::to_string(app.library.playlists.size());
+            std::to_string(playback.item.place.playlist + 1) + "/" + std::to_string(app.library.playlists.size());
     }
     const SoundFontState& fonts = app.soundFonts;
-    const bool hasFont =
-        fonts.currentSoundFont >= 0 && static_cast<size_t>(fonts.currentSoundFont) < fonts.soundFontFiles.size();
-    if (playback.currentType == kMidi && hasFont) {
-        model.soundFont = ShortLine(Stem(fonts.soundFontFiles[fonts.currentSoundFont]));
+    if (playback.item.type == kMidi) {
+        model.soundFont = ShortLine(std::string(FileStem(CurrentSlotFont(playback, fonts))));
     }
 }
 
@@ -161,8 +152,8 @@ ElementSet ElementsThatDiffer(const PanelModel& before, const PanelModel& after)
     check(PanelElement::kPlaylist, before.playlist != after.playlist);
     check(PanelElement::kFavorite, transport || before.favoriteCount != after.favoriteCount);
     check(PanelElement::kTurnLeft, before.turnLeft != after.turnLeft);
-    check(PanelElement::kModes,
-          before.shuffle != after.shuffle || before.filter != after.filter || before.range != after.range);
+    check(PanelElement::kModes, before.shuffle != after.shuffle || before.filter != after.filter ||
+                                    before.range != after.range || before.relaxed != after.relaxed);
     check(PanelElement::kSongPosition, before.songPosition != after.songPosition);
     check(PanelElement::kSongLeft, before.songLeft != after.songLeft);
     return elements;
@@ -181,9 +172,15 @@ std::string TooltipOf(PanelElement element, const PanelModel& model) {
         case PanelElement::kPlaylistForward:
             return "Next playlist";
         case PanelElement::kShuffle:
+            if (model.relaxed == Relaxation::kHistory) return "Shuffle is on; all songs of this kind were heard lately";
             return model.shuffle ? "Shuffle is on" : "Shuffle is off";
         case PanelElement::kFilter:
             if (model.filter == FavoriteFilter::kNone) return "All songs are played";
+            if (model.relaxed == Relaxation::kFilter) {
+                return model.filter == FavoriteFilter::kFavorites
+                           ? "Only favorites are wanted, but none can be played: others are"
+                           : "Favorites are not wanted, but nothing else can be played";
+            }
             return model.filter == FavoriteFilter::kFavorites ? "Only favorites are played"
                                                               : "Favorites are not played";
         case PanelElement::kFavoriteDown:

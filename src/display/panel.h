@@ -37,6 +37,7 @@ struct PanelModel {
     bool shuffle = true;
     FavoriteFilter filter = FavoriteFilter::kNone;
     PlayRange range = PlayRange::kLibrary;
+    Relaxation relaxed = Relaxation::kNone;  // what was given up for the song that plays
 
     bool operator==(const PanelModel&) const = default;
 };

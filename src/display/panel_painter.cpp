@@ -67,10 +67,12 @@ ElementSet PanelPainter::MovedLines(const PanelModel& model, LineMotion from, Li
 void PanelPainter::PaintElement(Brush& brush, PanelElement element, const PanelLook& look) {
     const Frame frame(scale_, BoxOf(element));
     const PanelModel& model = look.model;
+    const ControlState state{look.enabled.test(IndexOf(element)), look.hover == element, look.pressed == element};
     switch (element) {
         case PanelElement::kVolume:
+            return PaintVolume(brush, frame, model, state);
         case PanelElement::kSongBar:
-            break;
+            return PaintSongBar(brush, frame, model);
         case PanelElement::kKind:
             return PaintKind(brush, frame, model);
         case PanelElement::kAlbum:
@@ -98,12 +100,8 @@ void PanelPainter::PaintElement(Brush& brush, PanelElement element, const PanelL
         case PanelElement::kSongLeft:
             return PaintSongLeft(brush, frame, model);
         default:
-            break;
+            return PaintKey(brush, frame, element, model, state);
     }
-    if (element == PanelElement::kSongBar) return PaintSongBar(brush, frame, model);
-    const ControlState state{look.enabled.test(IndexOf(element)), look.hover == element, look.pressed == element};
-    if (element == PanelElement::kVolume) return PaintVolume(brush, frame, model, state);
-    PaintKey(brush, frame, element, model, state);
 }
 
 }  // namespace hullrider

@@ -5,19 +5,19 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <stdexcept>
 
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/folder.h"
+#include "platform/json.h"
+#include "platform/state_files.h"
 
 namespace hullrider {
 
 namespace {
 
 using Json = nlohmann::json;
-
-constexpr size_t kMaxConfigBytes = size_t{1} << 20;
-constexpr size_t kMaxErrorBytes = 1000;  // the parser quotes what it stumbled over, however long that is
 
 // A number's whole part, put into 32 bits; a boolean is 0 or 1.
 int32_t NumberIn(const Json& element, const char* key) {
@@ -44,7 +44,7 @@ bool LoadOrMend(const std::string& path, HotkeyBindings& bindings) {
     try {
         return LoadHotkeyConfig(path, bindings);
     } catch (const std::exception& error) {
-        PrintErrorLine("Failed to read " + path + ": " + std::string(error.what()).substr(0, kMaxErrorBytes));
+        PrintErrorLine("Failed to read " + path + ": " + JsonErrorText(error));
     }
     KeepBadFile(path);
     const HotkeyBindings builtIn = BuiltInHotkeys();
@@ -57,9 +57,10 @@ bool LoadOrMend(const std::string& path, HotkeyBindings& bindings) {
 }  // namespace
 
 void ReadHotkeyConfig(std::string_view text, HotkeyBindings& bindings) {
-    const Json list = Json::parse(text);
-    // Not a copy: copying goes as deep into the stack as the file is nested.
-    const auto& elements = list.get_ref<const Json::array_t&>();
+    std::string error;
+    const std::optional<Json> list = ParseJson(text, error);
+    if (!list) throw std::runtime_error(error);
+    const auto& elements = list->get_ref<const Json::array_t&>();
     bindings.clear();
     for (const Json& element : elements) bindings.push_back(BindingFrom(element));
 }
@@ -78,9 +79,10 @@ std::string HotkeyConfigText(const HotkeyBindings& bindings) {
 }
 
 bool LoadHotkeyConfig(const std::string& path, HotkeyBindings& bindings) {
-    const std::optional<std::string> text = ReadStateFile(path, kMaxConfigBytes);
+    std::string error;
+    const std::optional<std::string> text = ReadStateFile(path, kMostStateBytes, error);
     if (!text) {
-        PrintErrorLine("Unable to open file for reading: " + path);
+        PrintErrorLine("Unable to open file for reading: " + path + (error.empty() ? "" : ": " + error));
         return false;
     }
     ReadHotkeyConfig(*text, bindings);
@@ -88,15 +90,13 @@ bool LoadHotkeyConfig(const std::string& path, HotkeyBindings& bindings) {
 }
 
 bool SaveHotkeyConfig(const std::string& path, const HotkeyBindings& bindings) {
-    if (WriteWholeFile(path, HotkeyConfigText(bindings))) return true;
-    PrintErrorLine("Unable to open file for writing: " + path);
-    return false;
+    return SaveStateFile(path, HotkeyConfigText(bindings), "Unable to open file for writing: " + path);
 }
 
 void LoadHotkeyFiles(const std::string& ownPath, HotkeyBindings& bindings) {
     if (LoadOrMend(ownPath, bindings)) return;
     if (IsFile(ownPath)) KeepBadFile(ownPath);
-    LoadOrMend("hotkeyConfig.json", bindings);
+    LoadOrMend(kHotkeysFile, bindings);
 }
 
 }  // namespace hullrider

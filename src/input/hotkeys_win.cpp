@@ -17,13 +17,12 @@ std::vector<RefusedHotkey> RegisterHotkeys(HWND window, const HotkeyBindings& bi
 void UnregisterHotkeys(HWND window) {
     constexpr int kUnregistered = 15;
     for (int action = 0; action < kUnregistered; ++action) UnregisterHotKey(window, action);
-    for (int action = kMediaNextKey; action <= kMediaPlayPauseKey; ++action) UnregisterHotKey(window, action);
 }
 
 void UnregisterAllHotkeys(HWND window) {
     UnregisterHotkeys(window);
     UnregisterHotKey(window, kActionsWithKeys - 1);
-    UnregisterHotKey(window, kShowPlayerKey);
+    for (int action = kShowPlayerKey; action <= kMediaPlayPauseKey; ++action) UnregisterHotKey(window, action);
 }
 
 int32_t ActionOfAppCommand(LPARAM parameter) {

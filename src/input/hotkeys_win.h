@@ -12,7 +12,7 @@ namespace hullrider {
 // Registers all that it can and returns the others.
 std::vector<RefusedHotkey> RegisterHotkeys(HWND window, const HotkeyBindings& bindings);
 
-// Lets the first fifteen bindings and the media keys go. The others go with the window.
+// Lets the first fifteen bindings go. The others go with the window.
 void UnregisterHotkeys(HWND window);
 
 // Lets every one go while the program goes on, so that each key reaches the window that has the focus, or so that other

@@ -2,12 +2,15 @@
 // UI thread.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "library/scan.h"
+#include "platform/worker.h"
 #include "state/music_library.h"
 
 namespace hullrider {
@@ -17,22 +20,30 @@ struct FoundMusic {
     std::vector<std::string> favoritesFiles;  // that it has met, in their order
 };
 
+// Scans the folders at once, on the calling thread.
+FoundMusic FindMusic(const std::vector<std::string>& directoryPaths, ScanProgress* progress = nullptr);
+
 class BackgroundScan {
 public:
-    explicit BackgroundScan(std::vector<std::string> directoryPaths);
-    ~BackgroundScan();  // gives the scan up without waiting for it: its thread touches nothing but what it owns
+    // A scan that nobody waits for leaves the processor and the disk to others.
+    enum class Haste { kWaitedFor, kBeside };
+    // Its end gives the scan up without waiting for it: the worker touches nothing but what it owns.
+    BackgroundScan(std::vector<std::string> directoryPaths, Haste haste);
     BackgroundScan(const BackgroundScan&) = delete;
     BackgroundScan& operator=(const BackgroundScan&) = delete;
 
     int32_t SongsFound() const;
     bool IsOver() const;
+    bool WaitUntilOver(std::chrono::milliseconds timeout) const;  // false when it is not by then
 
-    // What was found, once it is over. Nothing when the scan has failed, which is one line on the error stream.
+    // What was found, once it is over. Nothing when the scan has failed, which is one line on the error stream, or was
+    // stopped because the program ends.
     std::optional<FoundMusic> Take();
 
 private:
     struct Shared;
     std::shared_ptr<Shared> shared_;
+    Worker worker_;
 };
 
 }  // namespace hullrider

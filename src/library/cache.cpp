@@ -2,31 +2,22 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 #include "library/cache_reader.h"
+#include "library/library_changes.h"
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/folder.h"
+#include "platform/json.h"
 #include "platform/paths.h"
+#include "platform/state_files.h"
 
 namespace hullrider {
 
 namespace {
-
-constexpr size_t kMaxCacheBytes = size_t{512} << 20;
-
-bool IsAscii(std::string_view text) {
-    return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-}
-
-// The text as a JSON string with its quotes. Bytes that are not UTF-8 become U+FFFD.
-std::string Quoted(const std::string& text) {
-    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-}
 
 // `before` is the punctuation and the key.
 void AppendNumber(std::string& text, std::string_view before, int32_t number) {
@@ -40,20 +31,20 @@ void AppendSong(std::string& text, const Song& song) {
     AppendNumber(text, R"(,"musicType":)", song.musicType);
     AppendNumber(text, R"(,"playCount":)", song.playCount);
     text += R"(,"songPath":)";
-    text += Quoted(song.songPath);
+    text += QuotedJson(song.songPath);
     text += '}';
 }
 
 void AppendPlaylist(std::string& text, const Playlist& playlist) {
     text += R"({"albumName":)";
-    text += Quoted(playlist.albumName);
+    text += QuotedJson(playlist.albumName);
     AppendNumber(text, R"(,"favoriteCount":)", playlist.favoriteCount);
     AppendNumber(text, R"(,"iRadioMode":)", playlist.iRadioMode);
     AppendNumber(text, R"(,"isFavorite":)", playlist.isFavorite);
     text += R"(,"songs":[)";
     std::string_view separator = "\n";
     for (const Song& song : playlist.songs) {
-        if (!IsAscii(song.songPath)) continue;
+        if (!IsCachedPath(song.songPath)) continue;
         text += std::exchange(separator, ",\n");
         AppendSong(text, song);
     }
@@ -106,9 +97,10 @@ void RemoveMusicLibraryCache(const std::string& path) {
 }
 
 std::vector<Playlist> LoadMusicLibraryCache(const std::string& path) {
-    const std::optional<std::string> text = ReadStateFile(path, kMaxCacheBytes);
+    std::string error;
+    const std::optional<std::string> text = ReadStateFile(path, kMostCacheBytes, error);
     if (!text) {
-        PrintErrorLine("Unable to open file: " + path);
+        PrintErrorLine("Unable to open file: " + path + (error.empty() ? "" : ": " + error));
         if (IsFile(path)) KeepBadFile(path);
         return {};
     }

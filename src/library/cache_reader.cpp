@@ -1,20 +1,19 @@
 #include "library/cache_reader.h"
 
-#include <algorithm>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <utility>
 
 #include "library/music_type.h"
+#include "platform/json.h"
 
 namespace hullrider {
 
 namespace {
 
-// An empty object of the text is a whole record in memory: the limits keep a hostile file from using up the machine.
-constexpr size_t kMaxPlaylists = 1'000'000;
-constexpr size_t kMaxSongs = 10'000'000;
-constexpr size_t kMaxErrorBytes = 1000;  // the parser quotes what it stumbled over, however long that is
+// Records in lists that grow: an empty object of the text is a whole record in memory.
+constexpr size_t kPlaylistBytes = 3 * sizeof(Playlist);
+constexpr size_t kSongBytes = 2 * sizeof(Song);
 
 // Where in the cache the parser is. Each place lies inside the one before.
 enum class Place { kOutside, kRoot, kPlaylists, kPlaylist, kSongs, kSong };
@@ -38,9 +37,12 @@ int32_t Int32From(Number value) {
 // function returns whether the parser is to go on.
 class CacheHandler final : public nlohmann::json_sax<nlohmann::json> {
 public:
-    explicit CacheHandler(CacheReading& reading) : reading_(reading) {}
+    CacheHandler(CacheReading& reading, size_t textBytes) : reading_(reading), bounds_(textBytes) {}
+
+    const char* Refusal() const { return bounds_.Refusal(); }
 
     bool start_object(size_t /*size*/) override {
+        if (!bounds_.Enter()) return false;
         if (passedOver_ > 0 || !TakesObjects()) return PassOver();
         place_ = Inside(place_);
         if (place_ == Place::kPlaylist) return AddPlaylist();
@@ -49,6 +51,7 @@ public:
     }
 
     bool start_array(size_t /*size*/) override {
+        if (!bounds_.Enter()) return false;
         if (passedOver_ > 0 || !TakesArray()) return PassOver();
         place_ = Inside(place_);
         // A key that comes twice: the last one counts.
@@ -84,7 +87,7 @@ public:
 
     bool parse_error(size_t /*position*/, const std::string& /*token*/,
                      const nlohmann::detail::exception& error) override {
-        reading_.parseError = std::string(error.what()).substr(0, kMaxErrorBytes);
+        reading_.parseError = JsonErrorText(error);
         return false;
     }
 
@@ -102,6 +105,7 @@ private:
     }
 
     bool End() {
+        bounds_.Leave();
         if (passedOver_ > 0) {
             --passedOver_;
             return true;
@@ -111,9 +115,8 @@ private:
     }
 
     bool AddPlaylist() {
-        if (reading_.playlists.size() == kMaxPlaylists) return Refuse();
         reading_.playlists.emplace_back();
-        return true;
+        return bounds_.Take(kPlaylistBytes);
     }
 
     bool AddSong() {
@@ -122,14 +125,9 @@ private:
             ++reading_.droppedSongs;
             return true;
         }
-        if (++songs_ > kMaxSongs) return Refuse();
+        const size_t bytes = kSongBytes + song_.songPath.size();
         reading_.playlists.back().songs.push_back(std::move(song_));
-        return true;
-    }
-
-    bool Refuse() {
-        reading_.parseError = "too many playlists or songs";
-        return false;
+        return bounds_.Take(bytes);
     }
 
     bool Number(int32_t value) {
@@ -163,9 +161,9 @@ private:
     }
 
     CacheReading& reading_;
+    JsonBounds bounds_;
     Place place_ = Place::kOutside;
     size_t passedOver_ = 0;  // objects and lists open that are not the cache's
-    size_t songs_ = 0;
     std::string key_;  // the last one of the object at place_
     Song song_;
 };
@@ -174,13 +172,13 @@ private:
 
 CacheReading ReadMusicLibraryCache(std::string_view text) {
     CacheReading reading;
-    CacheHandler handler(reading);
-    if (!nlohmann::json::sax_parse(text.begin(), text.end(), &handler)) {
-        reading.isCache = false;
-        reading.playlists.clear();
-        reading.droppedSongs = 0;
-    }
-    return reading;
+    CacheHandler handler(reading, text.size());
+    std::string error;
+    if (RunJsonParser(text, handler, error)) return reading;
+    if (*handler.Refusal() != '\0') error = handler.Refusal();
+    CacheReading refused;
+    refused.parseError = reading.parseError.empty() ? error : reading.parseError;
+    return refused;
 }
 
 }  // namespace hullrider

@@ -18,13 +18,14 @@ bool IsSamePath(std::string_view a, std::string_view b) {
 
 void Mark(Song& song, int32_t count) {
     song.favoriteCount = count;
-    song.isFavorite = count > 0 ? 1 : 0;
+    song.isFavorite = count != 0 ? 1 : 0;
 }
 
 void Remove(FavoritesState& favorites, std::string_view path) {
     const auto found = favorites.byPath.find(ToLower(path));
     if (found == favorites.byPath.end()) return;
     const size_t place = found->second;
+    ++favorites.revision;
     favorites.list.erase(favorites.list.begin() + static_cast<ptrdiff_t>(place));
     favorites.byPath.erase(found);
     for (auto& [key, index] : favorites.byPath) {
@@ -61,7 +62,9 @@ bool IsSameFavorite(const FavoriteEntry& a, const FavoriteEntry& b) {
 void MergeFavorites(FavoritesState& favorites, const std::vector<FavoriteEntry>& entries) {
     for (const FavoriteEntry& entry : entries) {
         const bool isNew = favorites.byPath.try_emplace(ToLower(entry.songPath), favorites.list.size()).second;
-        if (isNew) favorites.list.push_back(entry);
+        if (!isNew) continue;
+        favorites.list.push_back(entry);
+        ++favorites.revision;
     }
 }
 
@@ -71,7 +74,8 @@ void AdoptFavorites(FavoritesState& favorites, const MusicLibrary& library) {
         const std::vector<Song>& songs = library.playlists[i].songs;
         for (size_t j = 0; j < songs.size(); ++j) {
             if (songs[j].isFavorite != 1 && songs[j].favoriteCount < 1) continue;
-            marked.push_back(EntryFor(songs[j], i, j, std::max(songs[j].favoriteCount, 1)));
+            const int32_t count = songs[j].favoriteCount;
+            marked.push_back(EntryFor(songs[j], i, j, count == 0 ? 1 : count));
         }
     }
     MergeFavorites(favorites, marked);
@@ -104,6 +108,7 @@ void SetFavoriteCount(FavoritesState& favorites, MusicLibrary& library, SongPosi
     } else {
         MergeFavorites(favorites, {EntryFor(changed, playlist, index, kept)});
         favorites.list[favorites.byPath.at(ToLower(changed.songPath))].favoriteCount = kept;
+        ++favorites.revision;
     }
     MarkSongsAt(library, changed.songPath, kept);
 }
@@ -117,11 +122,14 @@ void SetFavoriteCountAt(FavoritesState& favorites, MusicLibrary& library, const 
         Remove(favorites, path);
     } else {
         favorites.list[found->second].favoriteCount = kept;
+        ++favorites.revision;
     }
 }
 
 void ClearFavorites(FavoritesState& favorites, MusicLibrary& library) {
-    favorites = {};
+    favorites.list.clear();
+    favorites.byPath.clear();
+    ++favorites.revision;
     MatchFavorites(favorites, library);
 }
 

@@ -37,8 +37,8 @@ struct FavoritesReading {
 };
 
 // The same on the file's text. Pure. An element must have a path; what else it lacks is made up: the type by the path,
-// the count as 1, which is also the least that a count may be. Takes no memory beyond a few times the text's.
+// the count as 1, for 0 too. Takes no memory beyond a few times the text's.
 FavoritesReading ReadFavorites(std::string_view text);
-std::string FavoritesText(const FavoritesState& favorites);
+std::string FavoritesText(const std::vector<FavoriteEntry>& list);
 
 }  // namespace hullrider

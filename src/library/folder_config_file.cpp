@@ -3,16 +3,14 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "platform/console.h"
-#include "platform/files.h"
 #include "platform/folder.h"
+#include "platform/json.h"
+#include "platform/state_files.h"
 
 namespace hullrider {
 
 namespace {
 
-constexpr size_t kMaxConfigBytes = size_t{1} << 20;
-constexpr size_t kMaxErrorBytes = 1000;  // the parser quotes what it stumbled over, however long that is
 constexpr const char* kSoundFontKey = "soundFontDirectoryPath";
 constexpr const char* kCompanionKey = "hullriderPath";
 
@@ -30,38 +28,23 @@ bool TakeText(const nlohmann::json& object, const char* key, std::string& field,
 }  // namespace
 
 bool ReadFolderConfig(std::string_view text, FolderConfig& config, std::string& error) {
-    try {
-        const nlohmann::json object = nlohmann::json::parse(text);
-        if (!object.is_object()) {
-            error = "it holds no object";
-            return false;
-        }
-        const bool soundFontGood = TakeText(object, kSoundFontKey, config.soundFontDirectoryPath, error);
-        return TakeText(object, kCompanionKey, config.hullriderPath, error) && soundFontGood;
-    } catch (const nlohmann::json::exception& exception) {
-        error = std::string(exception.what()).substr(0, kMaxErrorBytes);
-        return false;
-    }
+    const std::optional<nlohmann::json> object = ParseJsonObject(text, error);
+    if (!object) return false;
+    const bool soundFontGood = TakeText(*object, kSoundFontKey, config.soundFontDirectoryPath, error);
+    return TakeText(*object, kCompanionKey, config.hullriderPath, error) && soundFontGood;
 }
 
 bool LoadFolderConfig(const std::string& path, FolderConfig& config) {
-    const std::optional<std::string> text = ReadStateFile(path, kMaxConfigBytes);
-    if (!text && !IsFile(path)) return false;
-    std::string error = "it cannot be read";
-    if (text && ReadFolderConfig(*text, config, error)) return true;
-    PrintErrorLine("Failed to read " + path + ": " + error);
-    KeepBadFile(path);
-    return false;
+    const auto read = [&](std::string_view text, std::string& error) {
+        return ReadFolderConfig(text, config, error) ? StateReading::kWhole : StateReading::kPartly;
+    };
+    return LoadStateFile(path, {}, read) == StateReading::kWhole;
 }
 
 bool SaveFolderConfig(const std::string& path, const FolderConfig& config) {
     const nlohmann::ordered_json object = {{kSoundFontKey, config.soundFontDirectoryPath},
                                            {kCompanionKey, config.hullriderPath}};
-    if (WriteWholeFile(path, object.dump(4, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n")) {
-        return true;
-    }
-    PrintErrorLine("Failed to open file for writing: " + path);
-    return false;
+    return SaveStateFile(path, object.dump(4, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
 }
 
 std::vector<std::string> CompanionMusicFolders(const std::string& hullriderPath) {

@@ -5,36 +5,49 @@
 #include <vector>
 
 #include "library/state_json.h"
+#include "platform/json.h"
 
 namespace hullrider {
 
-bool ReadPlayCounts(std::string_view text, PlayCounts& counts, std::string& error) {
-    const nlohmann::json object = ParseObject(text, error);
-    if (object.is_null()) return false;
-    const auto found = object.find("playCounts");
-    if (found == object.end() || !found->is_object()) {
-        error = "it holds no play counts";
-        return false;
-    }
-    for (const auto& item : found->items()) {
-        const int64_t read = CountOf(item.value());
-        if (read < 1) continue;
-        int32_t& count = counts.byPath[item.key()];
-        count = std::max(count, static_cast<int32_t>(std::min<int64_t>(read, INT32_MAX)));
-    }
-    return true;
+namespace {
+
+// A record in the store, beside a path too long to lie in it.
+constexpr size_t kRecordBytes = 88;
+constexpr size_t kShortPath = 15;
+
+size_t Keep(PlayCounts& counts, const std::string& path, int64_t read) {
+    if (read < 1) return 0;
+    const auto [entry, isNew] = counts.byPath.try_emplace(path, 0);
+    entry->second = std::max(entry->second, static_cast<int32_t>(std::min<int64_t>(read, INT32_MAX)));
+    if (!isNew) return 0;
+    return kRecordBytes + (path.size() > kShortPath ? path.size() : 0);
 }
 
-std::string PlayCountsText(const PlayCounts& counts) {
-    std::vector<const std::pair<const std::string, int32_t>*> sorted;
-    for (const auto& entry : counts.byPath) sorted.push_back(&entry);
-    std::sort(sorted.begin(), sorted.end(), [](const auto* a, const auto* b) { return a->first < b->first; });
+}  // namespace
+
+StateReading ReadPlayCounts(std::string_view text, PlayCounts& counts, std::string& error) {
+    const auto take = [&counts](const std::string& path, const nlohmann::json& count) {
+        return Keep(counts, path, CountOf(count));
+    };
+    const JsonWalk walk = WalkJson(text, "playCounts", JsonKind::kObject, take);
+    error = walk.error;
+    if (!walk.found && error.empty()) error = "it holds no play counts";
+    if (error.empty()) return StateReading::kWhole;
+    return walk.found ? StateReading::kPartly : StateReading::kUnreadable;
+}
+
+PlayCountList ListOf(const PlayCounts& counts) {
+    return {counts.byPath.begin(), counts.byPath.end()};
+}
+
+std::string PlayCountsText(PlayCountList counts) {
+    std::sort(counts.begin(), counts.end());
     std::string text = "{\"playCounts\":{";
     const char* separator = "\n";
-    for (const auto* entry : sorted) {
+    for (const auto& [path, count] : counts) {
         text += separator;
-        text += nlohmann::json(entry->first).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-        text += ':' + std::to_string(entry->second);
+        text += QuotedJson(path);
+        text += ':' + std::to_string(count);
         separator = ",\n";
     }
     return text + "\n}}\n";
@@ -43,6 +56,7 @@ std::string PlayCountsText(const PlayCounts& counts) {
 void CountPlay(Song& song, PlayCounts& counts) {
     if (song.playCount < INT32_MAX) ++song.playCount;
     int32_t& count = counts.byPath[song.songPath];
+    ++counts.revision;
     count = song.playCount = std::max(count, song.playCount);
 }
 
@@ -50,19 +64,22 @@ void MergePlayCounts(MusicLibrary& library, PlayCounts& counts) {
     for (Playlist& playlist : library.playlists) {
         for (Song& song : playlist.songs) {
             const auto kept = counts.byPath.find(song.songPath);
-            song.playCount = std::max({song.playCount, kept == counts.byPath.end() ? 0 : kept->second, 0});
-            if (song.playCount > 0) counts.byPath[song.songPath] = song.playCount;
+            const int32_t before = kept == counts.byPath.end() ? 0 : kept->second;
+            song.playCount = std::max({song.playCount, before, 0});
+            if (song.playCount == before) continue;
+            counts.byPath[song.songPath] = song.playCount;
+            ++counts.revision;
         }
     }
 }
 
 bool LoadPlayCounts(const std::string& path, PlayCounts& counts) {
-    return LoadStateFile(
-        path, [&](std::string_view text, std::string& error) { return ReadPlayCounts(text, counts, error); });
+    const auto read = [&](std::string_view text, std::string& error) { return ReadPlayCounts(text, counts, error); };
+    return LoadStateFile(path, {}, read) != StateReading::kUnreadable;
 }
 
 bool SavePlayCounts(const std::string& path, const PlayCounts& counts) {
-    return SaveStateFile(path, PlayCountsText(counts));
+    return SaveStateFile(path, PlayCountsText(ListOf(counts)));
 }
 
 }  // namespace hullrider

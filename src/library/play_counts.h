@@ -4,7 +4,10 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
+#include "platform/state_files.h"
 #include "state/music_library.h"
 #include "state/statistics.h"
 
@@ -21,8 +24,12 @@ void MergePlayCounts(MusicLibrary& library, PlayCounts& counts);
 bool LoadPlayCounts(const std::string& path, PlayCounts& counts);
 bool SavePlayCounts(const std::string& path, const PlayCounts& counts);
 
-// The same on the file's text. Pure. False when it holds no counts at all.
-bool ReadPlayCounts(std::string_view text, PlayCounts& counts, std::string& error);
-std::string PlayCountsText(const PlayCounts& counts);
+// The same on the file's text. Pure. Counts before an error in it are good.
+StateReading ReadPlayCounts(std::string_view text, PlayCounts& counts, std::string& error);
+
+// The store as a list, which is quick to make, and the file's text.
+using PlayCountList = std::vector<std::pair<std::string, int32_t>>;
+PlayCountList ListOf(const PlayCounts& counts);
+std::string PlayCountsText(PlayCountList counts);
 
 }  // namespace hullrider

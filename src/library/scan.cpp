@@ -5,18 +5,18 @@
 #include <string_view>
 #include <utility>
 
-#include "library/cache.h"
 #include "library/music_type.h"
 #include "platform/console.h"
 #include "platform/folder.h"
 #include "platform/paths.h"
+#include "platform/state_files.h"
 
 namespace hullrider {
 
 namespace {
 
 bool IsFavoritesFile(std::string_view name) {
-    static constexpr std::string_view kName = "favorite.json";
+    static constexpr std::string_view kName = kFavoritesFile;
     return name.size() == kName.size() && ToLower(name) == kName;
 }
 
@@ -38,14 +38,17 @@ std::optional<Song> SongFrom(const std::string& folder, std::string_view name) {
     return song;
 }
 
-void ListOrReport(const std::string& folder, const std::function<void(const FolderEntry&)>& take) {
+// False, with a line on the error stream, when it was not read to its end.
+bool ListOrReport(const std::string& folder, const std::function<void(const FolderEntry&)>& take) {
     std::string error;
-    if (!ListFolder(folder, take, error)) PrintErrorLine("Failed to read folder: " + folder + ": " + error);
+    if (ListFolder(folder, take, error)) return true;
+    PrintErrorLine("Failed to read folder: " + folder + ": " + error);
+    return false;
 }
 
-std::vector<Song> ScanAlbum(const std::string& folder, const FavoritesFound& favoritesFound) {
-    std::vector<Song> songs;
-    ListOrReport(folder, [&](const FolderEntry& entry) {
+// Adds the album's songs; false when it was not read to its end.
+bool ScanAlbum(const std::string& folder, const FavoritesFound& favoritesFound, std::vector<Song>& songs) {
+    return ListOrReport(folder, [&](const FolderEntry& entry) {
         if (entry.kind != EntryKind::kFile) return;
         if (!entry.nameIsText) {
             PrintErrorLine("Failed to process file: " + NotText(folder));
@@ -54,13 +57,12 @@ std::vector<Song> ScanAlbum(const std::string& folder, const FavoritesFound& fav
         TellFavorites(folder, entry.name, favoritesFound);
         if (std::optional<Song> song = SongFrom(folder, entry.name)) songs.push_back(std::move(*song));
     });
-    return songs;
 }
 
-// The names of the album folders; tells of the favourites files on the way.
-std::vector<std::string> AlbumNames(const std::string& path, const FavoritesFound& favoritesFound) {
-    std::vector<std::string> names;
-    ListOrReport(path, [&](const FolderEntry& entry) {
+// Adds the names of the album folders, and tells of the favourites files on the way; false when the folder was not read
+// to its end.
+bool FindAlbums(const std::string& path, const FavoritesFound& favoritesFound, std::vector<std::string>& names) {
+    return ListOrReport(path, [&](const FolderEntry& entry) {
         if (entry.kind == EntryKind::kFile && entry.nameIsText) TellFavorites(path, entry.name, favoritesFound);
         if (entry.kind != EntryKind::kFolder) return;
         if (entry.nameIsText) {
@@ -69,7 +71,6 @@ std::vector<std::string> AlbumNames(const std::string& path, const FavoritesFoun
             PrintErrorLine("Error processing folder name. Exception: " + NotText(path));
         }
     });
-    return names;
 }
 
 std::string OwnName(const std::string& folder) {
@@ -77,11 +78,10 @@ std::string OwnName(const std::string& folder) {
 }
 
 void GatherFolder(const std::string& folder, std::vector<Song>& songs) {
-    const auto take = [&songs](std::vector<Song> found) {
-        songs.insert(songs.end(), std::make_move_iterator(found.begin()), std::make_move_iterator(found.end()));
-    };
-    take(ScanAlbum(folder, {}));
-    for (const std::string& name : AlbumNames(folder, {})) take(ScanAlbum(JoinPath(folder, name), {}));
+    ScanAlbum(folder, {}, songs);
+    std::vector<std::string> names;
+    FindAlbums(folder, {}, names);
+    for (const std::string& name : names) ScanAlbum(JoinPath(folder, name), {}, songs);
 }
 
 bool IsUnwanted(const ScanProgress* progress) {
@@ -97,11 +97,14 @@ std::vector<Playlist> ScanDirectory(const std::string& path, MusicLibrary& libra
         PrintErrorLine("Directory does not exist or is not a directory: " + path);
         return {};
     }
+    std::vector<std::string> names;
+    if (!FindAlbums(path, favoritesFound, names)) library.missingFolders.push_back(path);
     std::vector<Playlist> playlists;
-    for (std::string& name : AlbumNames(path, favoritesFound)) {
+    for (std::string& name : names) {
         if (IsUnwanted(progress)) break;
         Playlist playlist;
-        playlist.songs = ScanAlbum(JoinPath(path, name), favoritesFound);
+        const std::string folder = JoinPath(path, name);
+        if (!ScanAlbum(folder, favoritesFound, playlist.songs)) library.missingFolders.push_back(folder);
         if (playlist.songs.empty()) continue;
         playlist.albumName = std::move(name);
         playlist.songCount = static_cast<int32_t>(playlist.songs.size());
@@ -141,17 +144,6 @@ void ScanMusicFolders(MusicLibrary& library, const std::vector<std::string>& dir
         library.playlists.insert(library.playlists.end(), std::make_move_iterator(found.begin()),
                                  std::make_move_iterator(found.end()));
     }
-}
-
-void RescanMusicLibrary(MusicLibrary& library, const std::vector<std::string>& directoryPaths,
-                        const std::string& cachePath, const FavoritesFound& favoritesFound) {
-    ScanMusicFolders(library, directoryPaths, favoritesFound);
-    if (!cachePath.empty()) SaveMusicLibraryCache(cachePath, library);
-}
-
-void ScanDefaultMusicFolder(MusicLibrary& library, const std::string& workingFolder, const std::string& cachePath,
-                            const FavoritesFound& favoritesFound) {
-    RescanMusicLibrary(library, {JoinPath(workingFolder, "Music")}, cachePath, favoritesFound);
 }
 
 }  // namespace hullrider

@@ -30,22 +30,14 @@ struct ScanProgress {
 Playlist GatherSongs(const std::vector<std::string>& paths);
 
 // The playlists of one music directory, folders and songs in the order in which the system lists them. Raises
-// `library`'s totalSongs and playlistCount, notes there when the directory is missing, and touches nothing else of it.
-// Folders without songs give no playlist.
+// `library`'s totalSongs and playlistCount, notes there what of the directory is missing or cannot be read, and
+// touches nothing else of it. Folders without songs give no playlist.
 std::vector<Playlist> ScanDirectory(const std::string& path, MusicLibrary& library,
                                     const FavoritesFound& favoritesFound = {}, ScanProgress* progress = nullptr);
 
-// Replaces the playlists with those of the directories, in their order.
+// Replaces the playlists with those of the directories, in their order. Indices of songs and playlists that anyone kept
+// are void after it, and the caller recounts.
 void ScanMusicFolders(MusicLibrary& library, const std::vector<std::string>& directoryPaths,
                       const FavoritesFound& favoritesFound, ScanProgress* progress = nullptr);
-
-// The same, and saves the cache; an empty `cachePath` saves nothing. Indices of songs and playlists that anyone kept
-// are void after it, and the caller recounts.
-void RescanMusicLibrary(MusicLibrary& library, const std::vector<std::string>& directoryPaths,
-                        const std::string& cachePath, const FavoritesFound& favoritesFound = {});
-
-// The same for the one directory of last resort, "Music" in the folder that the program was started in.
-void ScanDefaultMusicFolder(MusicLibrary& library, const std::string& workingFolder, const std::string& cachePath,
-                            const FavoritesFound& favoritesFound = {});
 
 }  // namespace hullrider

@@ -6,24 +6,21 @@
 
 #include "library/song_counts.h"
 #include "library/state_json.h"
+#include "platform/json.h"
+#include "state/play_item.h"
 
 namespace hullrider {
 
 namespace {
 
-constexpr int32_t kLastType = 3;
-
 using Json = nlohmann::json;
 
-// The song's place in the library as one number. The type is that of the song at that place, so it tells nothing more;
-// but a station is at no place of the library.
-uint64_t KeyOf(int32_t type, int32_t playlist, int32_t song) {
-    return uint64_t{static_cast<uint32_t>(playlist)} << 34 | uint64_t{static_cast<uint32_t>(song)} << 2 |
-           (static_cast<uint32_t>(type) & 3U);
+HistoryKey KeyOf(const HistoryRecord& record) {
+    return {record.type, record.playlist, record.song};
 }
 
-uint64_t KeyOf(const HistoryRecord& record) {
-    return KeyOf(record.type, record.playlist, record.song);
+bool IsSong(const HistoryRecord& record) {
+    return record.type >= kMidi && record.type <= kTracker;
 }
 
 // The number of the pick that stands at that index.
@@ -49,12 +46,14 @@ std::optional<HistoryRecord> RecordFrom(const Json& object) {
     if (!object.is_object()) return std::nullopt;
     const auto path = object.find("path");
     const int64_t type = CountIn(object, "type");
-    if (path == object.end() || !path->is_string() || type > kLastType) return std::nullopt;
+    if (path == object.end() || !path->is_string() || type >= static_cast<int64_t>(kItemTypes)) return std::nullopt;
     HistoryRecord record;
     record.type = static_cast<int32_t>(type);
     record.path = path->get<std::string>();
     record.startedAt = CountIn(object, "startedAt");
     record.playedSec = SecondsIn(object, "playedSec");
+    const auto title = object.find("title");
+    if (title != object.end() && title->is_string()) record.title = title->get<std::string>();
     return record;
 }
 
@@ -68,31 +67,20 @@ void ReportPick(SongHistory& history, HistoryRecord record) {
     history.cursor = history.records.size() - 1;
 }
 
-void ForgetLastPick(SongHistory& history) {
-    if (history.records.empty()) return;
-    const uint64_t key = KeyOf(history.records.back());
-    history.records.pop_back();
-    --history.picks;
-    history.cursor = history.records.empty() ? 0 : history.records.size() - 1;
-    const auto earlier = std::find_if(history.records.rbegin(), history.records.rend(),
-                                      [key](const HistoryRecord& record) { return KeyOf(record) == key; });
-    if (earlier == history.records.rend()) {
-        history.lastPick.erase(key);
-    } else {
-        history.lastPick[key] = history.picks - static_cast<uint64_t>(earlier - history.records.rbegin());
-    }
+uint64_t LastPickOf(const SongHistory& history, const HistoryKey& key) {
+    const auto last = history.lastPick.find(key);
+    return last == history.lastPick.end() ? 0 : last->second;
 }
 
-bool WasPickedLately(const SongHistory& history, int32_t type, int32_t playlist, int32_t song, int32_t depth) {
-    if (depth < 0) return false;
-    const auto last = history.lastPick.find(KeyOf(type, playlist, song));
-    return last != history.lastPick.end() && history.picks - last->second < static_cast<uint64_t>(depth);
+bool WasPickedLately(const SongHistory& history, const HistoryKey& key, int32_t depth) {
+    const uint64_t last = depth < 0 ? 0 : LastPickOf(history, key);
+    return last > 0 && history.picks - last < static_cast<uint64_t>(depth);
 }
 
 void FindHistoryInLibrary(SongHistory& history, const MusicLibrary& library) {
     std::unordered_map<std::string_view, SongPosition> places;
     for (const HistoryRecord& record : history.records) {
-        if (record.type != kLastType) places[record.path] = {-1, -1};
+        if (IsSong(record)) places[record.path] = {-1, -1};
     }
     for (size_t i = 0; i < library.playlists.size() && !places.empty(); ++i) {
         const std::vector<Song>& songs = library.playlists[i].songs;
@@ -102,7 +90,7 @@ void FindHistoryInLibrary(SongHistory& history, const MusicLibrary& library) {
         }
     }
     for (HistoryRecord& record : history.records) {
-        if (record.type == kLastType) continue;
+        if (!IsSong(record)) continue;
         const SongPosition& place = places.at(record.path);
         record.playlist = place.playlist;
         record.song = place.song;
@@ -110,34 +98,45 @@ void FindHistoryInLibrary(SongHistory& history, const MusicLibrary& library) {
     NumberPicks(history);
 }
 
-bool ReadSongHistory(std::string_view text, SongHistory& history, std::string& error) {
-    const Json object = ParseObject(text, error);
-    if (object.is_null()) return false;
-    const auto songs = object.find("songs");
-    if (songs == object.end() || !songs->is_array()) {
-        error = "it holds no list of songs";
-        return false;
-    }
+StateReading ReadSongHistory(std::string_view text, SongHistory& history, std::string& error) {
     SongHistory read;
-    for (const Json& song : *songs) {
+    size_t dropped = 0;
+    const auto take = [&](const std::string& /*name*/, const Json& song) {
         std::optional<HistoryRecord> record = RecordFrom(song);
         if (record) read.records.push_back(std::move(*record));
+        dropped += record ? 0 : 1;
         if (read.records.size() > kMostHistory) read.records.pop_front();
-    }
+        return size_t{0};  // they are limited by their number
+    };
+    const JsonWalk walk = WalkJson(text, "songs", JsonKind::kList, take);
+    error = walk.error;
+    if (error.empty() && !walk.found) error = "it holds no list of songs";
+    if (error.empty() && dropped > 0) error = "entries that make no sense: " + std::to_string(dropped);
+    if (!walk.found) return StateReading::kUnreadable;
     read.picks = read.records.size();
     read.cursor = read.records.size();
     history = std::move(read);
-    return true;
+    return error.empty() ? StateReading::kWhole : StateReading::kPartly;
 }
 
-std::string SongHistoryText(const SongHistory& history) {
+HistoryMark MarkOf(const SongHistory& history) {
+    HistoryMark mark{history.picks, history.records.size(), history.cursor, 0, 0.0};
+    if (history.cursor < history.records.size()) {
+        mark.startedAt = history.records[history.cursor].startedAt;
+        mark.playedSec = history.records[history.cursor].playedSec;
+    }
+    return mark;
+}
+
+std::string SongHistoryText(const std::deque<HistoryRecord>& records) {
     std::string text = "{\"songs\":[";
-    for (size_t i = 0; i < history.records.size(); ++i) {
-        const HistoryRecord& record = history.records[i];
+    for (size_t i = 0; i < records.size(); ++i) {
+        const HistoryRecord& record = records[i];
         const nlohmann::ordered_json object = {{"path", record.path},
                                                {"type", record.type},
                                                {"startedAt", record.startedAt},
-                                               {"playedSec", record.playedSec}};
+                                               {"playedSec", record.playedSec},
+                                               {"title", record.title}};
         text += i == 0 ? "\n" : ",\n";
         text += object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
     }
@@ -145,12 +144,12 @@ std::string SongHistoryText(const SongHistory& history) {
 }
 
 bool LoadSongHistory(const std::string& path, SongHistory& history) {
-    return LoadStateFile(
-        path, [&](std::string_view text, std::string& error) { return ReadSongHistory(text, history, error); });
+    const auto read = [&](std::string_view text, std::string& error) { return ReadSongHistory(text, history, error); };
+    return LoadStateFile(path, {}, read) != StateReading::kUnreadable;
 }
 
 bool SaveSongHistory(const std::string& path, const SongHistory& history) {
-    return SaveStateFile(path, SongHistoryText(history));
+    return SaveStateFile(path, SongHistoryText(history.records));
 }
 
 }  // namespace hullrider

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 
+#include "platform/state_files.h"
 #include "state/music_library.h"
 #include "state/song_history.h"
 
@@ -13,28 +15,40 @@ namespace hullrider {
 
 inline constexpr size_t kMostHistory = 10'000;
 
-// Appends an item that was picked and makes it the one that plays.
+// Appends an item that was started and makes it the one that plays.
 void ReportPick(SongHistory& history, HistoryRecord record);
 
-// Takes the last item back: it could not be played.
-void ForgetLastPick(SongHistory& history);
-
-// True when the song stands among the last `depth` items, or anywhere for a depth beyond their number. Never for a
+// True when the item stands among the last `depth` items, or anywhere for a depth beyond their number. Never for a
 // depth below 0.
-bool WasPickedLately(const SongHistory& history, int32_t type, int32_t playlist, int32_t song, int32_t depth);
+bool WasPickedLately(const SongHistory& history, const HistoryKey& key, int32_t depth);
+
+// The number of the item's last pick, counted from 1 over all picks; 0 when it is not in the history.
+uint64_t LastPickOf(const SongHistory& history, const HistoryKey& key);
 
 // Finds the items' places in a library that has changed, by their paths. What is not in it has none and is no song
 // that could repeat, but stays in the history.
 void FindHistoryInLibrary(SongHistory& history, const MusicLibrary& library);
 
 // The file: a JSON object with the list "songs", each an object with "path", "type" (0 MIDI, 1 audio file, 2 tracker
-// module, 3 internet station), "startedAt" (seconds since 1970) and "playedSec". Of items that are none the good ones
-// are taken. A file that is no history is kept as "PATH.bad". False when there is nothing to take.
+// module, 3 internet station, 4 chapter), "startedAt" (seconds since 1970), "playedSec" and perhaps "title". Of items
+// that make no sense the others are taken. A file that is not wholly a history is kept as "PATH.bad". False when there
+// is nothing to take.
 bool LoadSongHistory(const std::string& path, SongHistory& history);
 bool SaveSongHistory(const std::string& path, const SongHistory& history);
 
-// The same on the file's text. Pure. False when it is no history at all.
-bool ReadSongHistory(std::string_view text, SongHistory& history, std::string& error);
-std::string SongHistoryText(const SongHistory& history);
+// The same on the file's text. Pure. Items before an error in it are good.
+StateReading ReadSongHistory(std::string_view text, SongHistory& history, std::string& error);
+std::string SongHistoryText(const std::deque<HistoryRecord>& records);
+
+// Differs after everything that a history changes by while the player runs: an item that comes, goes, begins or ends.
+struct HistoryMark {
+    uint64_t picks = 0;
+    size_t size = 0, cursor = 0;
+    int64_t startedAt = 0;  // of the item that plays
+    double playedSec = 0.0;
+
+    bool operator==(const HistoryMark&) const = default;
+};
+HistoryMark MarkOf(const SongHistory& history);
 
 }  // namespace hullrider

@@ -1,8 +1,11 @@
 #include "library/statistics.h"
 
 #include <limits>
+#include <optional>
 
 #include "library/state_json.h"
+#include "platform/json.h"
+#include "platform/state_files.h"
 
 namespace hullrider {
 
@@ -10,7 +13,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr std::array<const char*, 4> kTypeKeys{"midi", "mp3", "tracker", "stations"};
+constexpr std::array<const char*, kItemTypes> kTypeKeys{"midi", "mp3", "tracker", "stations", "chapters"};
 
 void Raise(int64_t& count, int64_t by = 1) {
     constexpr int64_t kMost = std::numeric_limits<int64_t>::max();
@@ -69,13 +72,13 @@ void CountHeard(Statistics& statistics, int32_t type, bool isFavorite, double se
 }
 
 bool ReadStatistics(std::string_view text, StatisticsCounts& counts, std::string& error) {
-    const Json object = ParseObject(text, error);
-    if (object.is_null()) return false;
+    const std::optional<Json> object = ParseJsonObject(text, error);
+    if (!object) return false;
     counts = {};
-    for (size_t i = 0; i < kTypeKeys.size(); ++i) counts.byType[i] = PlayedIn(object, kTypeKeys[i]);
-    counts.favorites = PlayedIn(object, "favorites");
-    counts.starts = CountIn(object, "starts");
-    counts.skips = CountIn(object, "skips");
+    for (size_t i = 0; i < kTypeKeys.size(); ++i) counts.byType[i] = PlayedIn(*object, kTypeKeys[i]);
+    counts.favorites = PlayedIn(*object, "favorites");
+    counts.starts = CountIn(*object, "starts");
+    counts.skips = CountIn(*object, "skips");
     return true;
 }
 
@@ -89,11 +92,13 @@ std::string StatisticsText(const StatisticsCounts& counts) {
 }
 
 bool LoadStatistics(const std::string& path, Statistics& statistics) {
-    StatisticsCounts read;
-    const bool taken = LoadStateFile(
-        path, [&](std::string_view text, std::string& error) { return ReadStatistics(text, read, error); });
-    if (taken) Add(statistics.allTime, read);
-    return taken;
+    StatisticsCounts counts;
+    const auto read = [&](std::string_view text, std::string& error) {
+        return ReadStatistics(text, counts, error) ? StateReading::kWhole : StateReading::kUnreadable;
+    };
+    if (LoadStateFile(path, {}, read) == StateReading::kUnreadable) return false;
+    Add(statistics.allTime, counts);
+    return true;
 }
 
 bool SaveStatistics(const std::string& path, const Statistics& statistics) {

@@ -1,5 +1,6 @@
-// The statistics, "Sonorant_Stats.json": a JSON object with "midi", "mp3", "tracker", "stations" and "favorites", each
-// an object with "count" and "seconds", and the numbers "starts" and "skips", over all runs. UI thread.
+// The statistics, "Sonorant_Stats.json": a JSON object with "midi", "mp3", "tracker", "stations", "chapters" and
+// "favorites", each an object with "count" and "seconds", and the numbers "starts" and "skips", over all runs. UI
+// thread.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +14,7 @@ namespace hullrider {
 // Each counts for this run and for all time.
 void CountStart(Statistics& statistics);
 void CountSkip(Statistics& statistics);
-// One more thing of that type, a MusicType or kInternetRadio, and later the seconds of it that were heard.
+// One more thing of that type, as PlayItem has it, and later the seconds of it that were heard.
 void CountStarted(Statistics& statistics, int32_t type, bool isFavorite);
 void CountHeard(Statistics& statistics, int32_t type, bool isFavorite, double seconds);
 

@@ -26,10 +26,16 @@ void OnInterrupt(void (*handler)());
 class ConsoleInput {
 public:
     // The next line without its end, as soon as there is one. Nothing once `timeout` has passed, or earlier when only
-    // part of a line has arrived. The end of the input is not an event: from then on nothing arrives.
+    // part of a line has arrived or the wait was ended. The end of the input is not an event: from then on nothing
+    // arrives.
     std::optional<std::string> WaitForLine(std::chrono::milliseconds timeout);
 
+    // Ends the wait under way, or else the next one. Any thread, even while the program ends.
+    static void EndWait();
+
 private:
+    void Read();
+
     static constexpr size_t kLongestLine = 65536;  // what is longer is no command and is dropped
     std::string pending_;
     bool ended_ = false;

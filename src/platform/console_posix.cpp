@@ -1,5 +1,6 @@
 #include "platform/console.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <pthread.h>
 #include <signal.h>
@@ -7,6 +8,7 @@
 
 #include <array>
 #include <cstdio>
+#include <iterator>
 #include <string>
 #include <thread>
 
@@ -19,6 +21,33 @@ void WriteLine(std::FILE* stream, std::string_view text) {
     line += '\n';
     std::fwrite(line.data(), 1, line.size(), stream);
     std::fflush(stream);
+}
+
+// A byte in it ends the wait for a line. Never closed: other threads may still write into it.
+struct WakePipe {
+    int readEnd = -1, writeEnd = -1;
+
+    WakePipe() {
+        int ends[2];
+        if (pipe(ends) != 0) return;
+        for (const int end : ends) {
+            fcntl(end, F_SETFL, O_NONBLOCK);  // when it is full, a wake-up is on its way
+            fcntl(end, F_SETFD, FD_CLOEXEC);
+        }
+        readEnd = ends[0];
+        writeEnd = ends[1];
+    }
+};
+
+const WakePipe& TheWakePipe() {
+    static const WakePipe wakePipe;
+    return wakePipe;
+}
+
+void EmptyWakePipe() {
+    std::array<char, 64> bytes;
+    while (read(TheWakePipe().readEnd, bytes.data(), bytes.size()) > 0) {
+    }
 }
 
 }  // namespace
@@ -62,8 +91,20 @@ std::optional<std::string> ConsoleInput::WaitForLine(std::chrono::milliseconds t
         if (line.ends_with('\r')) line.pop_back();
         return line;
     }
-    pollfd input{ended_ ? -1 : STDIN_FILENO, POLLIN, 0};
-    if (poll(&input, 1, static_cast<int>(timeout.count())) <= 0) return std::nullopt;
+    pollfd events[] = {{ended_ ? -1 : STDIN_FILENO, POLLIN, 0}, {TheWakePipe().readEnd, POLLIN, 0}};
+    if (poll(events, std::size(events), static_cast<int>(timeout.count())) <= 0) return std::nullopt;
+    if (events[1].revents != 0) EmptyWakePipe();
+    if (events[0].revents != 0) Read();
+    return std::nullopt;
+}
+
+void ConsoleInput::EndWait() {
+    const char byte = 0;
+    // A full pipe has the same effect.
+    if (write(TheWakePipe().writeEnd, &byte, 1) < 0) return;
+}
+
+void ConsoleInput::Read() {
     std::array<char, 4096> buffer;
     const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
     if (count <= 0) {
@@ -72,7 +113,6 @@ std::optional<std::string> ConsoleInput::WaitForLine(std::chrono::milliseconds t
         pending_.append(buffer.data(), static_cast<size_t>(count));
     }
     if (pending_.size() > kLongestLine) pending_.clear();
-    return std::nullopt;
 }
 
 }  // namespace hullrider

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/console.h"
+#include "platform/message_box.h"
 #include "platform/text_win.h"
 
 namespace hullrider {
@@ -56,6 +57,7 @@ std::optional<std::string> PathOf(IShellItem& item) {
 }
 
 std::optional<std::string> Ask(HWND owner, IFileOpenDialog& chooser) {
+    const ModalOperation modal;
     if (FAILED(chooser.Show(owner))) return std::nullopt;  // also when the user has cancelled
     IShellItem* item = nullptr;
     if (FAILED(chooser.GetResult(&item))) return std::nullopt;

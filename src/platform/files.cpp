@@ -1,12 +1,11 @@
 #include "platform/files.h"
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <mutex>
+#include <new>
 #include <set>
 #include <system_error>
-#include <thread>
 
 #include "platform/console.h"
 #include "platform/file_system.h"
@@ -16,6 +15,8 @@
 namespace hullrider {
 
 namespace {
+
+constexpr uintmax_t kMostCopiedBytes = uintmax_t{64} << 20;
 
 // Files that were not understood and could not be kept either. They are not written over before they are.
 class UnkeptFiles {
@@ -54,22 +55,15 @@ std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxByte
 
     std::ifstream in(file, std::ios::binary);
     if (!in) return std::nullopt;
-    std::string text(static_cast<size_t>(size), '\0');
-    in.read(text.data(), static_cast<std::streamsize>(text.size()));
-    if (in.bad()) return std::nullopt;
-    text.resize(static_cast<size_t>(in.gcount()));  // it may have shrunk meanwhile
-    return text;
-}
-
-std::optional<std::string> ReadStateFile(const std::string& path, size_t maxBytes) {
-    constexpr int kAttempts = 5;
-    constexpr std::chrono::milliseconds kRetry(40);
-    std::optional<std::string> text = ReadWholeFile(path, maxBytes);
-    for (int attempt = 1; attempt < kAttempts && !text && IsFile(path); attempt++) {
-        std::this_thread::sleep_for(kRetry);
-        text = ReadWholeFile(path, maxBytes);
+    try {
+        std::string text(static_cast<size_t>(size), '\0');
+        in.read(text.data(), static_cast<std::streamsize>(text.size()));
+        if (in.bad()) return std::nullopt;
+        text.resize(static_cast<size_t>(in.gcount()));  // it may have shrunk meanwhile
+        return text;
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
     }
-    return text;
 }
 
 WriteResult WriteWholeFile(const std::string& path, const std::string& temporaryPath, std::string_view text,
@@ -100,9 +94,11 @@ bool KeepBadFile(const std::string& path) {
     const std::string kept = path + ".bad";
     const std::filesystem::path copy = PathFromUtf8(kept + ".tmp");
     std::string moveError;
-    bool good = CopyOver(PathFromUtf8(path), copy) && MoveOver(copy, PathFromUtf8(kept), moveError);
+    // Copying what is too large to be read would take as long as reading it.
+    std::error_code ignored;
+    const bool isLarge = std::filesystem::file_size(PathFromUtf8(path), ignored) > kMostCopiedBytes && !ignored;
+    bool good = !isLarge && CopyOver(PathFromUtf8(path), copy) && MoveOver(copy, PathFromUtf8(kept), moveError);
     if (!good) {
-        std::error_code ignored;
         std::filesystem::remove(copy, ignored);
         good = IsFile(path) && MoveOver(PathFromUtf8(path), PathFromUtf8(kept), moveError);
     }

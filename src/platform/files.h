@@ -9,13 +9,9 @@
 
 namespace hullrider {
 
-// The whole file, or nothing when it cannot be opened, cannot be read to its end, is not a regular file or holds more
-// than `maxBytes`.
+// The whole file, or nothing when it cannot be opened, cannot be read to its end, is not a regular file holds more than
+// `maxBytes`, or there is no memory for it.
 std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxBytes);
-
-// The same for a file that this player has written: waits for up to 160 ms for one that is there and cannot be read,
-// because a virus scanner or a backup may have it for itself for a moment.
-std::optional<std::string> ReadStateFile(const std::string& path, size_t maxBytes);
 
 // What became of an attempt to write a file; each failure leaves the old file as it was.
 enum class WriteResult { kWritten, kCannotOpen, kCannotWrite, kCannotMove };
@@ -30,7 +26,7 @@ WriteResult WriteWholeFile(const std::string& path, const std::string& temporary
 bool WriteWholeFile(const std::string& path, std::string_view text);
 
 // Keeps a copy of a file that could not be understood beside it, as "NAME.bad", so that the next save loses nothing. An
-// older .bad gives way. A file that cannot even be read is moved there. False, with a line on the error stream, when
+// older .bad gives way. A file that is large or cannot even be read is moved there. False, with a line on the error stream, when
 // that was not possible (another program holds it): then WriteWholeFile tries again before it writes there.
 bool KeepBadFile(const std::string& path);
 

@@ -10,6 +10,7 @@ namespace {
 
 std::atomic<void (*)(std::string_view)> errorBoxHandler{nullptr};
 std::atomic<int> openBoxes{0};
+std::atomic<int> modalOperations{0};
 
 }  // namespace
 
@@ -30,6 +31,18 @@ void ShowErrorBox(std::string_view text) {
 
 bool IsErrorBoxOpen() {
     return openBoxes > 0;
+}
+
+ModalOperation::ModalOperation() {
+    ++modalOperations;
+}
+
+ModalOperation::~ModalOperation() {
+    --modalOperations;
+}
+
+bool IsModalOperationOpen() {
+    return IsErrorBoxOpen() || modalOperations > 0;
 }
 
 }  // namespace hullrider

@@ -6,7 +6,7 @@
 namespace hullrider {
 
 void ShowSystemErrorBox(std::string_view text) {
-    MessageBoxW(nullptr, WideFromUtf8(text).c_str(), L"Error", MB_OK | MB_ICONERROR);
+    MessageBoxW(GetActiveWindow(), WideFromUtf8(text).c_str(), L"Error", MB_OK | MB_ICONERROR);
 }
 
 }  // namespace hullrider

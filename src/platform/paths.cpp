@@ -60,6 +60,12 @@ std::string StatePath(std::string_view folder, std::string_view name) {
     return path;
 }
 
+std::string_view FileStem(std::string_view path) {
+    const std::string_view name = path.substr(path.find_last_of("/\\") + 1);
+    const size_t dot = name.find_last_of('.');
+    return dot == std::string_view::npos || dot == 0 ? name : name.substr(0, dot);
+}
+
 std::string_view FolderOf(std::string_view path) {
     const size_t end = path.find_last_of("/\\");
     return end == std::string_view::npos ? std::string_view() : path.substr(0, end);

@@ -25,6 +25,9 @@ std::string StatePath(std::string_view folder, std::string_view name);
 // What is before the last separator, of either kind; empty without one.
 std::string_view FolderOf(std::string_view path);
 
+// The file's name without its folder and its extension.
+std::string_view FileStem(std::string_view path);
+
 // The same place as seen from any working directory, without "." and ".." and without a separator at its end.
 std::string AbsolutePath(const std::string& path);
 

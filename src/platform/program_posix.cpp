@@ -4,7 +4,8 @@
 
 namespace hullrider {
 
-bool StartElevated(const std::string& /*program*/, const std::string& /*folder*/, std::string& error) {
+bool StartElevated(const std::string& /*program*/, const std::string& /*folder*/, std::string& error,
+                   std::function<void()> /*onEnd*/) {
     error = std::make_error_code(std::errc::not_supported).message();
     return false;
 }

@@ -2,28 +2,40 @@
 //
 #include <shellapi.h>
 
-#include <thread>
+#include <memory>
+#include <stop_token>
+#include <utility>
 
-#include "platform/console.h"
+#include "platform/post.h"
 #include "platform/program.h"
+#include "platform/stop_scope.h"
 #include "platform/text_win.h"
+#include "platform/worker.h"
 
 namespace hullrider {
 
 namespace {
 
-// Owns the process's handle until its end.
-void WatchProcess(HANDLE process) {
-    std::thread([process] {
-        WaitForSingleObject(process, INFINITE);
-        CloseHandle(process);
-        PrintLine("The game has ended.");
-    }).detach();
+using Handle = std::shared_ptr<void>;
+
+Handle Own(HANDLE handle) {
+    return {handle, [](HANDLE owned) {
+                if (owned != nullptr) CloseHandle(owned);
+            }};
+}
+
+void WaitForEnd(const Handle& process, const std::function<void()>& onEnd) {
+    const Handle stopped = Own(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    if (stopped == nullptr) return;
+    const std::stop_callback stop(CurrentStopToken(), [&] { SetEvent(stopped.get()); });
+    const HANDLE handles[] = {process.get(), stopped.get()};
+    if (WaitForMultipleObjects(2, handles, FALSE, INFINITE) == WAIT_OBJECT_0) Post(onEnd);
 }
 
 }  // namespace
 
-bool StartElevated(const std::string& program, const std::string& folder, std::string& error) {
+bool StartElevated(const std::string& program, const std::string& folder, std::string& error,
+                   std::function<void()> onEnd) {
     const std::wstring file = WideFromUtf8(program), directory = WideFromUtf8(folder);
     SHELLEXECUTEINFOW start{};
     start.cbSize = sizeof start;
@@ -36,7 +48,8 @@ bool StartElevated(const std::string& program, const std::string& folder, std::s
         error = SystemErrorText(GetLastError());
         return false;
     }
-    if (start.hProcess != nullptr) WatchProcess(start.hProcess);
+    const Handle process = Own(start.hProcess);
+    if (process != nullptr) StartWorker([process, onEnd = std::move(onEnd)] { WaitForEnd(process, onEnd); });
     return true;
 }
 

@@ -14,4 +14,11 @@ void RaiseThreadPriority(Urgency urgency) {
 #endif
 }
 
+void LowerThreadPriority() {
+#ifdef __linux__
+    constexpr int kLastNice = 19;
+    setpriority(PRIO_PROCESS, 0, kLastNice);
+#endif
+}
+
 }  // namespace hullrider

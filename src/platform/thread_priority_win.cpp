@@ -9,4 +9,8 @@ void RaiseThreadPriority(Urgency urgency) {
                       urgency == Urgency::kSound ? THREAD_PRIORITY_TIME_CRITICAL : THREAD_PRIORITY_ABOVE_NORMAL);
 }
 
+void LowerThreadPriority() {
+    SetThreadPriority(GetCurrentThread(), THREAD_MODE_BACKGROUND_BEGIN);
+}
+
 }  // namespace hullrider

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace hullrider {
@@ -11,44 +12,34 @@ namespace {
 // Draws with replacement before the search turns to one without, which costs a pass over the whole list.
 constexpr int kDirectDraws = 64;
 
-bool PassesFilter(const Song& song, int32_t filter) {
-    if (filter == kFavoritesOnly) return IsFavorite(song);
-    return filter != kNoFavorites || !IsFavorite(song);
-}
-
 int64_t WeightOf(const Song& song) {
     if (!IsFavorite(song)) return 1;
     return song.favoriteCount < 0 ? 0 : int64_t{song.favoriteCount} + 1;
 }
 
-void AddSong(CandidateLists& lists, const Song& song, const SongChoice& where) {
+void AddSong(CandidateLists& lists, const Song& song, const SongChoice& where, bool isAway) {
     const int64_t weight = WeightOf(song);
     lists.weightOfAll += weight;
-    if (IsFavorite(song)) {
-        ++lists.songsOf[kFavoritesCategory];
-        Append(lists.byCategory[kFavoritesCategory], where, weight);
-    }
+    const auto append = [&](size_t category, bool passes) {
+        ++lists.songsOf[category];
+        if (passes && !isAway) Append(lists.byCategory[category], where, weight);
+    };
+    if (IsFavorite(song)) append(kFavoritesCategory, true);
     if (song.musicType < kMidi || song.musicType > kTracker) return;
-    ++lists.songsOf[song.musicType];
-    if (PassesFilter(song, lists.builtFilter)) Append(lists.byCategory[song.musicType], where, weight);
+    append(static_cast<size_t>(song.musicType), PassesFilter(song, lists.filter));
 }
 
-// The list in an order as if its songs were drawn one after the other, each only once: the smallest of exponentially
-// distributed times, each with its song's weight for a rate, comes first (Efraimidis and Spirakis, "Weighted random
-// sampling with a reservoir", 2006).
-std::vector<SongChoice> DrawOrder(const WeightedSongs& list, Random& random) {
-    std::vector<std::pair<double, size_t>> times;
-    times.reserve(list.songs.size());
-    int64_t before = 0;
-    for (size_t i = 0; i < list.songs.size(); ++i) {
-        const auto weight = static_cast<double>(list.upTo[i] - std::exchange(before, list.upTo[i]));
-        times.emplace_back(-std::log1p(-random.Fraction()) / weight, i);
-    }
-    std::sort(times.begin(), times.end());
-    std::vector<SongChoice> order;
-    order.reserve(times.size());
-    for (const auto& [time, index] : times) order.push_back(list.songs[index]);
-    return order;
+bool AreUpToDate(const CandidateLists& lists, const MusicLibrary& library, int32_t filter, uint64_t unavailable) {
+    return lists.playlists == library.playlists.data() && lists.playlistCount == library.playlists.size() &&
+           lists.libraryRevision == library.revision && lists.filter == filter &&
+           lists.unavailableRevision == unavailable;
+}
+
+// The time at which a song's turn would come, if songs came at exponentially distributed times with their weights for
+// rates: the one that comes first is drawn by weight (Efraimidis and Spirakis, "Weighted random sampling with a
+// reservoir", 2006).
+double ArrivalOf(int64_t weight, Random& random) {
+    return -std::log1p(-random.Fraction()) / static_cast<double>(weight);
 }
 
 }  // namespace
@@ -67,25 +58,49 @@ void Append(WeightedSongs& list, const SongChoice& song, int64_t weight) {
     list.upTo.push_back((list.upTo.empty() ? 0 : list.upTo.back()) + weight);
 }
 
-const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, SelectionState& selection) {
-    CandidateLists& lists = selection.candidates;
-    const bool upToDate = lists.builtFrom == library.playlists.data() && lists.builtCount == library.playlists.size() &&
-                          lists.builtRevision == library.revision && lists.builtFilter == selection.favoritesFilter;
-    if (!upToDate) {
-        lists = {};
-        lists.builtFrom = library.playlists.data();
-        lists.builtCount = library.playlists.size();
-        lists.builtRevision = library.revision;
-        lists.builtFilter = selection.favoritesFilter;
-        for (size_t i = 0; i < library.playlists.size(); ++i) {
-            const std::vector<Song>& songs = library.playlists[i].songs;
-            for (size_t j = 0; j < songs.size(); ++j) {
-                AddSong(lists, songs[j], {static_cast<int32_t>(i), static_cast<int32_t>(j), 0, 0});
-            }
+bool PassesFilter(const Song& song, int32_t filter) {
+    if (filter == kFavoritesOnly) return IsFavorite(song);
+    return filter != kNoFavorites || !IsFavorite(song);
+}
+
+const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t filter, Draws& draws) {
+    CandidateLists& lists = draws.candidates;
+    const uint64_t unavailable = draws.unavailable.Revision();
+    if (AreUpToDate(lists, library, filter, unavailable)) return lists;
+    lists = {};
+    lists.playlists = library.playlists.data();
+    lists.playlistCount = library.playlists.size();
+    lists.libraryRevision = library.revision;
+    lists.unavailableRevision = unavailable;
+    lists.filter = filter;
+    for (size_t i = 0; i < library.playlists.size(); ++i) {
+        const std::vector<Song>& songs = library.playlists[i].songs;
+        for (size_t j = 0; j < songs.size(); ++j) {
+            const bool isAway = draws.unavailable.IsAway(songs[j].songPath);
+            AddSong(lists, songs[j], {static_cast<int32_t>(i), static_cast<int32_t>(j), 0, 0}, isAway);
         }
     }
-    selection.lastCandidateCount = static_cast<int32_t>(std::min<int64_t>(lists.weightOfAll, INT32_MAX));
     return lists;
+}
+
+WeightedSongs EverySong(const MusicLibrary& library, int32_t filter) {
+    WeightedSongs list;
+    for (size_t i = 0; i < library.playlists.size(); ++i) {
+        const std::vector<Song>& songs = library.playlists[i].songs;
+        for (size_t j = 0; j < songs.size(); ++j) {
+            if (WeightOf(songs[j]) < 1 || !PassesFilter(songs[j], filter)) continue;
+            Append(list, {static_cast<int32_t>(i), static_cast<int32_t>(j), 0, 0}, 1);
+        }
+    }
+    return list;
+}
+
+WeightedSongs EverySongOf(const MusicLibrary& library, int32_t playlist) {
+    WeightedSongs list;
+    for (size_t j = 0; j < library.playlists[static_cast<size_t>(playlist)].songs.size(); ++j) {
+        Append(list, {playlist, static_cast<int32_t>(j), 0, 0}, 1);
+    }
+    return list;
 }
 
 WeightedSongs BuildStationList(const RadioState& radio, const MusicLibrary& library) {
@@ -108,17 +123,35 @@ const SongChoice& DrawSong(const WeightedSongs& list, Random& random) {
     return list.songs[static_cast<size_t>(at - list.upTo.begin())];
 }
 
-std::optional<SongChoice> DrawPassing(const WeightedSongs& list, Random& random,
-                                      const std::function<bool(const SongChoice&)>& passes) {
+std::optional<SongChoice> DrawPassing(const WeightedSongs& list, Random& random, const SongTest& passes) {
     if (IsEmpty(list)) return std::nullopt;
     for (int draw = 0; draw < kDirectDraws; ++draw) {
         const SongChoice& song = DrawSong(list, random);
         if (passes(song)) return song;
     }
-    for (const SongChoice& song : DrawOrder(list, random)) {
-        if (passes(song)) return song;
+    std::optional<SongChoice> first;
+    double earliest = std::numeric_limits<double>::infinity();
+    int64_t before = 0;
+    for (size_t i = 0; i < list.songs.size(); ++i) {
+        const double arrival = ArrivalOf(list.upTo[i] - std::exchange(before, list.upTo[i]), random);
+        if (arrival >= earliest || !passes(list.songs[i])) continue;
+        earliest = arrival;
+        first = list.songs[i];
     }
-    return std::nullopt;
+    return first;
+}
+
+std::optional<SongChoice> LowestPassing(const WeightedSongs& list, const SongTest& passes,
+                                        const std::function<uint64_t(const SongChoice&)>& rank) {
+    std::optional<SongChoice> lowest;
+    uint64_t lowestRank = 0;
+    for (const SongChoice& song : list.songs) {
+        const uint64_t ranked = rank(song);
+        if ((lowest && ranked >= lowestRank) || !passes(song)) continue;
+        lowest = song;
+        lowestRank = ranked;
+    }
+    return lowest;
 }
 
 }  // namespace hullrider

@@ -1,11 +1,10 @@
-// What the engine draws from: one source of chance for each kind of draw, and how it is known whether a drawn song's
-// file is there.
+// What the engine draws from: one source of chance for each kind of draw, the lists of what can be drawn, and what is
+// known to be unavailable.
 #pragma once
 
-#include <string>
-
-#include "platform/folder.h"
+#include "playback/candidate_lists.h"
 #include "playback/random.h"
+#include "playback/unavailable_songs.h"
 
 namespace hullrider {
 
@@ -17,8 +16,8 @@ struct Draws {
     Random song;
     Random window;  // where a song starts and how long it plays
     Random font;
-    bool (*fileExists)(const std::string& path) = IsFile;
-    bool (*folderExists)(const std::string& path) = IsFolder;
+    CandidateLists candidates;  // as BuildWeightedSongList left them
+    UnavailableSongs unavailable;
 };
 
 }  // namespace hullrider

@@ -6,7 +6,8 @@
 
 #include "audio/bass.h"
 #include "platform/console.h"
-#include "playback/play_clock.h"
+#include "platform/play_clock.h"
+#include "platform/worker.h"
 #include "playback/volume.h"
 
 namespace hullrider {
@@ -21,13 +22,16 @@ constexpr milliseconds kSlideMargin{200};
 // How soon a worker notices that its fade was cut off. Fades can be set to days.
 constexpr milliseconds kLongestSleep{1000};
 
-// False when the fade was cut off meanwhile.
-bool WaitForFade(const FadeState& fade, uint32_t serial, int32_t fadeMs) {
-    for (milliseconds left = milliseconds(fadeMs) + kSlideMargin; left.count() > 0; left -= kLongestSleep) {
-        if (fade.closed || fade.serial != serial) return false;
-        SleepFor(std::min(left, kLongestSleep));
+// False when the fade was cut off meanwhile. The time of a pause does not count.
+bool WaitForFade(const FadeState& fade, uint32_t serial, PlayTime begin, int32_t fadeMs) {
+    while (!fade.closed && fade.serial == serial) {
+        const PlayTime end = begin + milliseconds(fadeMs) + kSlideMargin + milliseconds(fade.pausedMs);
+        const PlayTime now = PlayNow();
+        if (!fade.paused && now >= end) return true;
+        const auto left = std::chrono::ceil<milliseconds>(end - now);
+        SleepFor(fade.paused ? kLongestSleep : std::min(left, kLongestSleep));
     }
-    return !fade.closed && fade.serial == serial;
+    return false;
 }
 
 void StopAndFree(StreamSlot handle) {
@@ -43,15 +47,19 @@ void FinishFade(FadeState& fade, uint32_t serial, StreamSlot handle) {
     if (fade.serial == serial) fade.fadeInProgress = false;
 }
 
+// Prints outside the mutex: a console that does not take lines must not hold up the window.
 void FinishFadeAloud(FadeState& fade, uint32_t serial, StreamSlot handle) {
-    {
-        const std::lock_guard lock(StreamMutex());
-        PrintLine("Freeing streams. Next stream active: " + std::to_string(fade.nextSlotActive ? 1 : 0));
-        StopAndFree(handle);
-        PrintLine("Streams freed. No next song status: " + std::to_string(fade.fadeInProgress ? 1 : 0));
-    }
-    if (fade.serial == serial) fade.fadeInProgress = false;
+    PrintLine("Freeing streams. Next stream active: " + std::to_string(fade.nextSlotActive ? 1 : 0));
+    const bool wasInProgress = fade.fadeInProgress;
+    FinishFade(fade, serial, handle);
+    PrintLine("Streams freed. No next song status: " + std::to_string(wasInProgress ? 1 : 0));
     PrintLine("Fade out and free stream process completed.");
+}
+
+uint32_t BeginFade(FadeState& fade) {
+    fade.paused = false;
+    fade.pausedMs = 0;
+    return ++fade.serial;
 }
 
 }  // namespace
@@ -69,10 +77,10 @@ void FreeStream(StreamSlot& slot) {
 }
 
 void FadeOutAndFreeStream(const std::shared_ptr<FadeState>& fade, StreamSlot handle, int32_t fadeMs) {
-    const uint32_t serial = ++fade->serial;
+    const uint32_t serial = BeginFade(*fade);
     fade->fadeInProgress = true;
-    const bool started = StartWorker([fade, handle, serial, fadeMs] {
-        if (WaitForFade(*fade, serial, std::max(fadeMs, 0))) FinishFade(*fade, serial, handle);
+    const bool started = StartWorker([fade, handle, serial, begin = PlayNow(), fadeMs] {
+        if (WaitForFade(*fade, serial, begin, fadeMs)) FinishFade(*fade, serial, handle);
     });
     if (!started) FinishFade(*fade, serial, handle);  // the old item ends without a fade
 }
@@ -80,14 +88,14 @@ void FadeOutAndFreeStream(const std::shared_ptr<FadeState>& fade, StreamSlot han
 void FadeOutAndFreeStreamAuto(const PlaybackState& playback, StreamSlot handle, int32_t fadeMs) {
     const std::shared_ptr<FadeState> fade = playback.fade;
     const std::shared_ptr<VolumeState> volume = playback.volume;
-    const uint32_t serial = ++fade->serial;
+    const uint32_t serial = BeginFade(*fade);
     fade->fadeInProgress = handle != 0;
-    const bool started = StartWorker([fade, volume, handle, serial, fadeMs] {
+    const bool started = StartWorker([fade, volume, handle, serial, begin = PlayNow(), fadeMs] {
         const std::string time = std::to_string(fadeMs) + " ms";
         PrintLine("Starting FadeOutAndFreeStreamAuto, full duration: " + time);
         StartVolumeAdjustment(volume, fadeMs);
         PrintLine("Main thread waiting for full fade duration: " + time);
-        if (handle != 0 && WaitForFade(*fade, serial, std::max(fadeMs, 0))) FinishFadeAloud(*fade, serial, handle);
+        if (handle != 0 && WaitForFade(*fade, serial, begin, fadeMs)) FinishFadeAloud(*fade, serial, handle);
     });
     if (!started) FinishFade(*fade, serial, handle);
 }

@@ -11,10 +11,10 @@ namespace {
 void FindPlayingSong(AppState& app) {
     PlaybackState& playback = app.playback;
     const SongHistory& history = app.history;
-    if (playback.currentType == kInternetRadio || history.cursor >= history.records.size()) return;
+    if (playback.item.kind != PlayItem::Kind::kSong || history.cursor >= history.records.size()) return;
     const HistoryRecord& record = history.records[history.cursor];
-    playback.playing.playlist = record.playlist;
-    playback.playing.song = record.song;
+    const bool isSame = record.path == playback.item.address;
+    playback.item.place = {isSame ? record.playlist : -1, isSame ? record.song : -1, 0, 0};
 }
 
 }  // namespace

@@ -4,15 +4,14 @@
 
 #include "library/play_counts.h"
 #include "library/statistics.h"
+#include "platform/play_clock.h"
 #include "playback/candidates.h"
-#include "playback/chosen_song.h"
-#include "playback/play_clock.h"
+#include "playback/pick.h"
 
 namespace hullrider {
 
 namespace {
 
-// What plays as a song of the library; null for a station.
 bool IsFavoritePlaying(const AppState& app) {
     const Song* const song = PlayingSong(app);
     return song != nullptr && IsFavorite(*song);
@@ -36,7 +35,7 @@ int64_t SecondsSince1970() {
 
 void BeginListening(AppState& app) {
     if (Song* const song = PlayingSong(app)) CountPlay(*song, app.playCounts);
-    CountStarted(app.statistics, app.playback.currentType, IsFavoritePlaying(app));
+    CountStarted(app.statistics, app.playback.item.type, IsFavoritePlaying(app));
     HistoryRecord* const record = PlayingRecord(app.history);
     if (record != nullptr && record->startedAt == 0) record->startedAt = SecondsSince1970();
     ContinueListening(app.playback);
@@ -47,7 +46,7 @@ void EndListening(AppState& app) {
     if (!playback.itemIsHeard) return;
     playback.itemIsHeard = false;
     const double seconds = SecondsHeard(playback);
-    CountHeard(app.statistics, playback.currentType, IsFavoritePlaying(app), seconds);
+    CountHeard(app.statistics, playback.item.type, IsFavoritePlaying(app), seconds);
     if (HistoryRecord* const record = PlayingRecord(app.history)) record->playedSec += std::max(seconds, 0.0);
 }
 
@@ -59,7 +58,7 @@ void ContinueListening(PlaybackState& playback) {
 Statistics StatisticsSoFar(const AppState& app) {
     Statistics statistics = app.statistics;
     if (app.playback.itemIsHeard) {
-        CountHeard(statistics, app.playback.currentType, IsFavoritePlaying(app), SecondsHeard(app.playback));
+        CountHeard(statistics, app.playback.item.type, IsFavoritePlaying(app), SecondsHeard(app.playback));
     }
     return statistics;
 }

@@ -5,7 +5,7 @@
 
 #include "audio/bass.h"
 #include "platform/console.h"
-#include "playback/play_clock.h"
+#include "platform/play_clock.h"
 
 namespace hullrider {
 
@@ -18,6 +18,9 @@ constexpr milliseconds kLongestMeasure{1500};
 constexpr int kMeasuredLevels = 10;
 
 constexpr double kTimeConstantSec = 3.0;
+
+constexpr milliseconds kPromptSound{500};
+constexpr milliseconds kHeardFor{2500};
 
 }  // namespace
 
@@ -56,6 +59,8 @@ void SampleLoudness(PlaybackState& playback) {
     const bool hasBegun = playback.levelsTaken > 0 || (rms && *rms > 0.0F);
     if (!rms || !hasBegun) return;
     const PlayTime now = PlayNow();
+    // What the workers measured then was silence.
+    if (playback.levelsTaken == 0 && now - playback.lastLevel > kPromptSound) playback.correctionDue = now + kHeardFor;
     const std::chrono::duration<double> since = now - playback.lastLevel;
     playback.lastLevel = now;
     playback.levelsTaken = std::min(playback.levelsTaken + 1, 1'000'000);
@@ -67,6 +72,7 @@ void SampleLoudness(PlaybackState& playback) {
 void RestartLoudness(PlaybackState& playback, StreamSlot handle) {
     playback.levelsTaken = 0;
     playback.lastLevel = PlayNow();
+    playback.correctionDue.reset();
     playback.volume->averageMusicRms = 0.0F;
     playback.volume->levelUnknown = false;
     playback.volume->currentHandle = handle;

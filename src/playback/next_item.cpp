@@ -2,73 +2,69 @@
 
 #include <algorithm>
 
-#include "library/song_history.h"
-#include "playback/chosen_song.h"
+#include "platform/console.h"
 
 namespace hullrider {
 
 namespace {
 
-Selection SelectFreely(AppState& app, Draws& draws, SongChoice& choice) {
-    if (app.selection.customStationActive) return SelectForCustomStation(app, draws, choice);
-    return SelectNextSong(app, draws, kNoCategory, choice);
+Pick SelectFreely(const AppState& app, Draws& draws) {
+    if (app.selection.customStationActive) return SelectForCustomStation(app, draws);
+    return SelectNextSong(app, draws, kNoCategory);
 }
 
-Selection TakeStation(AppState& app, SongChoice& choice) {
-    SelectionState& selection = app.selection;
-    const auto station = static_cast<size_t>(selection.currentInternetStation);
-    if (selection.currentInternetStation < 0 || station >= app.radio.stations.size()) return Selection::kNothing;
-    selection.radioPlaying = true;
-    NoteType(app.playback, selection, kInternetRadio);
-    ReportPick(app.history,
-               {kInternetRadio, selection.currentInternetStation, 0, app.radio.stations[station].url, 0, 0.0});
-    choice = {selection.currentInternetStation, 0, 0, 0};
-    return Selection::kStation;
+Pick PickStation(const AppState& app, int32_t station) {
+    Pick pick;
+    if (station < 0 || static_cast<size_t>(station) >= app.radio.stations.size()) return pick;
+    pick.result = Selection::kItem;
+    pick.item = MakeStationItem(app.radio, station);
+    pick.station = station;
+    return pick;
 }
 
-Selection TakeSong(AppState& app, const SongChoice& wanted, SongChoice& choice) {
-    if (FindSong(app.library, PositionOf(wanted)) == nullptr) return Selection::kNothing;
-    const Song& song = SongOf(app, wanted);
-    app.selection.radioPlaying = false;
-    NoteType(app.playback, app.selection, song.musicType);
-    ReportPick(app.history, {song.musicType, wanted.playlist, wanted.song, song.songPath, 0, 0.0});
-    choice = {wanted.playlist, wanted.song, 0, 0};
-    return Selection::kSong;
+Pick PickSong(const AppState& app, const SongChoice& wanted) {
+    Pick pick;
+    if (FindSong(app.library, {wanted.playlist, wanted.song}) == nullptr) return pick;
+    pick.result = Selection::kItem;
+    pick.item = MakeSongItem(app.library, {wanted.playlist, wanted.song, 0, 0});
+    return pick;
 }
 
-// What the record stands for, if it can still be played.
-Selection TakeRecord(AppState& app, const Draws& draws, const HistoryRecord& record, SongChoice& choice) {
-    if (record.type == kInternetRadio) {
-        const std::vector<InternetStation>& stations = app.radio.stations;
-        const auto found = std::find_if(stations.begin(), stations.end(),
-                                        [&](const InternetStation& station) { return station.url == record.path; });
-        if (found == stations.end()) return Selection::kNothing;
-        choice = {static_cast<int32_t>(found - stations.begin()), 0, 0, 0};
-        app.selection.currentInternetStation = choice.playlist;
-    } else {
-        choice = {record.playlist, record.song, 0, 0};
-        const Song* const song = FindSong(app.library, PositionOf(choice));
-        if (song == nullptr || !draws.fileExists(song->songPath)) return Selection::kNothing;
+Pick PickRequestedSong(const AppState& app, const SongChoice& wanted) {
+    const Pick pick = PickSong(app, wanted);
+    if (pick.result == Selection::kItem) return pick;
+    const bool knowsPlaylist =
+        wanted.playlist >= 0 && static_cast<size_t>(wanted.playlist) < app.library.playlists.size();
+    PrintLine(knowsPlaylist ? "Error: Invalid song index." : "Error: Invalid playlist index.");
+    return pick;
+}
+
+// What the record stands for, if it is still known.
+Pick PickRecord(const AppState& app, const HistoryRecord& record) {
+    if (record.type != kInternetRadio) return PickSong(app, {record.playlist, record.song, 0, 0});
+    const std::vector<InternetStation>& stations = app.radio.stations;
+    const auto found = std::find_if(stations.begin(), stations.end(),
+                                    [&](const InternetStation& station) { return station.url == record.path; });
+    return PickStation(app, found == stations.end() ? -1 : static_cast<int32_t>(found - stations.begin()));
+}
+
+bool MayPlay(const Draws& draws, const PlayItem& item) {
+    return item.kind != PlayItem::Kind::kSong ||
+           draws.unavailable.MayPlay(item.address, UnavailableSongs::Draw::kSound);
+}
+
+// The next record from `cursor` on that can be played, the way of `step`, 1 or -1.
+Pick ReplayHistory(const AppState& app, const Draws& draws, size_t cursor, int step) {
+    const SongHistory& history = app.history;
+    for (int64_t at = static_cast<int64_t>(cursor) + step; at >= 0 && at < static_cast<int64_t>(history.records.size());
+         at += step) {
+        Pick pick = PickRecord(app, history.records[static_cast<size_t>(at)]);
+        if (pick.result != Selection::kItem || !MayPlay(draws, pick.item)) continue;
+        pick.historyCursor = static_cast<size_t>(at);
+        pick.replayStep = step;
+        return pick;
     }
-    app.selection.radioPlaying = record.type == kInternetRadio;
-    // As it is loaded, whatever the file of the history says.
-    const int32_t type = app.selection.radioPlaying ? kInternetRadio : SongOf(app, choice).musicType;
-    NoteType(app.playback, app.selection, type);
-    return app.selection.radioPlaying ? Selection::kStation : Selection::kSong;
-}
-
-// Moves the cursor by `step`, 1 or -1, to the next record that can be played.
-Selection ReplayHistory(AppState& app, const Draws& draws, int step, SongChoice& choice) {
-    SongHistory& history = app.history;
-    for (int64_t at = static_cast<int64_t>(history.cursor) + step;
-         at >= 0 && at < static_cast<int64_t>(history.records.size()); at += step) {
-        const Selection taken = TakeRecord(app, draws, history.records[static_cast<size_t>(at)], choice);
-        if (taken == Selection::kNothing) continue;
-        history.cursor = static_cast<size_t>(at);
-        return taken;
-    }
-    choice = {};
-    return Selection::kNothing;
+    return {};
 }
 
 }  // namespace
@@ -77,37 +73,34 @@ bool HasEarlierSong(const SongHistory& history) {
     return history.cursor > 0;
 }
 
-Selection ChooseNextItem(AppState& app, Draws& draws, SongChoice& choice) {
-    SelectionState& selection = app.selection;
-    Selection chosen = Selection::kNothing;
-    switch (app.playback.request.kind) {
+Pick ChooseNextItem(const AppState& app, Draws& draws, const NextRequest& request) {
+    Pick pick;
+    switch (request.kind) {
         case NextRequest::kStation:
-            chosen = TakeStation(app, choice);
+            pick = PickStation(app, app.selection.currentInternetStation);
             break;
         case NextRequest::kSong:
-            chosen = TakeSong(app, app.playback.request.song, choice);
+            pick = PickRequestedSong(app, request.song);
             break;
         case NextRequest::kEarlierSong:
-            selection.previousSongMode = true;
-            return ReplayHistory(app, draws, -1, choice);
+            return ReplayHistory(app, draws, app.history.cursor, -1);
         case NextRequest::kNone:
-            if (selection.previousSongMode) chosen = ReplayHistory(app, draws, 1, choice);
+            if (app.selection.previousSongMode) pick = ReplayHistory(app, draws, app.history.cursor, 1);
             break;
     }
-    if (chosen != Selection::kNothing) return chosen;
-    return SelectFreely(app, draws, choice);
+    return pick.result == Selection::kItem ? pick : SelectFreely(app, draws);
 }
 
-Selection ReplaceItem(AppState& app, Draws& draws, Selection failed, SongChoice& choice) {
-    SelectionState& selection = app.selection;
-    if (!selection.customStationActive && failed == Selection::kStation) {
-        ++selection.currentInternetStation;
-        if (static_cast<size_t>(selection.currentInternetStation) >= app.radio.stations.size()) {
-            selection.currentInternetStation = 0;
-        }
-        return TakeStation(app, choice);
+Pick ReplaceItem(const AppState& app, Draws& draws, const Pick& failed) {
+    if (failed.replayStep != 0) {
+        const Pick other = ReplayHistory(app, draws, *failed.historyCursor, failed.replayStep);
+        if (other.result == Selection::kItem || failed.replayStep < 0) return other;
     }
-    return SelectFreely(app, draws, choice);
+    if (!app.selection.customStationActive && failed.item.kind == PlayItem::Kind::kStation) {
+        const auto count = static_cast<int32_t>(app.radio.stations.size());
+        return PickStation(app, failed.item.place.playlist + 1 < count ? failed.item.place.playlist + 1 : 0);
+    }
+    return SelectFreely(app, draws);
 }
 
 }  // namespace hullrider

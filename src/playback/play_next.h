@@ -1,19 +1,34 @@
-// The one operation that moves the music on, and the question when it is time for it. UI thread.
+// What moves the music on. UI thread.
 #pragma once
+
+#include <chrono>
 
 #include "playback/draws.h"
 #include "state/app_state.h"
 
 namespace hullrider {
 
-// Fades the old item out, loads the next one, starts it silent inside its play window and fades it in; a worker frees
-// the old one. What comes next is `request`, the history when it is played again, or a selection. A song that cannot be
-// played is named on the error stream and another one is picked. A play-next within a running fade cuts the old streams
-// off. With nothing to play `trouble` says why, and what plays already goes on. True when a new item was started.
+// The next item is wanted now: what was prepared, if it is still what would be picked, or else what `request` asks for,
+// the history when it is played again, or a selection. It starts at once when it is ready, and otherwise as soon as
+// PollPlayback finds it open; until then the old item plays on. An item that cannot be played is named on the error
+// stream and another one is picked. With nothing to play `trouble` says why, and what plays already goes on. True when
+// a new item was started.
 bool PlayNext(AppState& app, Draws& draws);
+bool PlayNext(AppState& app, Draws& draws, const NextRequest& request);
+
+// Does what is due: starts the item that is wanted and open by now, moves on at the end of an item's window or when it
+// has fallen silent, and prepares the next one in time. Due every 250 ms, at UntilDue, and after RunPosted. True when a
+// new item was started.
+bool PollPlayback(AppState& app, Draws& draws);
+
+// When PollPlayback is due because the item's window ends; at most a quarter of a second.
+std::chrono::milliseconds UntilDue(const PlaybackState& playback);
 
 // What the user is told when nothing can be heard; empty for no trouble.
 const char* TroubleText(PlaybackTrouble trouble);
+
+// Notes why nothing can be heard and says so, once and not with every attempt.
+void TellTrouble(PlaybackState& playback, PlaybackTrouble trouble);
 
 // True when the current item has reached the end of its window, has ended or broke off; or when nothing plays and
 // there may be something to play by now.

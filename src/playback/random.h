@@ -24,6 +24,9 @@ public:
         return drawn % count;
     }
 
+    // For another source of chance.
+    uint64_t Seed() { return engine_(); }
+
 private:
     std::mt19937_64 engine_;
 };

@@ -4,9 +4,7 @@
 #include <unordered_map>
 
 #include "library/song_counts.h"
-#include "library/song_history.h"
 #include "playback/candidates.h"
-#include "playback/chosen_song.h"
 #include "playback/next_item.h"
 #include "playback/play_window.h"
 
@@ -17,38 +15,42 @@ namespace {
 constexpr double kShortestTurnSec = 1.0;
 constexpr int kMostTries = 1000;
 
+// Null for what is not in the library.
+const Song* SongOf(const AppState& app, const Pick& pick) {
+    if (pick.item.kind != PlayItem::Kind::kSong) return nullptr;
+    return FindSong(app.library, {pick.item.place.playlist, pick.item.place.song});
+}
+
 struct Play {
-    Selection kind = Selection::kNothing;
-    SongChoice choice;
+    Pick pick;
     double lengthSec = 0.0;
 };
 
-// Chooses until something can be played.
+// Chooses until something can be played, which then counts as played.
 Play ChoosePlay(AppState& app, Draws& draws, const LengthOf& lengthOf, int64_t& unplayable) {
     Play play;
+    draws.unavailable.BeginAttempt();
     for (int tried = 0; tried < kMostTries; ++tried) {
-        play.kind = ChooseNextItem(app, draws, play.choice);
-        if (play.kind != Selection::kSong) break;
-        play.lengthSec = lengthOf(SongOf(app, play.choice));
+        play.pick = ChooseNextItem(app, draws, {});
+        if (play.pick.result != Selection::kItem) return play;
+        const Song* const song = SongOf(app, play.pick);
+        play.lengthSec = song == nullptr ? 0.0 : lengthOf(*song);
         if (play.lengthSec >= 0.0) break;
         ++unplayable;
-        ForgetLastPick(app.history);
-        app.selection.failedNow.push_back(play.choice);
-        play.kind = Selection::kNothing;
+        draws.unavailable.NoteBroken(play.pick.item.address);
+        play.pick.result = Selection::kNothing;
     }
-    app.selection.failedNow.clear();
+    if (play.pick.result == Selection::kItem) TakeEffect(app, play.pick);
     return play;
 }
 
 double PlaySecondsOf(const AppState& app, Draws& draws, const Play& play) {
     PlayWindow window;
-    if (play.kind == Selection::kStation) {
-        window = ChooseStationWindow(app.settings, app.selection.customStationActive, draws.window);
-    } else {
+    if (play.pick.item.hasLength) {
         const PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
-        const int32_t musicType = SongOf(app, play.choice).musicType;
-        window = ChoosePlayWindow(play.lengthSec, musicType, durations, draws.window);
-        window.endSec = FadeBeginSec(window, play.lengthSec, musicType, durations);
+        window = ChooseSongWindow(play.lengthSec, play.pick.item.type, durations, draws.window);
+    } else {
+        window = ChooseStationWindow(app.settings, app.selection.customStationActive, draws.window);
     }
     return std::max(window.endSec - window.startSec, kShortestTurnSec);
 }
@@ -64,21 +66,19 @@ class RepeatFinder {
 public:
     explicit RepeatFinder(int32_t depth) : depth_(depth) {}
 
-    bool IsRepeat(const SongChoice& choice) {
-        const uint64_t key =
-            uint64_t{static_cast<uint32_t>(choice.playlist)} << 32 | static_cast<uint32_t>(choice.song);
+    bool IsRepeat(const PlayItem& item) {
         ++now_;
-        const auto [last, isNew] = lastPlay_.try_emplace(key, now_);
+        if (!item.hasLength) return false;
+        const auto [last, isNew] = lastPlay_.try_emplace(item.address, now_);
         const bool repeats = !isNew && depth_ >= 0 && now_ - last->second <= depth_;
         last->second = now_;
         return repeats;
     }
-    void PassStation() { ++now_; }
 
 private:
     int32_t depth_;
     int64_t now_ = 0;
-    std::unordered_map<uint64_t, int64_t> lastPlay_;
+    std::unordered_map<std::string, int64_t> lastPlay_;
 };
 
 void Divide(RotationShares& shares, double by) {
@@ -86,12 +86,13 @@ void Divide(RotationShares& shares, double by) {
     shares.favorites /= by;
 }
 
-// What is drawn when a category has nothing to draw from: any song.
+// What is drawn when a category has nothing to draw from: any song that the filter lets through.
 void AddUniformly(const AppState& app, RotationShares& shares, double share) {
-    const double each = share / std::max(static_cast<double>(SongCountOf(app.library)), 1.0);
-    for (const Playlist& playlist : app.library.playlists) {
-        for (const Song& song : playlist.songs) AddSong(shares, song, each);
-    }
+    WeightedSongs any = EverySong(app.library, app.selection.favoritesFilter);
+    if (IsEmpty(any)) any = EverySong(app.library, kAllSongs);
+    const double each = share / std::max(static_cast<double>(any.songs.size()), 1.0);
+    for (const SongChoice& place : any.songs)
+        AddSong(shares, *FindSong(app.library, {place.playlist, place.song}), each);
 }
 
 void AddCategory(const AppState& app, const CandidateLists& lists, Category category, double share,
@@ -106,7 +107,9 @@ void AddCategory(const AppState& app, const CandidateLists& lists, Category cate
     for (size_t i = 0; i < list.songs.size(); ++i) {
         const auto weight = static_cast<double>(list.upTo[i] - before);
         before = list.upTo[i];
-        AddSong(shares, SongOf(app, list.songs[i]), share * weight / static_cast<double>(list.upTo.back()));
+        const SongChoice& place = list.songs[i];
+        AddSong(shares, *FindSong(app.library, {place.playlist, place.song}),
+                share * weight / static_cast<double>(list.upTo.back()));
     }
 }
 
@@ -118,16 +121,13 @@ Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const Leng
     double playedSec = 0.0;
     while (rotation.plays < plays) {
         const Play play = ChoosePlay(app, draws, lengthOf, rotation.unplayable);
-        if (play.kind != Selection::kSong && play.kind != Selection::kStation) break;
+        if (play.pick.result != Selection::kItem) break;
         ++rotation.plays;
         playedSec += PlaySecondsOf(app, draws, play);
-        if (play.kind == Selection::kStation) {
-            rotation.drawn.byType[kInternetRadio] += 1.0;
-            repeats.PassStation();
-        } else {
-            AddSong(rotation.drawn, SongOf(app, play.choice), 1.0);
-            if (repeats.IsRepeat(play.choice)) ++rotation.repeats;
-        }
+        const Song* const song = SongOf(app, play.pick);
+        if (song == nullptr) rotation.drawn.byType[static_cast<size_t>(play.pick.item.type)] += 1.0;
+        if (song != nullptr) AddSong(rotation.drawn, *song, 1.0);
+        if (repeats.IsRepeat(play.pick.item)) ++rotation.repeats;
     }
     const double count = std::max(static_cast<double>(rotation.plays), 1.0);
     Divide(rotation.drawn, count);
@@ -135,20 +135,20 @@ Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const Leng
     return rotation;
 }
 
-std::array<double, 5> CategoryShares(AppState& app) {
-    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection);
-    PrepareWeights(app.weights, app.selection, CountsOf(lists, app.radio));
+std::array<double, 5> CategoryShares(const AppState& app, Draws& draws) {
+    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, draws);
+    const SelectionWeights weights = PreparedWeights(app.weights, app.selection, CountsOf(lists, app.radio));
     std::array<double, 5> shares{};
     for (int32_t percent = 0; percent < 100; ++percent) {
-        const Category category = CategoryAt(app.weights, percent);
+        const Category category = CategoryAt(weights, percent);
         if (category != kNoCategory) shares[static_cast<size_t>(category)] += 0.01;
     }
     return shares;
 }
 
-RotationShares PromisedShares(AppState& app) {
-    const std::array<double, 5> byCategory = CategoryShares(app);
-    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection);
+RotationShares PromisedShares(const AppState& app, Draws& draws) {
+    const std::array<double, 5> byCategory = CategoryShares(app, draws);
+    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, draws);
     RotationShares shares;
     for (size_t i = 0; i < byCategory.size(); ++i) {
         if (byCategory[i] > 0.0) AddCategory(app, lists, static_cast<Category>(i), byCategory[i], shares);

@@ -14,8 +14,8 @@ namespace hullrider {
 
 // Of all that is played, 0 to 1.
 struct RotationShares {
-    std::array<double, 4> byType{};  // MIDI, audio files, tracker modules, internet stations
-    double favorites = 0.0;          // songs of any type that are favourites
+    std::array<double, kItemTypes> byType{};
+    double favorites = 0.0;  // songs of any type that are favourites
 };
 
 struct Rotation {
@@ -33,11 +33,10 @@ using LengthOf = std::function<double(const Song&)>;
 // earlier when nothing can be chosen.
 Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const LengthOf& lengthOf);
 
-// How many of all draws go to each Category by the weights, 0 to 1. Brings the weights into the form that is drawn
-// from.
-std::array<double, 5> CategoryShares(AppState& app);
+// How many of all draws go to each Category by the weights, 0 to 1.
+std::array<double, 5> CategoryShares(const AppState& app, Draws& draws);
 
-// What the weights promise, the history left aside. Brings the weights into the form that is drawn from.
-RotationShares PromisedShares(AppState& app);
+// What the weights promise, the history left aside.
+RotationShares PromisedShares(const AppState& app, Draws& draws);
 
 }  // namespace hullrider

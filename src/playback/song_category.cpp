@@ -40,36 +40,33 @@ Category CategoryAt(const SelectionWeights& weights, int32_t percent) {
     return kTrackerCategory;
 }
 
-void PrepareWeights(SelectionWeights& weights, const SelectionState& selection, const CategoryCounts& counts) {
+SelectionWeights PreparedWeights(const SelectionWeights& weights, const SelectionState& selection,
+                                 const CategoryCounts& counts) {
+    SelectionWeights prepared = weights;
     const bool withRadio = !selection.excludeRadioOnce;
-    if (!withRadio || counts.stations < 1) weights.radio = 0;
-    if (counts.mp3 < 1) weights.mp3 = 0;
-    if (counts.midi < 1) weights.midi = 0;
-    if (counts.tracker < 1) weights.tracker = 0;
-    if (selection.lastCandidateCount < 1) weights.favorites = 0;
+    if (!withRadio || counts.stations < 1) prepared.radio = 0;
+    if (counts.mp3 < 1) prepared.mp3 = 0;
+    if (counts.midi < 1) prepared.midi = 0;
+    if (counts.tracker < 1) prepared.tracker = 0;
+    if (counts.lastCandidateCount < 1) prepared.favorites = 0;
     if (!selection.mixedMusic && withRadio) {
-        weights.midi = kUnmixedMidi;
-        weights.mp3 = weights.tracker = weights.favorites = 0;
-        if (counts.stations > 0) weights.radio = kUnmixedRadio;
+        prepared.midi = kUnmixedMidi;
+        prepared.mp3 = prepared.tracker = prepared.favorites = 0;
+        if (counts.stations > 0) prepared.radio = kUnmixedRadio;
     }
-    if (SumOf(weights) == 0) TakeDefaults(weights, counts, withRadio);
+    if (SumOf(prepared) == 0) TakeDefaults(prepared, counts, withRadio);
+    return prepared;
 }
 
-Category PickCategory(SelectionWeights& weights, SelectionState& selection, const CategoryCounts& counts,
-                      Random& random) {
-    if (!selection.savedRadioIsKnown) {
-        selection.savedRadioWeight = weights.radio;
-        selection.savedRadioIsKnown = true;
-    }
-    PrepareWeights(weights, selection, counts);
-    if (SumOf(weights) < 0) return kNoCategory;
-    const auto percent = static_cast<int32_t>(random.Index(100));
-    const SelectionWeights drawnFrom = weights;
-    if (selection.excludeRadioOnce) {
-        selection.excludeRadioOnce = false;
-        weights.radio = selection.savedRadioWeight;
-    }
-    return CategoryAt(drawnFrom, percent);
+CategoryDraw PickCategory(const SelectionWeights& weights, const SelectionState& selection,
+                          const CategoryCounts& counts, Random& random) {
+    CategoryDraw draw;
+    draw.savedRadioWeight = selection.savedRadioWeight.value_or(weights.radio);
+    draw.weights = PreparedWeights(weights, selection, counts);
+    if (SumOf(draw.weights) < 0) return draw;
+    draw.category = CategoryAt(draw.weights, static_cast<int32_t>(random.Index(100)));
+    if (selection.excludeRadioOnce) draw.weights.radio = draw.savedRadioWeight;
+    return draw;
 }
 
 }  // namespace hullrider

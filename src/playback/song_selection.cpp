@@ -1,14 +1,12 @@
 #include "playback/song_selection.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "library/music_type.h"
 #include "library/song_counts.h"
 #include "library/song_history.h"
 #include "playback/candidates.h"
-#include "playback/chosen_song.h"
-#include "playback/song_category.h"
-#include "playback/song_files.h"
 
 namespace hullrider {
 
@@ -16,172 +14,220 @@ namespace {
 
 constexpr int32_t kMostCalls = 10000;
 
-Playlist* CurrentPlaylist(AppState& app) {
+// What one selection goes by.
+struct Rules {
+    const AppState& app;
+    Draws& draws;
+    UnavailableSongs::Draw may = UnavailableSongs::Draw::kSound;
+};
+
+const Playlist* CurrentPlaylist(const AppState& app) {
     const int32_t index = app.selection.currentPlaylist;
     if (index < 0 || static_cast<size_t>(index) >= app.library.playlists.size()) return nullptr;
     return &app.library.playlists[static_cast<size_t>(index)];
 }
 
-Selection Accept(AppState& app, const SongChoice& chosen, int32_t type, SongChoice& choice) {
-    NoteType(app.playback, app.selection, type);
-    ReportPick(app.history, {type, chosen.playlist, chosen.song, SongOf(app, chosen).songPath, 0, 0.0});
-    choice = chosen;
-    return Selection::kSong;
+const Song& SongAtPlace(const AppState& app, const SongChoice& place) {
+    return app.library.playlists[static_cast<size_t>(place.playlist)].songs[static_cast<size_t>(place.song)];
 }
 
-Selection AcceptSong(AppState& app, const SongChoice& chosen, SongChoice& choice) {
-    app.selection.radioPlaying = false;
-    return Accept(app, chosen, SongOf(app, chosen).musicType, choice);
+Pick TakeSong(const AppState& app, Pick pick, const SongChoice& place, Relaxation relaxed = Relaxation::kNone) {
+    pick.result = Selection::kItem;
+    pick.item = MakeSongItem(app.library, place);
+    pick.relaxed = relaxed;
+    return pick;
 }
 
-Selection AcceptStation(AppState& app, SongChoice& choice) {
-    SelectionState& selection = app.selection;
-    const int32_t station = selection.currentInternetStation;
-    selection.radioPlaying = true;
-    NoteType(app.playback, selection, kInternetRadio);
-    const bool known = station >= 0 && static_cast<size_t>(station) < app.radio.stations.size();
-    if (!selection.stationPreview) {
-        const std::string url = known ? app.radio.stations[static_cast<size_t>(station)].url : "";
-        ReportPick(app.history, {kInternetRadio, station, 0, url, 0, 0.0});
+Pick TakeStation(const AppState& app, Pick pick, int32_t station) {
+    if (station < 0 || static_cast<size_t>(station) >= app.radio.stations.size()) return pick;
+    pick.result = Selection::kItem;
+    pick.item = MakeStationItem(app.radio, station);
+    pick.station = station;
+    pick.isReported = !app.selection.stationPreview;
+    return pick;
+}
+
+bool MayPlay(const Rules& rules, const SongChoice& place) {
+    return rules.draws.unavailable.MayPlay(SongAtPlace(rules.app, place).songPath, rules.may);
+}
+
+HistoryKey KeyOf(const AppState& app, const SongChoice& place) {
+    return {SongAtPlace(app, place).musicType, place.playlist, place.song};
+}
+
+// One of the list that was not heard lately, or else the one that was heard least recently.
+std::optional<SongChoice> DrawFrom(const Rules& rules, const WeightedSongs& list, Relaxation& relaxed) {
+    const AppState& app = rules.app;
+    const auto mayPlay = [&](const SongChoice& place) { return MayPlay(rules, place); };
+    const auto isNew = [&](const SongChoice& place) {
+        return !WasPickedLately(app.history, KeyOf(app, place), app.settings.historyDepth) && mayPlay(place);
+    };
+    if (std::optional<SongChoice> drawn = DrawPassing(list, rules.draws.song, isNew)) return drawn;
+    const auto lastPick = [&](const SongChoice& place) { return LastPickOf(app.history, KeyOf(app, place)); };
+    std::optional<SongChoice> oldest = LowestPassing(list, mayPlay, lastPick);
+    if (oldest && relaxed == Relaxation::kNone) relaxed = Relaxation::kHistory;
+    return oldest;
+}
+
+// From the category, from all that the filter lets through, from all there is.
+Pick DrawRelaxing(const Rules& rules, const WeightedSongs& ofCategory, const Pick& pick) {
+    const AppState& app = rules.app;
+    Relaxation relaxed = Relaxation::kNone;
+    if (const auto drawn = DrawFrom(rules, ofCategory, relaxed)) return TakeSong(app, pick, *drawn, relaxed);
+    const int32_t filter = app.selection.favoritesFilter;
+    relaxed = Relaxation::kCategory;
+    if (const auto drawn = DrawFrom(rules, EverySong(app.library, filter), relaxed)) {
+        return TakeSong(app, pick, *drawn, relaxed);
     }
-    choice = {station, 0, 0, 0};
-    return Selection::kStation;
+    if (filter == kAllSongs) return pick;
+    relaxed = Relaxation::kFilter;
+    const auto drawn = DrawFrom(rules, EverySong(app.library, kAllSongs), relaxed);
+    return drawn ? TakeSong(app, pick, *drawn, relaxed) : pick;
 }
 
-// A song of a playlist that stands for internet radio.
-Selection SelectFromRadioPlaylist(AppState& app, Draws& draws, int32_t index, SongChoice& choice) {
-    const std::vector<Song>& songs = app.library.playlists[static_cast<size_t>(index)].songs;
-    if (songs.empty()) return Selection::kNothing;
-    const SongChoice drawn{index, static_cast<int32_t>(draws.song.Index(songs.size())), 0, 0};
-    if (!draws.fileExists(SongOf(app, drawn).songPath)) return SelectNextSong(app, draws, kRadioCategory, choice);
-    app.selection.radioPlaying = false;
-    return Accept(app, drawn, SongOf(app, drawn).musicType, choice);
+// Songs that have failed come last.
+Pick DrawRelaxing(const AppState& app, Draws& draws, const WeightedSongs& ofCategory, const Pick& pick) {
+    Pick drawn = DrawRelaxing({app, draws}, ofCategory, pick);
+    if (drawn.result == Selection::kItem) return drawn;
+    return DrawRelaxing({app, draws, UnavailableSongs::Draw::kAll}, ofCategory, pick);
+}
+
+// The next place of the walk; song 0 of the first playlist that has songs when it stood nowhere.
+SongPosition StepWalk(const std::vector<Playlist>& playlists, SongPosition at) {
+    const auto exists = [&] { return at.playlist >= 0 && static_cast<size_t>(at.playlist) < playlists.size(); };
+    if (!exists()) at = {0, -1};
+    ++at.song;
+    while (static_cast<size_t>(at.song) >= playlists[static_cast<size_t>(at.playlist)].songs.size()) {
+        at = {at.playlist + 1, 0};
+        if (!exists()) at.playlist = 0;
+    }
+    return at;
+}
+
+std::optional<SongPosition> WalkUntilPlayable(const Rules& rules) {
+    const SelectionState& selection = rules.app.selection;
+    SongPosition at{selection.currentPlaylist, std::max(selection.currentSongInPlaylist, -1)};
+    for (int64_t left = SongCountOf(rules.app.library); left > 0; --left) {
+        at = StepWalk(rules.app.library.playlists, at);
+        if (MayPlay(rules, {at.playlist, at.song, 0, 0})) return at;
+    }
+    return std::nullopt;
 }
 
 // One after the other, through all playlists and round again.
-Selection WalkOn(AppState& app, Draws& draws, SongChoice& choice) {
-    SelectionState& selection = app.selection;
-    const std::vector<Playlist>& playlists = app.library.playlists;
-    SongFiles files(draws);
-    for (int64_t left = SongCountOf(app.library); left > 0;) {
-        const Playlist* const current = CurrentPlaylist(app);
-        if (current == nullptr) selection.currentPlaylist = 0;
-        ++selection.currentSongInPlaylist;
-        if (current == nullptr || selection.currentSongInPlaylist < 0) {
-            selection.currentSongInPlaylist = 0;
-        } else if (static_cast<size_t>(selection.currentSongInPlaylist) >= current->songs.size()) {
-            const bool isLast = static_cast<size_t>(selection.currentPlaylist) + 1 >= playlists.size();
-            selection.currentPlaylist = isLast ? 0 : selection.currentPlaylist + 1;
-            selection.currentSongInPlaylist = 0;
-        }
-        if (CurrentPlaylist(app)->songs.empty()) continue;
-        const SongChoice next{selection.currentPlaylist, selection.currentSongInPlaylist, 0, 0};
-        if (files.Exists(SongOf(app, next).songPath)) return AcceptSong(app, next, choice);
-        --left;
-    }
-    return Selection::kNothing;
+Pick WalkOn(const AppState& app, Draws& draws, Pick pick) {
+    std::optional<SongPosition> at = WalkUntilPlayable({app, draws});
+    if (!at) at = WalkUntilPlayable({app, draws, UnavailableSongs::Draw::kAll});
+    if (!at) return pick;
+    pick.walk = at;
+    return TakeSong(app, pick, {at->playlist, at->song, 0, 0});
 }
 
-// Every song of the library or of one playlist, each once.
-WeightedSongs EverySong(const MusicLibrary& library, const Playlist* only) {
-    WeightedSongs list;
-    for (size_t i = 0; i < library.playlists.size(); ++i) {
-        if (only != nullptr && only != &library.playlists[i]) continue;
-        for (size_t j = 0; j < library.playlists[i].songs.size(); ++j) {
-            Append(list, {static_cast<int32_t>(i), static_cast<int32_t>(j), 0, 0}, 1);
-        }
-    }
-    return list;
+Pick SelectUniformly(const AppState& app, Draws& draws, Pick pick) {
+    pick.selectionCalls = 0;
+    const Pick uniform = PickUniformSong(app, draws);
+    if (uniform.result != Selection::kItem) return pick;
+    const SongChoice& place = uniform.item.place;
+    const bool passes = PassesFilter(SongAtPlace(app, place), app.selection.favoritesFilter);
+    if (passes && MayPlay({app, draws}, place)) return TakeSong(app, pick, place);
+    return DrawRelaxing(app, draws, {}, pick);
 }
 
-bool FailedNow(const SelectionState& selection, const SongChoice& at) {
-    const auto isSame = [&](const SongChoice& failed) {
-        return failed.playlist == at.playlist && failed.song == at.song;
-    };
-    return std::any_of(selection.failedNow.begin(), selection.failedNow.end(), isSame);
-}
-
-bool CanBePlayed(const AppState& app, const SongChoice& at, SongFiles& files) {
-    return !FailedNow(app.selection, at) && files.Exists(SongOf(app, at).songPath);
-}
-
-Selection SelectUniformlyFromWhatIsThere(AppState& app, Draws& draws, SongFiles& files, SongChoice& choice) {
-    files.RenewPatience();
-    const auto passes = [&](const SongChoice& at) { return CanBePlayed(app, at, files); };
-    const std::optional<SongChoice> drawn = DrawPassing(EverySong(app.library, nullptr), draws.song, passes);
-    return drawn ? AcceptSong(app, *drawn, choice) : Selection::kNothing;
-}
-
-Selection ShufflePlaylist(AppState& app, Draws& draws, SongChoice& choice) {
+Pick ShufflePlaylist(const AppState& app, Draws& draws, const Pick& pick) {
     const Playlist* const playlist = CurrentPlaylist(app);
-    const WeightedSongs songs = playlist == nullptr ? WeightedSongs{} : EverySong(app.library, playlist);
-    app.selection.lastCandidateCount = static_cast<int32_t>(songs.songs.size());
-    if (IsEmpty(songs)) return Selection::kNothing;
-    SongFiles files(draws);
-    const auto passes = [&](const SongChoice& at) { return CanBePlayed(app, at, files); };
-    const std::optional<SongChoice> drawn = DrawPassing(songs, draws.song, passes);
-    if (drawn) return AcceptSong(app, *drawn, choice);
-    return SelectUniformlyFromWhatIsThere(app, draws, files, choice);
+    if (playlist == nullptr || playlist->songs.empty()) return pick;
+    if (pick.selectionCalls >= kMostCalls) return SelectUniformly(app, draws, pick);
+    const WeightedSongs songs = EverySongOf(app.library, app.selection.currentPlaylist);
+    const Rules rules{app, draws};
+    const auto mayPlay = [&](const SongChoice& place) { return MayPlay(rules, place); };
+    if (const auto drawn = DrawPassing(songs, draws.song, mayPlay)) return TakeSong(app, pick, *drawn);
+    return DrawRelaxing(app, draws, {}, pick);
 }
 
-Selection ShuffleLibrary(AppState& app, Draws& draws, int32_t category, SongChoice& choice) {
-    SelectionState& selection = app.selection;
-    const CandidateLists& lists = BuildWeightedSongList(app.library, selection);
-    if (lists.weightOfAll == 0) return Selection::kNothing;
-    if (!LibraryHasCategory(lists, category) || selection.selectionCalls >= kMostCalls) {
-        selection.selectionCalls = 0;
-        return PickUniformSong(app, draws, choice) ? Selection::kSong : Selection::kNothing;
+Pick ShuffleLibrary(const AppState& app, Draws& draws, int32_t category, const Pick& pick) {
+    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, draws);
+    if (lists.weightOfAll == 0) return pick;
+    if (!LibraryHasCategory(lists, category) || pick.selectionCalls >= kMostCalls) {
+        return SelectUniformly(app, draws, pick);
     }
-    SongFiles files(draws);
-    const auto passes = [&](const SongChoice& at) {
-        const Song& song = SongOf(app, at);
-        return !WasPickedLately(app.history, song.musicType, at.playlist, at.song, app.settings.historyDepth) &&
-               CanBePlayed(app, at, files);
-    };
-    const std::optional<SongChoice> drawn =
-        DrawPassing(lists.byCategory[static_cast<size_t>(category)], draws.song, passes);
-    if (drawn) return AcceptSong(app, *drawn, choice);
-    return SelectUniformlyFromWhatIsThere(app, draws, files, choice);
-}
-
-bool WantsRadio(const AppState& app, int32_t category) {
-    const SelectionState& selection = app.selection;
-    return (selection.playMode != kPlaylistMode && category == kRadioCategory) ||
-           (selection.radioPlaying && !app.radio.stations.empty()) || selection.stationPreview;
-}
-
-Selection SelectRadio(AppState& app, Draws& draws, int32_t category, SongChoice& choice) {
-    SelectionState& selection = app.selection;
-    if (selection.playMode == kStationMode || selection.stationPreview) return AcceptStation(app, choice);
-    const WeightedSongs stations = BuildStationList(app.radio, app.library);
-    if (IsEmpty(stations)) return ShuffleLibrary(app, draws, category, choice);
-    const int32_t drawn = DrawSong(stations, draws.song).playlist;
-    selection.currentInternetStation = drawn;
-    const auto stationCount = static_cast<int32_t>(app.radio.stations.size());
-    if (drawn < stationCount) return AcceptStation(app, choice);
-    return SelectFromRadioPlaylist(app, draws, drawn - stationCount, choice);
+    return DrawRelaxing(app, draws, lists.byCategory[static_cast<size_t>(category)], pick);
 }
 
 // The kind of the current playlist, which is that of its first song.
-int32_t CategoryOfPlaylist(AppState& app) {
+int32_t CategoryOfPlaylist(const AppState& app) {
     const Playlist* const playlist = CurrentPlaylist(app);
     if (playlist == nullptr || playlist->songs.empty()) return kNoCategory;
     return MusicTypeOf(playlist->songs.front().songPath);
 }
 
-Selection SelectFrom(AppState& app, Draws& draws, int32_t category, SongChoice& choice) {
-    if (WantsRadio(app, category)) return SelectRadio(app, draws, category, choice);
-    app.selection.radioPlaying = false;
-    if (!app.selection.shuffle) return WalkOn(app, draws, choice);
-    if (app.selection.playMode == kPlaylistMode) return ShufflePlaylist(app, draws, choice);
-    return ShuffleLibrary(app, draws, category, choice);
+Pick SelectBy(const AppState& app, const SelectionWeights& weights, Draws& draws, int32_t category);
+
+// A song of a playlist that stands for internet radio.
+Pick SelectFromRadioPlaylist(const AppState& app, Draws& draws, int32_t index, Pick pick) {
+    const std::vector<Song>& songs = app.library.playlists[static_cast<size_t>(index)].songs;
+    if (songs.empty()) return pick;
+    const SongChoice drawn{index, static_cast<int32_t>(draws.song.Index(songs.size())), 0, 0};
+    if (MayPlay({app, draws}, drawn)) return TakeSong(app, pick, drawn);
+    if (pick.selectionCalls >= kMostCalls) return SelectUniformly(app, draws, pick);
+    return SelectBy(app, *pick.weights, draws, kRadioCategory);
+}
+
+Pick SelectRadio(const AppState& app, Draws& draws, int32_t category, const Pick& pick) {
+    const SelectionState& selection = app.selection;
+    if (selection.playMode == kStationMode || selection.stationPreview) {
+        const Pick station = TakeStation(app, pick, selection.currentInternetStation);
+        return station.result == Selection::kItem ? station : ShuffleLibrary(app, draws, category, pick);
+    }
+    const WeightedSongs stations = BuildStationList(app.radio, app.library);
+    if (IsEmpty(stations)) return ShuffleLibrary(app, draws, category, pick);
+    const int32_t drawn = DrawSong(stations, draws.song).playlist;
+    const auto stationCount = static_cast<int32_t>(app.radio.stations.size());
+    if (drawn < stationCount) return TakeStation(app, pick, drawn);
+    return SelectFromRadioPlaylist(app, draws, drawn - stationCount, pick);
+}
+
+bool WantsRadio(const AppState& app, int32_t category, bool radioPlaying) {
+    const SelectionState& selection = app.selection;
+    return (selection.playMode != kPlaylistMode && category == kRadioCategory) ||
+           (radioPlaying && !app.radio.stations.empty()) || selection.stationPreview;
+}
+
+Pick SelectBy(const AppState& app, const SelectionWeights& weights, Draws& draws, int32_t category) {
+    const SelectionState& selection = app.selection;
+    Pick pick;
+    pick.weights = weights;
+    pick.selectionCalls = selection.selectionCalls;
+    bool radioPlaying = selection.radioPlaying;
+    if (app.radio.stations.empty()) pick.weights->radio = 0;
+    if (category != kNoCategory || selection.playMode == kPlaylistMode) {
+        category = CategoryOfPlaylist(app);
+    } else {
+        pick.selectionCalls = 0;
+        const CandidateLists& lists = BuildWeightedSongList(app.library, selection.favoritesFilter, draws);
+        const CategoryDraw drawn = PickCategory(*pick.weights, selection, CountsOf(lists, app.radio), draws.category);
+        pick.weights = drawn.weights;
+        pick.savedRadioWeight = drawn.savedRadioWeight;
+        pick.spendsRadioExclusion = true;
+        category = drawn.category;
+        if (category == kNoCategory) {
+            pick.result = Selection::kRefused;
+            return pick;
+        }
+        if (selection.playMode != kStationMode) radioPlaying = false;
+    }
+    pick.selectionCalls = std::min(*pick.selectionCalls + 1, kMostCalls);
+    if (WantsRadio(app, category, radioPlaying)) return SelectRadio(app, draws, category, pick);
+    if (!selection.shuffle) return WalkOn(app, draws, pick);
+    if (selection.playMode == kPlaylistMode) return ShufflePlaylist(app, draws, pick);
+    return ShuffleLibrary(app, draws, category, pick);
 }
 
 }  // namespace
 
 CategoryCounts CountsOf(const CandidateLists& lists, const RadioState& radio) {
     return {lists.songsOf[kMidiCategory], lists.songsOf[kMp3Category], lists.songsOf[kTrackerCategory],
-            static_cast<int32_t>(radio.stations.size())};
+            static_cast<int32_t>(radio.stations.size()),
+            static_cast<int32_t>(std::min<int64_t>(lists.weightOfAll, INT32_MAX))};
 }
 
 bool LibraryHasCategory(const CandidateLists& lists, int32_t category) {
@@ -189,46 +235,23 @@ bool LibraryHasCategory(const CandidateLists& lists, int32_t category) {
            lists.songsOf[static_cast<size_t>(category)] > 0;
 }
 
-void NoteType(PlaybackState& playback, SelectionState& selection, int32_t type) {
-    playback.previousType = selection.firstPick ? type : playback.currentType;
-    playback.currentType = type;
-    selection.firstPick = false;
+Pick SelectNextSong(const AppState& app, Draws& draws, int32_t category) {
+    return SelectBy(app, app.weights, draws, category);
 }
 
-Selection SelectNextSong(AppState& app, Draws& draws, int32_t category, SongChoice& choice) {
-    SelectionState& selection = app.selection;
-    choice = {};
-    if (app.radio.stations.empty()) app.weights.radio = 0;
-    if (category != kNoCategory || selection.playMode == kPlaylistMode) {
-        category = CategoryOfPlaylist(app);
-    } else {
-        selection.selectionCalls = 0;
-        const CategoryCounts counts = CountsOf(BuildWeightedSongList(app.library, selection), app.radio);
-        category = PickCategory(app.weights, selection, counts, draws.category);
-        if (category == kNoCategory) return Selection::kRefused;
-        if (selection.playMode != kStationMode) selection.radioPlaying = false;
-    }
-    selection.selectionCalls = std::min(selection.selectionCalls + 1, kMostCalls);
-    return SelectFrom(app, draws, category, choice);
+Pick SelectForCustomStation(const AppState& app, Draws& draws) {
+    Pick pick = SelectBy(app, app.radio.activeCustomStation.weights, draws, kNoCategory);
+    pick.weights.reset();  // the user's own stay
+    return pick;
 }
 
-bool PickUniformSong(AppState& app, Draws& draws, SongChoice& choice) {
-    choice = {};
+Pick PickUniformSong(const AppState& app, Draws& draws) {
     const int64_t count = SongCountOf(app.library);
-    if (count == 0) return false;
+    if (count == 0) return {};
     const auto drawn = static_cast<int64_t>(draws.song.Index(static_cast<uint64_t>(count)));
     const std::optional<SongPosition> at = SongAt(app.library, drawn);
-    if (!at) return false;
-    AcceptSong(app, {at->playlist, at->song, static_cast<int32_t>(drawn), 0}, choice);
-    return true;
-}
-
-Selection SelectForCustomStation(AppState& app, Draws& draws, SongChoice& choice) {
-    const SelectionWeights own = app.weights;
-    app.weights = app.radio.activeCustomStation.weights;
-    const Selection selected = SelectNextSong(app, draws, kNoCategory, choice);
-    app.weights = own;
-    return selected;
+    if (!at) return {};
+    return TakeSong(app, {}, {at->playlist, at->song, static_cast<int32_t>(drawn), 0});
 }
 
 }  // namespace hullrider

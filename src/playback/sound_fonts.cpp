@@ -9,6 +9,7 @@
 #include "platform/console.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
+#include "playback/stream_slots.h"
 
 namespace hullrider {
 
@@ -27,7 +28,8 @@ void StepSoundFont(AppState& app, int32_t step) {
         ShowErrorBox("No soundfont files found.");
         return;
     }
-    SelectSoundFont(app.soundFonts, app.playback, (app.soundFonts.currentSoundFont + step + count) % count);
+    const int32_t index = (app.soundFonts.currentSoundFont + step + count) % count;
+    SelectSoundFont(app.soundFonts, app.playback, index);
 }
 
 }  // namespace
@@ -59,6 +61,11 @@ bool SelectSoundFont(SoundFontState& fonts, const PlaybackState& playback, int32
     const std::string& file = fonts.soundFontFiles[index];
     const HSOUNDFONT font = BASS_MIDI_FontInit(file.c_str(), 0);
     const HSOUNDFONT fontNext = font == 0 ? 0 : BASS_MIDI_FontInit(file.c_str(), 0);
+    if (font == 0 && BASS_ErrorGetCode() == BASS_ERROR_INIT) {
+        PrintLine("SoundFont for the next start: " + std::string(FileStem(file)));
+        fonts.currentSoundFont = index;
+        return true;
+    }
     if (fontNext == 0) {
         BASS_MIDI_FontFree(font);
         ShowErrorBox("Failed to load the selected soundfont.");
@@ -67,6 +74,7 @@ bool SelectSoundFont(SoundFontState& fonts, const PlaybackState& playback, int32
     ReplaceFont(fonts.midiStreamFont, font, playback.musicStream);
     ReplaceFont(fonts.midiStreamNextFont, fontNext, playback.musicStreamNext);
     fonts.currentSoundFont = index;
+    fonts.midiStreamFontFile = fonts.midiStreamNextFontFile = file;
     return true;
 }
 
@@ -78,29 +86,20 @@ void PreviousSoundFont(AppState& app) {
     StepSoundFont(app, -1);
 }
 
-void ApplySoundFontRule(AppState& app, Random& random) {
-    SoundFontState& fonts = app.soundFonts;
+int32_t DrawSoundFont(const AppState& app, Random& random) {
+    const SoundFontState& fonts = app.soundFonts;
     const int32_t songs = app.settings.songsBeforeSoundfontChange;
-    if (fonts.soundFontFiles.empty() || songs < 1 || fonts.songsSinceSoundfontChange < songs) return;
-    fonts.songsSinceSoundfontChange = 0;
-    fonts.currentSoundFont = static_cast<int32_t>(random.Index(fonts.soundFontFiles.size()));
-    const std::string& file = fonts.soundFontFiles[static_cast<size_t>(fonts.currentSoundFont)];
-    const HSOUNDFONT font = BASS_MIDI_FontInit(file.c_str(), 0);
-    if (font == 0) {
-        PrintErrorLine("Error loading sound font from " + file + ": " + std::to_string(BASS_ErrorGetCode()));
-        return;
-    }
-    const bool intoMain = app.playback.nextSlotActive;
-    const BASS_MIDI_FONT entry{font, -1, 0};
-    if (!BASS_MIDI_StreamSetFonts(intoMain ? app.playback.musicStream : app.playback.musicStreamNext, &entry, 1)) {
-        PrintErrorLine(std::string("Error setting sound font for ") + (intoMain ? "midiStream" : "midiStreamNext") +
-                       ": " + std::to_string(BASS_ErrorGetCode()));
-        BASS_MIDI_FontFree(font);
-        return;
-    }
-    uint32_t& slotFont = intoMain ? fonts.midiStreamFont : fonts.midiStreamNextFont;
-    if (slotFont != 0) BASS_MIDI_FontFree(slotFont);
-    slotFont = font;
+    if (fonts.soundFontFiles.empty() || songs < 1 || fonts.songsSinceSoundfontChange + 1 < songs) return -1;
+    return static_cast<int32_t>(random.Index(fonts.soundFontFiles.size()));
+}
+
+void ApplySoundFontRule(AppState& app, int32_t drawn, const std::string& file, uint32_t font) {
+    SoundFontState& fonts = app.soundFonts;
+    fonts.songsSinceSoundfontChange = drawn < 0 ? fonts.songsSinceSoundfontChange + 1 : 0;
+    if (font == 0) return;
+    ReplaceIdleSlotFont(app.playback, fonts, font, file);
+    const auto index = static_cast<size_t>(drawn);
+    if (index < fonts.soundFontFiles.size() && fonts.soundFontFiles[index] == file) fonts.currentSoundFont = drawn;
 }
 
 }  // namespace hullrider

@@ -1,5 +1,5 @@
-// The two pairs of stream slots. One member of each pair is current, the other one idle: the next item is loaded into
-// the idle one, and then they swap. UI thread.
+// The two pairs of stream slots. One member of each pair is current, the other one idle: the next item is put into the
+// idle one, and then they swap. UI thread.
 #pragma once
 
 #include "state/app_state.h"
@@ -9,10 +9,15 @@ namespace hullrider {
 // The handle of what plays; 0 when nothing does.
 StreamSlot CurrentHandle(const PlaybackState& playback);
 
-// Load the chosen song into the idle slot, silent and not yet started; whatever the slot held is freed. Return the
-// handle, or 0 with a line that says why. A MIDI song is given the font of its slot.
-StreamSlot LoadMusicStream(AppState& app, const SongChoice& choice);
-StreamSlot LoadTrackerStream(PlaybackState& playback, const MusicLibrary& library, const SongChoice& choice);
+// Gives the stream of an item of that type to the idle slot; whatever the slot held is freed.
+void PutIntoIdleSlot(PlaybackState& playback, int32_t type, StreamSlot handle);
+
+// The font of the idle music slot, 0: none; and its replacement, which frees it.
+uint32_t IdleSlotFont(const PlaybackState& playback, const SoundFontState& fonts);
+void ReplaceIdleSlotFont(const PlaybackState& playback, SoundFontState& fonts, uint32_t font, const std::string& file);
+
+// The file of the font that the current music slot plays through; empty for none.
+const std::string& CurrentSlotFont(const PlaybackState& playback, const SoundFontState& fonts);
 
 // Stops and frees every slot and every font, and shuts the audio library down.
 void FreeAllStreams(PlaybackState& playback, SoundFontState& fonts);

@@ -1,6 +1,7 @@
 #include "playback/transport.h"
 
 #include "audio/bass.h"
+#include "playback/cross_fade.h"
 #include "playback/listening.h"
 #include "playback/next_item.h"
 #include "playback/play_next.h"
@@ -9,26 +10,21 @@
 
 namespace hullrider {
 
-namespace {
-
-bool PlayRequested(AppState& app, Draws& draws, const NextRequest& request) {
-    app.playback.request = request;
-    return PlayNext(app, draws);
-}
-
-}  // namespace
-
 bool PlaySong(AppState& app, Draws& draws, int32_t playlist, int32_t song) {
-    return PlayRequested(app, draws, {NextRequest::kSong, {playlist, song, 0, 0}});
+    return PlayNext(app, draws, {NextRequest::kSong, {playlist, song, 0, 0}});
 }
 
 bool PlayStation(AppState& app, Draws& draws) {
-    return PlayRequested(app, draws, {NextRequest::kStation, {}});
+    return PlayNext(app, draws, {NextRequest::kStation, {}});
 }
 
 bool PlayPreviousSong(AppState& app, Draws& draws) {
-    if (!HasEarlierSong(app.history)) return false;
-    return PlayRequested(app, draws, {NextRequest::kEarlierSong, {}});
+    if (HasEarlierSong(app.history)) {
+        if (PlayNext(app, draws, {NextRequest::kEarlierSong, {}})) return true;
+        if (app.playback.next != nullptr) return false;  // it is being opened
+    }
+    // Out of silence any song is better than none.
+    return CurrentHandle(app.playback) == 0 && PlayNext(app, draws);
 }
 
 void NextPlaylist(AppState& app, Draws& draws) {
@@ -47,11 +43,11 @@ void TogglePause(AppState& app) {
     const StreamSlot handle = CurrentHandle(app.playback);
     if (handle == 0) return;
     if (BASS_ChannelIsActive(handle) == BASS_ACTIVE_PAUSED) {
-        BASS_ChannelPlay(handle, false);
+        ResumeAll(app);
         ContinueListening(app.playback);
     } else {
         EndListening(app);
-        BASS_ChannelPause(handle);
+        PauseAll(app.playback);
     }
 }
 

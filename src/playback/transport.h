@@ -6,7 +6,7 @@
 
 namespace hullrider {
 
-// Play that song of the library, or the current internet station, now.
+// Play that song of the library, or the current internet station, now. As PlayNext.
 bool PlaySong(AppState& app, Draws& draws, int32_t playlist, int32_t song);
 bool PlayStation(AppState& app, Draws& draws);
 
@@ -18,7 +18,7 @@ bool PlayPreviousSong(AppState& app, Draws& draws);
 void NextPlaylist(AppState& app, Draws& draws);
 void PreviousPlaylist(AppState& app, Draws& draws);
 
-// Toggles pause of what plays.
+// Toggles pause of what plays, and of what is fading out.
 void TogglePause(AppState& app);
 
 }  // namespace hullrider

@@ -10,9 +10,10 @@
 
 #include "audio/bass.h"
 #include "platform/console.h"
+#include "platform/play_clock.h"
+#include "platform/worker.h"
 #include "playback/fade_out.h"
 #include "playback/loudness.h"
-#include "playback/play_clock.h"
 #include "playback/stream_slots.h"
 
 namespace hullrider {
@@ -24,6 +25,7 @@ constexpr std::chrono::milliseconds kAdjustAfter{2500};
 constexpr float kUnmeasuredVolume = 0.1F;
 constexpr float kFirstShare = 0.5F;  // of the measured volume: quiet starts of loud songs measure too low
 constexpr uint32_t kToggleSlideMs = 1000;
+constexpr int32_t kLateSlideMs = 1000;
 
 bool IsVolume(float volume) {
     return volume >= 0.0F && volume <= 1.0F;
@@ -45,36 +47,49 @@ void Slide(StreamSlot handle, float volume, int32_t ms) {
     BASS_ChannelSlideAttribute(handle, BASS_ATTRIB_VOL, volume, static_cast<uint32_t>(std::max(ms, 0)));
 }
 
-// The worker's slide must not reach a stream that was replaced meanwhile and is fading out.
+// The worker's slide must not reach a stream that was replaced meanwhile and is fading out, nor one whose volume is no
+// longer to follow its loudness.
+bool MaySlide(const VolumeState& volume, StreamSlot handle) {
+    return !volume.closed && volume.isFollowing && volume.currentHandle == handle;
+}
+
 void SlideIfCurrent(const VolumeState& volume, StreamSlot handle, float level, int32_t ms) {
     const std::lock_guard lock(StreamMutex());
-    if (!volume.closed && volume.currentHandle == handle) Slide(handle, level, ms);
+    if (MaySlide(volume, handle)) Slide(handle, level, ms);
 }
 
 void FadeInMeasured(VolumeState& volume, StreamSlot handle, int32_t fadeMs) {
     float rms = 0.0F;
     if (MeasureRms(volume, handle, rms)) {
         SlideIfCurrent(volume, handle, VolumeFor(volume.targetRms, rms) * kFirstShare, fadeMs / 2);
-    } else if (!volume.closed && volume.currentHandle == handle) {
+    } else if (MaySlide(volume, handle)) {
         PrintErrorLine("Valid RMS level not obtained in time.");
         volume.levelUnknown = true;
         SlideIfCurrent(volume, handle, kUnmeasuredVolume, fadeMs / 2);
     }
 }
 
+// Prints outside the mutex, as the fade does.
+void CorrectVolume(VolumeState& volume, StreamSlot handle, int32_t slideMs) {
+    const float average = volume.averageMusicRms, target = volume.targetRms;
+    const float level = VolumeFor(target, average);
+    {
+        const std::lock_guard lock(StreamMutex());
+        if (!MaySlide(volume, handle)) return;
+        volume.adjustedVolume = level;
+        Slide(handle, level, slideMs);
+    }
+    PrintLine("Adjusting volume. Current average music vol: " + Text(average) + ", User target RMS: " + Text(target) +
+              ", Current volume level: " + Text(volume.volumeLevel));
+    PrintLine("Volume adjusted. New target volume: " + Text(level));
+}
+
 void AdjustVolume(VolumeState& volume, int32_t fadeMs) {
     PrintLine("Volume adjustment thread started, waiting for " + std::to_string(fadeMs / 2) + " ms");
+    // The item after it is not measured long enough to be corrected then.
     const StreamSlot handle = volume.currentHandle;
     SleepFor(kAdjustAfter);
-    const std::lock_guard lock(StreamMutex());
-    // The item after it was not measured long enough to be corrected.
-    if (volume.closed || volume.currentHandle != handle) return;
-    PrintLine("Adjusting volume. Current average music vol: " + Text(volume.averageMusicRms) +
-              ", User target RMS: " + Text(volume.targetRms) + ", Current volume level: " + Text(volume.volumeLevel));
-    const float level = VolumeFor(volume.targetRms, volume.averageMusicRms);
-    volume.adjustedVolume = level;
-    PrintLine("Volume adjusted. New target volume: " + Text(level));
-    Slide(handle, level, fadeMs / 2);
+    CorrectVolume(volume, handle, fadeMs / 2);
 }
 
 void TakePreset(AppState& app) {
@@ -122,19 +137,27 @@ void TakeVolumeFromSettings(AppState& app) {
     app.playback.volume->targetRms = TargetRmsOf(app.settings.volumeLevel);
 }
 
-void FadeInToTarget(AppState& app, StreamSlot handle) {
-    const int32_t fadeMs = std::max(app.settings.FADE_DURATION_MS, 0);
-    app.playback.volume->volumeLevel = app.settings.volumeLevel;
+void FadeInToTarget(AppState& app, StreamSlot handle, std::optional<float> rms, int32_t fadeMs) {
+    VolumeState& volume = *app.playback.volume;
+    volume.volumeLevel = app.settings.volumeLevel;
+    volume.isFollowing = app.playback.realTimeVolume;
     if (!app.playback.realTimeVolume) {
         Slide(handle, app.settings.volumeLevel, fadeMs);
         return;
     }
     TakePreset(app);
+    if (rms) return Slide(handle, VolumeFor(volume.targetRms, *rms) * kFirstShare, fadeMs / 2);
     StartVolumeWorker([volume = app.playback.volume, handle, fadeMs] { FadeInMeasured(*volume, handle, fadeMs); });
 }
 
 void StartVolumeAdjustment(const std::shared_ptr<VolumeState>& volume, int32_t fadeMs) {
     StartVolumeWorker([volume, fadeMs] { AdjustVolume(*volume, fadeMs); });
+}
+
+void CorrectVolumeOnceHeard(PlaybackState& playback) {
+    if (!playback.correctionDue || PlayNow() < *playback.correctionDue) return;
+    playback.correctionDue.reset();
+    if (playback.realTimeVolume) CorrectVolume(*playback.volume, playback.volume->currentHandle, kLateSlideMs);
 }
 
 void ApplyVolume(AppState& app) {
@@ -172,6 +195,10 @@ void SetLoudnessFollowing(AppState& app, bool isOn) {
     if (isOn == app.playback.realTimeVolume) return;
     const float volume = UserVolume(app);
     app.playback.realTimeVolume = isOn;
+    {
+        const std::lock_guard lock(StreamMutex());  // a worker may be about to slide
+        app.playback.volume->isFollowing = isOn;
+    }
     SetVolumeLevel(app, std::clamp(volume, 0.0F, 1.0F));
 }
 

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "state/app_state.h"
 
@@ -20,11 +21,15 @@ void TakeVolumeFromSettings(AppState& app);
 // The volume that what plays should have by now.
 float WantedVolume(const AppState& app);
 
-// Fades in a stream that was just started, silent: with loudness following on a detached thread.
-void FadeInToTarget(AppState& app, StreamSlot handle);
+// Fades in a stream that was just started, silent. With loudness following it is measured before, on a worker, unless
+// `rms` tells how loud it is.
+void FadeInToTarget(AppState& app, StreamSlot handle, std::optional<float> rms, int32_t fadeMs);
 
-// Starts the correction of the current stream from its average loudness, on a detached thread.
+// Starts the correction of the current stream from its average loudness, on a worker.
 void StartVolumeAdjustment(const std::shared_ptr<VolumeState>& volume, int32_t fadeMs);
+
+// Corrects the volume of an item that was silent at first, when it has been heard for long enough. Due with the poll.
+void CorrectVolumeOnceHeard(PlaybackState& playback);
 
 // Makes the settings' volume heard at once on what plays.
 void ApplyVolume(AppState& app);

@@ -7,6 +7,7 @@
 #include "state/favorites.h"
 #include "state/folder_config.h"
 #include "state/music_library.h"
+#include "state/play_item.h"
 #include "state/playback_state.h"
 #include "state/radio_state.h"
 #include "state/selection_state.h"

@@ -14,13 +14,14 @@ struct FavoriteEntry {
     // Where the song lies in the library; -1: it is not in the library of this run.
     int32_t songIndex = -1;
     int32_t plistIndex = -1;
-    int32_t favoriteCount = 1;  // 1 or more
+    int32_t favoriteCount = 1;  // 1 or more; below 0: the song is never drawn
     std::string songPath;       // UTF-8, full path of any length; identifies the entry, whatever its letters' case
 };
 
 struct FavoritesState {
     std::vector<FavoriteEntry> list;                 // in the order in which they were added
     std::unordered_map<std::string, size_t> byPath;  // the place in the list of each path in lower case
+    uint64_t revision = 0;                           // raised by every change of the list
 };
 
 }  // namespace hullrider

@@ -45,7 +45,7 @@ struct MusicLibrary {
     int32_t totalSongs = 0;
     int32_t playlistCount = 0;
 
-    std::vector<std::string> missingFolders;  // music folders that were not there at the last scan of this run
+    std::vector<std::string> missingFolders;  // music folders and albums that the last scan of this run could not read
 
     // As of the last recount.
     int32_t numberOfPlaylists = 0;
@@ -65,6 +65,8 @@ struct SelectionWeights {
     int32_t mp3 = 0;
     int32_t tracker = 0;
     int32_t radio = 0;
+
+    bool operator==(const SelectionWeights&) const = default;
 };
 
 }  // namespace hullrider

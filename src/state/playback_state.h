@@ -5,17 +5,23 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "state/selection_state.h"
+#include "state/play_item.h"
 
 namespace hullrider {
 
 using StreamSlot = uint32_t;  // an audio handle, 0: empty
 
 // Why nothing is to be heard, for the panel.
-enum class PlaybackTrouble { kNone, kNoMusic, kNothingPlayable, kNothingWanted };
+enum class PlaybackTrouble { kNone, kLookingForMusic, kNoMusic, kNothingPlayable, kNothingWanted };
+
+// Which tests were given up so that something could be played.
+enum class Relaxation { kNone, kHistory, kCategory, kFilter };
+
+struct NextUp;  // playback/next_up.h
 
 // What was asked for instead of a draw.
 struct NextRequest {
@@ -29,12 +35,15 @@ struct FadeState {
     std::atomic<uint32_t> serial{0};          // of the latest fade; the worker of an older one leaves the flag alone
     std::atomic<bool> nextSlotActive{false};  // as in PlaybackState
     std::atomic<bool> closed{false};          // the streams are gone: workers that wake up do nothing
+    std::atomic<bool> paused{false};          // the fade stands still
+    std::atomic<int64_t> pausedMs{0};         // how long the latest fade has stood still before
 };
 
 // Loudness following. UI thread and the volume workers, which own it together as above. Loudness is the root mean
 // square of a stream's two levels, 0 to 32768 each.
 struct VolumeState {
     std::atomic<StreamSlot> currentHandle{0};  // what the workers are to measure and to correct
+    std::atomic<bool> isFollowing{false};      // loudness following is on
     std::atomic<float> targetRms{-1.0F};       // the loudness that the user wants; -1: unknown
     std::atomic<float> averageMusicRms{0.0F};  // of the current item's last seconds, 0: not known yet
     std::atomic<float> adjustedVolume{0.0F};   // the last volume that a correction has set
@@ -50,19 +59,24 @@ struct PlaybackState {
     StreamSlot musicStream = 0, musicStreamNext = 0;
     StreamSlot trackerStream = 0, trackerStreamNext = 0;
     bool nextSlotActive = false;  // which member of each pair is current: true, the Next one
-    int32_t currentType = 0;      // MusicType of what plays, or kInternetRadio, and of what played before
+    int32_t currentType = 0;      // type code of what plays, and of what played before
     int32_t previousType = 0;
-    SongChoice playing;  // what plays, when `currentTitle` is not empty
-    NextRequest request;
-    std::string currentAlbum;  // of what plays, UTF-8; they survive a rescan
-    std::string currentTitle;
+    PlayItem item;                           // what plays, or played last
+    Relaxation relaxed = Relaxation::kNone;  // how it came to be picked
+    std::shared_ptr<NextUp> next;            // null: nothing is prepared
     double songLengthSec = 0.0;
     double startSec = 0.0;
     double endSec = 0.0;         // start + play length, in stream time
     bool demonstration = false;  // plays music that the user has not chosen
     PlaybackTrouble trouble = PlaybackTrouble::kNone;
     std::chrono::steady_clock::time_point lastAttempt;  // when play-next last ran
-    bool itemIsHeard = false;                           // plays and is not paused: its time is counted
+    std::chrono::steady_clock::time_point prepareFrom;  // not before: nothing could be prepared
+    std::chrono::milliseconds slowestOpening{0};        // of late
+    StreamSlot fadingStream = 0;                        // the old item's, while the fade is in progress
+    std::chrono::steady_clock::time_point fadeEnds;     // of both, and what was left of it at a pause
+    std::chrono::milliseconds fadeLeft{0};
+    std::chrono::steady_clock::time_point pausedAt;
+    bool itemIsHeard = false;  // plays and is not paused: its time is counted
     std::chrono::steady_clock::time_point heardSince;
 
     bool realTimeVolume = false;  // loudness following is on
@@ -70,6 +84,8 @@ struct PlaybackState {
     float savedVolume = -1.0F;  // the normal volume while another one is on, -1: none
     int32_t levelsTaken = 0;    // for the average loudness, since the item started
     std::chrono::steady_clock::time_point lastLevel;
+    // When the volume is to be corrected once more, because the item was silent at first; none: not at all.
+    std::optional<std::chrono::steady_clock::time_point> correctionDue;
 
     std::shared_ptr<FadeState> fade = std::make_shared<FadeState>();
     std::shared_ptr<VolumeState> volume = std::make_shared<VolumeState>();
@@ -82,6 +98,7 @@ struct SoundFontState {
     int32_t songsSinceSoundfontChange = 0;
     uint32_t midiStreamFont = 0;      // audio handle of the font of musicStream, 0: none
     uint32_t midiStreamNextFont = 0;  // and of musicStreamNext
+    std::string midiStreamFontFile, midiStreamNextFontFile;  // the files that these two were loaded from
 };
 
 }  // namespace hullrider

@@ -50,6 +50,8 @@ struct Settings {
     int32_t bookPlayDurationMax = 400;  // seconds
     float playbackSpeedPercent = 0.0F;  // change of an audiobook's speed
     int32_t toggleLatchActiveTimeMs = 2000;
+
+    bool operator==(const Settings&) const = default;
 };
 
 }  // namespace hullrider

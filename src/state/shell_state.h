@@ -17,6 +17,8 @@ struct ShellOptions {
     bool isMaximized = false;
     bool closesToTray = false;   // closing the window leaves the player in the notification area
     bool isEquallyLoud = false;  // loudness following is on
+
+    bool operator==(const ShellOptions&) const = default;
 };
 
 struct ShellState {

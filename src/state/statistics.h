@@ -6,19 +6,25 @@
 #include <string>
 #include <unordered_map>
 
+#include "state/play_item.h"
+
 namespace hullrider {
 
 // One thing of a kind, started and heard.
 struct Played {
     int64_t count = 0;
     double seconds = 0.0;
+
+    bool operator==(const Played&) const = default;
 };
 
 struct StatisticsCounts {
-    std::array<Played, 4> byType;  // MIDI, audio files, tracker modules, internet stations
-    Played favorites;              // those of the songs that are favourites
-    int64_t starts = 0;            // of the program
-    int64_t skips = 0;             // items that the user did not hear to their end
+    std::array<Played, kItemTypes> byType;
+    Played favorites;    // those of the songs that are favourites
+    int64_t starts = 0;  // of the program
+    int64_t skips = 0;   // items that the user did not hear to their end
+
+    bool operator==(const StatisticsCounts&) const = default;
 };
 
 struct Statistics {
@@ -29,6 +35,7 @@ struct Statistics {
 // How often each song was played, by its path. Songs that are not in the library now keep their counts.
 struct PlayCounts {
     std::unordered_map<std::string, int32_t> byPath;
+    uint64_t revision = 0;  // raised by every change
 };
 
 }  // namespace hullrider

@@ -15,6 +15,7 @@
 #include "playback/stream_time.h"
 #include "tests/console_capture.h"
 #include "tests/eventually.h"
+#include "tests/inline_workers.h"
 #include "tests/temporary_folder.h"
 #include "tests/tone_wav.h"
 
@@ -49,10 +50,11 @@ protected:
     bool Plays() const { return BASS_ChannelIsActive(CurrentHandle(player_.state.playback)) == BASS_ACTIVE_PLAYING; }
 
     const Song& Playing() const {
-        const SongChoice& at = player_.state.playback.playing;
+        const SongChoice& at = player_.state.playback.item.place;
         return player_.state.library.playlists[static_cast<size_t>(at.playlist)].songs[static_cast<size_t>(at.song)];
     }
 
+    InlineWorkers inline_;
     TemporaryFolder folder_;
     ConsoleCapture console_;
     Player player_;
@@ -311,7 +313,7 @@ TEST_F(CommandsTest, OnlyTheCompanionEditionListensToItsGame) {
     EXPECT_EQ(state.settings.volumeLevel, 0.125F);
     EXPECT_EQ(folder_.Read("game/commands.txt"), "");
     EXPECT_EQ(folder_.Read("game/songInfo.txt"),
-              state.playback.currentTitle + "\n" + state.playback.currentAlbum + "\nMP3\n0\n");
+              state.playback.item.title + "\n" + state.playback.item.secondLine + "\nMP3\n0\n");
     RunCommand(player_, kFavoriteUpCommand);
     PollPlayer(player_);
     EXPECT_TRUE(folder_.Read("game/songInfo.txt").ends_with("\n1\n"));

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/paths.h"
+#include "tests/console_capture.h"
 #include "tests/temporary_folder.h"
 
 namespace hullrider {
@@ -29,6 +30,29 @@ TEST(Companion, TheExportsListSongsAndFoldersOneALine) {
     EXPECT_EQ(folder.Read("MusicLibraryCache.txt"), "C:\\a\\1.mp3\nC:\\a\\2.mid\nD:\\b\\3.mod\n");
     EXPECT_EQ(folder.Read("MusicPaths.txt"), "C:\\a\nD:\\b\n");
     EXPECT_EQ(folder.Read("SoundFontsPath.Txt"), "C:\\fonts\n");
+    state.soundFonts.soundFontFiles = {"D:\\beside\\a.sf2"};
+    WriteCompanionExports(state);
+    EXPECT_EQ(folder.Read("SoundFontsPath.Txt"), "D:\\beside\n") << "those in use, while the user's own are away";
+}
+
+TEST(Companion, AllFiveExportsAreWrittenInTheirOrder) {
+    const TemporaryFolder folder;
+    AppState state;
+    state.folders.hullriderPath = folder.At("missing");
+    InternetStation station;
+    station.url = "http://station";
+    state.radio.stations = {station};
+    ConsoleCapture console;
+    WriteCompanionExports(state);
+    std::string expected;
+    for (const char* name :
+         {"MusicLibraryCache.txt", "InternetStations.txt", "SongFavs.txt", "MusicPaths.txt", "SoundFontsPath.Txt"}) {
+        expected += "Failed to open " + StatePath(folder.At("missing"), name) + " for writing.\n";
+    }
+    EXPECT_EQ(console.Errors(), expected);
+    state.folders.hullriderPath = folder.Text();
+    WriteCompanionExports(state);
+    EXPECT_EQ(folder.Read("InternetStations.txt"), "http://station\n");
 }
 
 }  // namespace

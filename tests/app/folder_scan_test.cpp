@@ -9,11 +9,12 @@
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "platform/message_box.h"
-#include "playback/chosen_song.h"
+#include "playback/pick.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
 #include "tests/console_capture.h"
 #include "tests/eventually.h"
+#include "tests/inline_workers.h"
 #include "tests/temporary_folder.h"
 #include "tests/tone_wav.h"
 
@@ -41,13 +42,14 @@ protected:
         player_->options.output.kind = OutputKind::kNull;
         player_->options.fallbackMusic = folder_.At("demo");
         StartPlayer(*player_);
+        EXPECT_TRUE(ScanEnds(*player_));
         return *player_;
     }
 
     void Scan(Player& player, const std::vector<std::string>& folders) {
         player.state.settings.directoryPaths.clear();
         for (const std::string& name : folders) player.state.settings.directoryPaths.push_back(folder_.At(name));
-        StartFolderScan(player);
+        StartFolderScan(player, ScanReason::kAskedFor);
     }
 
     static bool ScanEnds(Player& player) {
@@ -57,6 +59,7 @@ protected:
         });
     }
 
+    InlineWorkers inline_;
     TemporaryFolder folder_;
     ConsoleCapture console_;
     std::unique_ptr<Player> player_;
@@ -79,7 +82,7 @@ TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
     ASSERT_EQ(state.favorites.list.size(), 1U);
     EXPECT_EQ(state.library.favoriteSongCount, 1);
     EXPECT_EQ(CurrentHandle(state.playback), playing);
-    EXPECT_EQ(state.playback.currentTitle, "demo");
+    EXPECT_EQ(state.playback.item.title, "demo");
     EXPECT_EQ(PlayingSong(state), nullptr) << "another song in its place would get its favourite count";
 
     Scan(player, {"music", "demo"});
@@ -116,7 +119,7 @@ TEST_F(FolderScanTest, WhatWasDroppedPlaysOnThroughAScan) {
     ASSERT_TRUE(ScanEnds(player));
     ASSERT_NE(PlayingSong(player.state), nullptr);
     EXPECT_EQ(PlayingSong(player.state)->songPath, folder_.At("drop/one.mp3"));
-    EXPECT_EQ(player.state.selection.currentPlaylist, player.state.playback.playing.playlist);
+    EXPECT_EQ(player.state.selection.currentPlaylist, player.state.playback.item.place.playlist);
 }
 
 TEST_F(FolderScanTest, ALaterChangeAndTheEndOfTheProgramGiveAScanUp) {

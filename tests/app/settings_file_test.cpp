@@ -74,16 +74,16 @@ Json ObjectOf(const Settings& settings) {
     return Json::parse(SettingsText(settings));
 }
 
-SettingsReading Read(const Json& object, Settings& settings) {
+StateReading Read(const Json& object, Settings& settings) {
     std::string error;
-    const SettingsReading reading = ReadSettings(object.dump(), settings, error);
-    EXPECT_EQ(error.empty(), reading == SettingsReading::kWhole);
+    const StateReading reading = ReadSettings(object.dump(), settings, error);
+    EXPECT_EQ(error.empty(), reading == StateReading::kWhole);
     return reading;
 }
 
 TEST(SettingsFile, EveryKeyIsReadAndWritten) {
     Settings settings;
-    EXPECT_EQ(Read(FullObject(), settings), SettingsReading::kWhole);
+    EXPECT_EQ(Read(FullObject(), settings), StateReading::kWhole);
     EXPECT_EQ(settings.directoryPaths, (std::vector<std::string>{"/m\xC3\xBCsic", "D:\\Music"}));
     EXPECT_EQ(settings.rawTracker, -54);
     EXPECT_EQ(settings.songB, 9);
@@ -93,6 +93,39 @@ TEST(SettingsFile, EveryKeyIsReadAndWritten) {
     EXPECT_EQ(settings.toggleLatchActiveTimeMs, 2002);
     EXPECT_EQ(ObjectOf(settings), FullObject());
     EXPECT_EQ(ObjectOf(settings).size(), 44U);
+}
+
+// A new user's player starts with these; the keys that are not here may change with its looks.
+TEST(SettingsFile, TheBuiltInValuesStay) {
+    const std::vector<std::pair<std::string, Json>> table{{"directoryPaths", Json::array()},
+                                                          {"volumeLevel", 0.5},
+                                                          {"songPlayDurationMin", 45},
+                                                          {"songPlayDurationMax", 110},
+                                                          {"FADE_DURATION_MS", 8000},
+                                                          {"rawFav", 50},
+                                                          {"rawMIDI", 50},
+                                                          {"rawMP3", 50},
+                                                          {"rawTracker", 50},
+                                                          {"rawRadio", 20},
+                                                          {"songsBeforeSoundfontChange", 1},
+                                                          {"lowVolume", 0.1},
+                                                          {"highVolume", 0.8},
+                                                          {"useRumble", 1},
+                                                          {"textureAlpha", 25},
+                                                          {"rumbleTime", 500},
+                                                          {"rumbleTimeToggle", 100},
+                                                          {"iSongPlayDurationMin", 60},
+                                                          {"iSongPlayDurationMax", 180},
+                                                          {"randomColorPlayer", 0},
+                                                          {"borderlessAuto", 0},
+                                                          {"toggleLatchMode", false},
+                                                          {"toggleLatchDurationMs", 2000},
+                                                          {"bookPlayDurationMin", 100},
+                                                          {"bookPlayDurationMax", 400},
+                                                          {"playbackSpeedPercent", 0},
+                                                          {"toggleLatchActiveTimeMs", 2000}};
+    const Json builtIn = ObjectOf({});
+    for (const auto& [key, value] : table) EXPECT_EQ(builtIn[key], value) << key;
 }
 
 // Each required key once missing and once of a wrong type: what stands before it comes from the file, what follows is
@@ -108,7 +141,7 @@ TEST(SettingsFile, ARequiredKeyThatIsMissingOrOfAnotherTypeEndsTheReading) {
         for (const Json& object : {missing, wrong}) {
             Settings settings;
             settings.volumeLevel = 0.9F;  // left over from before
-            EXPECT_EQ(Read(object, settings), SettingsReading::kPartly) << stopKey;
+            EXPECT_EQ(Read(object, settings), StateReading::kPartly) << stopKey;
             const Json result = ObjectOf(settings);
             for (size_t i = 0; i < AllKeys().size(); ++i) {
                 const std::string& key = AllKeys()[i].first;
@@ -122,7 +155,7 @@ TEST(SettingsFile, AFileOfAnOlderVersionTakesTheDefaultsOfTheSixLastKeys) {
     Json object = FullObject();
     for (size_t i = kRequiredKeys; i < AllKeys().size(); ++i) object.erase(AllKeys()[i].first);
     Settings settings;
-    EXPECT_EQ(Read(object, settings), SettingsReading::kWhole);
+    EXPECT_EQ(Read(object, settings), StateReading::kWhole);
     EXPECT_EQ(settings.rawRadio, 21);
     EXPECT_FALSE(settings.toggleLatchMode);
     EXPECT_EQ(settings.toggleLatchDurationMs, 2000);
@@ -136,7 +169,7 @@ TEST(SettingsFile, AnOptionalKeyOfAnotherTypeTakesItsDefaultAndTheRestIsRead) {
     Json object = FullObject();
     object["bookPlayDurationMin"] = 5.5;
     Settings settings;
-    EXPECT_EQ(Read(object, settings), SettingsReading::kPartly);
+    EXPECT_EQ(Read(object, settings), StateReading::kPartly);
     EXPECT_EQ(settings.bookPlayDurationMin, 100);
     EXPECT_EQ(settings.bookPlayDurationMax, 401);
 }
@@ -169,7 +202,7 @@ TEST(SettingsFile, JsonTypesAreTakenStrictly) {
         Json object = FullObject();
         object[row.key] = Json::parse(row.value);
         Settings settings;
-        EXPECT_EQ(Read(object, settings) == SettingsReading::kWhole, row.taken) << row.key << ' ' << row.value;
+        EXPECT_EQ(Read(object, settings) == StateReading::kWhole, row.taken) << row.key << ' ' << row.value;
     }
 }
 
@@ -188,7 +221,7 @@ TEST(SettingsFile, ValuesOutsideTheirRangeArePutIntoIt) {
         Json object = FullObject();
         object[row.key] = object[row.key].is_number_float() ? Json(row.value) : Json(static_cast<int>(row.value));
         Settings settings;
-        EXPECT_EQ(Read(object, settings), SettingsReading::kWhole);
+        EXPECT_EQ(Read(object, settings), StateReading::kWhole);
         EXPECT_EQ(ObjectOf(settings)[row.key].get<double>(), row.expected) << row.key;
     }
 }
@@ -202,7 +235,7 @@ TEST(SettingsFile, NumbersAreWrittenAsAPersonWould) {
     EXPECT_NE(text.find("\"lowVolume\": 0.1,"), std::string::npos);
     EXPECT_NE(text.find("\"highVolume\": 0.8,"), std::string::npos) << "no number: the built-in value";
     Settings again;
-    EXPECT_EQ(Read(Json::parse(text), again), SettingsReading::kWhole);
+    EXPECT_EQ(Read(Json::parse(text), again), StateReading::kWhole);
     EXPECT_EQ(again.volumeLevel, 0.7F);
 }
 
@@ -215,7 +248,7 @@ TEST(SettingsFile, ASavedFileIsLoadedWhole) {
     ConsoleCapture console;
     ASSERT_TRUE(SaveSettings(path, settings));
     Settings loaded;
-    EXPECT_EQ(LoadSettings(path, loaded), SettingsReading::kWhole);
+    EXPECT_EQ(LoadSettings(path, loaded), StateReading::kWhole);
     EXPECT_EQ(loaded.rawMP3, 3);
     EXPECT_EQ(loaded.currentBkTextureName, "not text \xEF\xBF\xBD");
     EXPECT_EQ(console.Output() + console.Errors(), "");
@@ -226,7 +259,7 @@ TEST(SettingsFile, AMissingFileIsOneLineAndKeepsTheBuiltInValues) {
     const TemporaryFolder folder;
     Settings settings;
     ConsoleCapture console;
-    EXPECT_EQ(LoadSettings(folder.At("none.json"), settings), SettingsReading::kUnreadable);
+    EXPECT_EQ(LoadSettings(folder.At("none.json"), settings), StateReading::kUnreadable);
     EXPECT_EQ(console.Errors(), "Failed to open file for reading: " + folder.At("none.json") + "\n");
     EXPECT_EQ(ObjectOf(settings), ObjectOf({}));
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
@@ -236,18 +269,18 @@ TEST(SettingsFile, AFileThatIsNotUnderstoodWhollyIsKeptBeside) {
     const std::string full = FullObject().dump();
     Json stopped = FullObject();
     stopped["rawMIDI"] = "50";
-    const std::pair<std::string, SettingsReading> table[] = {
-        {"", SettingsReading::kUnreadable},
-        {"[]", SettingsReading::kUnreadable},
-        {"null", SettingsReading::kUnreadable},
-        {full.substr(0, full.size() / 2), SettingsReading::kUnreadable},
-        {full + "}", SettingsReading::kUnreadable},
-        {std::string(1'000'000, '['), SettingsReading::kUnreadable},
-        {std::string("{\"\0", 3), SettingsReading::kUnreadable},
-        {"{\"currentBkTextureName\":\"\xC3\"}", SettingsReading::kUnreadable},
-        {std::string(5'000'000, ' '), SettingsReading::kUnreadable},
-        {"{}", SettingsReading::kPartly},
-        {stopped.dump(), SettingsReading::kPartly},
+    const std::pair<std::string, StateReading> table[] = {
+        {"", StateReading::kUnreadable},
+        {"[]", StateReading::kUnreadable},
+        {"null", StateReading::kUnreadable},
+        {full.substr(0, full.size() / 2), StateReading::kUnreadable},
+        {full + "}", StateReading::kUnreadable},
+        {std::string(1'000'000, '['), StateReading::kUnreadable},
+        {std::string("{\"\0", 3), StateReading::kUnreadable},
+        {"{\"currentBkTextureName\":\"\xC3\"}", StateReading::kUnreadable},
+        {std::string(5'000'000, ' '), StateReading::kUnreadable},
+        {"{}", StateReading::kPartly},
+        {stopped.dump(), StateReading::kPartly},
     };
     for (const auto& [text, expected] : table) {
         const TemporaryFolder folder;

@@ -8,10 +8,19 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
+#include "app/folder_scan.h"
+#include "app/settings_file.h"
 #include "app/shutdown.h"
 #include "app/simulate.h"
+#include "input/hotkey_file.h"
+#include "library/favorites.h"
 #include "platform/message_box.h"
+#include "playback/pick.h"
+#include "playback/stream_slots.h"
 #include "playback/volume.h"
+#include "tests/console_capture.h"
+#include "tests/eventually.h"
+#include "tests/inline_workers.h"
 #include "tests/temporary_folder.h"
 #include "tests/tone_wav.h"
 
@@ -19,6 +28,20 @@ namespace hullrider {
 namespace {
 
 using nlohmann::json;
+
+class WorkingFolderGuard {
+public:
+    explicit WorkingFolderGuard(const std::filesystem::path& folder) : before_(std::filesystem::current_path()) {
+        std::filesystem::create_directories(folder);
+        std::filesystem::current_path(folder);
+    }
+    ~WorkingFolderGuard() { std::filesystem::current_path(before_); }
+    WorkingFolderGuard(const WorkingFolderGuard&) = delete;
+    WorkingFolderGuard& operator=(const WorkingFolderGuard&) = delete;
+
+private:
+    std::filesystem::path before_;
+};
 
 class StartupTest : public testing::Test {
 protected:
@@ -31,7 +54,21 @@ protected:
     }
     ~StartupTest() override { SetErrorBoxHandler(nullptr); }
 
+    // Until the scan that goes on beside the music is over.
     Player& Start(RunOptions options = {}, const std::string& companionFolder = {}) {
+        Player& player = Begin(std::move(options), companionFolder);
+        EXPECT_TRUE(ScanEnds(player));
+        return player;
+    }
+
+    static bool ScanEnds(Player& player) {
+        return Eventually([&] {
+            PollFolderScan(player);
+            return !SongsFoundByScan(player);
+        });
+    }
+
+    Player& Begin(RunOptions options = {}, const std::string& companionFolder = {}) {
         player_ = std::make_unique<Player>();
         player_->companionEdition = !companionFolder.empty();
         if (player_->companionEdition) player_->programFolder = companionFolder;
@@ -54,12 +91,19 @@ protected:
     bool Printed(const std::string& text) const { return output_.find(text) != std::string::npos; }
     json StateFile(const std::string& name) const { return json::parse(folder_.Read("data/" + name)); }
 
-    void ConfigureMusic() {
-        json settings;
-        settings["directoryPaths"] = {folder_.At("music")};
-        folder_.Write("data/MusicSettings.json", settings.dump());
+    void ConfigureMusic(const std::vector<std::string>& folders = {"music"}) {
+        Settings settings;
+        for (const std::string& name : folders) settings.directoryPaths.push_back(folder_.At(name));
+        folder_.Write("data/MusicSettings.json", SettingsText(settings));
     }
 
+    size_t TimesPrinted(const std::string& text) const {
+        size_t times = 0;
+        for (size_t at = output_.find(text); at != std::string::npos; at = output_.find(text, at + 1)) ++times;
+        return times;
+    }
+
+    InlineWorkers inline_;
     TemporaryFolder folder_;
     std::unique_ptr<Player> player_;
     std::string output_, errors_;
@@ -88,11 +132,14 @@ TEST_F(StartupTest, ALostCacheHealsFromTheConfiguredFoldersAndServesTheNextStart
     EXPECT_TRUE(Printed("Updating music library from directories..."));
     EXPECT_TRUE(Printed("Successfully saved cache to "));
 
-    Player& loading = Start();
+    Player& loading = Begin();
     EXPECT_EQ(loading.state.library.typedSongCount, 2);  // the cache leaves paths outside ASCII out
     EXPECT_EQ(loading.state.library.totalSongs, 0);
+    EXPECT_TRUE(ScanEnds(loading));
+    EXPECT_EQ(loading.state.library.typedSongCount, 3);
     Stop(loading);
     EXPECT_FALSE(Printed("Updating music library from directories..."));
+    EXPECT_EQ(TimesPrinted("Successfully saved cache to "), 1U) << "at the end; nothing in it had changed before";
     EXPECT_EQ(StateFile("MusicSettings.json")["directoryPaths"], json::array({folder_.At("music")}));
 }
 
@@ -137,24 +184,223 @@ TEST_F(StartupTest, FallbackMusicServesOnlyWhoHasConfiguredNone) {
     EXPECT_EQ(folder_.Read("data/musicLibraryCache.json"), cache);
 }
 
-TEST_F(StartupTest, ACacheOfOtherFoldersThanTheConfiguredOnesIsScannedAnew) {
+// What the cache has of the configured folders plays before any of them has been looked at.
+TEST_F(StartupTest, TheCacheServesAtOnceWhateverTheFoldersAreLike) {
+    folder_.Write("music/Album/Inner/four.flac", "x");
+    folder_.Write("other/Album/five.flac", "x");
+    folder_.Write("accents/\xC3\x84/six.flac", "x");
+    std::filesystem::create_directories(folder_.Path() / "empty");
+    const struct {
+        std::vector<std::string> folders, later;
+        int32_t atOnce, afterTheScan;
+    } table[] = {
+        {{"music"}, {"music"}, 2, 3},
+        {{"music", "music/Album"}, {"music", "music/Album"}, 3, 4},
+        {{"music", "music"}, {"music", "music"}, 4, 6},
+        {{"music", "empty"}, {"music", "empty"}, 2, 3},
+        {{"music", "accents"}, {"music", "accents"}, 2, 4},
+        {{"music"}, {"music", "other"}, 2, 4},
+        {{"music", "other"}, {"other"}, 1, 1},
+        {{"other"}, {"music"}, 0, 3},
+    };
+    for (const auto& row : table) {
+        ConfigureMusic(row.folders);
+        Stop(Start());
+        ConfigureMusic(row.later);
+        Player& player = Begin();
+        const int32_t atOnce = player.state.library.typedSongCount;
+        // Without any song it waits a moment for the scan.
+        EXPECT_TRUE(atOnce == row.atOnce || row.atOnce == 0) << testing::PrintToString(row.later) << ' ' << atOnce;
+        EXPECT_TRUE(ScanEnds(player));
+        EXPECT_EQ(player.state.library.typedSongCount, row.afterTheScan) << testing::PrintToString(row.later);
+        Stop(player);
+    }
+}
+
+TEST_F(StartupTest, ALibraryLeftOverInTheCacheStaysWithoutAnyFolder) {
     ConfigureMusic();
     Stop(Start());
-    folder_.Write("more/Album/four.flac", "x");
-    json settings = StateFile("MusicSettings.json");
-    const auto songsWith = [&](const json& directories) {
-        settings["directoryPaths"] = directories;
-        folder_.Write("data/MusicSettings.json", settings.dump());
+    ConfigureMusic({});
+    Player& player = Start();
+    EXPECT_EQ(player.state.library.typedSongCount, 2);
+    EXPECT_FALSE(player.state.selection.mixedMusic);
+    Stop(player);
+}
+
+TEST_F(StartupTest, WhatCameAndWentIsNoticedBesideTheMusic) {
+    const std::string tone = folder_.Write("music/Album/tone.mp3", ToneWav(400.0, 100.0));
+    ConfigureMusic();
+    Stop(Start());
+    folder_.Write("music/New/seven.flac", "x");
+    const json favorites = {{"favorites", {{{"songPath", folder_.At("music/New/seven.flac")}}}}};
+    folder_.Write("music/New/favorite.json", favorites.dump());
+    folder_.Write("music/Album/favorite.json", json{{"favorites", {{{"songPath", tone}}}}}.dump());
+    std::filesystem::remove(folder_.Path() / "music" / "Album" / "two.mid");
+    Player& player = Begin();
+    const AppState& state = player.state;
+    const StreamSlot playing = CurrentHandle(state.playback);
+    ASSERT_NE(playing, 0U);
+    EXPECT_EQ(state.library.midiSongCount, 1);
+    ASSERT_TRUE(ScanEnds(player));
+    EXPECT_EQ(state.library.midiSongCount, 0);
+    EXPECT_EQ(state.library.mp3SongCount, 3);
+    EXPECT_EQ(CurrentHandle(state.playback), playing);
+    ASSERT_NE(PlayingSong(state), nullptr);
+    EXPECT_EQ(PlayingSong(state)->songPath, tone);
+    EXPECT_EQ(PlayingSong(state)->playCount, 2);
+    ASSERT_EQ(state.favorites.list.size(), 1U) << "of an album that is known, the user may have taken them out since";
+    EXPECT_EQ(state.favorites.list[0].songPath, folder_.At("music/New/seven.flac"));
+    EXPECT_NE(folder_.Read("data/musicLibraryCache.json").find("seven.flac"), std::string::npos);
+    Stop(player);
+}
+
+TEST_F(StartupTest, ADriveThatIsAwayKeepsItsSongsUntilTheUserAsksForARescan) {
+    folder_.Write("drive/Album/four.flac", "x");
+    ConfigureMusic({"drive", "music"});
+    Stop(Start());
+    std::filesystem::rename(folder_.Path() / "drive", folder_.Path() / "away");
+    folder_.Write("music/New/five.flac", "x");
+    Player& player = Start();
+    const MusicLibrary& library = player.state.library;
+    EXPECT_EQ(library.typedSongCount, 5);
+    EXPECT_EQ(library.playlists[0].songs[0].songPath, folder_.At("drive/Album/four.flac"));
+    EXPECT_EQ(library.missingFolders, std::vector<std::string>{folder_.At("drive")});
+    StartFolderScan(player, ScanReason::kFoldersChanged);
+    ASSERT_TRUE(ScanEnds(player));
+    EXPECT_EQ(library.typedSongCount, 5);
+    StartFolderScan(player, ScanReason::kAskedFor);
+    ASSERT_TRUE(ScanEnds(player));
+    EXPECT_EQ(library.typedSongCount, 4);
+    Stop(player);
+
+    // It is known to be missing also where the library has nothing of it.
+    Player& again = Start();
+    EXPECT_EQ(again.state.library.missingFolders, std::vector<std::string>{folder_.At("drive")});
+    Stop(again);
+}
+
+TEST_F(StartupTest, MusicInTheWorkingFolderServesWhoHasConfiguredNoneOrNoneThatIsThere) {
+    const WorkingFolderGuard guard(folder_.Path() / "program");
+    const std::string song = folder_.Write("program/Music/Album/song.mp3", ToneWav(400.0, 30.0));
+    for (const char* configured : {"", "missing"}) {
+        std::filesystem::remove_all(folder_.Path() / "data");
+        if (*configured != '\0') ConfigureMusic({configured});
         Player& player = Start();
-        const int32_t songs = player.state.library.typedSongCount;
+        ASSERT_EQ(player.state.library.typedSongCount, 1) << configured;
+        EXPECT_TRUE(player.state.selection.mixedMusic);
+        EXPECT_NE(CurrentHandle(player.state.playback), 0U);
         Stop(player);
-        return songs;
+        EXPECT_TRUE(folder_.Has("data/musicLibraryCache.json"));
+        EXPECT_EQ(StateFile("MusicSettings.json")["directoryPaths"].size(), *configured == '\0' ? 0U : 1U);
+    }
+}
+
+TEST_F(StartupTest, FilesInTheWorkingFolderServeWhereTheDataFolderHasNone) {
+    const WorkingFolderGuard guard(folder_.Path() / "program");
+    Settings settings;
+    settings.historyDepth = 7;
+    folder_.Write("program/MusicSettings.json", SettingsText(settings));
+    folder_.Write("program/favorite.json", R"({"favorites":[{"songPath":"/a.mid"}]})");
+    folder_.Write("program/hotkeyConfig.json", "[]");
+    for (const int32_t expected : {7, 8}) {
+        Player& player = Start();
+        EXPECT_EQ(player.state.settings.historyDepth, expected);
+        EXPECT_EQ(player.state.favorites.list.size(), 1U);
+        EXPECT_TRUE(player.hotkeys.empty());
+        player.state.settings.historyDepth = 8;
+        Stop(player);
+        EXPECT_FALSE(folder_.Has("data/hotkeyConfig.json")) << "only its window saves it";
+        EXPECT_EQ(StateFile("favorite.json")["favorites"].size(), 1U);
+    }
+    EXPECT_EQ(folder_.Read("program/MusicSettings.json"), SettingsText(settings));
+}
+
+// The last words on each file, in the order in which they were said.
+std::string OrderIn(const std::string& lines, const std::vector<std::string>& names) {
+    std::vector<std::pair<size_t, std::string>> places;
+    for (const std::string& name : names) places.emplace_back(lines.find(name), name);
+    std::sort(places.begin(), places.end());
+    std::string order;
+    for (const auto& [place, name] : places) order += name + (place == std::string::npos ? " (never) " : " ");
+    return order;
+}
+
+TEST_F(StartupTest, FilesAreLoadedAndSavedInTheirOrder) {
+    for (const char* name : {"Sonorant_Stats.json", "musicLibraryCache.json", "MusicLibraryPlayCount.json",
+                             "config.json", "MusicSettings.json", "Song History.json", "favorite.json"}) {
+        folder_.Write(std::string("data/") + name, "{");
+    }
+    Player& player = Begin();
+    const std::string loading = testing::internal::GetCapturedStderr();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(OrderIn(loading, {"Song History.json", "favorite.json", "MusicSettings.json", "config.json",
+                                "MusicLibraryPlayCount.json", "Sonorant_Stats.json"}),
+              "Sonorant_Stats.json MusicLibraryPlayCount.json config.json MusicSettings.json Song History.json "
+              "favorite.json ");
+    EXPECT_TRUE(ScanEnds(player));
+    std::filesystem::remove_all(folder_.Path() / "data");
+    player.state.library.playlists.clear();
+    Stop(player);
+    EXPECT_EQ(OrderIn(errors_, {"Song History.json", "favorite.json", "MusicSettings.json",
+                                "MusicLibraryPlayCount.json", "Sonorant_Stats.json", "No valid data to save"}),
+              "Sonorant_Stats.json MusicSettings.json MusicLibraryPlayCount.json No valid data to save favorite.json "
+              "Song History.json ");
+}
+
+TEST_F(StartupTest, EndedInItsMidstItSavesWhatItHasAndGoesNoFurther) {
+    ConfigureMusic();
+    const std::string favorites = R"({"favorites":[{"songPath":"/a.mid"}]})";
+    const std::string config = json{{"hullriderPath", folder_.At("game")}}.dump();
+    folder_.Write("data/favorite.json", favorites);
+    folder_.Write("data/config.json", config);
+    folder_.Write("game/MusicRunning.txt", "yes");
+    const std::string settings = folder_.Read("data/MusicSettings.json");
+    static Player* ending = nullptr;
+    SetErrorBoxHandler([](std::string_view) { SaveAndShutdown(*ending); });
+    player_ = std::make_unique<Player>();
+    ending = player_.get();
+    ending->options.dataDir = folder_.At("data");
+    ending->options.output.kind = OutputKind::kNull;
+    ending->programFolder = folder_.Text();
+    const ConsoleCapture console;
+    StartPlayer(*ending);
+    EXPECT_TRUE(ending->shutDown);
+    EXPECT_EQ(StateFile("Sonorant_Stats.json")["starts"], 1);
+    EXPECT_EQ(folder_.Read("game/MusicRunning.txt"), "no");
+    EXPECT_EQ(folder_.Read("data/MusicSettings.json"), settings);
+    EXPECT_EQ(folder_.Read("data/favorite.json"), favorites);
+    EXPECT_FALSE(SongsFoundByScan(*ending));
+    EXPECT_EQ(CurrentHandle(ending->state.playback), 0U);
+}
+
+TEST_F(StartupTest, HotkeysAreReadAgainAfterTheSettings) {
+    const std::string keys = HotkeyConfigText(HotkeyBindings(3));
+    folder_.Write("data/hotkeyConfig.json", keys);
+    Player player;
+    player.options.dataDir = folder_.At("data");
+    player.options.output.kind = OutputKind::kNull;
+    player.takeHotkeys = [&] {
+        EXPECT_EQ(player.hotkeys.size(), 3U);
+        folder_.Write("data/hotkeyConfig.json", HotkeyConfigText(HotkeyBindings(5)));
     };
-    EXPECT_EQ(songsWith({folder_.At("music"), folder_.At("more")}), 4);
-    EXPECT_EQ(songsWith({folder_.At("more")}), 1);
-    // A drive that is not plugged in keeps its songs.
-    std::filesystem::rename(folder_.Path() / "more", folder_.Path() / "away");
-    EXPECT_EQ(songsWith({folder_.At("more")}), 1);
+    const ConsoleCapture console;
+    StartPlayer(player);
+    EXPECT_EQ(player.hotkeys.size(), 5U);
+    SaveAndShutdown(player);
+}
+
+TEST_F(StartupTest, TheUsersSoundFontFolderStaysConfiguredWhileItsDriveIsAway) {
+    SetErrorBoxHandler([](std::string_view) {});
+    const std::string beside = folder_.Write("program/Soundfonts/font.sf2", "not one");
+    const auto configuredAfter = [&](const std::string& configured) {
+        folder_.Write("data/config.json", json{{"soundFontDirectoryPath", configured}}.dump());
+        Player& player = Start({}, folder_.At("program"));
+        EXPECT_EQ(player.state.soundFonts.soundFontFiles, std::vector<std::string>{beside});
+        Stop(player);
+        return StateFile("config.json")["soundFontDirectoryPath"];
+    };
+    EXPECT_EQ(configuredAfter(""), folder_.At("program/Soundfonts"));
+    EXPECT_EQ(configuredAfter(folder_.At("away")), folder_.At("away"));
 }
 
 TEST_F(StartupTest, FavoritesLastFromRunToRunAndTakeInWhatAScanFinds) {
@@ -184,6 +430,22 @@ TEST_F(StartupTest, FavoritesLastFromRunToRunAndTakeInWhatAScanFinds) {
     EXPECT_EQ(favoritesAfter("lost"), 0);
 }
 
+TEST_F(StartupTest, MarksInTheCacheAreTakenOverBeforeAScanChangesTheLibrary) {
+    ConfigureMusic();
+    Player& player = Start();
+    ASSERT_EQ(player.state.library.playlists.size(), 2U);
+    const int32_t at = player.state.library.playlists[0].albumName == "Album" ? 0 : 1;
+    SetFavoriteCount(player.state.favorites, player.state.library, {at, 0}, 4);
+    Stop(player);
+    std::filesystem::remove(folder_.Path() / "data" / "favorite.json");
+    folder_.Write("music/New/five.flac", "x");
+    Player& again = Start();
+    EXPECT_EQ(again.state.library.typedSongCount, 4);
+    EXPECT_EQ(again.state.library.favoriteSongCount, 1);
+    Stop(again);
+    EXPECT_EQ(StateFile("favorite.json")["favorites"][0]["favoriteCount"], 4);
+}
+
 TEST_F(StartupTest, TheCompanionEditionTakesOverTheGamesMusicAndTellsIt) {
     const std::string song = folder_.Write("game/Tonewell/Mp3 Songs/Album/five.mp3", "x");
     const std::string font = folder_.Write("game/Tonewell/SoundFonts/font.sf2", "not one");
@@ -198,6 +460,35 @@ TEST_F(StartupTest, TheCompanionEditionTakesOverTheGamesMusicAndTellsIt) {
     EXPECT_EQ(folder_.Read("game/MusicRunning.txt"), "no");
     EXPECT_EQ(StateFile("MusicSettings.json")["directoryPaths"], json::array({folder_.At("game/Tonewell/Mp3 Songs")}));
     EXPECT_EQ(StateFile("config.json")["hullriderPath"], folder_.At("game"));
+}
+
+TEST_F(StartupTest, TheCompanionEditionsMixIsTakenWithoutMusicFoldersOnly) {
+    Settings settings;
+    settings.rawMIDI = settings.rawMP3 = settings.rawRadio = settings.rawTracker = 7;
+    for (const bool hasFolder : {false, true}) {
+        settings.directoryPaths.clear();
+        if (hasFolder) settings.directoryPaths.push_back(folder_.At("music"));
+        folder_.Write("data/MusicSettings.json", SettingsText(settings));
+        Stop(Start({}, folder_.At("nowhere")));
+        const json saved = StateFile("MusicSettings.json");
+        EXPECT_EQ(saved["rawMIDI"], hasFolder ? 7 : 50);
+        EXPECT_EQ(saved["rawMP3"], hasFolder ? 7 : 50);
+        EXPECT_EQ(saved["rawRadio"], hasFolder ? 7 : 20);
+        EXPECT_EQ(saved["rawTracker"], hasFolder ? 7 : 50);
+    }
+}
+
+TEST_F(StartupTest, TheStandardEditionWritesTheGamesMarkerAndNothingElse) {
+    folder_.Write("data/config.json", json{{"hullriderPath", folder_.At("game")}}.dump());
+    folder_.Write("game/commands.txt", "VOL 0.25\n");
+    ConfigureMusic();
+    Player& player = Start();
+    EXPECT_EQ(folder_.Read("game/MusicRunning.txt"), "yes");
+    PollPlayer(player);
+    Stop(player);
+    EXPECT_EQ(folder_.Read("game/MusicRunning.txt"), "no");
+    EXPECT_EQ(folder_.Read("game/commands.txt"), "VOL 0.25\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path() / "game"), {}), 2);
 }
 
 TEST_F(StartupTest, ARecordingThatCannotBeWrittenEndsTheStart) {
@@ -290,7 +581,7 @@ TEST_F(StartupTest, TheSimulationTellsOfTheConfiguredMusicAndWritesNothing) {
         left.push_back(entry.path().filename().string());
     }
     std::sort(left.begin(), left.end());
-    EXPECT_EQ(left, (std::vector<std::string>{"MusicSettings.json", "MusicSettings.json.bad"}));
+    EXPECT_EQ(left, std::vector<std::string>{"MusicSettings.json"});
 }
 
 TEST_F(StartupTest, StateFilesFullOfJunkStopNothingAndAreKept) {

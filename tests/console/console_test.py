@@ -79,7 +79,7 @@ class ConsoleTest(unittest.TestCase):
         player = self.start("--output", "null", stdin=subprocess.DEVNULL)
         self.assertTrue(any(line.startswith("Output: ") for line in player.stdout))
         self.assertIsNone(wait_until(lambda: player.poll() is not None, 1.5))
-        self.assertFalse((self.data / "MusicSettings.json").exists())
+        (self.data / "MusicSettings.json").unlink(missing_ok=True)
         player.send_signal(signal.SIGINT)
         player.communicate(timeout=PATIENCE_SEC)
         self.assertEqual(player.returncode, 0)
@@ -103,6 +103,36 @@ class ConsoleTest(unittest.TestCase):
         rate, left = read_recording(recording)
         self.assertGreater(len(left) / rate, 2.5)
         self.assertEqual(json.loads((self.data / "MusicSettings.json").read_text())["rawMIDI"], 7)
+
+    def test_a_kill_costs_what_has_changed_in_the_last_seconds_only(self):
+        tone = self.folder / "music" / "Album" / "tone.mp3"
+        write_tone(tone, 400.0, 40)
+        write_settings(PROGRAM, self.data, directoryPaths=[str(self.folder / "music")])
+        player = self.start("--output", "null", stdin=subprocess.PIPE)
+        self.assertTrue(any(line.startswith("Playing: ") for line in player.stdout))
+        player.stdin.write("VOL 0.25\nfavoriteCount 3\nNEXT_SONG\n")
+        player.stdin.flush()
+
+        def kept(name):
+            try:
+                return json.loads((self.data / name).read_text())
+            except (OSError, ValueError):
+                return {}
+
+        wanted = {
+            "MusicSettings.json": lambda file: file.get("volumeLevel") == 0.25,
+            "favorite.json": lambda file: [one["favoriteCount"] for one in file.get("favorites", [])] == [3],
+            "Song History.json": lambda file: len(file.get("songs", [])) == 2,
+            "MusicLibraryPlayCount.json": lambda file: file.get("playCounts") == {str(tone): 2},
+            "Sonorant_Stats.json": lambda file: file.get("skips") == 1,
+        }
+        took = wait_until(lambda: all(holds(kept(name)) for name, holds in wanted.items()))
+        player.kill()
+        player.communicate()
+        self.assertIsNotNone(took, {name: kept(name) for name in wanted})
+        self.assertLess(took, 10)
+        for name, holds in wanted.items():
+            self.assertTrue(holds(kept(name)), name)
 
     def test_what_cannot_be_done_is_said(self):
         player = subprocess.run([PROGRAM, "--nonsense"], capture_output=True, text=True, timeout=PATIENCE_SEC)

@@ -29,6 +29,8 @@ TEST(FolderRows, CountTheAlbumsThatLieDirectlyInEachFolder) {
     EXPECT_EQ(rows[4].holds, "No songs");
     EXPECT_TRUE(rows[0].remark.empty());
     EXPECT_NE(rows[4].remark, rows[3].remark);
+    library.missingFolders = {"E:\\"};
+    EXPECT_NE(MakeFolderRows(folders, library, false)[2].remark.find("Its songs stay"), std::string::npos);
     EXPECT_EQ(MakeFolderRows(folders, library, true)[4].holds, "Scanning");
     EXPECT_EQ(LibraryText(std::nullopt, library), "In the library: 5 albums, 10 songs");
     EXPECT_EQ(LibraryText(1, library), "Scanning: 1 song so far");

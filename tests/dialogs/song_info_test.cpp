@@ -59,13 +59,13 @@ TEST(SongInfo, ListsTheTwentyMostPlayedAndTheLatestFirst) {
     for (int32_t i = 0; i < 50; ++i) {
         const std::string path = "/music/Album " + std::to_string(i % 2) + "/song " + std::to_string(i) + ".mid";
         state.playCounts.byPath[path] = i == 7 ? 2000 : i / 10;  // 0 to 4 plays, ten songs each
-        state.history.records.push_back({kMidi, 0, i, path, kNow, 1.0});
+        state.history.records.push_back({kMidi, 0, i, path, kNow, 1.0, ""});
     }
     state.radio.stations.push_back({"Jazz", "http://jazz", "", "", {}});
-    state.history.records.push_back({kInternetRadio, 0, 0, "http://jazz", kNow, 1.0});
-    state.history.records.push_back({kInternetRadio, -1, 0, "http://gone", 0, 1.0});
+    state.history.records.push_back({kInternetRadio, 0, 0, "http://jazz", kNow, 1.0, ""});
+    state.history.records.push_back({kInternetRadio, -1, 0, "http://gone", 0, 1.0, ""});
     state.history.cursor = 50;
-    state.playback.currentTitle = "Jazz";
+    state.playback.item.kind = PlayItem::Kind::kStation;
 
     const SongInfo info = MakeSongInfo(state, {}, kNow);
     ASSERT_EQ(info.mostPlayed.size(), 20U);
@@ -76,6 +76,10 @@ TEST(SongInfo, ListsTheTwentyMostPlayedAndTheLatestFirst) {
     EXPECT_EQ(info.recent[0], (TextRow{"", "http://gone", "Internet radio"}));
     EXPECT_EQ(info.recent[1], (TextRow{"now", "Jazz", "Internet radio"}));
     EXPECT_EQ(info.recent[2], (TextRow{WhenText(kNow, kNow), "song 49", "Album 1"}));
+
+    state.history.cursor = 49;
+    state.history.records[49].title = "Artist - Title";
+    EXPECT_EQ(MakeSongInfo(state, {}, kNow).recent[2], (TextRow{"now", "Artist - Title", "Album 1"}));
 
     state.playCounts.byPath = {{"/a/never.mid", 0}, {"/a/once.mid", 1}};
     Statistics statistics;

@@ -15,14 +15,17 @@ protected:
         second.songs[1].songPath = "/music/Album/Song.FlAc";
         second.songs[1].favoriteCount = 3;
         app_.library.playlists = {first, second};
-        app_.soundFonts.soundFontFiles = {"/fonts/Grand.sf2"};
+        app_.soundFonts.midiStreamFontFile = "/fonts/Grand.sf2";
+        app_.soundFonts.midiStreamNextFontFile = "/fonts/Upright.sf2";
         PlaybackState& playback = app_.playback;
         playback.musicStream = playback.trackerStream = 1;
         playback.currentType = kMp3;
-        playback.playing.playlist = 1;
-        playback.playing.song = 1;
-        playback.currentAlbum = "Album";
-        playback.currentTitle = "Song";
+        playback.item = {.kind = PlayItem::Kind::kSong,
+                         .type = kMp3,
+                         .place = {1, 1, 0, 0},
+                         .address = second.songs[1].songPath,
+                         .title = "Song",
+                         .secondLine = "Album"};
         playback.songLengthSec = 200.0;
         playback.startSec = 50.0;
         playback.endSec = 110.0;
@@ -73,8 +76,8 @@ TEST_F(PanelTest, NamesTheKindByTypeAndFile) {
          {Case{kMp3, "/a/b.m4a", "M4A"}, Case{kMp3, "/a/b.FLAC", "FLAC"}, Case{kMp3, "/a/b", "MP3"},
           Case{kMp3, "/a/b.longest", "MP3"}, Case{kMp3, "/a/b.\xC3\xA4", "MP3"}, Case{kMidi, "/a/b.mp3", "MIDI"},
           Case{kTracker, "/a/b.xm", "TRACKER"}, Case{3, "", "RADIO"}}) {
-        app_.library.playlists[1].songs[1].songPath = one.path;
-        app_.playback.currentType = one.type;
+        app_.playback.item.address = one.path;
+        app_.playback.item.type = one.type;
         EXPECT_EQ(At(60.0).kind, one.kind) << one.path;
     }
 }
@@ -83,14 +86,15 @@ TEST_F(PanelTest, TellsPlaylistFavoriteAndFontOnlyWhereTheyAre) {
     EXPECT_EQ(At(60.0).playlist, "2/2");
     EXPECT_EQ(At(60.0).favoriteCount, 3);
     EXPECT_EQ(At(60.0).soundFont, "");
-    app_.playback.currentType = kMidi;
+    app_.playback.item.type = kMidi;
     EXPECT_EQ(At(60.0).soundFont, "Grand");
+    // The next song has drawn another font already, or one that could not be loaded.
     app_.soundFonts.currentSoundFont = 7;
-    EXPECT_EQ(At(60.0).soundFont, "");
+    EXPECT_EQ(At(60.0).soundFont, "Grand");
     // A scan made the library smaller while the song goes on.
     for (const auto& [playlist, song] : {std::pair{1, 2}, {2, 0}, {-1, 0}, {1, -1}}) {
-        app_.playback.playing.playlist = playlist;
-        app_.playback.playing.song = song;
+        app_.playback.item.place.playlist = playlist;
+        app_.playback.item.place.song = song;
         EXPECT_EQ(At(60.0).playlist, "");
         EXPECT_EQ(At(60.0).favoriteCount, 0);
         EXPECT_EQ(At(60.0).title, "Song");
@@ -100,8 +104,8 @@ TEST_F(PanelTest, TellsPlaylistFavoriteAndFontOnlyWhereTheyAre) {
 TEST_F(PanelTest, NamesAreOneLineAndNotEndless) {
     std::string endless;
     for (int i = 0; i < 5000; ++i) endless += "\xD0\x96";
-    app_.playback.currentTitle = endless;
-    app_.playback.currentAlbum = "two\r\nlines\tand\x7F";
+    app_.playback.item.title = endless;
+    app_.playback.item.secondLine = "two\r\nlines\tand\x7F";
     const PanelModel model = At(60.0);
     EXPECT_EQ(model.title.size(), 160U * 2 + 3);
     EXPECT_EQ(model.title.substr(318), "\xD0\x96\xE2\x80\xA6");

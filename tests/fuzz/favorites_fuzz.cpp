@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     FavoritesState favorites;
     MergeFavorites(favorites, reading.entries);
-    reading = ReadFavorites(FavoritesText(favorites));
+    reading = ReadFavorites(FavoritesText(favorites.list));
     if (!reading.error.empty() || reading.dropped > 0) std::abort();
     if (reading.entries.size() != favorites.list.size()) std::abort();
     for (size_t i = 0; i < favorites.list.size(); ++i) {

@@ -34,11 +34,29 @@ TEST(Hotkeys, OnlyWhatHasAKeyIsRegisteredOfTheFirstSixteen) {
 }
 
 TEST(Hotkeys, EveryActionHasItsLabel) {
-    EXPECT_EQ(HotkeyLabel(kNextSongKey), "Next Song:");
-    EXPECT_EQ(HotkeyLabel(kQuitKey), "Quit:");
-    EXPECT_EQ(HotkeyLabel(kNextStationKey), "Next Radio Station");
-    EXPECT_EQ(HotkeyLabel(kJoystickToggleKey), "Joysitck Toggle:");
-    EXPECT_EQ(HotkeyLabel(kToggleRumbleKey), "Toggle Rumble:");
+    const char* const labels[] = {"Next Song:",
+                                  "Previous Song:",
+                                  "Play\\Pause:",
+                                  "Stop\\Start Music:",
+                                  "Volume Toggle:",
+                                  "Next Sound Font:",
+                                  "Previous Sound Font:",
+                                  "Favorite Count Up:",
+                                  "Favorite Count Down:",
+                                  "Quit:",
+                                  "Volume Up:",
+                                  "Volume Down:",
+                                  "Music Home Button:",
+                                  "Next Radio Station",
+                                  "Previous Radio Station:",
+                                  "Key Bind 1:",
+                                  "Key Bind 2:",
+                                  "Key Bind 3:",
+                                  "Key Bind 4:",
+                                  "Joysitck Toggle:",
+                                  "Button Rumble:",
+                                  "Toggle Rumble:"};
+    for (int32_t i = 0; i < 22; ++i) EXPECT_EQ(HotkeyLabel(i), labels[i]) << i;
     for (const int32_t none : {-1, 22, 199}) EXPECT_EQ(HotkeyLabel(none), "");
 }
 

@@ -131,12 +131,18 @@ TEST(CacheReader, WhatIsNotJsonGivesNothingButTheParsersMessage) {
     }
 }
 
-TEST(CacheReader, TooManyPlaylistsAreRefused) {
-    std::string text = R"({"playlists":[{})";
-    for (int i = 0; i < 1'000'000; ++i) text += ",{}";
-    const CacheReading reading = ReadMusicLibraryCache(text + "]}");
-    EXPECT_TRUE(reading.playlists.empty());
-    EXPECT_EQ(reading.parseError, "too many playlists or songs");
+// An empty object is a whole record in memory.
+TEST(CacheReader, MoreRecordsThanTheTextIsWorthAreRefused) {
+    std::string playlists = R"({"playlists":[{})";
+    for (int i = 0; i < 200'000; ++i) playlists += ",{}";
+    std::string songs = R"([{"songPath":"a.it"})";
+    for (int i = 0; i < 300'000; ++i) songs += R"(,{"songPath":"a.it"})";
+    for (const std::string& text : {playlists + "]}", CacheWithSongs(songs + "]")}) {
+        const CacheReading reading = ReadMusicLibraryCache(text);
+        EXPECT_TRUE(reading.playlists.empty());
+        EXPECT_FALSE(reading.isCache);
+        EXPECT_EQ(reading.parseError, "it would take too much memory");
+    }
 }
 
 }  // namespace

@@ -96,6 +96,13 @@ TEST(Favorites, EitherMarkOfASongMakesItAFavoriteWhenTheListIsLost) {
     AdoptFavorites(favorites, library);
     EXPECT_EQ(Names(favorites), "/m/a.mp3:1 /m/b.mid:4 ");
     ExpectIndexed(favorites);
+
+    favorites = {};
+    library.playlists[0].songs[0].favoriteCount = -2;
+    AdoptFavorites(favorites, library);
+    MatchFavorites(favorites, library);
+    EXPECT_EQ(library.playlists[0].songs[0].isFavorite, 1);
+    EXPECT_EQ(library.playlists[0].songs[0].favoriteCount, -2) << "never drawn, and not twice as often";
 }
 
 TEST(Favorites, ACountIsSetByPathAlsoOfWhatIsNotInTheLibrary) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/console_capture.h"
 #include "tests/temporary_folder.h"
 
 namespace hullrider {
@@ -32,16 +33,38 @@ TEST(PlayCounts, JunkAndCountsBeyondAnyLimitAreBounded) {
     PlayCounts counts;
     std::string error;
     for (const char* text : {"", "[]", "{\"playCounts\":[1]}", "{}", "7", "\xFF"}) {
-        EXPECT_FALSE(ReadPlayCounts(text, counts, error)) << text;
+        EXPECT_EQ(ReadPlayCounts(text, counts, error), StateReading::kUnreadable) << text;
+        EXPECT_NE(error, "") << text;
     }
-    ASSERT_TRUE(
-        ReadPlayCounts(R"({"playCounts":{"a":99999999999,"b":-3,"c":"x","d":1.5,"e":2,"":[]}})", counts, error));
+    const char* const odd = R"({"playCounts":{"a":99999999999,"b":-3,"c":"x","d":1.5,"e":2,"":[]}})";
+    ASSERT_EQ(ReadPlayCounts(odd, counts, error), StateReading::kWhole);
     EXPECT_EQ(counts.byPath.size(), 2U);
     EXPECT_EQ(counts.byPath.at("a"), INT32_MAX);
     Song song{"a", 0, INT32_MAX, 0, kMp3};
     CountPlay(song, counts);
     EXPECT_EQ(song.playCount, INT32_MAX);
     EXPECT_EQ(counts.byPath.at("a"), INT32_MAX);
+}
+
+TEST(PlayCounts, OfATornFileTheBeginningIsTaken) {
+    const TemporaryFolder folder;
+    const std::string torn = R"({"playCounts":{"a.mp3":3,"b.mp3":)";
+    const std::string path = folder.Write("counts.json", torn);
+    PlayCounts counts;
+    ConsoleCapture console;
+    EXPECT_TRUE(LoadPlayCounts(path, counts));
+    EXPECT_EQ(counts.byPath.size(), 1U);
+    EXPECT_EQ(counts.byPath.at("a.mp3"), 3);
+    EXPECT_EQ(folder.Read("counts.json.bad"), torn);
+}
+
+TEST(PlayCounts, AHundredThousandShortNamesAreNotTooMany) {
+    PlayCounts counts;
+    for (int i = 0; i < 100'000; ++i) counts.byPath["M:\\" + std::to_string(i)] = 1;
+    PlayCounts loaded;
+    std::string error;
+    EXPECT_EQ(ReadPlayCounts(PlayCountsText(ListOf(counts)), loaded, error), StateReading::kWhole) << error;
+    EXPECT_EQ(loaded.byPath.size(), 100'000U);
 }
 
 }  // namespace

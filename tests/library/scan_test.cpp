@@ -94,25 +94,24 @@ TEST(Scan, AnAlbumThatGoesAwayMeanwhileIsOneLineAndTheRestIsScanned) {
     EXPECT_EQ(errors.find("Failed to read folder: " + music.At(gone) + ": "), 0U) << errors;
     EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
     EXPECT_EQ(library.totalSongs, 1);
+    EXPECT_EQ(library.missingFolders, std::vector<std::string>{music.At(gone)}) << "its songs are not known to be gone";
 }
 
 TEST(Scan, ARescanReplacesThePlaylistsInTheOrderOfTheDirectoriesAndRaisesTheCounters) {
     const TemporaryFolder music;
     music.Write("first/Same/a.mp3", "");
     music.Write("second/Same/b.mp3", "");
-    const std::string cache = music.At("cache.json");
     MusicLibrary library;
     for (int scans = 1; scans <= 2; ++scans) {
         ConsoleCapture console;
-        RescanMusicLibrary(library, {music.At("second"), music.At("missing"), music.At("first")}, cache);
+        ScanMusicFolders(library, {music.At("second"), music.At("missing"), music.At("first")}, {});
         ASSERT_EQ(library.playlists.size(), 2U);
         EXPECT_EQ(library.playlists[0].songs[0].songPath, music.At("second/Same/b.mp3"));
         EXPECT_EQ(library.playlists[1].songs[0].songPath, music.At("first/Same/a.mp3"));
         EXPECT_EQ(library.playlists[0].albumName, library.playlists[1].albumName);
         EXPECT_EQ(library.totalSongs, 2 * scans);
         EXPECT_EQ(library.playlistCount, 2 * scans);
-        EXPECT_EQ(console.Output(), "Successfully saved cache to " + cache + "\n");
-        EXPECT_TRUE(fs::remove(PathFromUtf8(cache)));
+        EXPECT_EQ(library.missingFolders, std::vector<std::string>{music.At("missing")});
     }
 }
 
@@ -132,18 +131,6 @@ TEST(Scan, WhatIsGatheredIsTheMusicAmongFilesAndFoldersInTheirOrder) {
     EXPECT_EQ(all.songs[1].songPath, folder.At("box/one.mp3"));
     EXPECT_EQ(all.songs[2].songPath, folder.At("box/Inner/two.MID"));
     EXPECT_EQ(all.songs[2].musicType, kMidi);
-}
-
-TEST(Scan, TheDefaultFolderIsMusicInTheWorkingFolder) {
-    const TemporaryFolder working;
-    const std::string song = working.Write("Music/Album/a.mod", "");
-    working.Write("Other/Album/b.mod", "");
-    MusicLibrary library;
-    library.playlists.resize(3);
-    ConsoleCapture console;
-    ScanDefaultMusicFolder(library, working.Text(), working.At("cache.json"));
-    EXPECT_EQ(Sorted(library.playlists), (Found{{"Album", {{song, kTracker}}}}));
-    EXPECT_TRUE(working.Has("cache.json"));
 }
 
 TEST(Scan, APathLongerThanTheOldLimitIsScanned) {

@@ -8,9 +8,10 @@
 #include <mutex>
 #include <set>
 
+#include "audio/ahead.h"
 #include "audio/bass.h"
 #include "platform/paths.h"
-#include "playback/play_clock.h"
+#include "platform/play_clock.h"
 
 namespace hullrider {
 namespace {
@@ -20,6 +21,8 @@ constexpr double kBytesPerSec = 1e6;
 struct FakeChannel {
     double lengthSec = 0.0;
     int level = 0;
+    double quietFromSec = 0.0, quietToSec = 0.0;
+    bool loops = true;
     bool isMidi = false;
     uint32_t state = BASS_ACTIVE_STOPPED;
     double positionSec = 0.0;  // at `since`
@@ -41,7 +44,16 @@ double SecondsSince(PlayTime time) {
 
 double PositionOf(const FakeChannel& channel) {
     if (channel.state != BASS_ACTIVE_PLAYING || channel.lengthSec <= 0.0) return channel.positionSec;
-    return std::fmod(channel.positionSec + SecondsSince(channel.since), channel.lengthSec);
+    const double reached = channel.positionSec + SecondsSince(channel.since);
+    return channel.loops ? std::fmod(reached, channel.lengthSec) : std::min(reached, channel.lengthSec);
+}
+
+bool IsPlaying(const FakeChannel& channel) {
+    return channel.state == BASS_ACTIVE_PLAYING && (channel.loops || PositionOf(channel) < channel.lengthSec);
+}
+
+bool IsQuiet(const FakeChannel& channel, double positionSec) {
+    return channel.level == 0 || (positionSec >= channel.quietFromSec && positionSec < channel.quietToSec);
 }
 
 float VolumeOf(const FakeChannel& channel) {
@@ -71,11 +83,20 @@ void ChangeState(FakeChannel& channel, uint32_t state) {
     channel.state = state;
 }
 
+std::string slowText;  // in the paths of the drive that does not answer; empty: all do
+
+bool IsOnSlowDrive(const std::string& path) {
+    const std::lock_guard lock(mutex);
+    return !slowText.empty() && path.find(slowText) != std::string::npos;
+}
+
 uint32_t Create(const std::string& path) {
+    while (IsOnSlowDrive(path)) SleepFor(std::chrono::milliseconds(50));
     std::ifstream in(PathFromUtf8(path));
     FakeChannel channel;
     if (!in) return Fail(BASS_ERROR_FILEOPEN);
     if (!(in >> channel.lengthSec >> channel.level) || channel.lengthSec <= 0.0) return Fail(BASS_ERROR_FILEFORM);
+    in >> channel.quietFromSec >> channel.quietToSec;
     channel.isMidi = path.ends_with(".mid");
     const std::lock_guard lock(mutex);
     channels[nextHandle] = channel;
@@ -85,8 +106,42 @@ uint32_t Create(const std::string& path) {
 
 }  // namespace
 
-std::string FakeSong(double lengthSec, int level) {
-    return std::to_string(lengthSec) + " " + std::to_string(level);
+std::string FakeSong(double lengthSec, int level, double quietFromSec, double quietToSec) {
+    return std::to_string(lengthSec) + " " + std::to_string(level) + " " + std::to_string(quietFromSec) + " " +
+           std::to_string(quietToSec);
+}
+
+FakeSlowDrive::FakeSlowDrive(const std::string& text) {
+    const std::lock_guard lock(mutex);
+    slowText = text;
+}
+
+FakeSlowDrive::~FakeSlowDrive() {
+    const std::lock_guard lock(mutex);
+    slowText.clear();
+}
+
+std::vector<StereoPeak> PeaksAhead(uint32_t handle, uint32_t spanMs) {
+    std::vector<StereoPeak> peaks;
+    With(handle, [&](FakeChannel& channel) {
+        const float peak = static_cast<float>(std::max(channel.level, 0)) / 32768.0F;
+        const double spanSec = spanMs / 1000.0, fromSec = PositionOf(channel);
+        for (double at = 0.0; at < 2.0 && fromSec + at + spanSec <= channel.lengthSec; at += spanSec) {
+            peaks.push_back(IsQuiet(channel, fromSec + at) ? StereoPeak{} : StereoPeak{peak, peak});
+        }
+    });
+    return peaks;
+}
+
+double QuietSec(uint32_t handle) {
+    double seconds = 0.0;
+    With(handle, [&](FakeChannel& channel) {
+        const double positionSec = PositionOf(channel);
+        if (!IsPlaying(channel) || !IsQuiet(channel, positionSec)) return;
+        const double fromSec = channel.level == 0 ? 0.0 : channel.quietFromSec;
+        seconds = std::min(positionSec - fromSec, SecondsSince(channel.since));
+    });
+    return seconds;
 }
 
 size_t FakeChannels() {
@@ -103,7 +158,7 @@ float FakeLoudness() {
     const std::lock_guard lock(mutex);
     float sum = 0.0F;
     for (const auto& [handle, channel] : channels) {
-        if (channel.state == BASS_ACTIVE_PLAYING) sum += VolumeOf(channel);
+        if (IsPlaying(channel)) sum += VolumeOf(channel);
     }
     return sum;
 }
@@ -150,8 +205,11 @@ bool BASS_StreamFree(HSTREAM handle) {
     return channels.erase(handle) > 0 || Fail(BASS_ERROR_HANDLE);
 }
 
-bool BASS_ChannelPlay(uint32_t handle, bool) {
-    return With(handle, [](FakeChannel& channel) { ChangeState(channel, BASS_ACTIVE_PLAYING); });
+bool BASS_ChannelPlay(uint32_t handle, bool restart) {
+    return With(handle, [&](FakeChannel& channel) {
+        ChangeState(channel, BASS_ACTIVE_PLAYING);
+        if (restart || channel.positionSec >= channel.lengthSec) channel.positionSec = 0.0;
+    });
 }
 
 bool BASS_ChannelPause(uint32_t handle) {
@@ -164,8 +222,26 @@ bool BASS_ChannelStop(uint32_t handle) {
 
 uint32_t BASS_ChannelIsActive(uint32_t handle) {
     uint32_t state = BASS_ACTIVE_STOPPED;
-    With(handle, [&](FakeChannel& channel) { state = channel.state; });
+    With(handle, [&](FakeChannel& channel) {
+        const bool hasEnded = channel.state == BASS_ACTIVE_PLAYING && !IsPlaying(channel);
+        state = hasEnded ? BASS_ACTIVE_STOPPED : channel.state;
+    });
     return state;
+}
+
+bool BASS_ChannelUpdate(uint32_t handle, uint32_t) {
+    return With(handle, [](FakeChannel&) {});
+}
+
+uint32_t BASS_ChannelFlags(uint32_t handle, uint32_t flags, uint32_t mask) {
+    uint32_t all = ~0U;
+    With(handle, [&](FakeChannel& channel) {
+        channel.positionSec = PositionOf(channel);
+        channel.since = PlayNow();
+        if ((mask & BASS_SAMPLE_LOOP) != 0) channel.loops = (flags & BASS_SAMPLE_LOOP) != 0;
+        all = channel.loops ? BASS_SAMPLE_LOOP : 0;
+    });
+    return all;
 }
 
 uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t) {
@@ -185,6 +261,10 @@ bool BASS_ChannelSetPosition(uint32_t handle, uint64_t position, uint32_t) {
         channel.positionSec = static_cast<double>(position) / kBytesPerSec;
         channel.since = PlayNow();
     });
+}
+
+const char* BASS_ChannelGetTags(uint32_t, uint32_t) {
+    return nullptr;
 }
 
 double BASS_ChannelBytes2Seconds(uint32_t, uint64_t bytes) {
@@ -215,8 +295,9 @@ bool BASS_ChannelSlideAttribute(uint32_t handle, uint32_t, float value, uint32_t
 uint32_t BASS_ChannelGetLevel(uint32_t handle) {
     uint32_t level = BASS_LEVEL_ERROR;
     With(handle, [&](FakeChannel& channel) {
-        if (channel.state != BASS_ACTIVE_PLAYING || channel.level < 0) return;
-        level = static_cast<uint32_t>(channel.level) << 16 | static_cast<uint32_t>(channel.level);
+        if (!IsPlaying(channel) || channel.level < 0) return;
+        const auto side = IsQuiet(channel, PositionOf(channel)) ? 0U : static_cast<uint32_t>(channel.level);
+        level = side << 16 | side;
     });
     return level;
 }

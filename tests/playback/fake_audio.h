@@ -1,6 +1,6 @@
 // An audio library without sound, in place of audio/bass.h's own: channels that only keep time and volume. A song's
-// file holds its length in seconds and its level, 0 to 32768; a file that holds no numbers cannot be played. A
-// SoundFont's file holds the word "font".
+// file holds its length in seconds, its level, 0 to 32768, and where it is silent; a file that holds no numbers cannot
+// be played. A SoundFont's file holds the word "font".
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,16 @@
 namespace hullrider {
 
 // What a file that the fake plays holds. A level below 0 is that of a stream that does not answer.
-std::string FakeSong(double lengthSec, int level = 10'000);
+std::string FakeSong(double lengthSec, int level = 10'000, double quietFromSec = 0.0, double quietToSec = 0.0);
+
+// While it lives, whoever opens a file whose path holds the text waits.
+class FakeSlowDrive {
+public:
+    explicit FakeSlowDrive(const std::string& text);
+    ~FakeSlowDrive();
+    FakeSlowDrive(const FakeSlowDrive&) = delete;
+    FakeSlowDrive& operator=(const FakeSlowDrive&) = delete;
+};
 
 // How much there is: nothing that play-next leaves behind may add up.
 size_t FakeChannels();

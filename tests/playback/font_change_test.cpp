@@ -1,11 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <optional>
+
+#include "platform/message_box.h"
 #include "playback/play_next.h"
 #include "playback/sound_fonts.h"
 #include "playback/stream_slots.h"
 #include "tests/console_capture.h"
+#include "tests/inline_workers.h"
+#include "tests/platform/fake_clock.h"
 #include "tests/playback/fake_audio.h"
-#include "tests/playback/fake_clock.h"
 #include "tests/playback/made_library.h"
 #include "tests/temporary_folder.h"
 
@@ -28,7 +32,8 @@ protected:
         clock_.Advance(std::chrono::seconds(5));
     }
 
-    const ConsoleCapture quiet_;
+    std::optional<ConsoleCapture> console_{std::in_place};
+    InlineWorkers inline_;
     FakeClock clock_;
     TemporaryFolder folder_;
     AppState app_;
@@ -68,6 +73,45 @@ TEST_F(FontChangeTest, NextAndPreviousGoRound) {
         EXPECT_EQ(app_.soundFonts.currentSoundFont, index);
     }
     EXPECT_EQ(FakeFonts(), 2U);
+}
+
+std::string shownError;
+
+TEST_F(FontChangeTest, WithoutFontsEveryStepSaysSo) {
+    app_.soundFonts.soundFontFiles.clear();
+    SetErrorBoxHandler([](std::string_view text) { shownError = text; });
+    for (void (*step)(AppState&) : {NextSoundFont, PreviousSoundFont}) {
+        shownError.clear();
+        step(app_);
+        EXPECT_EQ(shownError, "No soundfont files found.");
+    }
+    SetErrorBoxHandler(nullptr);
+}
+
+TEST_F(FontChangeTest, AnAutomaticChangeThatFailsIsPrintedAndKeepsTheOldFont) {
+    const std::string good = folder_.At("1.sf2"), bad = folder_.Write("bad.sf2", "text");
+    const uint32_t main = app_.soundFonts.midiStreamFont, next = app_.soundFonts.midiStreamNextFont;
+    struct Case {
+        const std::string& file;
+        const char* song;  // only one that ends in .mid takes fonts
+        std::string printed;
+    };
+    const Case table[] = {{bad, "a.mid", "Error loading sound font from " + bad + ": 41\n"},
+                          {bad, "a.mid", "Error loading sound font from " + bad + ": 41\n"},
+                          {good, "a.kar", "Error setting sound font for midiStreamNext: 37\n"},
+                          {good, "a.kar", "Error setting sound font for midiStream: 37\n"}};
+    app_.settings.songsBeforeSoundfontChange = 1;
+    for (const Case& test : table) {
+        app_.soundFonts.soundFontFiles = {test.file};
+        SetLibrary(app_, {{MadeSong(folder_.Write(test.song, FakeSong(300.0)), kMidi)}});
+        console_.reset();
+        console_.emplace();
+        PlayOne();
+        EXPECT_EQ(console_->Errors(), test.printed);
+        EXPECT_EQ(app_.soundFonts.midiStreamFont, main);
+        EXPECT_EQ(app_.soundFonts.midiStreamNextFont, next);
+        EXPECT_EQ(FakeFonts(), 2U);  // the new one is freed
+    }
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "library/song_counts.h"
-#include "playback/draws.h"
 #include "state/app_state.h"
 
 namespace hullrider {
@@ -31,13 +30,6 @@ inline void SetLibrary(AppState& app, std::vector<std::vector<Song>> playlists) 
         app.library.playlists.push_back(std::move(playlist));
     }
     Recount(app);
-}
-
-// A drawing in which every file is there, seeded.
-inline Draws EveryFileDraws(uint64_t seed) {
-    Draws draws(seed);
-    draws.fileExists = draws.folderExists = [](const std::string&) { return true; };
-    return draws;
 }
 
 }  // namespace hullrider

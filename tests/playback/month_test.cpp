@@ -9,10 +9,12 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "library/song_history.h"
 #include "playback/listening.h"
 #include "playback/loudness.h"
+#include "playback/next_up.h"
 #include "playback/play_next.h"
 #include "playback/sound_fonts.h"
 #include "playback/stream_slots.h"
@@ -20,8 +22,8 @@
 #include "playback/transport.h"
 #include "playback/volume.h"
 #include "tests/console_capture.h"
+#include "tests/platform/fake_clock.h"
 #include "tests/playback/fake_audio.h"
-#include "tests/playback/fake_clock.h"
 #include "tests/playback/made_library.h"
 #include "tests/temporary_folder.h"
 
@@ -108,11 +110,17 @@ protected:
         mostWorkers_ = std::max(mostWorkers_, clock_.Workers());
     }
 
-    bool StartNext() {
-        const bool started = PlayNext(app_, draws_);
+    void StartNext() { Settle(PlayNext(app_, draws_)); }
+
+    // Opening takes no time here, but another thread.
+    void Settle(bool started) {
+        for (int i = 0; !started && app_.playback.next != nullptr && app_.playback.next->wish.isUrgent; ++i) {
+            ASSERT_LT(i, 1000);
+            clock_.Advance(1ms);
+            started = PollPlayback(app_, draws_);
+        }
         songs_ += started;
-        startedAt_ = clock_.Now();
-        return started;
+        if (started) startedAt_ = clock_.Now();
     }
 
     // How long nothing can happen, when so much is left of what plays.
@@ -122,17 +130,22 @@ protected:
         return leftSec > 2.0 ? 1s : kPoll;
     }
 
-    // Plays the current item to its end.
+    // Plays the current item to its end, up to the start of the next one.
     void PlayToTheEnd() {
         const double dueSec = app_.playback.endSec - app_.playback.startSec;
-        while (!IsSongOver(app_.playback)) {
+        const bool isTurn = app_.playback.trouble == PlaybackTrouble::kNone;
+        bool started = false;
+        while (!started) {
             Pass(StrideFrom(app_.playback.endSec - PositionSec(CurrentHandle(app_.playback))));
-            ASSERT_LT(Seconds(clock_.Now() - startedAt_), dueSec + 20.0) << app_.playback.currentTitle;
+            started = PollPlayback(app_, draws_);
+            if (!started && app_.playback.trouble != PlaybackTrouble::kNone) return;
+            ASSERT_LT(Seconds(clock_.Now() - startedAt_), dueSec + 20.0) << app_.playback.item.title;
         }
-        if (app_.playback.trouble != PlaybackTrouble::kNone) return;
-        const double playedSec = Seconds(clock_.Now() - startedAt_);
-        ASSERT_GE(playedSec, dueSec - 0.25) << app_.playback.currentTitle;
-        ASSERT_LE(playedSec, std::max(dueSec, 1.0) + 0.25) << app_.playback.currentTitle;
+        ++songs_;
+        const double playedSec = Seconds(clock_.Now() - std::exchange(startedAt_, clock_.Now()));
+        if (!isTurn) return;
+        ASSERT_GE(playedSec, dueSec - 0.25) << app_.playback.item.title;
+        ASSERT_LE(playedSec, std::max(dueSec, 1.0) + 0.45) << app_.playback.item.title;
     }
 
     void Disturb() {
@@ -147,11 +160,11 @@ protected:
                 startedAt_ += 30s;
             },
             [&] { NextSoundFont(app_); },
-            [&] { PlayPreviousSong(app_, draws_), startedAt_ = clock_.Now(); },
+            [&] { Settle(PlayPreviousSong(app_, draws_)); },
             [&] { app_.selection.shuffle = chance_.Index(3) != 0; },
-            [&] { NextPlaylist(app_, draws_), startedAt_ = clock_.Now(); },
+            [&] { NextPlaylist(app_, draws_), Settle(false), startedAt_ = clock_.Now(); },
             [&] { app_.selection.playMode = kLibraryMode; },
-            [&] { app_.playback.realTimeVolume = !app_.playback.realTimeVolume; },
+            [&] { SetLoudnessFollowing(app_, !app_.playback.realTimeVolume); },
             [&] { ToggleHighLowVolume(app_); },
             [&] { ChangeSettings(); },
             [&] { MoveAlbums(); },
@@ -207,7 +220,7 @@ protected:
 TEST_F(MonthTest, NothingGrowsNothingHangsAndTheMusicNeverStops) {
     double settledMb = 0.0;
     while (songs_ < kSongs) {
-        StartNext();
+        if (songs_ == 0 || app_.playback.trouble != PlaybackTrouble::kNone) StartNext();
         PlayToTheEnd();
         if (HasFatalFailure()) return;
         Disturb();
@@ -217,7 +230,7 @@ TEST_F(MonthTest, NothingGrowsNothingHangsAndTheMusicNeverStops) {
     const double grownMb = ResidentMegabytes() - settledMb;
     EXPECT_LE(longestSilenceSec_, 2.0);
     EXPECT_LE(mostChannels_, 4U);
-    EXPECT_LE(mostFonts_, 2U);
+    EXPECT_LE(mostFonts_, 3U);  // one of them for the item that is prepared
     EXPECT_LE(mostWorkers_, 10U);
     EXPECT_LE(app_.history.records.size(), kMostHistory);
     EXPECT_LE(app_.history.lastPick.size(), static_cast<size_t>(kAlbums * kSongsPerAlbum));

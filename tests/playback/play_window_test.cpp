@@ -40,6 +40,22 @@ TEST(PlayWindow, ALongSongStartsAnywhereAndPlaysBetweenTheTwoDurations) {
     EXPECT_GE(shortest, 37.0);
 }
 
+TEST(PlayWindow, ADemonstrationHasShortTurnsUntilTheUserSetsOthers) {
+    Settings settings;
+    EXPECT_EQ(ChooseDurations(settings, true).maxSec, 40.0);
+    settings.songPlayDurationMin = 60;
+    EXPECT_EQ(ChooseDurations(settings, true).minSec, 60.0);
+    EXPECT_EQ(ChooseDurations(settings, true).maxSec, 110.0);
+}
+
+TEST(PlayWindow, AFadeLongerThanASongLeavesHalfOfItForTheTurn) {
+    Random random(4);
+    const PlayDurations durations = WithDurations(45, 110, 60'000);
+    const PlayWindow window = ChooseSongWindow(40.0, kMp3, durations, random);
+    EXPECT_EQ(window.startSec, 0.0);
+    EXPECT_EQ(window.endSec, 20.0);
+}
+
 TEST(PlayWindow, ShortAndSpecialSongsFollowTheirRules) {
     struct Case {
         const char* what;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "playback/draws.h"
 #include "tests/playback/made_library.h"
 
 namespace hullrider {
@@ -15,8 +16,8 @@ TEST(Simulation, FindsWhatTheWeightsPromiseAndTheSettingsMean) {
     SetLibrary(app, {midi, files, {MadeSong("c/1.xm", kTracker)}});
     app.weights = {25, 25, 50, 0, 0};
     app.settings.historyDepth = 0;
-    Draws draws = EveryFileDraws(8);
-    const RotationShares promised = PromisedShares(app);
+    Draws draws(8);
+    const RotationShares promised = PromisedShares(app, draws);
     EXPECT_NEAR(promised.byType[kMidi], 0.25 + 0.25 * 25 / 125, 1e-9);
     EXPECT_NEAR(promised.byType[kMp3], 0.50 + 0.25 * 100 / 125, 1e-9);
     EXPECT_NEAR(promised.favorites, 0.25 + 0.25 * 25 / 70 + 0.50 * 100 / 290, 1e-9);
@@ -37,7 +38,7 @@ TEST(Simulation, FindsWhatTheWeightsPromiseAndTheSettingsMean) {
 
 TEST(Simulation, EndsWhenNothingCanBePlayed) {
     AppState app;
-    Draws draws = EveryFileDraws(8);
+    Draws draws(8);
     EXPECT_EQ(SimulateRotation(app, draws, 100, [](const Song&) { return 400.0; }).plays, 0);
     SetLibrary(app, {{MadeSong("a/1.mp3", kMp3), MadeSong("a/2.mp3", kMp3)}});
     const Rotation rotation = SimulateRotation(app, draws, 100, [](const Song&) { return -1.0; });

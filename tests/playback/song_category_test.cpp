@@ -43,55 +43,48 @@ TEST(SongCategory, KindsThatCannotPlayLoseTheirWeightAndNoWeightAtAllGivesTheBui
     struct Case {
         const char* what;
         SelectionWeights weights;
-        CategoryCounts counts;  // MIDI, MP3, tracker, stations
-        int32_t lastCandidateCount;
+        CategoryCounts counts;  // MIDI, MP3, tracker, stations, candidates
         bool mixedMusic, excludeRadio;
         SelectionWeights expected;
     };
     const Case cases[] = {
-        {"nothing missing", {5, 4, 3, 2, 1}, {9, 9, 9, 9}, 9, true, false, {5, 4, 3, 2, 1}},
-        {"modules only", {5, 4, 3, 2, 1}, {0, 0, 9, 0}, 9, true, false, {5, 0, 0, 2, 0}},
-        {"no list yet", {5, 4, 3, 2, 1}, {9, 9, 9, 9}, 0, true, false, {0, 4, 3, 2, 1}},
-        {"no radio this time", {5, 4, 3, 2, 1}, {9, 9, 9, 9}, 9, true, true, {5, 4, 3, 2, 0}},
-        {"all zero", {0, 0, 0, 0, 0}, {9, 9, 0, 0}, 9, true, false, {0, 50, 1, 0, 0}},
-        {"all zero, with stations", {0, 0, 0, 0, 0}, {9, 9, 9, 9}, 9, true, false, {0, 50, 1, 1, 30}},
-        {"all zero, no radio this time", {0, 0, 0, 0, 7}, {9, 9, 9, 9}, 9, true, true, {0, 50, 1, 1, 0}},
-        {"no folders", {5, 4, 3, 2, 1}, {9, 9, 9, 9}, 9, false, false, {0, 1, 0, 0, 25}},
-        {"no folders and no stations", {5, 4, 3, 2, 1}, {0, 9, 9, 0}, 9, false, false, {0, 1, 0, 0, 0}},
-        {"empty library", {5, 4, 3, 2, 1}, {0, 0, 0, 0}, 0, true, false, {0, 0, 0, 0, 0}},
+        {"nothing missing", {5, 4, 3, 2, 1}, {9, 9, 9, 9, 9}, true, false, {5, 4, 3, 2, 1}},
+        {"modules only", {5, 4, 3, 2, 1}, {0, 0, 9, 0, 9}, true, false, {5, 0, 0, 2, 0}},
+        {"no list yet", {5, 4, 3, 2, 1}, {9, 9, 9, 9, 0}, true, false, {0, 4, 3, 2, 1}},
+        {"no radio this time", {5, 4, 3, 2, 1}, {9, 9, 9, 9, 9}, true, true, {5, 4, 3, 2, 0}},
+        {"all zero", {0, 0, 0, 0, 0}, {9, 9, 0, 0, 9}, true, false, {0, 50, 1, 0, 0}},
+        {"all zero, with stations", {0, 0, 0, 0, 0}, {9, 9, 9, 9, 9}, true, false, {0, 50, 1, 1, 30}},
+        {"all zero, no radio this time", {0, 0, 0, 0, 7}, {9, 9, 9, 9, 9}, true, true, {0, 50, 1, 1, 0}},
+        {"no folders", {5, 4, 3, 2, 1}, {9, 9, 9, 9, 9}, false, false, {0, 1, 0, 0, 25}},
+        {"no folders and no stations", {5, 4, 3, 2, 1}, {0, 9, 9, 0, 9}, false, false, {0, 1, 0, 0, 0}},
+        {"empty library", {5, 4, 3, 2, 1}, {0, 0, 0, 0, 0}, true, false, {0, 0, 0, 0, 0}},
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(test.what);
         SelectionState selection;
-        selection.lastCandidateCount = test.lastCandidateCount;
         selection.mixedMusic = test.mixedMusic;
         selection.excludeRadioOnce = test.excludeRadio;
-        SelectionWeights weights = test.weights;
-        PrepareWeights(weights, selection, test.counts);
-        EXPECT_EQ(AsList(weights), AsList(test.expected));
+        EXPECT_EQ(AsList(PreparedWeights(test.weights, selection, test.counts)), AsList(test.expected));
     }
 }
 
 TEST(SongCategory, TheRadioIsLeftOutOnceAndComesBackWithItsWeight) {
     SelectionState selection;
-    selection.lastCandidateCount = 1;
-    SelectionWeights weights{0, 1, 0, 0, 1000000};
-    const CategoryCounts counts{9, 0, 0, 9};
+    const SelectionWeights weights{0, 1, 0, 0, 1000000};
+    const CategoryCounts counts{9, 0, 0, 9, 1};
     Random random(3);
-    EXPECT_EQ(PickCategory(weights, selection, counts, random), kRadioCategory);
+    const CategoryDraw first = PickCategory(weights, selection, counts, random);
+    EXPECT_EQ(first.category, kRadioCategory);
+    selection.savedRadioWeight = first.savedRadioWeight;
     selection.excludeRadioOnce = true;
-    EXPECT_EQ(PickCategory(weights, selection, counts, random), kMidiCategory);
-    EXPECT_EQ(weights.radio, 1000000);
-    EXPECT_FALSE(selection.excludeRadioOnce);
-    EXPECT_EQ(PickCategory(weights, selection, counts, random), kRadioCategory);
+    const CategoryDraw without = PickCategory(weights, selection, counts, random);
+    EXPECT_EQ(without.category, kMidiCategory);
+    EXPECT_EQ(without.weights.radio, 1000000);
 }
 
 TEST(SongCategory, WeightsBelowNothingPlayNothing) {
-    SelectionState selection;
-    selection.lastCandidateCount = 1;
-    SelectionWeights weights{0, -100, 50, 0, 0};
     Random random(3);
-    EXPECT_EQ(PickCategory(weights, selection, {9, 9, 0, 0}, random), kNoCategory);
+    EXPECT_EQ(PickCategory({0, -100, 50, 0, 0}, {}, {9, 9, 0, 0, 1}, random).category, kNoCategory);
 }
 
 }  // namespace

@@ -32,25 +32,26 @@ protected:
                           {MadeSong("c/1.xm", kTracker), MadeSong("c/never.xm", kTracker, 1, -1)}});
     }
 
-    SongChoice Pick(int32_t category = kNoCategory) {
-        SongChoice choice;
-        EXPECT_EQ(SelectNextSong(app_, draws_, category, choice), Selection::kSong);
-        return choice;
+    // What is picked counts as played.
+    SongChoice PickOne(int32_t category = kNoCategory) {
+        const Pick pick = SelectNextSong(app_, draws_, category);
+        EXPECT_EQ(pick.result, Selection::kItem);
+        TakeEffect(app_, pick);
+        return pick.item.place;
     }
 
-    // Counts of so many picks, without a history.
+    // Counts of so many picks.
     std::map<Place, int> Counts(int draws) {
         std::map<Place, int> counts;
         for (int i = 0; i < draws; ++i) {
-            SongChoice choice;
-            EXPECT_NE(SelectNextSong(app_, draws_, kNoCategory, choice), Selection::kNothing);
+            const SongChoice choice = PickOne();
             ++counts[{choice.playlist, choice.song}];
         }
         return counts;
     }
 
     AppState app_;
-    Draws draws_ = EveryFileDraws(5);
+    Draws draws_{5};
 };
 
 // What the rules say by themselves, entry by entry: how likely each song is within a category.
@@ -122,7 +123,7 @@ TEST_F(SongSelectionTest, TheHistoryForbidsTheLastSongsAndLeavesTheOthersTheirSh
     std::map<int32_t, std::map<int32_t, int>> after;  // what came four picks after which song
     std::vector<int32_t> picked;
     for (int i = 0; i < kDraws; ++i) {
-        picked.push_back(Pick().song);
+        picked.push_back(PickOne().song);
         const size_t n = picked.size();
         for (size_t back = 1; back <= 3 && back < n; ++back) ASSERT_NE(picked[n - 1], picked[n - 1 - back]);
         if (n > 4) ++after[picked[n - 5]][picked[n - 1]];
@@ -135,52 +136,110 @@ TEST_F(SongSelectionTest, TheHistoryForbidsTheLastSongsAndLeavesTheOthersTheirSh
     }
 }
 
-TEST_F(SongSelectionTest, ADrawThatCouldNotEndFallsBackToAnySongThatIsThere) {
-    SetLibrary(app_, {{MadeSong("a/1.mp3", kMp3), MadeSong("a/2.mp3", kMp3)}});
+TEST_F(SongSelectionTest, TheHistoryIsGivenUpFirstAndTheSongHeardLongestAgoComes) {
+    SetLibrary(app_, {{MadeSong("a/1.mid", kMidi), MadeSong("a/2.mid", kMidi), MadeSong("a/3.mid", kMidi)},
+                      {MadeSong("b/1.mp3", kMp3)}});
     app_.settings.historyDepth = 50;
-    for (int i = 0; i < 20; ++i) Pick();
+    app_.weights = {0, 1, 1, 0, 0};
+    constexpr int kDraws = 4'000;
+    int midi = 0;
+    std::vector<int32_t> order;
+    for (int i = 0; i < kDraws; ++i) {
+        const SongChoice choice = PickOne();
+        if (i > 10) {
+            EXPECT_EQ(app_.playback.relaxed, Relaxation::kHistory);
+        }
+        if (choice.playlist != 0) continue;
+        ++midi;
+        order.push_back(choice.song);
+        const size_t n = order.size();
+        if (n > 3) {
+            ASSERT_EQ(order[n - 1], order[n - 4]) << "round and round, none too soon";
+        }
+    }
+    EXPECT_NEAR(midi, kDraws / 2, Interval(0.5, kDraws));
+}
 
-    draws_.fileExists = [](const std::string& path) { return path == "b/2.xm"; };
-    SetLibrary(app_, {{MadeSong("a/1.mp3", kMp3), MadeSong("a/2.mp3", kMp3)},
-                      {MadeSong("b/1.xm", kTracker), MadeSong("b/2.xm", kTracker)}});
-    app_.weights = {0, 0, 1, 0, 0};
-    EXPECT_EQ(Pick().playlist, 1);
-
-    draws_.fileExists = draws_.folderExists = [](const std::string&) { return false; };
-    SongChoice choice{1, 2, 3, 4};
-    for (const bool shuffle : {true, false}) {
-        app_.selection.shuffle = shuffle;
-        EXPECT_EQ(SelectNextSong(app_, draws_, kNoCategory, choice), Selection::kNothing);
-        EXPECT_EQ(choice.playlist, 0);
-        EXPECT_EQ(choice.song, 0);
+TEST_F(SongSelectionTest, TheFilterIsGivenUpLastAndOnlyWhenNothingThatPassesItCanBePlayed) {
+    std::vector<Song> songs;
+    for (int i = 0; i < 40; ++i) {
+        songs.push_back(MadeSong("a/" + std::to_string(i) + (i % 2 ? ".mp3" : ".xm"), i % 2 ? kMp3 : kTracker, i < 3));
+    }
+    SetLibrary(app_, {songs, {MadeSong("b/1.mid", kMidi)}});
+    app_.weights = {0, 1, 1, 1, 0};
+    app_.settings.historyDepth = 30;
+    for (const int32_t filter : {kFavoritesOnly, kNoFavorites}) {
+        app_.selection.favoritesFilter = filter;
+        for (int i = 0; i < 60; ++i) {
+            const SongChoice choice = PickOne();
+            EXPECT_EQ(choice.playlist == 0 && choice.song < 3, filter == kFavoritesOnly);
+        }
+    }
+    app_.selection.favoritesFilter = kFavoritesOnly;
+    for (int i = 0; i < 3; ++i) draws_.unavailable.NoteMissingFile(songs[static_cast<size_t>(i)].songPath);
+    for (int i = 0; i < 20; ++i) {
+        PickOne();
+        EXPECT_EQ(app_.playback.relaxed, Relaxation::kFilter);
     }
 }
 
-int filesAsked = 0;
-
-TEST_F(SongSelectionTest, AVanishedFolderIsNotAskedForSongBySong) {
-    std::vector<Song> gone;
-    for (int i = 0; i < 50'000; ++i) gone.push_back(MadeSong("gone/a/" + std::to_string(i) + ".mp3", kMp3));
-    SetLibrary(app_, {gone, {MadeSong("here/a/1.mp3", kMp3)}});
+TEST_F(SongSelectionTest, WhatIsAwayIsPassedOverAndWhatIsBrokenComesLast) {
+    SetLibrary(app_, {{MadeSong("gone/a/1.mp3", kMp3), MadeSong("gone/a/2.mp3", kMp3)},
+                      {MadeSong("b/1.xm", kTracker), MadeSong("b/2.xm", kTracker)}});
     app_.settings.historyDepth = -1;
-    filesAsked = 0;
-    draws_.fileExists = [](const std::string& path) { return ++filesAsked, path.starts_with("here"); };
-    draws_.folderExists = [](const std::string& path) { return path.starts_with("here"); };
-    EXPECT_EQ(Pick().playlist, 1);
-    EXPECT_LE(filesAsked, 100);
+    app_.weights = {0, 0, 1, 0, 0};
+    draws_.unavailable.NoteAwayFolder("gone");
+    draws_.unavailable.NoteBroken("b/1.xm");
+    for (const bool shuffle : {true, false}) {
+        app_.selection.shuffle = shuffle;
+        for (int i = 0; i < 10; ++i) EXPECT_EQ(PickOne().song, 1);
+    }
+    // Within one attempt nothing is tried twice; with the next one it is.
+    draws_.unavailable.NoteBroken("b/2.xm");
+    EXPECT_EQ(SelectNextSong(app_, draws_, kNoCategory).result, Selection::kNothing);
+    draws_.unavailable.BeginAttempt();
+    EXPECT_EQ(PickOne().playlist, 1);
+}
+
+TEST_F(SongSelectionTest, APickChangesNothingUntilItTakesEffect) {
+    FillLibrary();
+    app_.selection.shuffle = false;
+    const std::vector<Place> expected = {{0, 0}, {0, 1}, {2, 0}};
+    for (const Place& place : expected) {
+        for (int i = 0; i < 3; ++i) {
+            const Pick dropped = SelectNextSong(app_, draws_, kNoCategory);
+            EXPECT_EQ(Place(dropped.item.place.playlist, dropped.item.place.song), place);
+        }
+        PickOne();
+    }
+    EXPECT_EQ(app_.history.records.size(), expected.size());
+}
+
+TEST_F(SongSelectionTest, InPlaylistModeEveryTenThousandthPickIsOneOfTheWholeLibrary) {
+    FillLibrary();
+    app_.selection.playMode = kPlaylistMode;
+    app_.selection.currentPlaylist = 2;
+    int elsewhere = 0;
+    for (int round = 0; round < 40; ++round) {
+        app_.selection.selectionCalls = 9998;
+        EXPECT_EQ(PickOne().playlist, 2);
+        elsewhere += PickOne().playlist != 2;
+        EXPECT_EQ(app_.selection.selectionCalls, 0);
+    }
+    EXPECT_GT(elsewhere, 0);
 }
 
 TEST_F(SongSelectionTest, WithoutShuffleAllPlaylistsAreWalkedInOrderAndMissingFilesSkipped) {
     FillLibrary();
-    draws_.fileExists = [](const std::string& path) { return path != "b/1.mp3"; };
+    draws_.unavailable.NoteMissingFile("b/1.mp3");
     app_.selection.shuffle = false;
     const std::vector<Place> expected = {{0, 0}, {0, 1}, {2, 1}, {2, 2}, {3, 0}, {3, 1}, {0, 0}, {0, 1}};
     for (const Place& place : expected) {
-        const SongChoice choice = Pick();
+        const SongChoice choice = PickOne();
         EXPECT_EQ(Place(choice.playlist, choice.song), place);
     }
     app_.selection.currentPlaylist = 77;  // of a library that was larger
-    EXPECT_EQ(Pick().playlist, 0);
+    EXPECT_EQ(PickOne().playlist, 0);
 }
 
 TEST_F(SongSelectionTest, PlaylistModeDrawsEverySongOfTheCurrentPlaylistAlike) {
@@ -189,18 +248,17 @@ TEST_F(SongSelectionTest, PlaylistModeDrawsEverySongOfTheCurrentPlaylistAlike) {
     app_.selection.currentPlaylist = 2;
     app_.selection.favoritesFilter = kFavoritesOnly;  // neither this nor the history is asked here
     app_.settings.historyDepth = 20;
-    constexpr int kDraws = 30'000;
+    constexpr int kDraws = 9'000;
     const std::map<Place, int> counts = Counts(kDraws);
     ASSERT_EQ(counts.size(), 3U);
     for (const auto& [place, count] : counts) EXPECT_NEAR(count, kDraws / 3, Interval(1.0 / 3.0, kDraws));
-    EXPECT_EQ(app_.selection.lastCandidateCount, 3);
 }
 
 TEST_F(SongSelectionTest, TheCategoryOfAReentryIsThatOfTheCurrentPlaylist) {
     FillLibrary();
     app_.settings.historyDepth = -1;
     app_.selection.currentPlaylist = 3;
-    for (int i = 0; i < 20; ++i) EXPECT_EQ(Pick(kRadioCategory).playlist, 3);
+    for (int i = 0; i < 20; ++i) EXPECT_EQ(PickOne(kRadioCategory).playlist, 3);
 }
 
 TEST_F(SongSelectionTest, StationsAreDrawnByTheirCountsAndReported) {
@@ -226,7 +284,7 @@ TEST_F(SongSelectionTest, StationsAreDrawnByTheirCountsAndReported) {
 
     app_.radio.stations.clear();  // without stations songs are picked in every mode
     app_.selection.radioPlaying = true;
-    Pick();
+    PickOne();
     EXPECT_FALSE(app_.selection.radioPlaying);
 }
 
@@ -235,9 +293,10 @@ TEST_F(SongSelectionTest, ACustomStationDrawsByItsOwnWeights) {
     app_.settings.historyDepth = -1;
     app_.radio.activeCustomStation = {"modules", {0, 0, 0, 1, 0}};
     for (int i = 0; i < 50; ++i) {
-        SongChoice choice;
-        ASSERT_EQ(SelectForCustomStation(app_, draws_, choice), Selection::kSong);
-        EXPECT_EQ(choice.playlist, 3);
+        const Pick pick = SelectForCustomStation(app_, draws_);
+        ASSERT_EQ(pick.result, Selection::kItem);
+        EXPECT_EQ(pick.item.place.playlist, 3);
+        TakeEffect(app_, pick);
     }
     EXPECT_EQ(app_.weights.midi, 50);
 }
@@ -247,10 +306,9 @@ TEST_F(SongSelectionTest, AnUnknownWeightAndAHugeFavouriteAreStillDrawn) {
     app_.settings.historyDepth = INT32_MAX;
     std::map<Place, int> counts = Counts(1000);
     EXPECT_EQ(counts.size(), 2U);
-    EXPECT_EQ(app_.selection.lastCandidateCount, INT32_MAX);
+    EXPECT_EQ(CountsOf(draws_.candidates, app_.radio).lastCandidateCount, INT32_MAX);
     app_.weights = {-1, 0, 0, 0, 0};
-    SongChoice choice;
-    EXPECT_EQ(SelectNextSong(app_, draws_, kNoCategory, choice), Selection::kRefused);
+    EXPECT_EQ(SelectNextSong(app_, draws_, kNoCategory).result, Selection::kRefused);
 }
 
 TEST_F(SongSelectionTest, TheUniformPickReachesEverySongOfALibraryFromTheCacheEquallyOften) {
@@ -259,16 +317,15 @@ TEST_F(SongSelectionTest, TheUniformPickReachesEverySongOfALibraryFromTheCacheEq
     app_.library.playlists.push_back({"C", {MadeSong("b", kMp3), MadeSong("c", kMp3), MadeSong("d", kMp3)}});
     std::map<Place, int> drawn;
     constexpr int kDraws = 40000;
-    SongChoice choice;
     for (int i = 0; i < kDraws; ++i) {
-        ASSERT_TRUE(PickUniformSong(app_, draws_, choice));
-        ++drawn[{choice.playlist, choice.song}];
+        const Pick pick = PickUniformSong(app_, draws_);
+        ASSERT_EQ(pick.result, Selection::kItem);
+        ++drawn[{pick.item.place.playlist, pick.item.place.song}];
     }
     ASSERT_EQ(drawn.size(), 4U);
     for (const auto& [where, count] : drawn) EXPECT_NEAR(count, kDraws / 4, Interval(0.25, kDraws));
     app_.library.playlists.clear();
-    EXPECT_FALSE(PickUniformSong(app_, draws_, choice));
-    EXPECT_EQ(choice.extra, 0);
+    EXPECT_EQ(PickUniformSong(app_, draws_).result, Selection::kNothing);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "audio/bass.h"
 #include "platform/message_box.h"
 #include "tests/temporary_folder.h"
 
@@ -26,6 +27,7 @@ TEST(SoundFonts, OnlyFontFilesOfTheFolderItselfAreFoundInOrder) {
 TEST(SoundFonts, AFontThatCannotBeTakenLeavesTheOldOneAndSaysSo) {
     SetErrorBoxHandler([](std::string_view text) { shownError = text; });
     const TemporaryFolder folder;
+    BASS_Init(0, 44100, 0, nullptr, nullptr);
     const PlaybackState playback;
     SoundFontState fonts;
     fonts.soundFontFiles = {folder.Write("not a font.sf2", "text")};
@@ -36,6 +38,11 @@ TEST(SoundFonts, AFontThatCannotBeTakenLeavesTheOldOneAndSaysSo) {
     EXPECT_FALSE(SelectSoundFont(fonts, playback, 0));
     EXPECT_EQ(shownError, "Failed to load the selected soundfont.");
     EXPECT_EQ(fonts.midiStreamFont, 77U);
+    BASS_Free();
+    // While the music is stopped it is only chosen.
+    fonts.currentSoundFont = -1;
+    EXPECT_TRUE(SelectSoundFont(fonts, playback, 0));
+    EXPECT_EQ(fonts.currentSoundFont, 0);
     SetErrorBoxHandler(nullptr);
 }
 

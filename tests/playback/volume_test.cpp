@@ -4,14 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <optional>
 
+#include "audio/bass.h"
 #include "playback/loudness.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
 #include "playback/transport.h"
 #include "tests/console_capture.h"
+#include "tests/inline_workers.h"
+#include "tests/platform/fake_clock.h"
 #include "tests/playback/fake_audio.h"
-#include "tests/playback/fake_clock.h"
 #include "tests/playback/made_library.h"
 #include "tests/temporary_folder.h"
 
@@ -34,14 +37,31 @@ protected:
         return CurrentHandle(app_.playback);
     }
 
-    // Lets time pass with the level meter's timer in it.
+    // One that nothing is known of when it starts.
+    StreamSlot PlayUnmeasured(int level) {
+        PlaySongOfLevel(10'000);
+        CutStreamsBut(app_.playback, 0);
+        const std::string path = folder_.Write("unmeasured.mp3", FakeSong(300.0, level));
+        const StreamSlot song = BASS_StreamCreateFile(false, path.c_str(), 0, 0, BASS_SAMPLE_FLOAT);
+        BASS_ChannelSetAttribute(song, BASS_ATTRIB_VOL, 0.0F);
+        BASS_ChannelPlay(song, false);
+        (app_.playback.nextSlotActive ? app_.playback.musicStreamNext : app_.playback.musicStream) = song;
+        RestartLoudness(app_.playback, song);
+        FadeInToTarget(app_, song, std::nullopt, app_.settings.FADE_DURATION_MS);
+        StartVolumeAdjustment(app_.playback.volume, app_.settings.FADE_DURATION_MS);
+        return song;
+    }
+
+    // Lets time pass with the timers of the level meter and of the poll in it.
     void Pass(std::chrono::milliseconds time) {
         for (std::chrono::milliseconds passed{0}; passed < time; passed += 250ms) {
             clock_.Advance(250ms);
             SampleLoudness(app_.playback);
+            CorrectVolumeOnceHeard(app_.playback);
         }
     }
 
+    InlineWorkers inline_;
     FakeClock clock_;
     TemporaryFolder folder_;
     AppState app_;
@@ -80,7 +100,7 @@ TEST_F(VolumeTest, WithFollowingASongIsMeasuredFadedToHalfAndThenCorrected) {
         app_.settings.highVolume = test.wanted;
         app_.playback.volumeMode = kHighVolume;
         CutStreamsBut(app_.playback, 0);
-        const StreamSlot song = PlaySongOfLevel(test.level);
+        const StreamSlot song = PlayUnmeasured(test.level);
         Pass(2s);  // 0.5 s are enough to measure, 1.5 s to give up
         EXPECT_NEAR(FakeSlideTarget(song), test.half, 0.001F);
         EXPECT_EQ(app_.playback.volume->levelUnknown, test.half == 0.1F);
@@ -90,6 +110,79 @@ TEST_F(VolumeTest, WithFollowingASongIsMeasuredFadedToHalfAndThenCorrected) {
         Pass(4s);
         EXPECT_NEAR(FakeVolume(song), test.whole, 0.001F);
     }
+}
+
+TEST_F(VolumeTest, APreparedSongComesInAtTheLoudnessOfItsFirstSecondsAtOnce) {
+    const ConsoleCapture quiet;
+    app_.playback.volume->targetRms = 14'000.0F;
+    const StreamSlot song = PlaySongOfLevel(28'000);
+    EXPECT_NEAR(FakeSlideTarget(song), 0.25F, 0.001F);
+    Pass(2750ms);
+    EXPECT_NEAR(FakeSlideTarget(song), 0.5F, 0.001F);
+}
+
+TEST_F(VolumeTest, TheCorrectionIsMadeAfterACutToo) {
+    const ConsoleCapture quiet;
+    app_.playback.volume->targetRms = 14'000.0F;
+    PlaySongOfLevel(28'000);
+    for (int i = 0; i < 2; ++i) {
+        clock_.Advance(200ms);
+        ASSERT_TRUE(PlayNext(app_, draws_));
+    }
+    Pass(10s);
+    EXPECT_NEAR(FakeVolume(CurrentHandle(app_.playback)), 0.5F, 0.001F);
+}
+
+TEST_F(VolumeTest, ASongThatIsSilentAtFirstIsCorrectedOnceItIsHeard) {
+    const ConsoleCapture quiet;
+    for (const bool volumeIsChanged : {false, true}) {
+        app_.playback.volume->targetRms = 14'000.0F;
+        PlaySongOfLevel(10'000);
+        CutStreamsBut(app_.playback, 0);
+        SetLibrary(app_, {{MadeSong(folder_.Write("late.mp3", FakeSong(300.0, 28'000, 0.9, 4.0)), kMp3)}});
+        app_.settings.songPlayDurationMax = 0;  // from its start
+        ASSERT_TRUE(PlayNext(app_, draws_));
+        const StreamSlot song = CurrentHandle(app_.playback);
+        RestartLoudness(app_.playback, song);
+        clock_.Advance(1s);
+        if (volumeIsChanged) SetVolumeLevel(app_, 0.4F);
+        Pass(12s);
+        EXPECT_NEAR(20.0 * std::log10(FakeVolume(song) / 0.5), 0.0, 0.5);
+    }
+}
+
+TEST_F(VolumeTest, WhoSwitchesFollowingOffKeepsTheVolume) {
+    const ConsoleCapture quiet;
+    app_.playback.volume->targetRms = 14'000.0F;
+    const StreamSlot song = PlaySongOfLevel(28'000);
+    Pass(1s);
+    SetLoudnessFollowing(app_, false);
+    const float volume = FakeVolume(song);
+    Pass(10s);
+    EXPECT_EQ(FakeVolume(song), volume);
+    EXPECT_NEAR(volume, 0.4F, 0.001F);
+}
+
+TEST_F(VolumeTest, APauseHoldsBothItemsOfAFadeAndBothGoOn) {
+    app_.playback.realTimeVolume = false;
+    const StreamSlot first = PlaySongOfLevel(10'000);
+    Pass(10s);
+    ASSERT_TRUE(PlayNext(app_, draws_));
+    const StreamSlot second = CurrentHandle(app_.playback);
+    Pass(4s);
+    TogglePause(app_);
+    EXPECT_EQ(FakeLoudness(), 0.0F);
+    const float firstVolume = FakeVolume(first), secondVolume = FakeVolume(second);
+    EXPECT_NEAR(firstVolume, 0.25F, 0.01F);
+    Pass(60s);
+    TogglePause(app_);
+    EXPECT_EQ(FakeVolume(first), firstVolume);
+    EXPECT_EQ(FakeVolume(second), secondVolume);
+    Pass(3500ms);
+    EXPECT_GT(FakeVolume(first), 0.0F);
+    Pass(1s);
+    EXPECT_EQ(FakeVolume(first), -1.0F) << "freed when its fade was over";
+    EXPECT_EQ(FakeVolume(second), 0.5F);
 }
 
 TEST_F(VolumeTest, AMeasurementOfASongThatWasLeftDoesNotBringItBack) {

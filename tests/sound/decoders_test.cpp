@@ -337,12 +337,39 @@ TEST_F(Decoders, TagsAreThoseOfTheFile) {
             while (tags[length] != '\0');
         }
         EXPECT_NE(std::string(tags, length).find(test.expected), std::string::npos) << std::string(tags, length);
-        EXPECT_EQ(BASS_ChannelGetTags(stream, isId3 ? BASS_TAG_OGG : BASS_TAG_ID3), nullptr);
+        EXPECT_EQ(BASS_ChannelGetTags(stream, isId3 ? BASS_TAG_MP4 : BASS_TAG_ID3), nullptr);
         EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_NOTAVAIL);
     }
     const HSTREAM bare = Open(Save("bare.wav", Tone(kRate, 2, 500.0, 0.3)));
     EXPECT_EQ(BASS_ChannelGetTags(bare, BASS_TAG_ID3), nullptr);
     EXPECT_EQ(BASS_ChannelGetTags(0, BASS_TAG_ID3), nullptr);
+}
+
+// An ID3v1 block at the end, or ID3v2 frames that claim to be ISO 8859-1, hold whatever their writers' system used.
+TEST_F(Decoders, TagsOfOldMp3sAreReadWhateverTheirEncoding) {
+    const std::string sound =
+        folder_.Read(Encode(Tone(kRate, 2, 500.0, 0.3), "bare.mp3", "-write_id3v1 0 -id3v2_version 0"));
+    const auto open = [&](const std::string& bytes) {
+        const char* const tags = BASS_ChannelGetTags(Open(folder_.Write("old.mp3", bytes)), BASS_TAG_OGG);
+        return std::string(tags == nullptr ? "" : tags);
+    };
+    const auto version1 = [&](std::string title) {
+        title.resize(30);
+        return open(sound + "TAG" + title + std::string(95, '\0'));
+    };
+    const auto version2 = [&](char encoding, const std::string& title) {
+        const std::string frame = std::string("TIT2\0\0\0", 7) + static_cast<char>(title.size() + 1) +
+                                  std::string("\0\0", 2) + encoding + title;
+        return open(std::string("ID3\3\0\0\0\0\0", 9) + static_cast<char>(frame.size()) + frame + sound);
+    };
+    const std::string japanese = "\x83\x65\x83\x58\x83\x67", longTitle(60, 'x');
+    EXPECT_EQ(version1("Caf\xE9"), "TITLE=Caf\u00E9");
+    EXPECT_EQ(version1(japanese), "TITLE=\u30C6\u30B9\u30C8");
+    EXPECT_EQ(version1("\u00C9t\u00E9"), "TITLE=\u00C9t\u00E9");
+    EXPECT_EQ(version2(0, "Caf\xE9"), "TITLE=Caf\u00E9");
+    EXPECT_EQ(version2(0, japanese), "TITLE=\u30C6\u30B9\u30C8");
+    EXPECT_EQ(version2(0, longTitle), "TITLE=" + longTitle);
+    EXPECT_EQ(version2(1, std::string("\xFF\xFE\xE5\x65\x2C\x67", 6)), "TITLE=\u65E5\u672C");
 }
 
 // A song that names other files or addresses would make the player open them.

@@ -8,7 +8,8 @@
 #include "playback/transport.h"
 #include "playback/volume.h"
 #include "tests/console_capture.h"
-#include "tests/playback/fake_clock.h"
+#include "tests/inline_workers.h"
+#include "tests/platform/fake_clock.h"
 #include "tests/playback/made_library.h"
 #include "tests/sound/sound.h"
 
@@ -44,6 +45,7 @@ protected:
     void PlaySongNumber(int32_t song) { ASSERT_TRUE(PlaySong(app_, draws_, 0, song)); }
 
     const ConsoleCapture quiet_;
+    InlineWorkers inline_;
     FakeClock clock_;
     AppState app_;
     Draws draws_{21};

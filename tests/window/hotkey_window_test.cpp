@@ -4,9 +4,12 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <utility>
 #include <vector>
 
 #include "app/commands.h"
+#include "platform/text_win.h"
 #include "tests/eventually.h"
 #include "tests/tone_wav.h"
 #include "tests/window/controls_win.h"
@@ -85,6 +88,30 @@ TEST_F(HotkeyWindowTest, AKeyWorksAtOnceAndAfterARestartWhenItIsSaved) {
     const HWND window = OpenHotkeyWindow(player);
     EXPECT_EQ(TextIn(KeyFieldOf(window, L"Next Song:")), L"Ctrl+Shift+F9");
     EXPECT_EQ(TextIn(KeyFieldOf(window, L"Play\\Pause:")), L"None");
+}
+
+// Texts that users of the game know, its slips of the pen included.
+TEST_F(HotkeyWindowTest, TheActionsStandThereInTheirOrder) {
+    const std::vector<std::wstring> labels{
+        L"Next Song:",         L"Previous Song:",         L"Play\\Pause:",      L"Stop\\Start Music:",
+        L"Volume Toggle:",     L"Next Sound Font:",       L"Previous Sound Font:", L"Favorite Count Up:",
+        L"Favorite Count Down:", L"Quit:",                L"Volume Up:",        L"Volume Down:",
+        L"Music Home Button:", L"Next Radio Station",     L"Previous Radio Station:", L"Key Bind 1:",
+        L"Key Bind 2:",        L"Key Bind 3:",            L"Key Bind 4:",       L"Joysitck Toggle:",
+        L"Button Rumble:",     L"Toggle Rumble:"};
+    PlayerProcess player(Arguments());
+    const HWND window = OpenHotkeyWindow(player);
+    ASSERT_NE(window, nullptr) << player.Output();
+    std::pair<LONG, LONG> before{LONG_MIN, LONG_MIN};  // down the first column, then down the second
+    for (const std::wstring& label : labels) {
+        const HWND control = FindControl(window, L"STATIC", label.c_str());
+        ASSERT_NE(control, nullptr) << Utf8FromWide(label);
+        RECT box{};
+        GetWindowRect(control, &box);
+        const std::pair<LONG, LONG> place(box.left, box.top);
+        EXPECT_GT(place, before) << Utf8FromWide(label);
+        before = place;
+    }
 }
 
 TEST_F(HotkeyWindowTest, TheKeyboardIsNotLostWithAPageThatIsHidden) {

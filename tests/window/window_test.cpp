@@ -68,6 +68,11 @@ TEST_F(WindowTest, ComesUpWithItsClassTitleStyleSizeAndOpacity) {
     EXPECT_EQ(alpha, 255);
     EXPECT_EQ(flags, static_cast<DWORD>(LWA_ALPHA));
 
+    EXPECT_EQ(GetClassLongPtrW(window, GCL_STYLE), static_cast<ULONG_PTR>(CS_HREDRAW | CS_VREDRAW));
+    RECT outer;
+    GetWindowRect(window, &outer);
+    EXPECT_EQ(outer.top, 0);
+
     // The size was chosen before the menu took its line from the client area.
     RECT client;
     GetClientRect(window, &client);
@@ -75,6 +80,16 @@ TEST_F(WindowTest, ComesUpWithItsClassTitleStyleSizeAndOpacity) {
     const int height = std::min(458, static_cast<int>(0.9F * static_cast<float>(GetSystemMetrics(SM_CYSCREEN))));
     EXPECT_EQ(client.right, width);
     EXPECT_EQ(client.bottom + GetSystemMetrics(SM_CYMENU), height);
+}
+
+TEST_F(WindowTest, AWindowLeftOutsideTheScreenComesBackWithItsTitleInSight) {
+    folder_.Write("data/ShellOptions.json", R"({"x": -690, "y": 600, "width": 700, "height": 300})");
+    PlayerProcess player(Arguments());
+    const HWND window = player.WaitForWindow(kClass, kTitle);
+    ASSERT_NE(window, nullptr);
+    RECT box{};
+    EXPECT_TRUE(Eventually([&] { return GetWindowRect(window, &box) != 0 && box.right >= 100; })) << box.right;
+    EXPECT_EQ(box.right - box.left, 700);
 }
 
 TEST_F(WindowTest, ShowsWhatPlaysAtEverySizeAndItsKeysWork) {

@@ -1,0 +1,114 @@
+#include "app/autosave.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "app/library_loading.h"
+#include "app/settings_file.h"
+#include "app/shell_options_file.h"
+#include "library/favorites_file.h"
+#include "library/play_counts.h"
+#include "library/statistics.h"
+#include "platform/console.h"
+#include "platform/paths.h"
+#include "platform/state_files.h"
+
+namespace hullrider {
+
+namespace {
+
+template <typename Record>
+bool Changes(std::optional<Record>& seen, const Record& now) {
+    if (seen && *seen == now) return false;
+    seen = now;
+    return true;
+}
+
+void WriteIfDifferent(const std::string& path, const std::string& text) {
+    std::string error;
+    if (ReadStateFile(path, kMostStateBytes, error) != text) SaveStateFile(path, text);
+}
+
+}  // namespace
+
+void FileWriter::Write(const std::string& path, std::function<std::string()> makeText) {
+    const std::lock_guard lock(mutex_);
+    const auto earlier =
+        std::find_if(orders_.begin(), orders_.end(), [&path](const Order& order) { return order.path == path; });
+    if (earlier != orders_.end()) {
+        earlier->makeText = std::move(makeText);
+    } else {
+        orders_.push_back({path, std::move(makeText)});
+    }
+    if (!thread_.joinable()) thread_ = std::thread([this] { Run(); });
+    wake_.notify_one();
+}
+
+void FileWriter::Finish() {
+    {
+        const std::lock_guard lock(mutex_);
+        isEnding_ = true;
+        orders_.clear();
+    }
+    wake_.notify_one();
+    if (thread_.joinable()) thread_.join();
+    isEnding_ = false;
+}
+
+bool FileWriter::IsIdle() const {
+    const std::lock_guard lock(mutex_);
+    return orders_.empty() && !isWriting_;
+}
+
+void FileWriter::Run() {
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        wake_.wait(lock, [this] { return isEnding_ || !orders_.empty(); });
+        if (isEnding_) return;
+        const Order order = std::move(orders_.front());
+        orders_.pop_front();
+        isWriting_ = true;
+        lock.unlock();
+        try {
+            WriteIfDifferent(order.path, order.makeText());
+        } catch (const std::exception& failure) {
+            PrintErrorLine("Failed to write " + order.path + ": " + failure.what());
+        }
+        lock.lock();
+        isWriting_ = false;
+    }
+}
+
+void Autosave::Poll(const AppState& state, Clock::time_point now) {
+    if (lastLook_ && now - *lastLook_ < kPeriod) return;
+    lastLook_ = now;
+    Look(state);
+}
+
+// The thread gets copies: making the texts of a large account takes longer than this thread may be held.
+void Autosave::Look(const AppState& state) {
+    const auto write = [&](const char* name, auto makeText) {
+        writer_.Write(StatePath(state.shell.dataDirectory, name), std::move(makeText));
+    };
+    if (const Settings settings = SettingsToKeep(state); Changes(settings_, settings)) {
+        write(kSettingsFile, [settings] { return SettingsText(settings); });
+    }
+    if (const ShellOptions options = OptionsToKeep(state); Changes(shellOptions_, options)) {
+        write(kShellOptionsFile, [options] { return ShellOptionsText(options); });
+    }
+    if (Changes(statistics_, state.statistics.allTime)) {
+        write(kStatisticsFile, [counts = state.statistics.allTime] { return StatisticsText(counts); });
+    }
+    if (Changes(favorites_, state.favorites.revision)) {
+        write(kFavoritesFile, [list = state.favorites.list] { return FavoritesText(list); });
+    }
+    if (Changes(playCounts_, state.playCounts.revision)) {
+        write(kPlayCountsFile, [list = ListOf(state.playCounts)]() mutable { return PlayCountsText(std::move(list)); });
+    }
+    if (Changes(history_, MarkOf(state.history))) {
+        write(kSongHistoryFile, [records = state.history.records] { return SongHistoryText(records); });
+    }
+}
+
+}  // namespace hullrider

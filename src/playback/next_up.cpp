@@ -1,0 +1,66 @@
+#include "playback/next_up.h"
+
+#include <utility>
+
+#include "playback/sound_fonts.h"
+#include "playback/stream_slots.h"
+
+namespace hullrider {
+
+namespace {
+
+PlayDurations DurationsFor(const AppState& app, const Pick& pick) {
+    PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
+    if (pick.replayStep != 0) durations.maxSec = 0.0;  // heard again, it plays whole
+    return durations;
+}
+
+OpenRequest RequestFor(const AppState& app, Draws& draws, const Pick& pick) {
+    OpenRequest request;
+    request.item = pick.item;
+    request.durations = DurationsFor(app, pick);
+    if (!pick.item.hasLength) {
+        request.stationWindow = ChooseStationWindow(app.settings, app.selection.customStationActive, draws.window);
+    }
+    request.windowSeed = draws.window.Seed();
+    request.intoMain = app.playback.nextSlotActive;
+    request.slotFont = IdleSlotFont(app.playback, app.soundFonts);
+    return request;
+}
+
+}  // namespace
+
+bool OpenNext(AppState& app, Draws& draws, const Wish& wish, const Pick& pick) {
+    DropNext(app.playback);
+    OpenRequest open = RequestFor(app, draws, pick);
+    // A song that cuts others off does not count towards the change of the font.
+    const bool counts = pick.item.type == kMidi && !app.playback.fade->fadeInProgress;
+    const int32_t newFont = counts ? DrawSoundFont(app, draws.font) : -1;
+    if (newFont >= 0) open.newFontFile = app.soundFonts.soundFontFiles[static_cast<size_t>(newFont)];
+    const std::string fontFile = open.newFontFile;
+    std::shared_ptr<Opening> opening = Opening::Begin(std::move(open));
+    if (opening == nullptr) return false;
+    app.playback.next =
+        std::make_shared<NextUp>(NextUp{wish, pick, BasisOf(app), std::move(opening), newFont, fontFile, PlayNow() + kPatience});
+    if (wish.isUrgent) app.playback.next->opening->Hurry();
+    return true;
+}
+
+void MakeUrgent(NextUp& next, bool skips) {
+    next.wish.isUrgent = true;
+    next.wish.skips = skips;
+    next.patientUntil = PlayNow() + kPatience;
+    next.opening->Hurry();
+}
+
+bool StillFits(const AppState& app, const NextUp& next) {
+    return next.basis == BasisOf(app);
+}
+
+void DropNext(PlaybackState& playback) {
+    if (playback.next == nullptr) return;
+    playback.next->opening->Abandon();
+    playback.next.reset();
+}
+
+}  // namespace hullrider
