@@ -1,49 +1,28 @@
 // Changes of the music folders while a player runs, without a front.
 #include "app/folder_scan.h"
 
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
-
 #include "app/dropped_songs.h"
-#include "app/shutdown.h"
-#include "app/startup.h"
-#include "platform/message_box.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
-#include "tests/console_capture.h"
-#include "tests/eventually.h"
-#include "tests/inline_workers.h"
-#include "tests/temporary_folder.h"
-#include "tests/tone_wav.h"
+#include "tests/app/whole_player.h"
 
 namespace hullrider {
 namespace {
 
-class FolderScanTest : public testing::Test {
+class FolderScanTest : public WholePlayerTest {
 protected:
     FolderScanTest() {
-        SetErrorBoxHandler([](std::string_view) {});  // there is no SoundFont
         folder_.Write("demo/Album/demo.mp3", ToneWav(300.0, 100.0));
         for (const char* song : {"music/A/one.mp3", "music/B/two.mid", "music/B/three.xm"}) folder_.Write(song, "x");
-        const nlohmann::json favorite{{"songPath", folder_.At("music/A/one.mp3")}, {"favoriteCount", 6}};
-        folder_.Write("music/B/favorite.json", nlohmann::json{{"favorites", {favorite}}}.dump());
-    }
-    ~FolderScanTest() override {
-        if (player_) SaveAndShutdown(*player_);
-        SetErrorBoxHandler(nullptr);
+        const json favorite{{"songPath", folder_.At("music/A/one.mp3")}, {"favoriteCount", 6}};
+        folder_.Write("music/B/favorite.json", json{{"favorites", {favorite}}}.dump());
     }
 
-    Player& Start() {
-        player_ = std::make_unique<Player>();
-        player_->companionEdition = false;
-        player_->options.dataDir = folder_.At("data");
-        player_->options.output.kind = OutputKind::kNull;
-        player_->options.fallbackMusic = folder_.At("demo");
-        StartPlayer(*player_);
-        EXPECT_TRUE(ScanEnds(*player_));
-        return *player_;
+    Player& StartWithDemo() {
+        RunOptions options;
+        options.fallbackMusic = folder_.At("demo");
+        return Start(options);
     }
 
     void Scan(Player& player, const std::vector<std::string>& folders) {
@@ -51,22 +30,10 @@ protected:
         for (const std::string& name : folders) player.state.settings.directoryPaths.push_back(folder_.At(name));
         StartFolderScan(player, ScanReason::kAskedFor);
     }
-
-    static bool ScanEnds(Player& player) {
-        return Eventually([&] {
-            PollFolderScan(player);
-            return !SongsFoundByScan(player);
-        });
-    }
-
-    InlineWorkers inline_;
-    TemporaryFolder folder_;
-    ConsoleCapture console_;
-    std::unique_ptr<Player> player_;
 };
 
 TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
-    Player& player = Start();
+    Player& player = StartWithDemo();
     AppState& state = player.state;
     ASSERT_NE(CurrentHandle(state.playback), 0U);
     ASSERT_TRUE(state.playback.demonstration);
@@ -93,7 +60,7 @@ TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
 }
 
 TEST_F(FolderScanTest, WithoutAFolderTheLibraryIsEmptyAndTheMusicEnds) {
-    Player& player = Start();
+    Player& player = StartWithDemo();
     Scan(player, {"demo"});
     ASSERT_TRUE(ScanEnds(player));
     Scan(player, {});
@@ -112,7 +79,7 @@ TEST_F(FolderScanTest, WithoutAFolderTheLibraryIsEmptyAndTheMusicEnds) {
 }
 
 TEST_F(FolderScanTest, WhatWasDroppedPlaysOnThroughAScan) {
-    Player& player = Start();
+    Player& player = StartWithDemo();
     folder_.Write("drop/one.mp3", ToneWav(300.0, 100.0));
     ASSERT_TRUE(PlayDropped(player, {folder_.At("drop")}));
     Scan(player, {"music"});
@@ -123,7 +90,7 @@ TEST_F(FolderScanTest, WhatWasDroppedPlaysOnThroughAScan) {
 }
 
 TEST_F(FolderScanTest, ALaterChangeAndTheEndOfTheProgramGiveAScanUp) {
-    Player& player = Start();
+    Player& player = StartWithDemo();
     Scan(player, {"demo"});
     Scan(player, {"music"});
     ASSERT_TRUE(ScanEnds(player));
@@ -133,7 +100,7 @@ TEST_F(FolderScanTest, ALaterChangeAndTheEndOfTheProgramGiveAScanUp) {
     SaveAndShutdown(player);
     EXPECT_FALSE(SongsFoundByScan(player));
     EXPECT_EQ(player.state.library.typedSongCount, 3);
-    EXPECT_EQ(Start().state.library.typedSongCount, 1) << "the next start scans what was configured";
+    EXPECT_EQ(StartWithDemo().state.library.typedSongCount, 1) << "the next start scans what was configured";
 }
 
 }  // namespace

@@ -3,14 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "app/audio_start.h"
-#include "platform/message_box.h"
+#include "tests/error_boxes.h"
 #include "tests/temporary_folder.h"
 
 namespace hullrider {
-namespace {
 
 TEST(SoundFontFolder, IsTakenAndKeptOnlyWhenItsFontsCanBeUsed) {
-    SetErrorBoxHandler([](std::string_view) {});
+    const ErrorBoxes boxes;
     const TemporaryFolder folder;
     folder.Write("data/note", "");
     folder.Write("none/readme.txt", "");
@@ -35,8 +34,6 @@ TEST(SoundFontFolder, IsTakenAndKeptOnlyWhenItsFontsCanBeUsed) {
     EXPECT_EQ(player.state.soundFonts.soundFontFiles, std::vector<std::string>{folder.At("broken/a.sf2")});
     EXPECT_EQ(player.state.soundFonts.currentSoundFont, 0);
     EXPECT_NE(folder.Read("data/config.json").find("broken"), std::string::npos);
-    SetErrorBoxHandler(nullptr);
 }
 
-}  // namespace
 }  // namespace hullrider

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 namespace hullrider {
-namespace {
 
 TEST(WindowPlace, ATitleOutsideTheScreenIsBroughtIntoSight) {
     constexpr ScreenBox kScreen{0, 40, 1600, 900};
@@ -30,5 +29,4 @@ TEST(WindowPlace, ATitleOutsideTheScreenIsBroughtIntoSight) {
     EXPECT_EQ(BringTitleIntoSight({10, 10, 500, 500}, {0, 0, 100, 20}, 30).top, 0) << "a screen lower than a title";
 }
 
-}  // namespace
 }  // namespace hullrider

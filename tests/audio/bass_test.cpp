@@ -62,23 +62,14 @@ TEST_F(BassCalls, FilesThatAreNoSongsAreRefused) {
     for (int i = 0; i < 100000; i++) noise += static_cast<char>(random() >> 8);
     const std::string wav = WavBytes(Noise(44100, 1000));
     const std::string module = std::string(1080, '\0') + "M.K." + noise.substr(0, 100);
-    const std::string cases[] = {
-        "This is no music, only a text. ",
-        "",
-        "x",
-        "RIFF",
-        std::string(100000, '\0'),
-        std::string(100000, '\xFF'),
-        noise,
-        wav.substr(0, 44),  // its header
-        wav.substr(0, 30),
-        MidiFile(1, 96, {}),
-        "fLaC" + noise.substr(0, 5000),
-        "OggS" + noise.substr(0, 5000),
-        "ID3\x03" + std::string(3, '\0') + "\x7F\x7F\x7F" + noise.substr(0, 1000),
-        std::string("\0\0\0 ftypM4A ", 12) + noise.substr(0, 5000),
-        module,
-    };
+    std::vector<std::string> cases{"This is no music, only a text. ", "", "x", "RIFF", noise, module};
+    cases.push_back(std::string(100000, '\0'));
+    cases.push_back(std::string(100000, '\xFF'));
+    for (const size_t bytes : {44, 30}) cases.push_back(wav.substr(0, bytes));  // its header, and less
+    cases.push_back(MidiFile(1, 96, {}));
+    for (const char* mark : {"fLaC", "OggS"}) cases.push_back(mark + noise.substr(0, 5000));
+    cases.push_back("ID3\x03" + std::string(3, '\0') + "\x7F\x7F\x7F" + noise.substr(0, 1000));
+    cases.push_back(std::string("\0\0\0 ftypM4A ", 12) + noise.substr(0, 5000));
     for (const std::string& bytes : cases) {
         for (const char* extension : {".mp3", ".mid", ".flac", ".m4a", ".wav", ".mod"}) {
             SCOPED_TRACE(testing::PrintToString(bytes.substr(0, 20)) + " as " + extension);

@@ -1,11 +1,10 @@
-// Effects that come, change and go on several threads while sound is rendered on another.
+// Procedures that come and go on several threads while sound is rendered on another.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <memory>
-#include <random>
 #include <thread>
 
 #include "audio/bass.h"
@@ -83,30 +82,6 @@ TEST_F(EffectThreads, AProcedureIsNeverCalledOnceItOrItsChannelIsGone) {
             piece.calls.reset();
         }
     });
-}
-
-TEST_F(EffectThreads, FiltersComeChangeAndGoAtAnyTime) {
-    const HFX shared = BASS_ChannelSetFX(stream_, BASS_FX_BFX_PEAKEQ, 0);
-    RenderWhile(4, [&](int worker) {
-        std::minstd_rand random(static_cast<unsigned>(worker + 1));
-        for (int round = 0; round < 400; round++) {
-            BASS_BFX_PEAKEQ band = {0, 1.0f, 0.0f, 1000.0f, static_cast<float>(random() % 25) - 12.0f, -1};
-            const HFX own = BASS_ChannelSetFX(stream_, BASS_FX_BFX_PEAKEQ, static_cast<int>(random() % 3));
-            ASSERT_TRUE(BASS_FXSetParameters(own, &band));
-            ASSERT_TRUE(BASS_FXSetParameters(shared, &band));
-            ASSERT_TRUE(BASS_FXGetParameters(shared, &band));
-            if (round % 50 == 0) BASS_ChannelSetPosition(stream_, random() % 44100 * 4, BASS_POS_BYTE);
-            std::this_thread::sleep_for(std::chrono::microseconds(random() % 300));
-            ASSERT_TRUE(BASS_ChannelRemoveFX(stream_, own));
-        }
-    });
-    // Whatever was heard on the way, what is left is the one filter and the tone.
-    const BASS_BFX_PEAKEQ quieter = {0, 1.0f, 0.0f, 440.0f, -6.0206f, -1};
-    ASSERT_TRUE(BASS_FXSetParameters(shared, &quieter));
-    Samples out(44100 * 2);
-    RenderManually(out.data(), 44100);
-    RenderManually(out.data(), 44100);
-    EXPECT_NEAR(AmplitudeAt(Left(out), 44100, 440.0), 0.25, 0.002);
 }
 
 }  // namespace hullrider

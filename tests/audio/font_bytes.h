@@ -3,10 +3,10 @@
 #pragma once
 
 #include <cmath>
-#include <cstdint>
 #include <numbers>
-#include <string>
 #include <vector>
+
+#include "tests/bytes.h"
 
 namespace hullrider {
 
@@ -17,14 +17,9 @@ struct FontShape {
 };
 
 inline std::string FontBytes(const FontShape& shape) {
-    const auto little = [](uint32_t value, int bytes) {
-        std::string text;
-        for (int i = 0; i < bytes; i++) text += static_cast<char>(value >> (8 * i) & 0xFF);
-        return text;
-    };
-    const auto word = [&](int value) { return little(static_cast<uint32_t>(value), 2); };
+    const auto word = [](int value) { return LittleEndian(static_cast<uint64_t>(value), 2); };
     const auto chunk = [&](const std::string& name, const std::string& data) {
-        return name + little(static_cast<uint32_t>(data.size()), 4) + data;
+        return name + LittleEndian(data.size(), 4) + data;
     };
     const auto name = [](std::string text) {
         text.resize(20);
@@ -53,9 +48,10 @@ inline std::string FontBytes(const FontShape& shape) {
     const std::string instruments = name("tone") + word(0) + name("EOI") + word(1);
     const std::string instrumentBags = word(0) + word(0) + word(2) + word(0);
     const std::string generators = word(54) + word(1) + word(53) + word(0) + word(0) + word(0);  // looped, sample 0
-    const std::string header = name("tone") + little(0, 4) + little(static_cast<uint32_t>(length), 4) + little(0, 4) +
-                               little(static_cast<uint32_t>(length), 4) + little(44100, 4) + std::string{69, 0} +
-                               word(0) + word(1) + name("EOS") + std::string(26, '\0');
+    const std::string header = name("tone") + LittleEndian(0, 4) + LittleEndian(static_cast<uint64_t>(length), 4) +
+                               LittleEndian(0, 4) + LittleEndian(static_cast<uint64_t>(length), 4) +
+                               LittleEndian(44100, 4) + std::string{69, 0} + word(0) + word(1) + name("EOS") +
+                               std::string(26, '\0');
     const std::string noModulator(10, '\0');
     const std::string info = chunk("ifil", word(2) + word(1)) + chunk("isng", std::string("EMU8000\0", 8)) +
                              chunk("INAM", std::string("test\0\0", 6));

@@ -57,10 +57,8 @@ const Call kChannelCalls[] = {
     {"MusicFree", [](uint32_t h) { return !BASS_MusicFree(h); }},
 };
 
-const Call kFontCalls[] = {
-    {"FontFree", [](uint32_t h) { return !BASS_MIDI_FontFree(h); }},
-    {"StreamSetFonts", [](uint32_t h) { return !SetFont(h); }},
-};
+const Call kFontCalls[] = {{"FontFree", [](uint32_t h) { return !BASS_MIDI_FontFree(h); }},
+                           {"StreamSetFonts", [](uint32_t h) { return !SetFont(h); }}};
 
 const Call kPluginCalls[] = {{"PluginFree", [](uint32_t h) { return !BASS_PluginFree(h); }}};
 

@@ -1,18 +1,12 @@
 // Builds Standard MIDI Files for tests.
 #pragma once
 
-#include <cstdint>
 #include <initializer_list>
-#include <string>
 #include <vector>
 
-namespace hullrider {
+#include "tests/bytes.h"
 
-inline std::string BigEndian(uint32_t value, int bytes) {
-    std::string text;
-    for (int i = bytes - 1; i >= 0; i--) text += static_cast<char>(value >> (8 * i) & 0xFF);
-    return text;
-}
+namespace hullrider {
 
 inline std::string Bytes(std::initializer_list<int> bytes) {
     std::string text;

@@ -2,7 +2,7 @@
 // samples, played at the period of the given value in every eighth row by the first `voices` channels.
 #pragma once
 
-#include <string>
+#include "tests/bytes.h"
 
 namespace hullrider {
 
@@ -38,42 +38,36 @@ inline std::string ModuleBytes(int period = 428, int patternCount = 1, bool jump
     return file + sample;
 }
 
-inline std::string LittleEndian(size_t value, int bytes) {
-    std::string text;
-    for (int i = 0; i < bytes; i++) text += static_cast<char>(value >> (8 * i) & 0xFF);
-    return text;
-}
-
 // An Impulse Tracker module ("ITTECH.TXT") with an empty pattern, and with so many samples that all name the same
 // packed bytes, of which each unpacks to eight.
 inline std::string PackedModuleBytes(size_t samples, size_t packedBytes) {
-    const auto little = LittleEndian;
     const size_t headers = 192 + 2 + samples * 4 + 4;
-    std::string file = "IMPM" + std::string(26, '\0') + little(0x1004, 2) + little(2, 2) + little(0, 2) +
-                       little(samples, 2) + little(1, 2) + little(0x214, 2) + little(0x214, 2) + little(1, 2) +
-                       little(0, 2) + std::string{'\x7F', 48, 6, 125, '\x7F', 0} + std::string(10, '\0') +
-                       std::string(64, 32) + std::string(64, 64) + std::string("\0\xFF", 2);
-    for (size_t i = 0; i < samples; i++) file += little(headers + i * 80, 4);
-    file += little(0, 4);
+    std::string file = "IMPM" + std::string(26, '\0') + LittleEndian(0x1004, 2) + LittleEndian(2, 2) +
+                       LittleEndian(0, 2) + LittleEndian(samples, 2) + LittleEndian(1, 2) + LittleEndian(0x214, 2) +
+                       LittleEndian(0x214, 2) + LittleEndian(1, 2) + LittleEndian(0, 2) +
+                       std::string{'\x7F', 48, 6, 125, '\x7F', 0} + std::string(10, '\0') + std::string(64, 32) +
+                       std::string(64, 64) + std::string("\0\xFF", 2);
+    for (size_t i = 0; i < samples; i++) file += LittleEndian(headers + i * 80, 4);
+    file += LittleEndian(0, 4);
     for (size_t i = 0; i < samples; i++) {
-        file += "IMPS" + std::string(13, '\0') + std::string{64, 9, 64} + std::string(26, '\0') + little(1, 2) +
-                little(packedBytes * 8, 4) + std::string(8, '\0') + little(8363, 4) + std::string(8, '\0') +
-                little(headers + samples * 80, 4) + std::string(4, '\0');
+        file += "IMPS" + std::string(13, '\0') + std::string{64, 9, 64} + std::string(26, '\0') + LittleEndian(1, 2) +
+                LittleEndian(packedBytes * 8, 4) + std::string(8, '\0') + LittleEndian(8363, 4) + std::string(8, '\0') +
+                LittleEndian(headers + samples * 80, 4) + std::string(4, '\0');
     }
-    for (size_t i = 0; i < packedBytes; i += 2) file += little(0x1000, 2);
+    for (size_t i = 0; i < packedBytes; i += 2) file += LittleEndian(0x1000, 2);
     return file;
 }
 
 // A PolyTracker module with an empty pattern, and with so many samples that all name the same bytes.
 inline std::string PolyModuleBytes(size_t samples, size_t sampleBytes) {
-    const auto little = LittleEndian;
     const size_t pattern = (608 + samples * 80 + 15) / 16 * 16;
-    std::string file = std::string(28, '\0') + std::string{26, 3, 2, 0} + little(1, 2) + little(samples, 2) +
-                       little(1, 2) + little(4, 2) + little(0, 4) + "PTMF" + std::string(48 + 256, '\0') +
-                       little(pattern / 16, 2) + std::string(254, '\0');
+    std::string file = std::string(28, '\0') + std::string{26, 3, 2, 0} + LittleEndian(1, 2) +
+                       LittleEndian(samples, 2) + LittleEndian(1, 2) + LittleEndian(4, 2) + LittleEndian(0, 4) +
+                       "PTMF" + std::string(48 + 256, '\0') + LittleEndian(pattern / 16, 2) + std::string(254, '\0');
     for (size_t i = 0; i < samples; i++) {
-        file += std::string(1, '\1') + std::string(12, '\0') + std::string(1, '\x40') + little(8363, 2) + little(0, 2) +
-                little(pattern + 64, 4) + little(sampleBytes, 4) + std::string(50, '\0') + "PTMS";
+        file += std::string(1, '\1') + std::string(12, '\0') + std::string(1, '\x40') + LittleEndian(8363, 2) +
+                LittleEndian(0, 2) + LittleEndian(pattern + 64, 4) + LittleEndian(sampleBytes, 4) +
+                std::string(50, '\0') + "PTMS";
     }
     file.resize(pattern + 64);
     return file + std::string(sampleBytes, '\x11');
@@ -81,12 +75,11 @@ inline std::string PolyModuleBytes(size_t samples, size_t sampleBytes) {
 
 // The module in the wrapping of "MMCMP", which would unpack to any size; here it is not packed.
 inline std::string WrappedModuleBytes(const std::string& module) {
-    const auto little = LittleEndian;
     constexpr size_t kBlockTable = 24, kBlock = 28;
-    const std::string size = little(module.size(), 4);
-    return "ziRCONia" + little(14, 2) + little(0x1310, 2) + little(1, 2) + size + little(kBlockTable, 4) +
-           little(0, 2) + little(kBlock, 4) + size + size + little(0, 4) + little(1, 2) + little(0, 6) + little(0, 4) +
-           size + module;
+    const std::string size = LittleEndian(module.size(), 4);
+    return "ziRCONia" + LittleEndian(14, 2) + LittleEndian(0x1310, 2) + LittleEndian(1, 2) + size +
+           LittleEndian(kBlockTable, 4) + LittleEndian(0, 2) + LittleEndian(kBlock, 4) + size + size +
+           LittleEndian(0, 4) + LittleEndian(1, 2) + LittleEndian(0, 6) + LittleEndian(0, 4) + size + module;
 }
 
 }  // namespace hullrider

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "audio/bass.h"
+#include "tests/audio/font_bytes.h"
 #include "tests/audio/midi_bytes.h"
 #include "tests/audio/module_bytes.h"
 #include "tests/sound/sound.h"
@@ -24,12 +25,9 @@ constexpr unsigned kThreads = 4;
 std::vector<std::string> WriteSongs(const TemporaryFolder& folder) {
     std::string notes;
     for (int i = 0; i < 50; i++) notes += At(0, {0x90 | i % 16, 60, 100}) + At(20, {0x80 | i % 16, 60, 0});
-    return {
-        folder.Write("a.wav", WavBytes(Noise(44100, 30000))),
-        folder.Write("b.wav", WavBytes(Tone(48000, 1, 440.0, 0.05))),
-        folder.Write("c.mid", MidiFile(0, 96, {notes})),
-        folder.Write("d.mod", ModuleBytes()),
-    };
+    return {folder.Write("a.wav", WavBytes(Noise(44100, 30000))),
+            folder.Write("b.wav", WavBytes(Tone(48000, 1, 440.0, 0.05))),
+            folder.Write("c.mid", MidiFile(0, 96, {notes})), folder.Write("d.mod", ModuleBytes())};
 }
 
 uint32_t OpenSong(const std::string& path, uint32_t flags) {
@@ -60,7 +58,8 @@ void LiveOnce(const std::string& path, std::minstd_rand& random) {
     EXPECT_TRUE(BASS_StreamFree(channel));
 }
 
-// One thread of the storm: a random call on a random channel of those that all threads share.
+// One thread of the storm: a random call on a random channel of those that all threads share. The last path is that of
+// a SoundFont.
 void Storm(const std::vector<std::string>& paths, std::vector<std::atomic<uint32_t>>& shared, unsigned seed,
            std::chrono::steady_clock::time_point end) {
     std::minstd_rand random(seed);
@@ -81,6 +80,18 @@ void Storm(const std::vector<std::string>& paths, std::vector<std::atomic<uint32
         BASS_ChannelGetLevel,
         [](uint32_t h) { BASS_ChannelGetPosition(h, BASS_POS_BYTE); },
         BASS_ChannelIsActive,
+        [&](uint32_t h) {
+            const HFX filter = BASS_ChannelSetFX(h, BASS_FX_BFX_PEAKEQ, static_cast<int>(random() % 3));
+            const BASS_BFX_PEAKEQ band = {0, 1.0f, 0.0f, 1000.0f, static_cast<float>(random() % 25) - 12.0f, -1};
+            BASS_FXSetParameters(filter, &band);
+            BASS_ChannelRemoveFX(h, filter);
+        },
+        [&](uint32_t h) {
+            const BASS_MIDI_FONT font{BASS_MIDI_FontInit(paths.back().c_str(), 0), -1, 0};
+            EXPECT_NE(font.font, 0u);
+            BASS_MIDI_StreamSetFonts(h, &font, 1);
+            BASS_MIDI_FontFree(font.font);
+        },
         BASS_StreamFree,
     };
     while (std::chrono::steady_clock::now() < end) {
@@ -90,7 +101,8 @@ void Storm(const std::vector<std::string>& paths, std::vector<std::atomic<uint32
             calls[call](slot);
             continue;
         }
-        const uint32_t created = OpenSong(paths[random() % paths.size()], random() % 2 == 0 ? BASS_SAMPLE_LOOP : 0);
+        const uint32_t created =
+            OpenSong(paths[random() % (paths.size() - 1)], random() % 2 == 0 ? BASS_SAMPLE_LOOP : 0);
         EXPECT_NE(created, 0u);
         BASS_ChannelPlay(created, false);
         BASS_StreamFree(slot.exchange(created));
@@ -101,7 +113,8 @@ void Storm(const std::vector<std::string>& paths, std::vector<std::atomic<uint32
 
 TEST(Storm, ManyThreadsDoEverythingAtOnce) {
     const TemporaryFolder folder;
-    const std::vector<std::string> paths = WriteSongs(folder);
+    std::vector<std::string> paths = WriteSongs(folder);
+    paths.push_back(folder.Write("a.sf2", FontBytes({})));
     ASSERT_TRUE(BASS_Init(0, 44100, 0, nullptr, nullptr));
     std::vector<std::atomic<uint32_t>> shared(6);
     const auto end = std::chrono::steady_clock::now() + milliseconds(1500);

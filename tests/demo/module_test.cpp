@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 #include "demo_music/notation.h"
 #include "demo_music/tracker/module.h"
 #include "tests/demo/heard.h"
@@ -35,12 +33,6 @@ TEST(ModuleFiles, SoundTheKeyOfTheScoreAndEndWhereItSaysInEveryFormat) {
         EXPECT_NEAR(FrequencyOf(sound, 0.5, 3.5), 440, 2);
         EXPECT_NEAR(LongestSilence(sound, 0.001), 8 * 60 / 125.0, 0.1);
     }
-}
-
-TEST(ModuleFiles, ANoteBeyondTheFormatIsRefused) {
-    for (const char* note : {"o7 c1", "o1 c1"}) EXPECT_THROW(WriteMod(Sequence(OneNote(note))), std::out_of_range);
-    EXPECT_THROW(WriteXm(Sequence(OneNote("o9 c1"))), std::out_of_range);
-    EXPECT_THROW(WriteS3m(Sequence(OneNote("o9 c1"))), std::out_of_range);
 }
 
 }  // namespace

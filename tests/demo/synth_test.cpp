@@ -33,13 +33,11 @@ TEST(Instruments, AreInTuneAndComeToRest) {
     const struct {
         const char* name;
         Instrument instrument;
-    } cases[] = {
-        {"string", PluckedString({4, 0.5, 0.35, 0.2})},
-        {"bright string", PluckedString({4, 0.9, 0.1, 0.1})},
-        {"saw", Subtractive({.oscillators = 1})},
-        {"pulse", Subtractive({.wave = Wave::kPulse, .oscillators = 1, .cutoffHz = 3000})},
-        {"bell", FrequencyModulated({{{1, 3.5, 1.5, 1, 3, 1}}, 0, 0, 0.5})},
-    };
+    } cases[] = {{"string", PluckedString({4, 0.5, 0.35, 0.2})},
+                 {"bright string", PluckedString({4, 0.9, 0.1, 0.1})},
+                 {"saw", Subtractive({.oscillators = 1})},
+                 {"pulse", Subtractive({.wave = Wave::kPulse, .oscillators = 1, .cutoffHz = 3000})},
+                 {"bell", FrequencyModulated({{{1, 3.5, 1.5, 1, 3, 1}}, 0, 0, 0.5})}};
     for (const auto& [name, instrument] : cases) {
         for (const int key : {40, 57, 72, 88}) {
             SCOPED_TRACE(std::string(name) + ", key " + std::to_string(key));

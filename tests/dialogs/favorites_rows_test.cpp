@@ -26,13 +26,11 @@ TEST(FavoritesRows, AreInTheOrderOfTheChosenColumnAndThenOfTheNames) {
     const struct {
         FavoriteOrder order;
         const char* songs;
-    } cases[] = {
-        {{}, "Alpha alpha beta.take.2 loose "},
-        {{FavoriteColumn::kCount, false}, "alpha beta.take.2 loose Alpha "},
-        {{FavoriteColumn::kSong, true}, "loose beta.take.2 alpha Alpha "},
-        {{FavoriteColumn::kAlbum, false}, "loose Alpha alpha beta.take.2 "},
-        {{FavoriteColumn::kKind, true}, "alpha Alpha beta.take.2 loose "},
-    };
+    } cases[] = {{{}, "Alpha alpha beta.take.2 loose "},
+                 {{FavoriteColumn::kCount, false}, "alpha beta.take.2 loose Alpha "},
+                 {{FavoriteColumn::kSong, true}, "loose beta.take.2 alpha Alpha "},
+                 {{FavoriteColumn::kAlbum, false}, "loose Alpha alpha beta.take.2 "},
+                 {{FavoriteColumn::kKind, true}, "alpha Alpha beta.take.2 loose "}};
     for (const auto& [order, songs] : cases) {
         EXPECT_EQ(Songs(MakeFavoriteRows(SomeFavorites(), order)), songs) << static_cast<int>(order.column);
     }

@@ -42,16 +42,14 @@ TEST(FolderRows, AFolderIsRefusedOrRemarkedUpon) {
         const char* added;
         bool isThere, isTaken;
         const char* remark;  // what it contains; empty: nothing is said
-    } cases[] = {
-        {"D:\\Music\\Jazz", true, true, ""},
-        {"D:\\Music\\Rock'n'Roll", true, true, ""},
-        {"d:/music/ROCK/", true, false, "already"},
-        {"D:\\Nowhere", false, false, "no such folder"},
-        {"D:\\Music\\Rock\\80s", true, true, "lies within D:\\Music\\Rock"},
-        {"D:\\", true, true, "keeps its albums: D:\\Music\\Rock"},
-        {"E:\\Songs", true, true, "lies within E:\\"},
-        {"E:", true, false, "already"},
-    };
+    } cases[] = {{"D:\\Music\\Jazz", true, true, ""},
+                 {"D:\\Music\\Rock'n'Roll", true, true, ""},
+                 {"d:/music/ROCK/", true, false, "already"},
+                 {"D:\\Nowhere", false, false, "no such folder"},
+                 {"D:\\Music\\Rock\\80s", true, true, "lies within D:\\Music\\Rock"},
+                 {"D:\\", true, true, "keeps its albums: D:\\Music\\Rock"},
+                 {"E:\\Songs", true, true, "lies within E:\\"},
+                 {"E:", true, false, "already"}};
     for (const auto& one : cases) {
         const FolderVerdict verdict = JudgeFolder(folders, one.added, one.isThere);
         EXPECT_EQ(verdict.isTaken, one.isTaken) << one.added;

@@ -15,19 +15,17 @@ TEST(HotkeyRows, RemarksSayWhyAKeyIsNoGoodChoice) {
         const char* remark;
     };
     // Of Next Song, while Quit is Ctrl+F5.
-    const Case table[] = {
-        {{}, ""},
-        {{kF5, true, true, false}, ""},
-        {{kF5, false, false, false}, ""},
-        {{kF5, true, false, false}, "Also Quit"},
-        {{'J', true, false, true}, "No longer shows the player"},
-        {{'J', true, true, true}, ""},
-        {{0xB0}, "No longer a media key"},
-        {{0xB0, true}, ""},
-        {{'A'}, "Lost to other programs"},
-        {{'A', false, false, true}, "Lost to other programs"},
-        {{'A', false, true, false}, ""},
-    };
+    const Case table[] = {{{}, ""},
+                          {{kF5, true, true, false}, ""},
+                          {{kF5, false, false, false}, ""},
+                          {{kF5, true, false, false}, "Also Quit"},
+                          {{'J', true, false, true}, "No longer shows the player"},
+                          {{'J', true, true, true}, ""},
+                          {{0xB0}, "No longer a media key"},
+                          {{0xB0, true}, ""},
+                          {{'A'}, "Lost to other programs"},
+                          {{'A', false, false, true}, "Lost to other programs"},
+                          {{'A', false, true, false}, ""}};
     for (const auto& [key, remark] : table) {
         HotkeyBindings bindings = BuiltInHotkeys();
         bindings[kNextSongKey] = key;
@@ -63,19 +61,17 @@ TEST(HotkeyRows, AFieldThatWaitsTakesLeavesOrClears) {
         bool isOver;
         HotkeyBinding after;
     };
-    const Case table[] = {
-        {{0x11, true}, false, before},  // Ctrl, held for what is to follow
-        {{0x5B}, false, before},
-        {{0xE5}, false, before},  // no keys
-        {{0xE7, true}, false, before},
-        {{0xFF}, false, before},
-        {{0x1B}, true, before},
-        {{0x1B, false, false, true}, true, {0x1B, false, false, true, 3, 1}},
-        {{0x2E}, true, {0, false, false, false, 3, 1}},
-        {{0x08}, true, {0, false, false, false, 3, 1}},
-        {{0x2E, true}, true, {0x2E, true, false, false, 3, 1}},
-        {{'K', true, true, true}, true, {'K', true, true, true, 3, 1}},
-    };
+    const Case table[] = {{{0x11, true}, false, before},  // Ctrl, held for what is to follow
+                          {{0x5B}, false, before},
+                          {{0xE5}, false, before},  // no keys
+                          {{0xE7, true}, false, before},
+                          {{0xFF}, false, before},
+                          {{0x1B}, true, before},
+                          {{0x1B, false, false, true}, true, {0x1B, false, false, true, 3, 1}},
+                          {{0x2E}, true, {0, false, false, false, 3, 1}},
+                          {{0x08}, true, {0, false, false, false, 3, 1}},
+                          {{0x2E, true}, true, {0x2E, true, false, false, 3, 1}},
+                          {{'K', true, true, true}, true, {'K', true, true, true, 3, 1}}};
     for (const auto& [pressed, isOver, after] : table) {
         HotkeyBinding binding = before;
         EXPECT_EQ(TakePressedKey(binding, pressed), isOver) << pressed.vkKey;

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 namespace hullrider {
-namespace {
 
 TEST(Hotkeys, OnlyWhatHasAKeyIsRegisteredOfTheFirstSixteen) {
     HotkeyBindings bindings = BuiltInHotkeys();
@@ -30,35 +29,8 @@ TEST(Hotkeys, OnlyWhatHasAKeyIsRegisteredOfTheFirstSixteen) {
     EXPECT_EQ(hotkeys[3].vkKey, 74);
 
     EXPECT_EQ(HotkeysToRegister({}).size(), always);
+    for (const int32_t none : {-1, 22, 199}) EXPECT_EQ(HotkeyLabel(none), "");
     EXPECT_EQ(HotkeysToRegister(HotkeyBindings(1000, {'A'})).size(), always + 16);
 }
 
-TEST(Hotkeys, EveryActionHasItsLabel) {
-    const char* const labels[] = {"Next Song:",
-                                  "Previous Song:",
-                                  "Play\\Pause:",
-                                  "Stop\\Start Music:",
-                                  "Volume Toggle:",
-                                  "Next Sound Font:",
-                                  "Previous Sound Font:",
-                                  "Favorite Count Up:",
-                                  "Favorite Count Down:",
-                                  "Quit:",
-                                  "Volume Up:",
-                                  "Volume Down:",
-                                  "Music Home Button:",
-                                  "Next Radio Station",
-                                  "Previous Radio Station:",
-                                  "Key Bind 1:",
-                                  "Key Bind 2:",
-                                  "Key Bind 3:",
-                                  "Key Bind 4:",
-                                  "Joysitck Toggle:",
-                                  "Button Rumble:",
-                                  "Toggle Rumble:"};
-    for (int32_t i = 0; i < 22; ++i) EXPECT_EQ(HotkeyLabel(i), labels[i]) << i;
-    for (const int32_t none : {-1, 22, 199}) EXPECT_EQ(HotkeyLabel(none), "");
-}
-
-}  // namespace
 }  // namespace hullrider

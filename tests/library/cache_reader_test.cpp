@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace hullrider {
 namespace {
 
@@ -61,22 +59,15 @@ TEST(CacheReader, AMissingOrWronglyTypedValueIsZeroOrEmpty) {
     }
 }
 
-TEST(CacheReader, NumbersAreCutTo32Bits) {
-    const std::pair<const char*, int32_t> table[] = {{"2147483647", std::numeric_limits<int32_t>::max()},
-                                                     {"2147483648", std::numeric_limits<int32_t>::max()},
-                                                     {"18446744073709551615", std::numeric_limits<int32_t>::max()},
-                                                     {"-2147483649", std::numeric_limits<int32_t>::min()},
-                                                     {"-9223372036854775808", std::numeric_limits<int32_t>::min()}};
-    for (const auto& [number, expected] : table) {
+TEST(CacheReader, NumbersAreCutTo32BitsAndAnUnknownTypeIsDerivedFromTheExtension) {
+    const std::pair<const char*, int32_t> numbers[] = {
+        {"2147483648", INT32_MAX}, {"18446744073709551615", INT32_MAX}, {"-2147483649", INT32_MIN}};
+    for (const auto& [number, expected] : numbers) {
         EXPECT_EQ(OnlySong(R"({"playCount":)" + std::string(number) + "}").playCount, expected) << number;
     }
-}
-
-TEST(CacheReader, AnUnknownTypeIsFoundAgainFromTheExtension) {
-    const std::pair<const char*, int32_t> table[] = {{R"({"songPath":"/m/a.MP3","musicType":3})", kMp3},
-                                                     {R"({"musicType":-1,"songPath":"/m/a.it"})", kTracker},
-                                                     {R"({"musicType":0,"songPath":"/m/a.it"})", kMidi}};
-    for (const auto& [object, type] : table) EXPECT_EQ(OnlySong(object).musicType, type) << object;
+    EXPECT_EQ(OnlySong(R"({"songPath":"/m/a.MP3","musicType":3})").musicType, kMp3);
+    EXPECT_EQ(OnlySong(R"({"musicType":-1,"songPath":"/m/a.it"})").musicType, kTracker);
+    EXPECT_EQ(OnlySong(R"({"musicType":0,"songPath":"/m/a.it"})").musicType, kMidi);
 }
 
 TEST(CacheReader, SongsThatCannotBePlayedAreDroppedAndTheOthersStay) {
@@ -103,9 +94,7 @@ TEST(CacheReader, JsonOfAnotherKindIsNoCacheAndNoError) {
     for (const char* text : {"{}", "[]", "null", "7", R"("playlists")", R"({"playlists":{}})", R"({"playlists":null})",
                              R"([{"playlists":[]}])", R"({"a":{"playlists":[{}]}})"}) {
         const CacheReading reading = ReadMusicLibraryCache(text);
-        EXPECT_FALSE(reading.isCache) << text;
-        EXPECT_TRUE(reading.playlists.empty()) << text;
-        EXPECT_EQ(reading.parseError, "") << text;
+        EXPECT_FALSE(reading.isCache || !reading.playlists.empty() || !reading.parseError.empty()) << text;
     }
 }
 

@@ -77,23 +77,22 @@ TEST(FavoritesFile, AnElementIsTakenByItsPathAndTheRestIsMadeUp) {
 }
 
 TEST(FavoritesFile, JunkIsNoFavoritesFileAndATornOneGivesWhatItHas) {
+    const std::string a = Element("/a.mp3");
     const std::string junk[] = {"",
                                 "null",
                                 "[]",
                                 "{}",
-                                "[" + File(Element("/a.mp3")) + "]",
+                                "[" + File(a) + "]",
                                 R"({"favorites":null})",
-                                R"({"favorites":{"0":)" + Element("/a.mp3") + "}}",
-                                R"({"other":{"favorites":[)" + Element("/a.mp3") + "]}}",
-                                R"({"other":[)" + Element("/a.mp3") + "]}",
+                                R"({"favorites":{"0":)" + a + "}}",
+                                R"({"other":{"favorites":[)" + a + "]}}",
+                                R"({"other":[)" + a + "]}",
                                 std::string(100'000, '['),
                                 "{\"favorites\":" + std::string(100'000, '{'),
                                 std::string("\xFF\xFE{\0}\0", 6)};
     for (const std::string& text : junk) {
         const FavoritesReading reading = ReadFavorites(text);
-        EXPECT_FALSE(reading.isFavorites) << text.substr(0, 40);
-        EXPECT_TRUE(reading.entries.empty()) << text.substr(0, 40);
-        EXPECT_FALSE(reading.error.empty()) << text.substr(0, 40);
+        EXPECT_FALSE(reading.isFavorites || !reading.entries.empty() || reading.error.empty()) << text.substr(0, 40);
     }
     const std::string whole = File(Element("/a.mp3") + "," + Element("/b.mp3"));
     const FavoritesReading torn = ReadFavorites(whole.substr(0, whole.size() - 10));

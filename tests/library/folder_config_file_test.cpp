@@ -6,20 +6,6 @@
 #include "tests/temporary_folder.h"
 
 namespace hullrider {
-namespace {
-
-TEST(FolderConfigFile, WhatWasSavedIsLoaded) {
-    const TemporaryFolder folder;
-    const std::string path = folder.At("config.json");
-    ASSERT_TRUE(SaveFolderConfig(path, {"C:\\Fonts \"\xC3\xA4\"", "/game"}));
-    FolderConfig loaded;
-    ConsoleCapture console;
-    EXPECT_TRUE(LoadFolderConfig(path, loaded));
-    EXPECT_EQ(loaded.soundFontDirectoryPath, "C:\\Fonts \"\xC3\xA4\"");
-    EXPECT_EQ(loaded.hullriderPath, "/game");
-    EXPECT_EQ(console.Errors(), "");
-    EXPECT_FALSE(folder.Has("config.json.bad"));
-}
 
 TEST(FolderConfigFile, AKeyThatIsMissingOrNoTextLeavesItsFieldAlone) {
     const struct {
@@ -27,17 +13,15 @@ TEST(FolderConfigFile, AKeyThatIsMissingOrNoTextLeavesItsFieldAlone) {
         bool understood;
         const char* soundFonts;
         const char* companion;
-    } table[] = {
-        {"{}", true, "old fonts", "old game"},
-        {R"({"hullriderPath":"new"})", true, "old fonts", "new"},
-        {R"({"soundFontDirectoryPath":"","other":[1]})", true, "", "old game"},
-        {R"({"soundFontDirectoryPath":7,"hullriderPath":"new"})", false, "old fonts", "new"},
-        {R"({"soundFontDirectoryPath":"new","hullriderPath":null})", false, "new", "old game"},
-        {"[]", false, "old fonts", "old game"},
-        {"", false, "old fonts", "old game"},
-        {R"({"hullriderPath":"new")", false, "old fonts", "old game"},
-        {"{\"hullriderPath\":\"\xFF\"}", false, "old fonts", "old game"},
-    };
+    } table[] = {{"{}", true, "old fonts", "old game"},
+                 {R"({"hullriderPath":"new"})", true, "old fonts", "new"},
+                 {R"({"soundFontDirectoryPath":"","other":[1]})", true, "", "old game"},
+                 {R"({"soundFontDirectoryPath":7,"hullriderPath":"new"})", false, "old fonts", "new"},
+                 {R"({"soundFontDirectoryPath":"new","hullriderPath":null})", false, "new", "old game"},
+                 {"[]", false, "old fonts", "old game"},
+                 {"", false, "old fonts", "old game"},
+                 {R"({"hullriderPath":"new")", false, "old fonts", "old game"},
+                 {"{\"hullriderPath\":\"\xFF\"}", false, "old fonts", "old game"}};
     for (const auto& row : table) {
         const TemporaryFolder folder;
         const std::string path = folder.Write("config.json", row.text);
@@ -51,7 +35,7 @@ TEST(FolderConfigFile, AKeyThatIsMissingOrNoTextLeavesItsFieldAlone) {
     }
 }
 
-TEST(FolderConfigFile, AMissingFileIsNotWorthALineButAFailedSaveIs) {
+TEST(FolderConfigFile, WhatWasSavedIsLoadedAndAMissingFileIsNotWorthALineButAFailedSaveIs) {
     const TemporaryFolder folder;
     FolderConfig config{"fonts", "game"};
     ConsoleCapture console;
@@ -59,15 +43,10 @@ TEST(FolderConfigFile, AMissingFileIsNotWorthALineButAFailedSaveIs) {
     EXPECT_EQ(config.soundFontDirectoryPath + config.hullriderPath, "fontsgame");
     EXPECT_FALSE(SaveFolderConfig(folder.At("missing/config.json"), {}));
     EXPECT_EQ(console.Errors(), "Failed to open file for writing: " + folder.At("missing/config.json") + "\n");
-    EXPECT_TRUE(SaveFolderConfig(folder.At("config.json"), {"bad \xFF text", ""}));
+    ASSERT_TRUE(SaveFolderConfig(folder.At("config.json"), {"C:\\Fonts \"\xC3\xA4\"", "bad \xFF text"}));
+    EXPECT_TRUE(LoadFolderConfig(folder.At("config.json"), config));
+    EXPECT_EQ(config.soundFontDirectoryPath, "C:\\Fonts \"\xC3\xA4\"");
+    EXPECT_EQ(config.hullriderPath, "bad \xEF\xBF\xBD text");
 }
 
-TEST(FolderConfigFile, TheCompanionGamesFoldersLieInItsContentFolder) {
-    const std::string content = Utf8FromPath(std::filesystem::path("game") / "Tonewell" / "");
-    EXPECT_EQ(CompanionMusicFolders("game"),
-              (std::vector<std::string>{content + "MIDI Songs", content + "Mp3 Songs", content + "Tracker Songs"}));
-    EXPECT_EQ(CompanionSoundFontFolder("game"), content + "SoundFonts");
-}
-
-}  // namespace
 }  // namespace hullrider

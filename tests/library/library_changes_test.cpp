@@ -27,16 +27,14 @@ TEST(LibraryChanges, TheSameMusicIsTheSameSongsInTheSameAlbumsAndOrder) {
     struct {
         std::vector<Playlist> other;
         bool same, sameInCache;
-    } const table[] = {
-        {all, true, true},
-        {Albums({{}, {"/m/A/1", "/m/A/2"}, {"/m/B/\xC3\xA4", "/m/B/3"}}), true, true},
-        {Albums({{"/m/A/1", "/m/A/2"}, {"/m/B/3"}}), false, true},
-        {Albums({{"/m/A/1", "/m/A/2"}, {"/m/B/3"}, {"/m/C/\xC3\xA4"}}), false, true},
-        {Albums({{"/m/A/2", "/m/A/1"}, {"/m/B/\xC3\xA4", "/m/B/3"}}), false, false},
-        {Albums({{"/m/B/\xC3\xA4", "/m/B/3"}, {"/m/A/1", "/m/A/2"}}), false, false},
-        {Albums({{"/m/A/1", "/m/A/2"}}), false, false},
-        {Albums({{"/m/A/1"}, {"/m/B/\xC3\xA4", "/m/B/3"}}), false, false},
-    };
+    } const table[] = {{all, true, true},
+                       {Albums({{}, {"/m/A/1", "/m/A/2"}, {"/m/B/\xC3\xA4", "/m/B/3"}}), true, true},
+                       {Albums({{"/m/A/1", "/m/A/2"}, {"/m/B/3"}}), false, true},
+                       {Albums({{"/m/A/1", "/m/A/2"}, {"/m/B/3"}, {"/m/C/\xC3\xA4"}}), false, true},
+                       {Albums({{"/m/A/2", "/m/A/1"}, {"/m/B/\xC3\xA4", "/m/B/3"}}), false, false},
+                       {Albums({{"/m/B/\xC3\xA4", "/m/B/3"}, {"/m/A/1", "/m/A/2"}}), false, false},
+                       {Albums({{"/m/A/1", "/m/A/2"}}), false, false},
+                       {Albums({{"/m/A/1"}, {"/m/B/\xC3\xA4", "/m/B/3"}}), false, false}};
     for (const auto& row : table) {
         EXPECT_EQ(IsSameMusic(all, row.other, Compared::kAllSongs), row.same) << Names(row.other);
         EXPECT_EQ(IsSameMusic(row.other, all, Compared::kCachedSongs), row.sameInCache) << Names(row.other);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 namespace hullrider {
-namespace {
 
 TEST(MusicType, OfAFileTakesTheLastExtensionInAnyCase) {
     const std::pair<const char*, MusicType> table[] = {
@@ -22,5 +21,4 @@ TEST(MusicType, LowerCaseLeavesBytesOutsideAsciiAlone) {
     EXPECT_EQ(ToLower("AZ[\xC3\x84]@z"), "az[\xC3\x84]@z");
 }
 
-}  // namespace
 }  // namespace hullrider

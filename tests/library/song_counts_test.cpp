@@ -45,12 +45,10 @@ TEST(SongCounts, AKindWithNothingToPlayLosesItsWeightAndTheOthersKeepTheirs) {
         std::vector<Song> songs;
         int32_t stations;
         std::vector<int32_t> expected;
-    } table[] = {
-        {{}, 0, {0, 0, 0, 0, 0}},
-        {{SongOf(kTracker)}, 0, {0, 0, 0, 4, 0}},
-        {{SongOf(kTracker)}, 1, {0, 0, 0, 4, 5}},
-        {{SongOf(kMidi), SongOf(kMp3, 1)}, 0, {1, 2, 3, 0, 0}},
-    };
+    } table[] = {{{}, 0, {0, 0, 0, 0, 0}},
+                 {{SongOf(kTracker)}, 0, {0, 0, 0, 4, 0}},
+                 {{SongOf(kTracker)}, 1, {0, 0, 0, 4, 5}},
+                 {{SongOf(kMidi), SongOf(kMp3, 1)}, 0, {1, 2, 3, 0, 0}}};
     for (const auto& row : table) {
         MusicLibrary library = LibraryOf({row.songs});
         SelectionWeights weights{1, 2, 3, 4, 5};
@@ -84,8 +82,7 @@ TEST(SongCounts, NumbersAreShownInGroupsOfThree) {
                                                      {-1000, "-1,000"},
                                                      {1234567, "1,234,567"},
                                                      {-123456, "-123,456"},
-                                                     {std::numeric_limits<int32_t>::max(), "2,147,483,647"},
-                                                     {std::numeric_limits<int32_t>::min(), "-2,147,483,648"},
+                                                     {INT32_MIN, "-2,147,483,648"},
                                                      {123456789012, "123,456,789,012"}};
     for (const auto& [value, text] : table) EXPECT_EQ(FormatWithThousands(value), text);
 }

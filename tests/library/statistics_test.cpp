@@ -7,7 +7,6 @@
 #include "tests/temporary_folder.h"
 
 namespace hullrider {
-namespace {
 
 TEST(Statistics, CountThisRunAndAllTime) {
     const TemporaryFolder folder;
@@ -53,5 +52,4 @@ TEST(Statistics, JunkIsNothingAndFullCountersStayFull) {
     EXPECT_EQ(again.byType[2].seconds, counts.byType[2].seconds);
 }
 
-}  // namespace
 }  // namespace hullrider

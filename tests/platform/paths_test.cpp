@@ -7,24 +7,16 @@
 #include <utility>
 
 namespace hullrider {
-namespace {
 
 TEST(Paths, Utf8IsJudgedAsTheStandardSays) {
     for (const char* good :
          {"", "plain", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x8E\xB5", "\xED\x9F\xBF", "\xEF\xBF\xBF"}) {
         EXPECT_TRUE(IsUtf8(good)) << good;
     }
-    const char* const junk[] = {"\x80",
-                                "\xC3",
-                                "\xC0\xAF",
-                                "\xE0\x80\xAF",
-                                "\xED\xA0\x80",
-                                "\xF0\x80\x80\x80",
-                                "\xF4\x90\x80\x80",
-                                "\xF5\x80\x80\x80",
-                                "\xFF",
-                                "a\xE2\x82"};
-    for (const char* bad : junk) EXPECT_FALSE(IsUtf8(bad)) << bad;
+    for (const char* bad : {"\x80", "\xC3", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF0\x80\x80\x80",
+                            "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF", "a\xE2\x82"}) {
+        EXPECT_FALSE(IsUtf8(bad)) << bad;
+    }
 }
 
 TEST(Paths, AStateFileLiesInItsFolderWhateverSlashItsNameBeginsWith) {
@@ -37,15 +29,13 @@ TEST(Paths, AStateFileLiesInItsFolderWhateverSlashItsNameBeginsWith) {
 }
 
 TEST(Paths, AFolderIsWhatIsBeforeTheLastSeparatorOfEitherKind) {
-    const std::pair<std::string_view, std::string_view> table[] = {
-        {"D:\\Music\\A\\1.mp3", "D:\\Music\\A"},
-        {"/m/A\\1.mp3", "/m/A"},
-        {"D:\\A/1.mp3", "D:\\A"},
-        {"/m/A/", "/m/A"},
-        {"/A", ""},
-        {"1.mp3", ""},
-        {"", ""},
-    };
+    const std::pair<std::string_view, std::string_view> table[] = {{"D:\\Music\\A\\1.mp3", "D:\\Music\\A"},
+                                                                   {"/m/A\\1.mp3", "/m/A"},
+                                                                   {"D:\\A/1.mp3", "D:\\A"},
+                                                                   {"/m/A/", "/m/A"},
+                                                                   {"/A", ""},
+                                                                   {"1.mp3", ""},
+                                                                   {"", ""}};
     for (const auto& [path, folder] : table) EXPECT_EQ(FolderOf(path), folder) << path;
 }
 
@@ -61,5 +51,4 @@ TEST(Paths, ANameThatIsNotTextIsRefused) {
 }
 #endif
 
-}  // namespace
 }  // namespace hullrider

@@ -6,7 +6,6 @@
 #include "tests/temporary_folder.h"
 
 namespace hullrider {
-namespace {
 
 TEST(StateFiles, WhatCannotBeReadIsOneLineAndIsKept) {
     const TemporaryFolder folder;
@@ -16,12 +15,10 @@ TEST(StateFiles, WhatCannotBeReadIsOneLineAndIsKept) {
         StateReading understood;
         const char* error;  // empty: nothing is printed
         bool kept;
-    } const table[] = {
-        {nullptr, StateReading::kUnreadable, "cannot open\n", false},
-        {"x", StateReading::kWhole, "", false},
-        {"x", StateReading::kPartly, "Failed to read PATH: odd\n", true},
-        {"x", StateReading::kUnreadable, "Failed to read PATH: odd\n", true},
-    };
+    } const table[] = {{nullptr, StateReading::kUnreadable, "cannot open\n", false},
+                       {"x", StateReading::kWhole, "", false},
+                       {"x", StateReading::kPartly, "Failed to read PATH: odd\n", true},
+                       {"x", StateReading::kUnreadable, "Failed to read PATH: odd\n", true}};
     for (const auto& row : table) {
         std::filesystem::remove(folder.Path() / "a.json.bad");
         if (row.content != nullptr) folder.Write("a.json", row.content);
@@ -57,5 +54,4 @@ TEST(StateFiles, ALargeFileIsRefusedAndMovedAside) {
     EXPECT_EQ(std::filesystem::file_size(folder.Path() / "a.json.bad"), kMostStateBytes + 1);
 }
 
-}  // namespace
 }  // namespace hullrider

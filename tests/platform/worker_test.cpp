@@ -13,7 +13,6 @@
 #include "platform/post.h"
 #include "tests/console_capture.h"
 #include "tests/eventually.h"
-#include "tests/platform/fake_clock.h"
 
 namespace hullrider {
 namespace {
@@ -26,7 +25,6 @@ protected:
     ~WorkerTest() override {
         EndWorkers();
         SetPostWaker({});
-        RunWorkersInline(false);
     }
 
     // Runs what is posted until the claim holds.
@@ -158,50 +156,6 @@ TEST_F(WorkerTest, AnExceptionEndsOnlyWhatItWasThrownBy) {
     worker.Start([](const std::stop_token&) { throw std::runtime_error("no such page"); });
     EndWorkers();
     EXPECT_EQ(console.Errors(), "no such list\nWork in the background failed: no such page\n");
-}
-
-TEST_F(WorkerTest, InlineWorkersAreDoneWhenTheyHaveStarted) {
-    RunWorkersInline(true);
-    FakeClock clock;
-    SetPostWaker(RunPosted);
-    Worker first, second;
-    int result = 0;
-    const PlayTime start = PlayNow();
-    ASSERT_TRUE(first.Start([&](const std::stop_token&) {
-        SleepFor(2s);
-        Post([&] {
-            // The result is taken by canceling its worker, and starts the next job.
-            first.Cancel();
-            second.Start([&](const std::stop_token&) { Post([&] { result = 42; }); });
-            Post([&] { ++result; });
-        });
-    }));
-    EXPECT_EQ(result, 43);
-    EXPECT_EQ(PlayNow() - start, 2s);
-}
-
-TEST_F(WorkerTest, AFakeClocksWorkersSleepUntilTheyAreDueOrStopped) {
-    FakeClock clock;
-    std::vector<int> woken;
-    const auto sleepThenNote = [&woken](int number, std::chrono::seconds time) {
-        return [&woken, number, time](const std::stop_token&) {
-            if (SleepFor(time)) Post([&woken, number] { woken.push_back(number); });
-        };
-    };
-    Worker soon, late, canceled;
-    canceled.Start(sleepThenNote(1, 1s));
-    late.Start(sleepThenNote(3, 3s));
-    soon.Start(sleepThenNote(2, 2s));
-    clock.Settle();
-    canceled.Cancel();
-    clock.Settle();
-    EXPECT_EQ(clock.Workers(), 2U);
-    clock.Advance(2s);
-    RunPosted();
-    EXPECT_EQ(woken, std::vector{2});
-    clock.Advance(1s);
-    RunPosted();
-    EXPECT_EQ(woken, (std::vector{2, 3}));
 }
 
 }  // namespace

@@ -1,43 +1,27 @@
-#include <gtest/gtest.h>
-
-#include <optional>
-
-#include "platform/message_box.h"
-#include "playback/play_next.h"
 #include "playback/sound_fonts.h"
-#include "playback/stream_slots.h"
-#include "tests/console_capture.h"
+#include "tests/error_boxes.h"
 #include "tests/inline_workers.h"
-#include "tests/platform/fake_clock.h"
-#include "tests/playback/fake_audio.h"
-#include "tests/playback/made_library.h"
-#include "tests/temporary_folder.h"
+#include "tests/playback/engine_fixture.h"
 
 namespace hullrider {
 namespace {
 
-class FontChangeTest : public testing::Test {
+class FontChangeTest : public EngineTest {
 protected:
     FontChangeTest() {
         app_.settings.FADE_DURATION_MS = 100;
-        SetLibrary(app_, {{MadeSong(folder_.Write("song.mid", FakeSong(300.0)), kMidi)}});
+        SetLibrary(app_, {{Write("song.mid", FakeSong(300.0))}});
         app_.soundFonts.soundFontFiles = {folder_.Write("1.sf2", "font"), folder_.Write("2.sf2", "font"),
                                           folder_.Write("3.sf2", "font")};
         SelectSoundFont(app_.soundFonts, app_.playback, 0);
     }
-    ~FontChangeTest() override { FreeAllStreams(app_.playback, app_.soundFonts); }
 
     void PlayOne() {
         ASSERT_TRUE(PlayNext(app_, draws_));
         clock_.Advance(std::chrono::seconds(5));
     }
 
-    std::optional<ConsoleCapture> console_{std::in_place};
     InlineWorkers inline_;
-    FakeClock clock_;
-    TemporaryFolder folder_;
-    AppState app_;
-    Draws draws_{4};
 };
 
 TEST_F(FontChangeTest, TheFontOfTheLoadedSlotChangesEveryFewSongsAndNoneIsLeftOver) {
@@ -75,17 +59,13 @@ TEST_F(FontChangeTest, NextAndPreviousGoRound) {
     EXPECT_EQ(FakeFonts(), 2U);
 }
 
-std::string shownError;
-
 TEST_F(FontChangeTest, WithoutFontsEveryStepSaysSo) {
     app_.soundFonts.soundFontFiles.clear();
-    SetErrorBoxHandler([](std::string_view text) { shownError = text; });
     for (void (*step)(AppState&) : {NextSoundFont, PreviousSoundFont}) {
-        shownError.clear();
+        const ErrorBoxes boxes;
         step(app_);
-        EXPECT_EQ(shownError, "No soundfont files found.");
+        EXPECT_EQ(ErrorBoxes::last, "No soundfont files found.");
     }
-    SetErrorBoxHandler(nullptr);
 }
 
 TEST_F(FontChangeTest, AnAutomaticChangeThatFailsIsPrintedAndKeepsTheOldFont) {

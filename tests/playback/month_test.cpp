@@ -1,31 +1,19 @@
 // Weeks of unattended playing with all that can go wrong, in seconds: on an audio library that only keeps time, and a
 // clock that the test moves.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <set>
-#include <string>
 #include <utility>
 
 #include "library/song_history.h"
 #include "playback/listening.h"
 #include "playback/loudness.h"
 #include "playback/next_up.h"
-#include "playback/play_next.h"
 #include "playback/sound_fonts.h"
-#include "playback/stream_slots.h"
 #include "playback/stream_time.h"
 #include "playback/transport.h"
 #include "playback/volume.h"
-#include "tests/console_capture.h"
-#include "tests/platform/fake_clock.h"
-#include "tests/playback/fake_audio.h"
-#include "tests/playback/made_library.h"
-#include "tests/temporary_folder.h"
+#include "tests/playback/engine_fixture.h"
 
 namespace hullrider {
 namespace {
@@ -60,7 +48,7 @@ double ResidentMegabytes() {
     return kilobytes / 1024.0;
 }
 
-class MonthTest : public testing::Test {
+class MonthTest : public EngineTest {
 protected:
     MonthTest() {
         std::vector<std::vector<Song>> albums(kAlbums);
@@ -77,9 +65,8 @@ protected:
         TakeVolumeFromSettings(app_);
     }
     ~MonthTest() override {
-        FreeAllStreams(app_.playback, app_.soundFonts);
         if (!HasFailure()) return;
-        const std::string output = quiet_.Output();  // what led to it
+        const std::string output = console_->Output();  // what led to it
         std::printf("%s", output.substr(output.size() - std::min<size_t>(output.size(), 3000)).c_str());
     }
 
@@ -203,11 +190,6 @@ protected:
         }
     }
 
-    ConsoleCapture quiet_;
-    FakeClock clock_;
-    TemporaryFolder folder_;
-    AppState app_;
-    Draws draws_{77};
     Random chance_{78};
     std::string away_;
 

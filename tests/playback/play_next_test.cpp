@@ -85,24 +85,6 @@ TEST_F(PlayNextTest, APlayNextWithinAFadeCutsTheOldStreamsAndItsWorkerHarmsNoLat
     EXPECT_TRUE(Plays(third));
 }
 
-TEST_F(PlayNextTest, ABadSongIsPassedOverAndWhatPlaysGoesOnWhenNothingElseCan) {
-    Add(folder_.Write("tone.mp3", ToneWav(400.0, 40.0)));
-    Add(folder_.Write("empty.mp3", ""));
-    Add(folder_.Write("text.mp3", "this is not music\n"));
-    Add(folder_.At("gone.mp3"));
-    for (int i = 0; i < 5; ++i) {
-        ASSERT_TRUE(PlayNext(app_, draws_));
-        EXPECT_EQ(app_.playback.item.title, "tone");
-    }
-    const StreamSlot playing = CurrentHandle(app_.playback);
-    app_.library.playlists[0].songs.erase(app_.library.playlists[0].songs.begin());
-    Recount(app_);
-    EXPECT_FALSE(PlayNext(app_, draws_));
-    EXPECT_EQ(app_.playback.trouble, PlaybackTrouble::kNothingPlayable);
-    EXPECT_EQ(CurrentHandle(app_.playback), playing);
-    EXPECT_TRUE(Eventually([&] { return Plays(playing); }));
-}
-
 TEST_F(PlayNextTest, TheSongIsOverAtTheEndOfItsWindowAndNotWhilePaused) {
     Add(folder_.Write("tone.mp3", ToneWav(400.0, 4.0)));  // plays 2 s
     app_.settings.FADE_DURATION_MS = 100;

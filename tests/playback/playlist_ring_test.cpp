@@ -37,13 +37,11 @@ TEST(PlaylistRing, GoesRoundBothWaysThroughWhatThereIs) {
         size_t playlists, customStations, stations;
         std::vector<std::string> ring;
     };
-    const Case cases[] = {
-        {2, 2, 2, {"p0", "p1", "c0", "c1", "s0", "s1"}},
-        {2, 0, 1, {"p0", "p1", "library", "s0"}},
-        {3, 0, 0, {"p0", "p1", "p2", "library"}},
-        {0, 1, 1, {"c0", "s0"}},
-        {0, 0, 0, {"library"}},
-    };
+    const Case cases[] = {{2, 2, 2, {"p0", "p1", "c0", "c1", "s0", "s1"}},
+                          {2, 0, 1, {"p0", "p1", "library", "s0"}},
+                          {3, 0, 0, {"p0", "p1", "p2", "library"}},
+                          {0, 1, 1, {"c0", "s0"}},
+                          {0, 0, 0, {"library"}}};
     for (const Case& test : cases) {
         AppState app;
         app.library.playlists.resize(test.playlists);

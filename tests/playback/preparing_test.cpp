@@ -1,21 +1,11 @@
 // The next item is prepared ahead: on an audio library that only keeps time, and a clock that the test moves.
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <string>
 
 #include "playback/listening.h"
-#include "playback/loudness.h"
 #include "playback/next_up.h"
-#include "playback/play_next.h"
 #include "playback/sounding_start.h"
-#include "playback/stream_slots.h"
 #include "playback/transport.h"
-#include "tests/console_capture.h"
-#include "tests/platform/fake_clock.h"
-#include "tests/playback/fake_audio.h"
-#include "tests/playback/made_library.h"
-#include "tests/temporary_folder.h"
+#include "tests/playback/engine_fixture.h"
 
 namespace hullrider {
 namespace {
@@ -23,17 +13,12 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::milliseconds;
 
-class PreparingTest : public testing::Test {
+class PreparingTest : public EngineTest {
 protected:
     PreparingTest() {
         app_.settings.FADE_DURATION_MS = 1000;
         app_.settings.songPlayDurationMin = app_.settings.songPlayDurationMax = 30;
         app_.settings.historyDepth = 0;
-    }
-    ~PreparingTest() override { FreeAllStreams(app_.playback, app_.soundFonts); }
-
-    Song Write(const std::string& name, const std::string& what) {
-        return MadeSong(folder_.Write(name, what), name.ends_with(".xm") ? kTracker : kMp3);
     }
 
     // Lets time pass as the window does. Keeps the longest silence.
@@ -55,11 +40,6 @@ protected:
 
     const std::string& Title() const { return app_.playback.item.title; }
 
-    ConsoleCapture console_;
-    FakeClock clock_;
-    TemporaryFolder folder_;
-    AppState app_;
-    Draws draws_{4};
     milliseconds silence_{0}, longestSilence_{0};
 };
 
@@ -82,14 +62,12 @@ TEST_F(PreparingTest, TheNextItemIsOpenBeforeItIsDueAndLeavesNothingBehindUntilI
 
 TEST_F(PreparingTest, WhatIsNoLongerWhatWouldBePickedIsDropped) {
     SetLibrary(app_, {{Write("a.mp3", FakeSong(300.0)), Write("b.xm", FakeSong(300.0))}});
-    const std::function<void()> changes[] = {
-        [&] { app_.weights.mp3 += 1; },
-        [&] { app_.selection.favoritesFilter = kNoFavorites; },
-        [&] { app_.selection.playMode = kPlaylistMode; },
-        [&] { app_.selection.shuffle = false; },
-        [&] { Recount(app_); },
-        [&] { app_.settings.songPlayDurationMax = 31; },
-    };
+    const std::function<void()> changes[] = {[&] { app_.weights.mp3 += 1; },
+                                             [&] { app_.selection.favoritesFilter = kNoFavorites; },
+                                             [&] { app_.selection.playMode = kPlaylistMode; },
+                                             [&] { app_.selection.shuffle = false; },
+                                             [&] { Recount(app_); },
+                                             [&] { app_.settings.songPlayDurationMax = 31; }};
     for (const auto& change : changes) {
         app_.selection = {};
         app_.settings.songPlayDurationMax = 30;
@@ -220,7 +198,7 @@ TEST_F(PreparingTest, BrokenAndMissingSongsArePassedOverAndRememberedAndTheFiles
         Pass(2s);
         EXPECT_EQ(Title(), "good");
     }
-    const std::string errors = console_.Errors();
+    const std::string errors = console_->Errors();
     const std::string line = "Cannot play " + songs[200].songPath + "\n";
     EXPECT_NE(errors.find(line), std::string::npos);
     EXPECT_EQ(errors.find(line), errors.rfind(line)) << "once";
@@ -271,7 +249,7 @@ TEST_F(PreparingTest, ARequestForNoSongSaysSoAndAnotherOneComes) {
     PlaySong(app_, draws_, 0, -1);
     Pass(100ms);
     EXPECT_EQ(Title(), "a");
-    const std::string output = console_.Output();
+    const std::string output = console_->Output();
     EXPECT_NE(output.find("Error: Invalid playlist index.\n"), std::string::npos);
     EXPECT_NE(output.find("Error: Invalid song index.\n"), std::string::npos);
 }

@@ -6,7 +6,6 @@
 #include "tests/playback/made_library.h"
 
 namespace hullrider {
-namespace {
 
 TEST(Simulation, FindsWhatTheWeightsPromiseAndTheSettingsMean) {
     AppState app;
@@ -47,5 +46,4 @@ TEST(Simulation, EndsWhenNothingCanBePlayed) {
     EXPECT_TRUE(app.history.records.empty());
 }
 
-}  // namespace
 }  // namespace hullrider

@@ -27,15 +27,13 @@ TEST(SongCategory, SharesAreWholePerCentInTheirOrderAndTrackersAreTheRest) {
         SelectionWeights weights;  // favourites, MIDI, MP3, tracker, radio
         Shares shares;
     };
-    const Case cases[] = {
-        {{50, 50, 50, 50, 0}, {25, 25, 25, 25, 0}},
-        {{50, 50, 50, 50, 20}, {23, 23, 22, 23, 9}},
-        {{0, 1, 2, 0, 0}, {34, 66, 0, 0, 0}},
-        {{0, 1, 1000, 0, 0}, {1, 99, 0, 0, 0}},
-        {{0, 0, 0, 0, 0}, {0, 0, 100, 0, 0}},
-        {{0, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX}, {25, 25, 25, 0, 25}},
-        {{0, -50, 100, 50, 0}, {0, 50, 50, 0, 0}},
-    };
+    const Case cases[] = {{{50, 50, 50, 50, 0}, {25, 25, 25, 25, 0}},
+                          {{50, 50, 50, 50, 20}, {23, 23, 22, 23, 9}},
+                          {{0, 1, 2, 0, 0}, {34, 66, 0, 0, 0}},
+                          {{0, 1, 1000, 0, 0}, {1, 99, 0, 0, 0}},
+                          {{0, 0, 0, 0, 0}, {0, 0, 100, 0, 0}},
+                          {{0, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX}, {25, 25, 25, 0, 25}},
+                          {{0, -50, 100, 50, 0}, {0, 50, 50, 0, 0}}};
     for (const Case& test : cases) EXPECT_EQ(SharesOf(test.weights), test.shares) << test.weights.mp3;
 }
 

@@ -3,13 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "audio/bass.h"
-#include "platform/message_box.h"
+#include "tests/error_boxes.h"
 #include "tests/temporary_folder.h"
 
 namespace hullrider {
-namespace {
-
-std::string shownError;
 
 TEST(SoundFonts, OnlyFontFilesOfTheFolderItselfAreFoundInOrder) {
     const TemporaryFolder folder;
@@ -25,7 +22,7 @@ TEST(SoundFonts, OnlyFontFilesOfTheFolderItselfAreFoundInOrder) {
 }
 
 TEST(SoundFonts, AFontThatCannotBeTakenLeavesTheOldOneAndSaysSo) {
-    SetErrorBoxHandler([](std::string_view text) { shownError = text; });
+    const ErrorBoxes boxes;
     const TemporaryFolder folder;
     BASS_Init(0, 44100, 0, nullptr, nullptr);
     const PlaybackState playback;
@@ -33,18 +30,16 @@ TEST(SoundFonts, AFontThatCannotBeTakenLeavesTheOldOneAndSaysSo) {
     fonts.soundFontFiles = {folder.Write("not a font.sf2", "text")};
     fonts.midiStreamFont = 77;
     EXPECT_FALSE(SelectSoundFont(fonts, playback, 1));
-    EXPECT_EQ(shownError, "Invalid sound font index.");
+    EXPECT_EQ(ErrorBoxes::last, "Invalid sound font index.");
     EXPECT_FALSE(SelectSoundFont(fonts, playback, -1));
     EXPECT_FALSE(SelectSoundFont(fonts, playback, 0));
-    EXPECT_EQ(shownError, "Failed to load the selected soundfont.");
+    EXPECT_EQ(ErrorBoxes::last, "Failed to load the selected soundfont.");
     EXPECT_EQ(fonts.midiStreamFont, 77U);
     BASS_Free();
     // While the music is stopped it is only chosen.
     fonts.currentSoundFont = -1;
     EXPECT_TRUE(SelectSoundFont(fonts, playback, 0));
     EXPECT_EQ(fonts.currentSoundFont, 0);
-    SetErrorBoxHandler(nullptr);
 }
 
-}  // namespace
 }  // namespace hullrider

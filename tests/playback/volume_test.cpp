@@ -1,38 +1,28 @@
 // On an audio library that only keeps time, and a clock that the test moves.
 #include "playback/volume.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <optional>
 
 #include "audio/bass.h"
 #include "playback/loudness.h"
-#include "playback/play_next.h"
-#include "playback/stream_slots.h"
 #include "playback/transport.h"
-#include "tests/console_capture.h"
 #include "tests/inline_workers.h"
-#include "tests/platform/fake_clock.h"
-#include "tests/playback/fake_audio.h"
-#include "tests/playback/made_library.h"
-#include "tests/temporary_folder.h"
+#include "tests/playback/engine_fixture.h"
 
 namespace hullrider {
 namespace {
 
 using namespace std::chrono_literals;
 
-class VolumeTest : public testing::Test {
+class VolumeTest : public EngineTest {
 protected:
     VolumeTest() {
         app_.settings.FADE_DURATION_MS = 8000;
         app_.playback.realTimeVolume = true;
     }
-    ~VolumeTest() override { FreeAllStreams(app_.playback, app_.soundFonts); }
 
     StreamSlot PlaySongOfLevel(int level) {
-        SetLibrary(app_, {{MadeSong(folder_.Write("song.mp3", FakeSong(300.0, level)), kMp3)}});
+        SetLibrary(app_, {{Write("song.mp3", FakeSong(300.0, level))}});
         EXPECT_TRUE(PlayNext(app_, draws_));
         return CurrentHandle(app_.playback);
     }
@@ -62,10 +52,6 @@ protected:
     }
 
     InlineWorkers inline_;
-    FakeClock clock_;
-    TemporaryFolder folder_;
-    AppState app_;
-    Draws draws_{4};
 };
 
 TEST_F(VolumeTest, WithoutFollowingASongFadesInToTheUsersVolume) {
@@ -87,16 +73,13 @@ TEST_F(VolumeTest, WithFollowingASongIsMeasuredFadedToHalfAndThenCorrected) {
         int level;
         float wanted, half, whole;  // the volume setting, then the two volumes that it leads to
     };
-    const Case cases[] = {
-        {"loud", 28'000, 0.4F, 0.25F, 0.5F},
-        {"quiet, at most full volume", 1000, 0.4F, 0.5F, 1.0F},
-        {"stalled", -1, 0.4F, 0.1F, 1.0F},
-        {"silent", 0, 0.4F, 0.1F, 1.0F},
-        {"no valid target", 28'000, 1.5F, 0.0F, 0.0F},
-    };
+    const Case cases[] = {{"loud", 28'000, 0.4F, 0.25F, 0.5F},
+                          {"quiet, at most full volume", 1000, 0.4F, 0.5F, 1.0F},
+                          {"stalled", -1, 0.4F, 0.1F, 1.0F},
+                          {"silent", 0, 0.4F, 0.1F, 1.0F},
+                          {"no valid target", 28'000, 1.5F, 0.0F, 0.0F}};
     for (const Case& test : cases) {
         SCOPED_TRACE(test.what);
-        const ConsoleCapture quiet;
         app_.settings.highVolume = test.wanted;
         app_.playback.volumeMode = kHighVolume;
         CutStreamsBut(app_.playback, 0);
@@ -113,7 +96,6 @@ TEST_F(VolumeTest, WithFollowingASongIsMeasuredFadedToHalfAndThenCorrected) {
 }
 
 TEST_F(VolumeTest, APreparedSongComesInAtTheLoudnessOfItsFirstSecondsAtOnce) {
-    const ConsoleCapture quiet;
     app_.playback.volume->targetRms = 14'000.0F;
     const StreamSlot song = PlaySongOfLevel(28'000);
     EXPECT_NEAR(FakeSlideTarget(song), 0.25F, 0.001F);
@@ -122,7 +104,6 @@ TEST_F(VolumeTest, APreparedSongComesInAtTheLoudnessOfItsFirstSecondsAtOnce) {
 }
 
 TEST_F(VolumeTest, TheCorrectionIsMadeAfterACutToo) {
-    const ConsoleCapture quiet;
     app_.playback.volume->targetRms = 14'000.0F;
     PlaySongOfLevel(28'000);
     for (int i = 0; i < 2; ++i) {
@@ -134,12 +115,11 @@ TEST_F(VolumeTest, TheCorrectionIsMadeAfterACutToo) {
 }
 
 TEST_F(VolumeTest, ASongThatIsSilentAtFirstIsCorrectedOnceItIsHeard) {
-    const ConsoleCapture quiet;
     for (const bool volumeIsChanged : {false, true}) {
         app_.playback.volume->targetRms = 14'000.0F;
         PlaySongOfLevel(10'000);
         CutStreamsBut(app_.playback, 0);
-        SetLibrary(app_, {{MadeSong(folder_.Write("late.mp3", FakeSong(300.0, 28'000, 0.9, 4.0)), kMp3)}});
+        SetLibrary(app_, {{Write("late.mp3", FakeSong(300.0, 28'000, 0.9, 4.0))}});
         app_.settings.songPlayDurationMax = 0;  // from its start
         ASSERT_TRUE(PlayNext(app_, draws_));
         const StreamSlot song = CurrentHandle(app_.playback);
@@ -152,7 +132,6 @@ TEST_F(VolumeTest, ASongThatIsSilentAtFirstIsCorrectedOnceItIsHeard) {
 }
 
 TEST_F(VolumeTest, WhoSwitchesFollowingOffKeepsTheVolume) {
-    const ConsoleCapture quiet;
     app_.playback.volume->targetRms = 14'000.0F;
     const StreamSlot song = PlaySongOfLevel(28'000);
     Pass(1s);
@@ -186,7 +165,6 @@ TEST_F(VolumeTest, APauseHoldsBothItemsOfAFadeAndBothGoOn) {
 }
 
 TEST_F(VolumeTest, AMeasurementOfASongThatWasLeftDoesNotBringItBack) {
-    const ConsoleCapture quiet;
     app_.playback.volume->targetRms = 14'000.0F;
     const StreamSlot first = PlaySongOfLevel(28'000);
     clock_.Advance(200ms);
@@ -198,7 +176,6 @@ TEST_F(VolumeTest, AMeasurementOfASongThatWasLeftDoesNotBringItBack) {
 }
 
 TEST_F(VolumeTest, TheAverageFollowsWithinSecondsAndStartsAnewWithEachSong) {
-    const ConsoleCapture quiet;
     PlaySongOfLevel(20'000);
     Pass(250ms);
     EXPECT_NEAR(app_.playback.volume->averageMusicRms, 20'000.0F, 1.0F);
@@ -234,7 +211,6 @@ TEST_F(VolumeTest, TheVolumesOfTheToggleTakeTurns) {
 }
 
 TEST_F(VolumeTest, AppliedVolumesFollowTheLoudnessAndGoIntoThePreset) {
-    const ConsoleCapture quiet;
     const StreamSlot song = PlaySongOfLevel(28'000);
     app_.settings.volumeLevel = 0.3F;
     app_.playback.volume->averageMusicRms = 0.0F;
@@ -259,13 +235,12 @@ TEST_F(VolumeTest, AppliedVolumesFollowTheLoudnessAndGoIntoThePreset) {
 }
 
 TEST_F(VolumeTest, AVolumeOutsideItsRangeIsRefused) {
-    ConsoleCapture console;
     for (const float volume : {-0.1F, 1.1F, std::nanf("")}) {
         EXPECT_FALSE(SetVolumeLevel(app_, volume));
         EXPECT_EQ(TargetRmsOf(volume), -1.0F);
     }
     EXPECT_EQ(app_.settings.volumeLevel, 0.5F);
-    EXPECT_TRUE(console.Errors().starts_with("Volume level must be between 0.0 and 1.0\n"));
+    EXPECT_TRUE(console_->Errors().starts_with("Volume level must be between 0.0 and 1.0\n"));
 }
 
 }  // namespace

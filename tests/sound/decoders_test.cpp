@@ -7,6 +7,7 @@
 #include <random>
 
 #include "audio/source.h"
+#include "tests/bytes.h"
 #include "tests/sound/sound.h"
 
 namespace hullrider {
@@ -28,24 +29,17 @@ protected:
 
     // An ID3v2.3 tag with nothing in it but a picture of so many bytes.
     static std::string PictureTag(size_t bytes) {
-        const auto number = [](size_t value, int bits) {
-            std::string text;
-            for (int i = 3; i >= 0; i--) text += static_cast<char>(value >> (bits * i) & ((1u << bits) - 1));
-            return text;
-        };
         const std::string picture = std::string("\0image/png\0\3\0", 14) + std::string(bytes, 'p');
-        const std::string frame = "APIC" + number(picture.size(), 8) + std::string(2, '\0') + picture;
-        return std::string("ID3\3\0\0", 6) + number(frame.size(), 7) + frame;
+        const std::string frame = "APIC" + BigEndian(picture.size(), 4) + std::string(2, '\0') + picture;
+        std::string size;  // seven bits in a byte
+        for (int i = 3; i >= 0; i--) size += static_cast<char>(frame.size() >> (7 * i) & 0x7F);
+        return std::string("ID3\3\0\0", 6) + size + frame;
     }
 
     // An MP4 whose index is at its end, with the tag by which older stores tell that an encoder put so many samples
     // before the sound.
     static std::string WithGaplessTag(const std::string& mp4, unsigned before, unsigned samples) {
-        const auto number = [](size_t value) {
-            std::string text;
-            for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>(value >> shift);
-            return text;
-        };
+        const auto number = [](size_t value) { return BigEndian(value, 4); };
         const auto atom = [&](const char* type, const std::string& content) {
             return number(content.size() + 8) + type + content;
         };
@@ -82,26 +76,24 @@ TEST_F(Decoders, EveryFormatPlaysAtItsPitchLevelAndLength) {
         const char* arguments;
         uint32_t rate, channels;
     };
-    const Case cases[] = {
-        {"a.flac", "", 44100, 2},
-        {"b.flac", "-sample_fmt s32", 96000, 2},
-        {"c.flac", "", 8000, 1},
-        {"d.mp3", "-b:a 192k", 44100, 2},
-        {"e.mp3", "-q:a 4", 48000, 1},
-        {"f.mp3", "-b:a 64k", 22050, 2},
-        {"g.m4a", "-b:a 128k", 44100, 2},
-        {"h.m4a", "-b:a 96k", 48000, 1},
-        {"i.m4a", "-c:a alac", 44100, 2},
-        {"j.aac", "-b:a 128k", 44100, 2},
-        {"k.ogg", "-c:a libvorbis", 44100, 2},
-        {"l.opus", "-c:a libopus", 48000, 2},
-        {"m.flac", "", 48000, 6},
-        {"n.m4a", "-b:a 384k", 48000, 6},
-        {"o.flac", "", 192000, 2},
-        {"p.wav", "-c:a pcm_u8", 11025, 1},
-        {"q.wav", "-c:a pcm_s32le", 88200, 2},
-        {"r.wav", "-c:a pcm_f64le", 48000, 2},
-    };
+    const Case cases[] = {{"a.flac", "", 44100, 2},
+                          {"b.flac", "-sample_fmt s32", 96000, 2},
+                          {"c.flac", "", 8000, 1},
+                          {"d.mp3", "-b:a 192k", 44100, 2},
+                          {"e.mp3", "-q:a 4", 48000, 1},
+                          {"f.mp3", "-b:a 64k", 22050, 2},
+                          {"g.m4a", "-b:a 128k", 44100, 2},
+                          {"h.m4a", "-b:a 96k", 48000, 1},
+                          {"i.m4a", "-c:a alac", 44100, 2},
+                          {"j.aac", "-b:a 128k", 44100, 2},
+                          {"k.ogg", "-c:a libvorbis", 44100, 2},
+                          {"l.opus", "-c:a libopus", 48000, 2},
+                          {"m.flac", "", 48000, 6},
+                          {"n.m4a", "-b:a 384k", 48000, 6},
+                          {"o.flac", "", 192000, 2},
+                          {"p.wav", "-c:a pcm_u8", 11025, 1},
+                          {"q.wav", "-c:a pcm_s32le", 88200, 2},
+                          {"r.wav", "-c:a pcm_f64le", 48000, 2}};
     for (const Case& test : cases) {
         SCOPED_TRACE(test.name);
         const HSTREAM stream = Play(Encode(Tone(test.rate, test.channels, 600.0, 2.0), test.name, test.arguments));
@@ -221,20 +213,18 @@ TEST_F(Decoders, SeeksLandOnTheSampleInEveryFormat) {
         const char* arguments;
         float tolerance;
     };
-    const Case cases[] = {
-        {"a.flac", "", 1e-6f},
-        {"b.m4a", "-c:a alac", 1e-6f},
-        {"c.m4a", "-b:a 128k", 2e-2f},
-        {"cbr.mp3", "-b:a 128k", 1e-3f},
-        {"vbr.mp3", "-q:a 5", 1e-3f},
-        {"bare.mp3", "-q:a 5 -write_xing 0 -id3v2_version 0", 1e-3f},
-        {"picture.mp3", "-q:a 5 -id3v2_version 0", 1e-3f},
-        {"bare-picture.mp3", "-b:a 64k -write_xing 0 -id3v2_version 0", 1e-3f},
-        {"low.mp3", "-b:a 32k -write_xing 0 -id3v2_version 0", 1e-3f},
-        {"plain.wav", "", 1e-6f},
-        {"d.ogg", "-c:a libvorbis", 2e-2f},
-        {"e.aac", "-b:a 128k", 2e-2f},
-    };
+    const Case cases[] = {{"a.flac", "", 1e-6f},
+                          {"b.m4a", "-c:a alac", 1e-6f},
+                          {"c.m4a", "-b:a 128k", 2e-2f},
+                          {"cbr.mp3", "-b:a 128k", 1e-3f},
+                          {"vbr.mp3", "-q:a 5", 1e-3f},
+                          {"bare.mp3", "-q:a 5 -write_xing 0 -id3v2_version 0", 1e-3f},
+                          {"picture.mp3", "-q:a 5 -id3v2_version 0", 1e-3f},
+                          {"bare-picture.mp3", "-b:a 64k -write_xing 0 -id3v2_version 0", 1e-3f},
+                          {"low.mp3", "-b:a 32k -write_xing 0 -id3v2_version 0", 1e-3f},
+                          {"plain.wav", "", 1e-6f},
+                          {"d.ogg", "-c:a libvorbis", 2e-2f},
+                          {"e.aac", "-b:a 128k", 2e-2f}};
     const TestSound sound = Chirp(20.0);
     for (const Case& test : cases) {
         SCOPED_TRACE(test.name);
@@ -340,9 +330,6 @@ TEST_F(Decoders, TagsAreThoseOfTheFile) {
         EXPECT_EQ(BASS_ChannelGetTags(stream, isId3 ? BASS_TAG_MP4 : BASS_TAG_ID3), nullptr);
         EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_NOTAVAIL);
     }
-    const HSTREAM bare = Open(Save("bare.wav", Tone(kRate, 2, 500.0, 0.3)));
-    EXPECT_EQ(BASS_ChannelGetTags(bare, BASS_TAG_ID3), nullptr);
-    EXPECT_EQ(BASS_ChannelGetTags(0, BASS_TAG_ID3), nullptr);
 }
 
 // An ID3v1 block at the end, or ID3v2 frames that claim to be ISO 8859-1, hold whatever their writers' system used.

@@ -25,10 +25,10 @@ void Append(Samples& out, const Samples& more) {
     out.insert(out.end(), more.begin(), more.end());
 }
 
-// Ones, of which only so many are there: as yet, or at all.
+// Ones, of which only so many are there as yet.
 class Scarce : public Source {
 public:
-    explicit Scarce(size_t& there, bool ends) : there_(there), ends_(ends) {}
+    explicit Scarce(size_t& there) : there_(there) {}
     SourceFormat Format() const override { return {44100, 2, BASS_CTYPE_STREAM}; }
     int64_t Length() const override { return 1'000'000; }
     int64_t LoopLength() const override { return 0; }
@@ -36,18 +36,13 @@ public:
         const size_t now = std::min(frames, there_);
         std::fill_n(out, now * kStereo, 1.0f);
         there_ -= now;
-        return {now, ends_ && there_ == 0};
+        return {now, false};
     }
     bool Seek(int64_t) override { return true; }
 
 private:
     size_t& there_;
-    bool ends_;
 };
-
-std::shared_ptr<Channel> ScarceChannel(size_t& there, bool ends) {
-    return std::make_shared<Channel>(std::make_unique<Scarce>(there, ends), SourceRequest{"", 44100, false}, 0);
-}
 
 }  // namespace
 
@@ -106,7 +101,7 @@ TEST_F(JointsSound, ASeekWhilePlayingIsNoStep) {
 
 TEST_F(JointsSound, WhatWasMissingComesBackWithoutAStep) {
     size_t there = 1000;
-    const auto channel = ScarceChannel(there, false);
+    const auto channel = std::make_shared<Channel>(std::make_unique<Scarce>(there), SourceRequest{"", kRate, false}, 0);
     Mixer mixer(kRate, false);
     ASSERT_TRUE(mixer.Add(channel));
     channel->Play(false);
@@ -124,40 +119,6 @@ TEST_F(JointsSound, WhatWasMissingComesBackWithoutAStep) {
     EXPECT_EQ(out.front(), 1.0f);
     EXPECT_EQ(out.back(), 1.0f);
     ExpectNoStep(out, kSteepestFall);
-}
-
-// Only a song that was under way and was not decoded in time: not one that has not begun, is paused, or is over.
-TEST(Mixer, CountsTheFramesThatWereNotThereInTime) {
-    constexpr size_t kBlock = 1000;
-    constexpr uint32_t kRate = 44100;
-    Mixer mixer(kRate, false);
-    Samples out(10 * kBlock * kStereo);
-    const auto render = [&](size_t frames) {
-        const uint64_t before = mixer.FramesLacked();
-        mixer.Render(out.data(), frames);
-        return mixer.FramesLacked() - before;
-    };
-    size_t there = 10 * kBlock;
-    const auto channel = ScarceChannel(there, true);
-    ASSERT_TRUE(mixer.Add(channel));
-    EXPECT_EQ(render(kBlock), 0u);
-    channel->Play(false);
-    EXPECT_EQ(render(kBlock), 0u);
-    const SteadyTime now{};
-    channel->DecodeAhead(now);
-    EXPECT_EQ(render(kBlock), 0u);
-    const uint64_t lacked = render(9 * kBlock);  // the first piece is shorter than that
-    EXPECT_GT(lacked, kBlock);
-    EXPECT_LT(lacked, 9 * kBlock);
-    EXPECT_EQ(render(kBlock), kBlock);
-    channel->Pause();
-    EXPECT_EQ(render(kBlock), 0u);
-    channel->Play(false);
-    while (channel->State() == RunState::kPlaying) {
-        channel->DecodeAhead(now);
-        EXPECT_EQ(render(kBlock), 0u);
-    }
-    EXPECT_EQ(render(kBlock), 0u);
 }
 
 }  // namespace hullrider

@@ -99,14 +99,4 @@ TEST_F(ModuleSound, AModuleThatWouldFillTheMemoryIsRefused) {
     }
 }
 
-TEST_F(ModuleSound, LoopsAndSeeks) {
-    const HMUSIC music = Load(ModuleBytes(428, 4), BASS_SAMPLE_LOOP);
-    BASS_ChannelPlay(music, false);
-    ASSERT_TRUE(SeekToFrame(music, static_cast<int64_t>(kRate * 30)));
-    Render(kRate);
-    EXPECT_NEAR(PositionSec(music), 31.0 - 4 * kPatternSec, 0.03);
-    EXPECT_GT(Rms(Render(kRate)), 0.05);
-    EXPECT_EQ(BASS_ChannelIsActive(music), BASS_ACTIVE_PLAYING);
-}
-
 }  // namespace hullrider

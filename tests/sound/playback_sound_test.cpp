@@ -107,14 +107,12 @@ TEST_F(PlaybackSound, EveryRateAndLayoutPlaysAtItsPitchAndLevel) {
         WavFormat format;
         uint32_t mixRate;
     };
-    const Case cases[] = {
-        {8000, 1, WavFormat::kPcm8, 44100},    {11025, 2, WavFormat::kPcm16, 48000},
-        {22050, 1, WavFormat::kPcm16, 44100},  {32000, 2, WavFormat::kPcm24, 48000},
-        {44100, 1, WavFormat::kPcm16, 44100},  {44100, 2, WavFormat::kFloat, 48000},
-        {48000, 2, WavFormat::kPcm16, 44100},  {96000, 2, WavFormat::kPcm24, 44100},
-        {192000, 2, WavFormat::kPcm24, 48000}, {192000, 1, WavFormat::kFloat, 96000},
-        {44100, 2, WavFormat::kPcm16, 22050},
-    };
+    const Case cases[] = {{8000, 1, WavFormat::kPcm8, 44100},    {11025, 2, WavFormat::kPcm16, 48000},
+                          {22050, 1, WavFormat::kPcm16, 44100},  {32000, 2, WavFormat::kPcm24, 48000},
+                          {44100, 1, WavFormat::kPcm16, 44100},  {44100, 2, WavFormat::kFloat, 48000},
+                          {48000, 2, WavFormat::kPcm16, 44100},  {96000, 2, WavFormat::kPcm24, 44100},
+                          {192000, 2, WavFormat::kPcm24, 48000}, {192000, 1, WavFormat::kFloat, 96000},
+                          {44100, 2, WavFormat::kPcm16, 22050}};
     for (const Case& test : cases) {
         SCOPED_TRACE(testing::Message() << test.rate << " Hz, " << test.channels << " channels into " << test.mixRate);
         Reopen(test.mixRate);

@@ -11,28 +11,12 @@ namespace hullrider {
 
 namespace {
 
-void Append(std::string& text, uint64_t value, int bytes) {
-    for (int i = 0; i < bytes; i++) text += static_cast<char>(value >> (8 * i) & 0xFF);
-}
-
-void AppendSample(std::string& text, float value, WavFormat format) {
-    const auto scaled = [&](double full) {
-        return static_cast<uint64_t>(std::llround(static_cast<double>(value) * full));
-    };
-    switch (format) {
-        case WavFormat::kPcm8:
-            Append(text, scaled(127.0) + 128, 1);
-            break;
-        case WavFormat::kPcm16:
-            Append(text, scaled(32768.0), 2);
-            break;
-        case WavFormat::kPcm24:
-            Append(text, scaled(8388608.0), 3);
-            break;
-        case WavFormat::kFloat:
-            text.append(reinterpret_cast<const char*>(&value), 4);
-            break;
-    }
+std::string SampleBytes(float value, WavFormat format) {
+    if (format == WavFormat::kFloat) return {reinterpret_cast<const char*>(&value), 4};
+    constexpr double kFull[] = {127.0, 32768.0, 8388608.0};
+    const int bytes = static_cast<int>(format) + 1;
+    const long long number = std::llround(static_cast<double>(value) * kFull[bytes - 1]);
+    return LittleEndian(static_cast<uint64_t>(bytes == 1 ? number + 128 : number), bytes);
 }
 
 }  // namespace
@@ -73,23 +57,10 @@ TestSound Sweep(uint32_t rate, double seconds, double fromHz, double hzPerSec) {
 }
 
 std::string WavBytes(const TestSound& sound, WavFormat format) {
-    constexpr uint32_t kBytes[] = {1, 2, 3, 4};
-    const uint32_t sampleBytes = kBytes[static_cast<int>(format)];
-    const size_t dataBytes = sound.samples.size() * sampleBytes;
-    std::string text = "RIFF";
-    Append(text, 36 + dataBytes, 4);
-    text += "WAVEfmt ";
-    Append(text, 16, 4);
-    Append(text, format == WavFormat::kFloat ? 3 : 1, 2);
-    Append(text, sound.channels, 2);
-    Append(text, sound.rate, 4);
-    Append(text, sound.rate * sound.channels * sampleBytes, 4);
-    Append(text, sound.channels * sampleBytes, 2);
-    Append(text, sampleBytes * 8, 2);
-    text += "data";
-    Append(text, dataBytes, 4);
-    for (const float sample : sound.samples) AppendSample(text, sample, format);
-    return text;
+    std::string data;
+    for (const float sample : sound.samples) data += SampleBytes(sample, format);
+    const int kind = format == WavFormat::kFloat ? 3 : 1;
+    return WavFile(kind, sound.rate, sound.channels, static_cast<uint32_t>(format) + 1, data);
 }
 
 Samples Left(const Samples& stereo) {

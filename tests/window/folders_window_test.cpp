@@ -2,14 +2,9 @@
 #include <windows.h>
 
 #include <commctrl.h>
-#include <gtest/gtest.h>
 
-#include "app/commands.h"
-#include "platform/text_win.h"
-#include "tests/eventually.h"
-#include "tests/tone_wav.h"
 #include "tests/window/controls_win.h"
-#include "tests/window/player_process_win.h"
+#include "tests/window/window_fixture_win.h"
 
 namespace hullrider {
 namespace {
@@ -22,7 +17,7 @@ void Click(HWND window, const wchar_t* button) {
     PostMessageW(FindControl(window, L"BUTTON", button), BM_CLICK, 0, 0);
 }
 
-class FoldersWindowTest : public testing::Test {
+class FoldersWindowTest : public PlayerWindowTest {
 protected:
     FoldersWindowTest() {
         folder_.Write("one/A/first.mp3", ToneWav(440.0, 100.0));
@@ -41,11 +36,9 @@ protected:
         std::string list;
         for (const std::string& name : folders) list += (list.empty() ? "" : ",") + Quoted(name);
         folder_.Write("data/MusicSettings.json", "{\"directoryPaths\":[" + list + "]}");
-        player_ = std::make_unique<PlayerProcess>(
-            std::vector<std::string>{"--data-dir", folder_.At("data"), "--output", "null"});
-        main_ = player_->WaitForWindow(L"HelloWorldClass", nullptr);
+        Start();
         EXPECT_TRUE(player_->WaitForOutput("Playing: ", 1)) << player_->Output();
-        PostMessageW(main_, WM_COMMAND, static_cast<WPARAM>(command), 0);
+        Choose(command);
         return player_->WaitForWindow(className, nullptr);
     }
 
@@ -58,15 +51,6 @@ protected:
     bool FileHolds(const std::string& name, const std::string& text) const {
         return FileFits(name, [&](const std::string& file) { return file.find(text) != std::string::npos; });
     }
-
-    int Exit() {
-        PostMessageW(main_, WM_COMMAND, kExitCommand, 0);
-        return player_->WaitForExit();
-    }
-
-    TemporaryFolder folder_;
-    std::unique_ptr<PlayerProcess> player_;
-    HWND main_ = nullptr;
 };
 
 TEST_F(FoldersWindowTest, FoldersAreAddedMovedAndRemovedWhileTheMusicPlays) {
@@ -96,7 +80,7 @@ TEST_F(FoldersWindowTest, FoldersAreAddedMovedAndRemovedWhileTheMusicPlays) {
     Click(window, L"&Remove");
     EXPECT_TRUE(Shows(window, L"There is no music in the library."));
     EXPECT_TRUE(FileHolds("data/MusicSettings.json", "\"directoryPaths\": []"));
-    PostMessageW(main_, WM_COMMAND, kNextSongCommand, 0);
+    Choose(kNextSongCommand);
     EXPECT_TRUE(player_->WaitForOutput("No music found", 1)) << player_->Output();
     EXPECT_EQ(Exit(), 0);
     EXPECT_FALSE(folder_.Has("data/musicLibraryCache.json"));

@@ -2,38 +2,26 @@
 #include <windows.h>
 
 #include <commctrl.h>
-#include <gtest/gtest.h>
 
 #include <climits>
-#include <utility>
-#include <vector>
 
-#include "app/commands.h"
-#include "platform/text_win.h"
-#include "tests/eventually.h"
-#include "tests/tone_wav.h"
 #include "tests/window/controls_win.h"
-#include "tests/window/player_process_win.h"
+#include "tests/window/window_fixture_win.h"
 
 namespace hullrider {
 namespace {
 
-class HotkeyWindowTest : public testing::Test {
+class HotkeyWindowTest : public PlayerWindowTest {
 protected:
     void SetUp() override { folder_.Write("music/A/tone.mp3", ToneWav(440.0, 100.0)); }
 
-    std::vector<std::string> Arguments() const {
-        return {"--data-dir", folder_.At("data"), "--music", folder_.At("music"), "--output", "null"};
+    HWND OpenHotkeys() {
+        Choose(kHotkeyOptionsCommand);
+        const HWND hotkeys = player_->WaitForWindow(L"CustomHotKeyDialogClass", L"Hotkey Options");
+        EXPECT_NE(hotkeys, nullptr) << player_->Output();
+        return hotkeys;
     }
-
-    TemporaryFolder folder_;
 };
-
-HWND OpenHotkeyWindow(PlayerProcess& player) {
-    const HWND window = player.WaitForWindow(L"HelloWorldClass", L"Hullrider Radio");
-    PostMessageW(window, WM_COMMAND, kHotkeyOptionsCommand, 0);
-    return player.WaitForWindow(L"CustomHotKeyDialogClass", L"Hotkey Options");
-}
 
 // Those of the row on the keyboard's page.
 HWND KeyFieldOf(HWND window, const wchar_t* label) {
@@ -59,10 +47,8 @@ bool SetKey(HWND field, const std::vector<BYTE>& keys, const std::wstring& expec
 TEST_F(HotkeyWindowTest, AKeyWorksAtOnceAndAfterARestartWhenItIsSaved) {
     const std::vector<BYTE> keys{VK_CONTROL, VK_SHIFT, VK_F9};
     {
-        PlayerProcess player(Arguments());
-        const HWND window = OpenHotkeyWindow(player);
-        ASSERT_NE(window, nullptr) << player.Output();
-        EXPECT_TRUE(player.WaitForOutput("Playing: ", 1)) << player.Output();
+        PlayerProcess& player = StartWithMusic();
+        const HWND window = OpenHotkeys();
         ASSERT_TRUE(SetKey(KeyFieldOf(window, L"Next Song:"), keys, L"Ctrl+Shift+F9"));
         Press(keys);
         EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
@@ -77,15 +63,13 @@ TEST_F(HotkeyWindowTest, AKeyWorksAtOnceAndAfterARestartWhenItIsSaved) {
         EXPECT_FALSE(folder_.Has("data/hotkeyConfig.json"));
         PostMessageW(FindControl(window, L"BUTTON", L"&Save"), BM_CLICK, 0, 0);
         EXPECT_TRUE(Eventually([&] { return folder_.Has("data/hotkeyConfig.json"); }));
-        PostMessageW(player.WaitForWindow(L"HelloWorldClass", nullptr), WM_CLOSE, 0, 0);
+        PostMessageW(window_, WM_CLOSE, 0, 0);
         EXPECT_EQ(player.WaitForExit(), 0);
     }
-    PlayerProcess player(Arguments());
-    EXPECT_TRUE(player.WaitForOutput("Playing: ", 1)) << player.Output();
-    ASSERT_NE(player.WaitForWindow(L"HelloWorldClass", L"Hullrider Radio"), nullptr);
+    PlayerProcess& player = StartWithMusic();
     Press(keys);
     EXPECT_TRUE(player.WaitForOutput("Playing: ", 2)) << player.Output();
-    const HWND window = OpenHotkeyWindow(player);
+    const HWND window = OpenHotkeys();
     EXPECT_EQ(TextIn(KeyFieldOf(window, L"Next Song:")), L"Ctrl+Shift+F9");
     EXPECT_EQ(TextIn(KeyFieldOf(window, L"Play\\Pause:")), L"None");
 }
@@ -99,9 +83,8 @@ TEST_F(HotkeyWindowTest, TheActionsStandThereInTheirOrder) {
         L"Music Home Button:", L"Next Radio Station",     L"Previous Radio Station:", L"Key Bind 1:",
         L"Key Bind 2:",        L"Key Bind 3:",            L"Key Bind 4:",       L"Joysitck Toggle:",
         L"Button Rumble:",     L"Toggle Rumble:"};
-    PlayerProcess player(Arguments());
-    const HWND window = OpenHotkeyWindow(player);
-    ASSERT_NE(window, nullptr) << player.Output();
+    StartWithMusic();
+    const HWND window = OpenHotkeys();
     std::pair<LONG, LONG> before{LONG_MIN, LONG_MIN};  // down the first column, then down the second
     for (const std::wstring& label : labels) {
         const HWND control = FindControl(window, L"STATIC", label.c_str());
@@ -115,9 +98,8 @@ TEST_F(HotkeyWindowTest, TheActionsStandThereInTheirOrder) {
 }
 
 TEST_F(HotkeyWindowTest, TheKeyboardIsNotLostWithAPageThatIsHidden) {
-    PlayerProcess player(Arguments());
-    const HWND window = OpenHotkeyWindow(player);
-    ASSERT_NE(window, nullptr) << player.Output();
+    StartWithMusic();
+    const HWND window = OpenHotkeys();
     const HWND field = KeyFieldOf(window, L"Next Song:");
     const auto hasFocus = [&](HWND control) {
         GUITHREADINFO info{};

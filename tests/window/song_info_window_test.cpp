@@ -1,12 +1,6 @@
 // Song Information in the real program.
-#include <gtest/gtest.h>
-
-#include "app/commands.h"
-#include "platform/text_win.h"
-#include "tests/eventually.h"
-#include "tests/tone_wav.h"
 #include "tests/window/controls_win.h"
-#include "tests/window/player_process_win.h"
+#include "tests/window/window_fixture_win.h"
 
 namespace hullrider {
 namespace {
@@ -21,13 +15,12 @@ std::string ClipboardText() {
     return copied;
 }
 
-TEST(SongInfoWindow, CopiesWhatItSaysToTheClipboard) {
-    TemporaryFolder folder;
-    folder.Write("music/\xC3\x81lbum/t\xC3\xB6ne.mp3", ToneWav(440.0, 100.0));
-    PlayerProcess player({"--data-dir", folder.At("data"), "--music", folder.At("music"), "--output", "null"});
-    const HWND window = player.WaitForWindow(L"HelloWorldClass", L"Hullrider Radio");
-    EXPECT_TRUE(player.WaitForOutput("Playing: ", 1)) << player.Output();
-    PostMessageW(window, WM_COMMAND, kSongInfoCommand, 0);
+using SongInfoWindow = PlayerWindowTest;
+
+TEST_F(SongInfoWindow, CopiesWhatItSaysToTheClipboard) {
+    folder_.Write("music/\xC3\x81lbum/t\xC3\xB6ne.mp3", ToneWav(440.0, 100.0));
+    PlayerProcess& player = StartWithMusic();
+    Choose(kSongInfoCommand);
     const HWND info = player.WaitForWindow(L"CustomInfoDialogClass", L"Song Information");
     ASSERT_NE(info, nullptr);
     PostMessageW(FindControl(info, L"BUTTON", L"Co&py"), BM_CLICK, 0, 0);
