@@ -153,14 +153,6 @@ TEST_F(BassCalls, AFreedStreamLetsItsFileGoWhoeverElseCallsIt) {
 }
 #endif
 
-TEST_F(BassCalls, OnlyTheBuiltInPluginsLoad) {
-    for (const char* name : {"bassmidi.dll", "bass_aac.dll", "BASSFLAC.dll"}) EXPECT_NE(BASS_PluginLoad(name, 0), 0u);
-    for (const char* name : {"other.dll", "", static_cast<const char*>(nullptr)}) {
-        EXPECT_EQ(BASS_PluginLoad(name, 0), 0u);
-        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_FILEOPEN);
-    }
-}
-
 TEST_F(BassCalls, ErrorsBelongToTheirThread) {
     BASS_ChannelPlay(12345, false);
     int elsewhere = -1;

@@ -25,7 +25,8 @@ TEST(HotkeyRows, RemarksSayWhyAKeyIsNoGoodChoice) {
                           {{0xB0, true}, ""},
                           {{'A'}, "Lost to other programs"},
                           {{'A', false, false, true}, "Lost to other programs"},
-                          {{'A', false, true, false}, ""}};
+                          {{'A', false, true, false}, ""},
+                          {{0x6F}, "Lost to other programs"}};
     for (const auto& [key, remark] : table) {
         HotkeyBindings bindings = BuiltInHotkeys();
         bindings[kNextSongKey] = key;

@@ -40,6 +40,10 @@ TEST(MeterBallistics, HoldsThePeakAndThenLetsItFallToTheLevel) {
         EXPECT_GE(meter.Peak(), meter.Level());
     }
     EXPECT_FLOAT_EQ(meter.Peak(), MeterScale(0.1F));
+    meter.Step(1.0F, kFrameSec);
+    for (double t = 0.0; t < 1.0; t += kFrameSec) meter.Step(0.1F, kFrameSec);
+    EXPECT_FLOAT_EQ(meter.Peak(), 1.0F) << "each one is held";
+    for (double t = 0.0; t < 4.0; t += kFrameSec) meter.Step(0.1F, kFrameSec);
     EXPECT_FALSE(meter.AtRest());
     for (double t = 0.0; t < 6.0; t += kFrameSec) meter.Step(0.0F, kFrameSec);
     EXPECT_TRUE(meter.AtRest());

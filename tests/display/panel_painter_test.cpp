@@ -77,6 +77,8 @@ const std::vector<std::function<void(PanelLook&)>> kChanges{
     [](PanelLook& look) { look.model.windowFrom = 0.1; },
     [](PanelLook& look) { look.model.windowTo = 0.9; },
     [](PanelLook& look) { look.model.position = 1.0; },
+    [](PanelLook& look) { look.model.position = 0.02; },
+    [](PanelLook& look) { look.model.position = 0.05; },  // before the turn only the mark tells
     [](PanelLook& look) { look.model.soundFont = std::string(60, 'f'); },
     [](PanelLook& look) { look.model.playlist = "1042/1999"; },
     [](PanelLook& look) { look.model.favoriteCount = 12; },
@@ -115,6 +117,13 @@ TEST_F(PanelPainterTest, RepaintingWhatHasChangedGivesThePictureThatPaintingAllO
             shown = next;
         }
     }
+}
+
+TEST_F(PanelPainterTest, ThePeakIsTheLastOfTheSegmentsThatItCounts) {
+    look_.meter = {{20, 20}, {3, 3}};
+    PanelLook without = look_;
+    without.meter = {{20, 0}, {3, 0}};
+    EXPECT_TRUE(PaintedWhole(500, 155, look_) == PaintedWhole(500, 155, without));
 }
 
 TEST_F(PanelPainterTest, SurvivesWindowsOfAnyShape) {

@@ -2,6 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
+#include "audio/bass.h"
+#include "audio/manual_output.h"
+#include "tests/bytes.h"
+#include "tests/temporary_folder.h"
+
 namespace hullrider {
 namespace {
 
@@ -133,6 +140,37 @@ TEST_F(PanelTest, ASecondLaterOnlyTheTimesAreRepainted) {
     }
     EXPECT_EQ(ElementsThatDiffer(At(60.0), At(61.0)), times);
     EXPECT_TRUE(ElementsThatDiffer(At(60.0), At(60.001)).none());
+}
+
+TEST_F(PanelTest, TellsWhatIsDrawnFrom) {
+    const std::tuple<int32_t, int32_t, PlayRange, FavoriteFilter> table[] = {
+        {kLibraryMode, kAllSongs, PlayRange::kLibrary, FavoriteFilter::kNone},
+        {kPlaylistMode, kFavoritesOnly, PlayRange::kPlaylist, FavoriteFilter::kFavorites},
+        {kStationMode, kNoFavorites, PlayRange::kStation, FavoriteFilter::kOthers}};
+    for (const auto& [mode, filter, range, shown] : table) {
+        app_.selection.playMode = mode;
+        app_.selection.favoritesFilter = filter;
+        app_.selection.shuffle = filter == kAllSongs;
+        const PanelModel model = At(60.0);
+        EXPECT_TRUE(model.range == range && model.filter == shown) << mode;
+        EXPECT_EQ(TooltipOf(PanelElement::kShuffle, model), filter == kAllSongs ? "Shuffle is on" : "Shuffle is off");
+    }
+    EXPECT_EQ(TooltipOf(PanelElement::kPlayPause, At(60.0)), "Pause");
+}
+
+TEST_F(PanelTest, TheLevelsAreThoseOfTheirSides) {
+    ASSERT_TRUE(InitManualOutput(44100));
+    std::string frames;
+    for (int i = 0; i < 44100; ++i) frames += LittleEndian(16384, 2) + LittleEndian(8192, 2);
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("sides.wav", WavFile(1, 44100, 2, 2, frames));
+    app_.playback.musicStream = BASS_StreamCreateFile(false, path.c_str(), 0, 0, 0);
+    ASSERT_TRUE(BASS_ChannelPlay(app_.playback.musicStream, false));
+    std::vector<float> out(4410 * 2);
+    ASSERT_TRUE(RenderManually(out.data(), 4410));
+    EXPECT_NEAR(ReadLevel(app_.playback).left, 0.5F, 0.01F);
+    EXPECT_NEAR(ReadLevel(app_.playback).right, 0.25F, 0.01F);
+    BASS_Free();
 }
 
 TEST_F(PanelTest, EveryElementThatCanBeClickedHasATooltip) {

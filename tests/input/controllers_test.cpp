@@ -41,6 +41,11 @@ TEST(Controllers, ComeAndGoWhileThePlayerRuns) {
     ASSERT_GE(PlugIn(), 0);  // as the second joystick, into the free slot
     EXPECT_EQ(printed(), "Controller 0 connected.\n");
     CloseControllers(slots);
+    EXPECT_EQ(slots[0].controller, nullptr);
+    ASSERT_GE(PlugIn(), 0);
+    OpenControllers(slots);
+    EXPECT_EQ(printed(), "") << "what was there at the start is known when it is told of";
+    CloseControllers(slots);
     while (SDL_NumJoysticks() > 0 && SDL_JoystickDetachVirtual(0) == 0) {
     }
 }

@@ -5,6 +5,7 @@
 #include <exception>
 #include <nlohmann/json.hpp>
 
+#include "platform/state_files.h"
 #include "tests/console_capture.h"
 #include "tests/temporary_folder.h"
 
@@ -99,6 +100,10 @@ TEST(HotkeyFile, StartUpMendsABadFileAndKeepsIt) {
     EXPECT_EQ(bindings[0].vkKey, 65);
     EXPECT_EQ(bindings[1].vkKey, 0);
     EXPECT_EQ(folder.Read("hotkeyConfig.json.bad"), text);
+
+    std::filesystem::resize_file(folder.Path() / "hotkeyConfig.json", kMostStateBytes + 1);
+    LoadHotkeyFiles(path, bindings);
+    EXPECT_EQ(std::filesystem::file_size(folder.Path() / "hotkeyConfig.json.bad"), kMostStateBytes + 1);
 }
 
 TEST(HotkeyFile, TheWorkingDirectorysFileIsReadOnlyWithoutAnOwnOne) {

@@ -126,6 +126,12 @@ TEST(Cache, AFileThatIsNoCacheIsKeptBesideBeforeASaveReplacesIt) {
         EXPECT_TRUE(LoadMusicLibraryCache(folder.Text()).empty());
         EXPECT_EQ(console.Errors(), "Unable to open file: " + folder.Text() + "\n");
     }
+    {
+        const std::string never = R"({"playlists":[{"songs":[{"songPath":"a.ogg","musicType":9}]}]})";
+        ConsoleCapture console;
+        EXPECT_EQ(LoadMusicLibraryCache(folder.Write("never.json", never)).size(), 1U);
+        EXPECT_EQ(console.Errors(), "Left out of the cache, never playable: 1 songs\n");
+    }
     const std::string other = folder.Write("other.json", R"({"stations":[]})");
     ConsoleCapture console;
     EXPECT_TRUE(LoadMusicLibraryCache(other).empty());

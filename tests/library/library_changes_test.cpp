@@ -80,13 +80,13 @@ TEST(LibraryChanges, MusicThatCannotBeReadStaysAtItsPlaceAmongTheFolders) {
 
 TEST(LibraryChanges, AlbumsKeepTheirOwnMarks) {
     std::vector<Playlist> before = Albums({{"/m/A/1"}, {"/m/B/1"}});
+    before[0].isFavorite = 1;
     before[1].favoriteCount = 4;
-    before[1].isFavorite = 1;
-    std::vector<Playlist> found = Albums({{"/m/B/2"}, {"/m/A/1"}});
+    std::vector<Playlist> found = Albums({{"/m/B/2"}, {"/m/A/1"}, {"/m/new/1"}});
     KeepAlbumMarks(found, before);
-    EXPECT_EQ(found[0].favoriteCount, 4);
-    EXPECT_EQ(found[0].isFavorite, 1);
-    EXPECT_EQ(found[1].favoriteCount, 0);
+    std::string marks;
+    for (const Playlist& album : found) marks += std::to_string(album.favoriteCount * 10 + album.isFavorite) + ' ';
+    EXPECT_EQ(marks, "40 1 0 ");
 }
 
 }  // namespace

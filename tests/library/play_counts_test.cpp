@@ -45,6 +45,11 @@ TEST(PlayCounts, JunkAndCountsBeyondAnyLimitAreBounded) {
     CountPlay(song, counts);
     EXPECT_EQ(song.playCount, INT32_MAX);
     EXPECT_EQ(counts.byPath.at("a"), INT32_MAX);
+
+    Song dropped{"b.mp3"};  // found again without what was counted of it
+    counts.byPath["b.mp3"] = 7;
+    CountPlay(dropped, counts);
+    EXPECT_EQ(counts.byPath.at("b.mp3"), 7);
 }
 
 TEST(PlayCounts, AHundredThousandShortNamesAreNotTooMany) {

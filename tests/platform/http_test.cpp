@@ -36,40 +36,37 @@ HttpResponse Fetch(const HttpRequest& request) {
     return MakeHttpFetch()(request, {});
 }
 
-using Answers = std::map<std::string, HttpServer::Answer>;
+std::map<std::string, HttpServer::Answer> AnswersOf(const auto& cases) {
+    std::map<std::string, HttpServer::Answer> answers;
+    for (const auto& test : cases) answers[test.path] = test.answer;
+    return answers;
+}
 
 const std::string kChunked = "Transfer-Encoding: chunked\r\n\r\n";
 
-Answers GoodAnswers() {
-    return {
-        {"/plain", HttpServer::Text(WithLength("a list"), true)},
-        {"/open", HttpServer::Text(kOk + "\r\nuntil the end")},
-        {"/chunks", HttpServer::Text(kOk + kChunked + "4\r\npart\r\n6;x=1\r\n after\r\n0\r\nT: 1\r\n\r\n")},
-        {"/empty", HttpServer::Text("HTTP/1.1 204 No Content\r\n\r\n")},
-        {"/missing", HttpServer::Text("HTTP/1.1 404 Not Found\r\nContent-Length: 4\r\n\r\ngone")},
-        {"/continue", HttpServer::Text("HTTP/1.1 100 Continue\r\nA: 1\r\n\r\n" + WithLength("x"))},
-        {"/full", HttpServer::Text(WithLength(std::string(1000, 'x')))},
-        {"/moved", HttpServer::Text(RedirectTo("/again"), true)},
-        {"/again", HttpServer::Text("HTTP/1.1 301 Moved\r\nLocation: plain\r\n" + kChunked + "3\r\nold\r\n0\r\n\r\n")},
-    };
-}
-
 TEST(Http, GoodAnswersArriveWhole) {
-    HttpServer server(GoodAnswers());
     struct Case {
         const char* path;
+        HttpServer::Answer answer;
         int32_t status;
         std::string body;
         const char* endsAt = nullptr;  // elsewhere
     };
-    const Case cases[] = {{"/plain", 200, "a list"},
-                          {"/open", 200, "until the end"},
-                          {"/chunks", 200, "part after"},
-                          {"/empty", 204, ""},
-                          {"/missing", 404, "gone"},
-                          {"/continue", 200, "x"},
-                          {"/full", 200, std::string(1000, 'x')},
-                          {"/moved", 200, "a list", "/plain"}};
+    const std::string again = "HTTP/1.1 301 Moved\r\nLocation: plain\r\n" + kChunked + "3\r\nold\r\n0\r\n\r\n";
+    const std::string chunks = kOk + kChunked + "4\r\npart\r\n6;x=1\r\n after\r\n0\r\nT: 1\r\n\r\n";
+    const std::string full(1000, 'x'), missing = "HTTP/1.1 404 Not Found\r\nContent-Length: 4\r\n\r\ngone";
+    const Case cases[] = {
+        {"/plain", HttpServer::Text(WithLength("a list"), true), 200, "a list"},
+        {"/open", HttpServer::Text(kOk + "\r\nuntil the end"), 200, "until the end"},
+        {"/chunks", HttpServer::Text(chunks), 200, "part after"},
+        {"/empty", HttpServer::Text("HTTP/1.1 204 No Content\r\n\r\n"), 204, ""},
+        {"/missing", HttpServer::Text(missing), 404, "gone"},
+        {"/continue", HttpServer::Text("HTTP/1.1 100 Continue\r\nA: 1\r\n\r\n" + WithLength("x")), 200, "x"},
+        {"/full", HttpServer::Text(WithLength(full)), 200, full},
+        {"/again", HttpServer::Text(again), 200, "a list", "/plain"},
+        {"/moved", HttpServer::Text(RedirectTo("/again"), true), 200, "a list", "/plain"},
+    };
+    HttpServer server(AnswersOf(cases));
     for (const Case& test : cases) {
         SCOPED_TRACE(test.path);
         const HttpResponse response = Fetch(Asking(server.Url(test.path)));
@@ -91,51 +88,38 @@ bool BreakOff(const Socket& connection, const std::string&) {
     return false;
 }
 
-Answers HostileAnswers() {
-    return {
-        {"/circle", HttpServer::Text(RedirectTo("/circle"), true)},
-        {"/to-file", HttpServer::Text(RedirectTo("file:///etc/hostname"))},
-        {"/to-ftp", HttpServer::Text(RedirectTo("ftp://127.0.0.1/list"))},
-        {"/headers", HttpServer::Endless(kOk, "X-Filler: " + std::string(100, 'x') + "\r\n")},
-        {"/long-header", HttpServer::Endless(kOk + "X: ", std::string(1000, 'x'))},
-        {"/continues", HttpServer::Endless("", "HTTP/1.1 100 Continue\r\n\r\n")},
-        {"/body", HttpServer::Endless(kOk + "\r\n", std::string(700, 'x'))},
-        {"/chunks", HttpServer::Endless(kOk + kChunked, "1\r\nx\r\n")},
-        {"/promised", HttpServer::ThenSilence(kOk + "Content-Length: 5000000000\r\n\r\n" + std::string(1001, 'x'))},
-        {"/broken", BreakOff},
-        {"/short", HttpServer::Text(kOk + "Content-Length: 100\r\n\r\nhalf")},
-        {"/bad-chunk", HttpServer::Text(kOk + kChunked + "zz\r\nx\r\n")},
-        {"/nothing", HttpServer::Text("")},
-        {"/no-status", HttpServer::Text("no web server at all\r\n\r\n")},
-        {"/icy", HttpServer::Text("ICY 200 OK\r\n\r\nmusic")},
-    };
-}
-
 TEST(Http, AHostileAnswerEndsInAnErrorWithinItsLimits) {
-    HttpServer server(HostileAnswers());
     struct Case {
         const char* path;
+        HttpServer::Answer answer;
         HttpEnd end;
         const char* error;  // null: any
         size_t bodySize = 0;
     };
-    const char* const tooLarge = "A value or data field grew larger than allowed";
+    const char *const grew = "A value or data field grew larger than allowed", *const large = "Maximum file size exceeded";
+    const char* const protocol = "Unsupported protocol";
+    const std::string x(1000, 'x'), promise = kOk + "Content-Length: 5000000000\r\n\r\n" + x + x;
     const Case cases[] = {
-        {"/circle", HttpEnd::kFailed, "Number of redirects hit maximum amount"},
-        {"/to-file", HttpEnd::kFailed, "Unsupported protocol"},
-        {"/to-ftp", HttpEnd::kFailed, "Unsupported protocol"},
-        {"/headers", HttpEnd::kTooLarge, tooLarge},
-        {"/long-header", HttpEnd::kFailed, nullptr},
-        {"/continues", HttpEnd::kTooLarge, tooLarge},
-        {"/body", HttpEnd::kTooLarge, "Maximum file size exceeded", 1000},
-        {"/chunks", HttpEnd::kTooLarge, "Maximum file size exceeded", 1000},
-        {"/promised", HttpEnd::kTooLarge, "Maximum file size exceeded", 1000},
-        {"/short", HttpEnd::kFailed, "Transferred a partial file", 4},
-        {"/bad-chunk", HttpEnd::kFailed, nullptr},
-        {"/nothing", HttpEnd::kFailed, "Server returned nothing (no headers, no data)"},
-        {"/no-status", HttpEnd::kFailed, "Unsupported protocol"},
-        {"/icy", HttpEnd::kFailed, "Unsupported protocol"},
+        {"/circle", HttpServer::Text(RedirectTo("/circle"), true), HttpEnd::kFailed,
+         "Number of redirects hit maximum amount"},
+        {"/to-file", HttpServer::Text(RedirectTo("file:///etc/hostname")), HttpEnd::kFailed, protocol},
+        {"/to-ftp", HttpServer::Text(RedirectTo("ftp://127.0.0.1/list")), HttpEnd::kFailed, protocol},
+        {"/headers", HttpServer::Endless(kOk, "X-Filler: x\r\n"), HttpEnd::kTooLarge, grew},
+        {"/long-header", HttpServer::Endless(kOk + "X: ", x), HttpEnd::kFailed, nullptr},
+        {"/continues", HttpServer::Endless("", "HTTP/1.1 100 Continue\r\n\r\n"), HttpEnd::kTooLarge, grew},
+        {"/body", HttpServer::Endless(kOk + "\r\n", std::string(700, 'x')), HttpEnd::kTooLarge, large, 1000},
+        {"/chunks", HttpServer::Endless(kOk + kChunked, "1\r\nx\r\n"), HttpEnd::kTooLarge, large, 1000},
+        {"/promised", HttpServer::ThenSilence(promise), HttpEnd::kTooLarge, large, 1000},
+        {"/short", HttpServer::Text(kOk + "Content-Length: 100\r\n\r\nhalf"), HttpEnd::kFailed,
+         "Transferred a partial file", 4},
+        {"/bad-chunk", HttpServer::Text(kOk + kChunked + "zz\r\nx\r\n"), HttpEnd::kFailed, nullptr},
+        {"/nothing", HttpServer::Text(""), HttpEnd::kFailed, "Server returned nothing (no headers, no data)"},
+        {"/no-status", HttpServer::Text("no web server at all\r\n\r\n"), HttpEnd::kFailed, protocol},
+        {"/icy", HttpServer::Text("ICY 200 OK\r\n\r\nmusic"), HttpEnd::kFailed, protocol},
     };
+    std::map<std::string, HttpServer::Answer> answers = AnswersOf(cases);
+    answers["/broken"] = BreakOff;
+    HttpServer server(std::move(answers));
     for (const Case& test : cases) {
         SCOPED_TRACE(test.path);
         const HttpResponse response = Fetch(Asking(server.Url(test.path)));

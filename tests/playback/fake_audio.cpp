@@ -77,6 +77,13 @@ bool With(uint32_t handle, Work work) {
     return true;
 }
 
+// What `read` tells of the channel, or else `otherwise`.
+template <typename Value, typename Read>
+Value Told(uint32_t handle, Value otherwise, Read read) {
+    With(handle, [&](FakeChannel& channel) { otherwise = static_cast<Value>(read(channel)); });
+    return otherwise;
+}
+
 void ChangeState(FakeChannel& channel, uint32_t state) {
     channel.positionSec = PositionOf(channel);
     channel.since = PlayNow();
@@ -164,15 +171,11 @@ float FakeLoudness() {
 }
 
 float FakeVolume(StreamSlot handle) {
-    float volume = -1.0F;
-    With(handle, [&](FakeChannel& channel) { volume = VolumeOf(channel); });
-    return volume;
+    return Told(handle, -1.0F, VolumeOf);
 }
 
 float FakeSlideTarget(StreamSlot handle) {
-    float volume = -1.0F;
-    With(handle, [&](FakeChannel& channel) { volume = channel.to; });
-    return volume;
+    return Told(handle, -1.0F, [](const FakeChannel& channel) { return channel.to; });
 }
 
 }  // namespace hullrider
@@ -221,12 +224,10 @@ bool BASS_ChannelStop(uint32_t handle) {
 }
 
 uint32_t BASS_ChannelIsActive(uint32_t handle) {
-    uint32_t state = BASS_ACTIVE_STOPPED;
-    With(handle, [&](FakeChannel& channel) {
+    return Told(handle, uint32_t{BASS_ACTIVE_STOPPED}, [](const FakeChannel& channel) {
         const bool hasEnded = channel.state == BASS_ACTIVE_PLAYING && !IsPlaying(channel);
-        state = hasEnded ? BASS_ACTIVE_STOPPED : channel.state;
+        return hasEnded ? BASS_ACTIVE_STOPPED : channel.state;
     });
-    return state;
 }
 
 bool BASS_ChannelUpdate(uint32_t handle, uint32_t) {
@@ -245,15 +246,13 @@ uint32_t BASS_ChannelFlags(uint32_t handle, uint32_t flags, uint32_t mask) {
 }
 
 uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t) {
-    uint64_t bytes = BASS_QWORD_ERROR;
-    With(handle, [&](FakeChannel& channel) { bytes = static_cast<uint64_t>(channel.lengthSec * kBytesPerSec); });
-    return bytes;
+    return Told(handle, uint64_t{BASS_QWORD_ERROR},
+                [](const auto& channel) { return channel.lengthSec * kBytesPerSec; });
 }
 
 uint64_t BASS_ChannelGetPosition(uint32_t handle, uint32_t) {
-    uint64_t bytes = BASS_QWORD_ERROR;
-    With(handle, [&](FakeChannel& channel) { bytes = static_cast<uint64_t>(PositionOf(channel) * kBytesPerSec); });
-    return bytes;
+    return Told(handle, uint64_t{BASS_QWORD_ERROR},
+                [](const auto& channel) { return PositionOf(channel) * kBytesPerSec; });
 }
 
 bool BASS_ChannelSetPosition(uint32_t handle, uint64_t position, uint32_t) {
@@ -317,8 +316,7 @@ bool BASS_MIDI_FontFree(HSOUNDFONT font) {
 }
 
 bool BASS_MIDI_StreamSetFonts(HSTREAM handle, const BASS_MIDI_FONT* list, uint32_t) {
-    bool isMidi = false;
-    With(handle, [&](FakeChannel& channel) { isMidi = channel.isMidi; });
+    const bool isMidi = Told(handle, false, [](const FakeChannel& channel) { return channel.isMidi; });
     const std::lock_guard lock(mutex);
     return (isMidi && fonts.contains(list->font)) || Fail(BASS_ERROR_NOTAVAIL);
 }

@@ -1,3 +1,5 @@
+#include "playback/next_item.h"
+#include "playback/next_up.h"
 #include "playback/sound_fonts.h"
 #include "tests/error_boxes.h"
 #include "tests/inline_workers.h"
@@ -45,6 +47,28 @@ TEST_F(FontChangeTest, TheFontOfTheLoadedSlotChangesEveryFewSongsAndNoneIsLeftOv
     const int32_t font = app_.soundFonts.currentSoundFont;
     for (int i = 0; i < 20; ++i) PlayOne();
     EXPECT_EQ(app_.soundFonts.currentSoundFont, font);
+}
+
+TEST_F(FontChangeTest, ASongThatCutsOthersOffDoesNotCount) {
+    app_.settings.songsBeforeSoundfontChange = 3;
+    PlayOne();
+    PlayOne();
+    const uint32_t main = app_.soundFonts.midiStreamFont, next = app_.soundFonts.midiStreamNextFont;
+    app_.soundFonts.songsSinceSoundfontChange = 1;
+    for (int i = 0; i < 2; ++i) ASSERT_TRUE(PlayNext(app_, draws_));  // the second one ends the fade of the first
+    EXPECT_EQ(app_.soundFonts.songsSinceSoundfontChange, 2);
+    EXPECT_EQ(std::pair(app_.soundFonts.midiStreamFont, app_.soundFonts.midiStreamNextFont), std::pair(main, next));
+    clock_.Advance(std::chrono::seconds(5));
+    PlayOne();
+    EXPECT_EQ(app_.soundFonts.songsSinceSoundfontChange, 0);
+}
+
+TEST_F(FontChangeTest, AFontThatCameWithADroppedItemIsFreed) {
+    app_.settings.songsBeforeSoundfontChange = 1;
+    ASSERT_TRUE(OpenNext(app_, draws_, {}, ChooseNextItem(app_, draws_, {})));
+    EXPECT_EQ(FakeFonts(), 3U);
+    DropNext(app_.playback);
+    EXPECT_EQ(FakeFonts(), 2U);
 }
 
 TEST_F(FontChangeTest, NextAndPreviousGoRound) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 #include "state/music_library.h"
 
@@ -46,6 +47,18 @@ TEST(PlayWindow, ADemonstrationHasShortTurnsUntilTheUserSetsOthers) {
     settings.songPlayDurationMin = 60;
     EXPECT_EQ(ChooseDurations(settings, true).minSec, 60.0);
     EXPECT_EQ(ChooseDurations(settings, true).maxSec, 110.0);
+}
+
+TEST(PlayWindow, StationsAndCustomStationsHaveLengthsOfTheirOwnInEitherOrder) {
+    Settings settings;
+    settings.iSongPlayDurationMin = 60, settings.iSongPlayDurationMax = 62;
+    settings.bookPlayDurationMin = 402, settings.bookPlayDurationMax = 400;
+    Random random(5);
+    for (const bool custom : {false, true}) {
+        std::set<double> lengths;
+        for (int i = 0; i < 100; ++i) lengths.insert(ChooseStationWindow(settings, custom, random).endSec);
+        EXPECT_EQ(lengths, (custom ? std::set{400.0, 401.0, 402.0} : std::set{60.0, 61.0, 62.0}));
+    }
 }
 
 TEST(PlayWindow, AFadeLongerThanASongLeavesHalfOfItForTheTurn) {

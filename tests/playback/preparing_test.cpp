@@ -236,11 +236,24 @@ TEST_F(PreparingTest, PreviousSongPassesOverWhatIsBrokenAndOutOfSilencePlaysAnyt
     for (int i = 0; i < 2; ++i) PlayNext(app_, draws_), Pass(2s);
     EXPECT_EQ(Title(), "c");
     folder_.Write("b.mp3", "broken meanwhile");
+    app_.history.records[0].startedAt = 7;
     PlayPreviousSong(app_, draws_);
     Pass(2s);
     EXPECT_EQ(Title(), "a");
     EXPECT_EQ(app_.history.cursor, 0U);
+    EXPECT_EQ(app_.history.records[0].startedAt, 7) << "when it was first heard";
     EXPECT_EQ(app_.history.records.size(), 3U);
+}
+
+TEST_F(PreparingTest, APauseIsNotTimeThatWasHeardWhateverComesAfterIt) {
+    SetLibrary(app_, {{Write("a.mp3", FakeSong(300.0))}});
+    StartFirst();
+    Pass(10s);
+    TogglePause(app_);
+    Pass(60s);
+    PlayNext(app_, draws_);
+    Pass(100ms);
+    EXPECT_NEAR(app_.statistics.thisRun.byType[kMp3].seconds, 10.0, 0.2);
 }
 
 TEST_F(PreparingTest, ARequestForNoSongSaysSoAndAnotherOneComes) {

@@ -211,7 +211,11 @@ TEST_F(SongSelectionTest, WithoutShuffleAllIsWalkedInOrderAndAPickChangesNothing
             const Pick dropped = SelectNextSong(app_, draws_, kNoCategory);
             EXPECT_EQ(Place(dropped.item.place.playlist, dropped.item.place.song), place);
         }
+        const bool isFirst = app_.selection.firstPick;
+        const int32_t before = app_.playback.currentType;
         PickOne();
+        EXPECT_EQ(isFirst, app_.history.records.size() == 1);
+        EXPECT_EQ(app_.playback.previousType, isFirst ? app_.playback.currentType : before);
     }
     EXPECT_EQ(app_.history.records.size(), expected.size());
     app_.selection.currentPlaylist = 77;  // of a library that was larger
@@ -226,6 +230,7 @@ TEST_F(SongSelectionTest, InPlaylistModeEveryTenThousandthPickIsOneOfTheWholeLib
     for (int round = 0; round < 40; ++round) {
         app_.selection.selectionCalls = 9998;
         EXPECT_EQ(PickOne().playlist, 2);
+        EXPECT_EQ(app_.selection.selectionCalls, 9999);
         elsewhere += PickOne().playlist != 2;
         EXPECT_EQ(app_.selection.selectionCalls, 0);
     }
@@ -249,6 +254,12 @@ TEST_F(SongSelectionTest, TheCategoryOfAReentryIsThatOfTheCurrentPlaylist) {
     app_.settings.historyDepth = -1;
     app_.selection.currentPlaylist = 3;
     for (int i = 0; i < 20; ++i) EXPECT_EQ(PickOne(kRadioCategory).playlist, 3);
+    int elsewhere = 0;
+    for (int i = 0; i < 40; ++i) {
+        app_.selection.selectionCalls = 9999;
+        elsewhere += PickOne(kRadioCategory).playlist != 3;
+    }
+    EXPECT_GT(elsewhere, 0) << "after so many without a draw of a category, from all there is";
 }
 
 TEST_F(SongSelectionTest, StationsAreDrawnByTheirCountsAndReported) {

@@ -131,6 +131,16 @@ TEST_F(VolumeTest, ASongThatIsSilentAtFirstIsCorrectedOnceItIsHeard) {
     }
 }
 
+TEST_F(VolumeTest, ACorrectionThatWasDueIsNotMadeToTheNextSong) {
+    PlaySongOfLevel(10'000);
+    app_.playback.correctionDue = PlayNow() + 1s;
+    const StreamSlot song = PlaySongOfLevel(28'000);
+    const float target = FakeSlideTarget(song);
+    clock_.Advance(1500ms);
+    CorrectVolumeOnceHeard(app_.playback);
+    EXPECT_EQ(FakeSlideTarget(song), target);
+}
+
 TEST_F(VolumeTest, WhoSwitchesFollowingOffKeepsTheVolume) {
     app_.playback.volume->targetRms = 14'000.0F;
     const StreamSlot song = PlaySongOfLevel(28'000);

@@ -21,8 +21,7 @@ protected:
         return fx;
     }
     static void Append(Samples& out, size_t frames, size_t blockFrames = 480) {
-        const Samples more = Render(frames, blockFrames);
-        out.insert(out.end(), more.begin(), more.end());
+        hullrider::Append(out, Render(frames, blockFrames));
     }
     // Of a tone, in the last frames.
     static double AmplitudeInLast(size_t frames, const Samples& out, double hz = 1000.0) {

@@ -33,8 +33,7 @@ protected:
     Samples Run(double seconds) {
         Samples out;
         for (int i = 0; i < std::lround(seconds * 100.0); ++i) {
-            const Samples block = Render(kRate / 100);
-            out.insert(out.end(), block.begin(), block.end());
+            Append(out, Render(kRate / 100));
             clock_.Advance(10ms);
             if (++ticks_ % 25 == 0) SampleLoudness(app_.playback);
         }

@@ -44,6 +44,9 @@ TEST_F(FontSound, ANewFontIsHeardSoonWithoutAGapAndInItsPlace) {
     Render(kRate / 2);
     EXPECT_TRUE(BASS_MIDI_FontFree(low) && BASS_MIDI_FontFree(high));  // while it is heard
     EXPECT_NEAR(HeardAt(441.0, Render(kRate / 2)), lowLevel, lowLevel / 10);
+    // And it still falls in milliseconds where it is stopped.
+    EXPECT_TRUE(BASS_ChannelPause(stream));
+    EXPECT_GT(Peak(Part(Render(480), 60, 140)), lowLevel / 3);
 }
 
 TEST_F(FontSound, AChangeOfFontNearTheEndOrInARepeatKeepsTheTime) {

@@ -21,10 +21,6 @@ void ExpectNoStep(const Samples& stereo, double steepestFall) {
     }
 }
 
-void Append(Samples& out, const Samples& more) {
-    out.insert(out.end(), more.begin(), more.end());
-}
-
 // Ones, of which only so many are there as yet.
 class Scarce : public Source {
 public:

@@ -58,6 +58,11 @@ TEST_F(LimiterSound, PlacesAreThoseOfWhatIsHeard) {
     EXPECT_EQ(BASS_ChannelGetPosition(stream, BASS_POS_BYTE), 0u);
     Render(1000);
     EXPECT_EQ(BASS_ChannelGetPosition(stream, BASS_POS_BYTE), (1100 - kDelay) * 8u);
+    EXPECT_TRUE(BASS_ChannelPause(stream));
+    Render(1000);
+    const uint64_t place = BASS_ChannelGetPosition(stream, BASS_POS_BYTE);
+    EXPECT_TRUE(BASS_ChannelPlay(stream, false));
+    EXPECT_EQ(BASS_ChannelGetPosition(stream, BASS_POS_BYTE), place) << "after a pause it does not go back";
 }
 
 TEST_F(LimiterSound, TwoTonesOfFullScaleStayWithinItAndAreNotCutOff) {

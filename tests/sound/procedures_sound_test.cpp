@@ -103,25 +103,4 @@ TEST_F(ProceduresSound, WhatAProcedureBreaksIsGoneWithIt) {
     EXPECT_NEAR(AmplitudeAt(Left(Render(4410)), kRate, 1000.0), 0.2, 0.002);
 }
 
-TEST_F(ProceduresSound, DeadAndWrongHandlesAreRefused) {
-    const HSTREAM stream = PlayTone(), other = PlayTone();
-    const HFX fx = BASS_ChannelSetFX(stream, BASS_FX_BFX_PEAKEQ, 0);
-    const HDSP dsp = BASS_ChannelSetDSP(stream, Change, &negate, 0);
-    BASS_BFX_PEAKEQ band = kFlatBand;
-    const auto refused = [](bool success) { return !success && BASS_ErrorGetCode() == BASS_ERROR_HANDLE; };
-    EXPECT_TRUE(refused(BASS_ChannelRemoveFX(other, fx)));
-    EXPECT_TRUE(refused(BASS_ChannelRemoveFX(stream, dsp)));
-    EXPECT_TRUE(refused(BASS_ChannelRemoveDSP(stream, fx)));
-    EXPECT_TRUE(refused(BASS_FXSetParameters(dsp, &band)));
-    EXPECT_TRUE(BASS_ChannelRemoveFX(stream, fx));
-    EXPECT_TRUE(refused(BASS_ChannelRemoveFX(stream, fx)));
-    EXPECT_TRUE(refused(BASS_FXSetParameters(fx, &band)));
-    EXPECT_TRUE(BASS_ChannelRemoveDSP(stream, dsp));
-    EXPECT_TRUE(refused(BASS_ChannelRemoveDSP(stream, dsp)));
-
-    const HFX withChannel = BASS_ChannelSetFX(stream, BASS_FX_BFX_PEAKEQ, 0);
-    BASS_StreamFree(stream);
-    EXPECT_TRUE(refused(BASS_FXSetParameters(withChannel, &band)));
-}
-
 }  // namespace hullrider

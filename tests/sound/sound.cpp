@@ -116,6 +116,10 @@ double SteepestStep(const Samples& stereo) {
     return worst;
 }
 
+void Append(Samples& out, const Samples& more) {
+    out.insert(out.end(), more.begin(), more.end());
+}
+
 Samples Part(const Samples& samples, size_t from, size_t count) {
     const auto first = samples.begin() + static_cast<ptrdiff_t>(from);
     return {first, first + static_cast<ptrdiff_t>(count)};

@@ -46,6 +46,7 @@ float Peak(const Samples& samples);
 double Decibels(double ratio);
 // The greatest step from one frame of stereo samples to the next.
 double SteepestStep(const Samples& stereo);
+void Append(Samples& out, const Samples& more);
 // So many of the samples, `from` the first of them.
 Samples Part(const Samples& samples, size_t from, size_t count);
 

@@ -89,6 +89,15 @@ TEST_F(VolumeSound, AHardSetIsReachedWithinTenMillisecondsAndWithoutAStep) {
         EXPECT_LT(SteepestStep(out), 0.006);
         EXPECT_NEAR(out[441 * 2], value, 1e-6f);
     }
+    // A set while the one before is still being smoothed goes on from what is heard.
+    Samples out;
+    for (const float value : {1.0f, 0.0f, 0.8f, 0.1f}) {
+        Set(stream, value);
+        Append(out, Render(80));
+    }
+    Append(out, Render(500));
+    EXPECT_LT(SteepestStep(out), 0.006);
+    EXPECT_NEAR(out.back(), 0.1f, 1e-6f);
 }
 
 TEST_F(VolumeSound, AHardSetBeforeTheFirstSoundHoldsFromTheFirstSample) {
