@@ -45,7 +45,7 @@ void ChangeWeight(Player& player, int32_t& weight, int32_t value) {
 
 void PlaySongAt(Player& player, int32_t playlist, int32_t song) {
     if (FindSong(player.state.library, {playlist, song}) == nullptr) return;
-    if (StartAudioAgain(player)) PlaySong(player.state, player.draws, playlist, song);
+    if (StartAudioAgain(player)) PlaySong(player.state, player.picker, playlist, song);
 }
 
 // The command that a keyword without arguments runs; 0 for other keywords.

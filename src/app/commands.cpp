@@ -21,20 +21,20 @@ namespace {
 
 constexpr float kVolumeStep = 0.05F;
 
-template <void (*operation)(AppState&, Draws&)>
+template <void (*operation)(AppState&, PickerState&)>
 void Play(Player& player) {
-    if (StartAudioAgain(player)) operation(player.state, player.draws);
+    if (StartAudioAgain(player)) operation(player.state, player.picker);
 }
 
-template <bool (*operation)(AppState&, Draws&)>
+template <bool (*operation)(AppState&, PickerState&)>
 void Play(Player& player) {
-    if (StartAudioAgain(player)) operation(player.state, player.draws);
+    if (StartAudioAgain(player)) operation(player.state, player.picker);
 }
 
 template <int32_t step>
 void PlayStationBeside(Player& player) {
     if (player.state.radio.stations.empty()) return PrintLine("There are no internet stations.");
-    if (StartAudioAgain(player)) StepStation(player.state, player.draws, step);
+    if (StartAudioAgain(player)) StepStation(player.state, player.picker, step);
 }
 
 template <int32_t step>

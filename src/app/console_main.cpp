@@ -11,8 +11,8 @@
 #include "audio/output_choice.h"
 #include "platform/console.h"
 #include "platform/post.h"
-#include "playback/loudness.h"
 #include "playback/play_next.h"
+#include "playback/stream_loudness.h"
 
 namespace hullrider {
 namespace {

@@ -29,14 +29,14 @@ bool PlayDropped(Player& player, const std::vector<std::string>& paths) {
     if (dropped.songs.empty()) return false;
     if (!StartAudioAgain(player)) return true;
     AppState& state = player.state;
-    const KeptPlace place = NotePlace(state);
+    const KeptPlace place = KeepPlace(state);
     const int32_t index = PutIntoLibrary(state.library.playlists, std::move(dropped));
     MatchFavorites(state.favorites, state.library);
     Recount(state);
     FindPlaceAgain(state, place);
     EnterPlaylist(state, index);
     state.selection.currentSongInPlaylist = 0;
-    PlaySong(state, player.draws, index, 0);
+    PlaySong(state, player.picker, index, 0);
     return true;
 }
 

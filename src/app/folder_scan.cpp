@@ -58,7 +58,7 @@ void MergeFavoritesFiles(AppState& state, const FoundMusic& music, ScanReason re
 
 void Replace(AppState& state, FoundMusic music, ScanReason reason) {
     const bool isCacheOld = !IsSameMusic(state.library.playlists, music.library.playlists, Compared::kCachedSongs);
-    const KeptPlace place = NotePlace(state);
+    const KeptPlace place = KeepPlace(state);
     MergeFavoritesFiles(state, music, reason);
     KeepAlbumMarks(music.library.playlists, state.library.playlists);
     FillLibraryWith(state.library, std::move(music.library));
@@ -112,7 +112,7 @@ void PlayFirstSong(Player& player) {
     if (IsLookingForMusic(player)) {
         TellTrouble(playback, PlaybackTrouble::kLookingForMusic);
     } else {
-        PlayNext(player.state, player.draws);
+        PlayNext(player.state, player.picker);
     }
 }
 
@@ -178,7 +178,7 @@ void PollFolderScan(Player& player) {
     // Music at last: not after the pause that an attempt in vain is followed by.
     const bool isSilent = !player.stopped && CurrentHandle(player.state.playback) == 0;
     const bool isAwaited = player.state.playback.trouble == PlaybackTrouble::kLookingForMusic;
-    if (isSilent && (isAwaited || library.typedSongCount > 0)) PlayNext(player.state, player.draws);
+    if (isSilent && (isAwaited || library.typedSongCount > 0)) PlayNext(player.state, player.picker);
 }
 
 }  // namespace hullrider

@@ -68,7 +68,7 @@ Settings SettingsToKeep(const AppState& state) {
 
 ShellOptions OptionsToKeep(const AppState& state) {
     ShellOptions options = state.shell.options;
-    options.isEquallyLoud = state.playback.realTimeVolume;
+    options.followsLoudness = state.playback.volume->realTimeVolume;
     return options;
 }
 

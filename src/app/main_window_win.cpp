@@ -25,7 +25,7 @@
 #include "platform/post.h"
 #include "platform/text_win.h"
 #include "platform/window_class_win.h"
-#include "playback/loudness.h"
+#include "playback/stream_loudness.h"
 #include "playback/transport.h"
 
 namespace hullrider {
@@ -92,7 +92,7 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player)
     player_.endProgram = [this] { EndProgram(); };
     player_.releaseFront = [this] {
         CloseDialogs();
-        NotePlace(window_, player_.state.shell.options);
+        NoteWindowPlace(window_, player_.state.shell.options);
         tray_.Remove();
         KillTimers();
         panel_.Release();
@@ -189,7 +189,7 @@ std::optional<LRESULT> MainWindow::OnInput(UINT message, WPARAM wParam, LPARAM l
 std::optional<LRESULT> MainWindow::OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_EXITSIZEMOVE:
-            NotePlace(window_, player_.state.shell.options);
+            NoteWindowPlace(window_, player_.state.shell.options);
             return 0;
         case WM_SIZE:
             OnSize(wParam, lParam);
@@ -198,7 +198,7 @@ std::optional<LRESULT> MainWindow::OnPlaceOrEnd(UINT message, WPARAM wParam, LPA
             FollowDpi(*reinterpret_cast<const RECT*>(lParam));
             return 0;
         case WM_CLOSE:
-            NotePlace(window_, player_.state.shell.options);  // it is hidden before it is destroyed
+            NoteWindowPlace(window_, player_.state.shell.options);  // it is hidden before it is destroyed
             if (!player_.state.shell.options.closesToTray || !tray_.IsShown()) return std::nullopt;
             ShowWindow(window_, SW_HIDE);
             return 0;
@@ -307,7 +307,7 @@ std::shared_ptr<DialogHost> MainWindow::MakeDialogHost() {
 
 void MainWindow::PlaySongNow(SongPosition position) {
     if (!StartAudioAgain(player_)) return;
-    PlaySong(player_.state, player_.draws, position.playlist, position.song);
+    PlaySong(player_.state, player_.picker, position.playlist, position.song);
     RefreshPanel();
 }
 

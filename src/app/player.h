@@ -13,7 +13,7 @@
 #include "input/hotkeys.h"
 #include "platform/paths.h"
 #include "playback/command_file.h"
-#include "playback/draws.h"
+#include "playback/picker_state.h"
 #include "state/app_state.h"
 
 namespace hullrider {
@@ -39,7 +39,7 @@ struct Player {
     bool companionEdition = kCompanionEdition;
     std::string programFolder = ProgramFolder();
     AppState state;
-    Draws draws;
+    PickerState picker;
     ControllerSlots controllers;
     HotkeyBindings hotkeys = BuiltInHotkeys();
     std::vector<RefusedHotkey> refusedHotkeys;  // of those that were to be registered

@@ -117,10 +117,10 @@ std::string SimulationText(const RunOptions& options) {
     player.options = options;
     LoadForSimulation(player);
     InitManualOutput(kMixingRateHz);
-    const RotationShares promised = PromisedShares(player.state, player.draws);
+    const RotationShares promised = PromisedShares(player.state, player.picker);
     Random lengthRandom;
     SongLengths lengths(lengthRandom);
-    const Rotation rotation = SimulateRotation(player.state, player.draws, options.simulate.value_or(0),
+    const Rotation rotation = SimulateRotation(player.state, player.picker, options.simulate.value_or(0),
                                                [&](const Song& song) { return lengths(song); });
     BASS_Free();
     return ReportText(player.state, rotation, promised, lengths.MeasuredCount());

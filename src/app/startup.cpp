@@ -104,7 +104,7 @@ void TakeSettings(Player& player) {
     AppState& state = player.state;
     LoadSettingsFile(state);
     TakeVolumeFromSettings(state);
-    state.playback.realTimeVolume = state.shell.options.isEquallyLoud;
+    state.playback.volume->realTimeVolume = state.shell.options.followsLoudness;
 }
 
 void TellCompanionGame(Player& player) {
@@ -192,7 +192,7 @@ void TakePosted(const Player& player) {
 void PollPlayer(Player& player) {
     TakePosted(player);
     if (!player.started || player.shutDown) return;
-    if (!player.stopped && !IsLookingForMusic(player)) PollPlayback(player.state, player.draws);
+    if (!player.stopped && !IsLookingForMusic(player)) PollPlayback(player.state, player.picker);
     PollCommandFolder(player);
     PumpControllers(player.controllers);
     PollFolderScan(player);

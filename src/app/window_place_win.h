@@ -12,6 +12,6 @@ namespace hullrider {
 int RestorePlace(HWND window, const ShellOptions& options, int showCommand);
 
 // Notes where the window stands. A window that is minimised, hidden or without its frame changes nothing.
-void NotePlace(HWND window, ShellOptions& options);
+void NoteWindowPlace(HWND window, ShellOptions& options);
 
 }  // namespace hullrider

@@ -64,7 +64,7 @@ protected:
         for (const NumberField& field : fields_) field.Show();
         SetChecked(whole_, Settings_().songPlayDurationMax <= kWholeSongs);
         SetChecked(noRepeat_, Settings_().historyDepth >= 0);
-        SetChecked(follow_, host_->state.playback.realTimeVolume);
+        SetChecked(follow_, host_->state.playback.volume->realTimeVolume);
         ShowWhatApplies();
         ShowVolumes();
         ShowShares();
@@ -214,7 +214,7 @@ private:
 
     // What the mix comes to with the music that there is.
     void ShowShares() {
-        const std::array<double, 5> promised = CategoryShares(host_->state, draws_);
+        const std::array<double, 5> promised = CategoryShares(host_->state, picker_);
         if (promised != promised_) InvalidateRect(bar_, nullptr, FALSE);
         promised_ = promised;
         for (size_t i = 0; i < kWeights.size(); ++i) {
@@ -239,7 +239,7 @@ private:
     size_t least_ = 0, most_ = 0, stationLeast_ = 0, stationMost_ = 0, depth_ = 0;
     std::array<HWND, 5> sliders_{}, shares_{};
     std::array<double, 5> promised_{};
-    Draws draws_;  // its lists serve the shares
+    PickerState picker_;  // its lists serve the shares
     HWND whole_ = nullptr, noRepeat_ = nullptr, follow_ = nullptr, bar_ = nullptr;
     HWND high_ = nullptr, highText_ = nullptr, low_ = nullptr, lowText_ = nullptr;
 };

@@ -63,9 +63,9 @@ bool PassesFilter(const Song& song, int32_t filter) {
     return filter != kNoFavorites || !IsFavorite(song);
 }
 
-const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t filter, Draws& draws) {
-    CandidateLists& lists = draws.candidates;
-    const uint64_t unavailable = draws.unavailable.Revision();
+const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t filter, PickerState& picker) {
+    CandidateLists& lists = picker.candidates;
+    const uint64_t unavailable = picker.unavailable.Revision();
     if (AreUpToDate(lists, library, filter, unavailable)) return lists;
     lists = {};
     lists.playlists = library.playlists.data();
@@ -76,7 +76,7 @@ const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t
     for (size_t i = 0; i < library.playlists.size(); ++i) {
         const std::vector<Song>& songs = library.playlists[i].songs;
         for (size_t j = 0; j < songs.size(); ++j) {
-            const bool isAway = draws.unavailable.IsAway(songs[j].songPath);
+            const bool isAway = picker.unavailable.IsAway(songs[j].songPath);
             AddSong(lists, songs[j], {static_cast<int32_t>(i), static_cast<int32_t>(j), 0, 0}, isAway);
         }
     }

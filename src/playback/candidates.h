@@ -5,15 +5,15 @@
 #include <functional>
 #include <optional>
 
-#include "playback/draws.h"
+#include "playback/picker_state.h"
 #include "state/music_library.h"
 #include "state/radio_state.h"
 
 namespace hullrider {
 
-// The lists of the whole library, in `draws.candidates`; built anew when the library was recounted, the filter changed
+// The lists of the whole library, in `picker.candidates`; built anew when the library was recounted, the filter changed
 // or a folder went away or may be back since.
-const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t filter, Draws& draws);
+const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t filter, PickerState& picker);
 
 // Every song that the filter passes, each once; those that are never drawn are left out.
 WeightedSongs EverySong(const MusicLibrary& library, int32_t filter);

@@ -70,8 +70,8 @@ void FreeOldItem(PlaybackState& playback, const OldItem& old, StreamSlot newHand
     if (old.isCutOff) {
         CutStreamsBut(playback, newHandle);
         ForgetFade(*playback.fade);
-        if (playback.realTimeVolume) StartVolumeAdjustment(playback.volume, fadeMs);
-    } else if (playback.realTimeVolume) {
+        if (playback.volume->realTimeVolume) StartVolumeAdjustment(playback.volume, fadeMs);
+    } else if (playback.volume->realTimeVolume) {
         FadeOutAndFreeStreamAuto(playback, old.handle, fadeMs);
     } else if (old.handle != 0) {
         FadeOutAndFreeStream(playback.fade, old.handle, fadeMs);

@@ -15,7 +15,7 @@ struct KeptPlace {
 };
 
 // Before the change.
-KeptPlace NotePlace(const AppState& app);
+KeptPlace KeepPlace(const AppState& app);
 
 // After the change and the recount. The song that plays is found by its record in the history, so that it is found
 // again too when it comes back with a later change. What is not there any more has no place.

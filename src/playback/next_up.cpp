@@ -15,14 +15,15 @@ PlayDurations DurationsFor(const AppState& app, const Pick& pick) {
     return durations;
 }
 
-OpenRequest RequestFor(const AppState& app, Draws& draws, const Pick& pick) {
+OpenRequest RequestFor(const AppState& app, PickerState& picker, const Pick& pick) {
     OpenRequest request;
     request.item = pick.item;
     request.durations = DurationsFor(app, pick);
     if (!pick.item.hasLength) {
-        request.stationWindow = ChooseStationWindow(app.settings, app.selection.customStationActive, draws.window);
+        request.stationWindow =
+            ChooseStationWindow(app.settings, app.selection.customStationActive, picker.windowRandom);
     }
-    request.windowSeed = draws.window.Seed();
+    request.windowSeed = picker.windowRandom.Seed();
     request.intoMain = app.playback.nextSlotActive;
     request.slotFont = IdleSlotFont(app.playback, app.soundFonts);
     return request;
@@ -30,12 +31,12 @@ OpenRequest RequestFor(const AppState& app, Draws& draws, const Pick& pick) {
 
 }  // namespace
 
-bool OpenNext(AppState& app, Draws& draws, const Wish& wish, const Pick& pick) {
+bool OpenNext(AppState& app, PickerState& picker, const Wish& wish, const Pick& pick) {
     DropNext(app.playback);
-    OpenRequest open = RequestFor(app, draws, pick);
+    OpenRequest open = RequestFor(app, picker, pick);
     // A song that cuts others off does not count towards the change of the font.
     const bool counts = pick.item.type == kMidi && !app.playback.fade->fadeInProgress;
-    const int32_t newFont = counts ? DrawSoundFont(app, draws.font) : -1;
+    const int32_t newFont = counts ? DrawSoundFont(app, picker.fontRandom) : -1;
     if (newFont >= 0) open.newFontFile = app.soundFonts.soundFontFiles[static_cast<size_t>(newFont)];
     const std::string fontFile = open.newFontFile;
     std::shared_ptr<Opening> opening = Opening::Begin(std::move(open));

@@ -3,9 +3,9 @@
 
 #include <memory>
 
-#include "playback/draws.h"
 #include "playback/opening.h"
 #include "playback/pick.h"
+#include "playback/picker_state.h"
 #include "playback/selection_basis.h"
 
 namespace hullrider {
@@ -31,7 +31,7 @@ struct NextUp {
 };
 
 // Begins to open what was picked; what was next before is dropped. False when no worker could be started.
-bool OpenNext(AppState& app, Draws& draws, const Wish& wish, const Pick& pick);
+bool OpenNext(AppState& app, PickerState& picker, const Wish& wish, const Pick& pick);
 
 // What was prepared is wanted now.
 void MakeUrgent(NextUp& next, bool skips);

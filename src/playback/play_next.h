@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "playback/draws.h"
+#include "playback/picker_state.h"
 #include "state/app_state.h"
 
 namespace hullrider {
@@ -13,13 +13,13 @@ namespace hullrider {
 // PollPlayback finds it open; until then the old item plays on. An item that cannot be played is named on the error
 // stream and another one is picked. With nothing to play `trouble` says why, and what plays already goes on. True when
 // a new item was started.
-bool PlayNext(AppState& app, Draws& draws);
-bool PlayNext(AppState& app, Draws& draws, const NextRequest& request);
+bool PlayNext(AppState& app, PickerState& picker);
+bool PlayNext(AppState& app, PickerState& picker, const NextRequest& request);
 
 // Does what is due: starts the item that is wanted and open by now, moves on at the end of an item's window or when it
 // has fallen silent, and prepares the next one in time. Due every 250 ms, at UntilDue, and after RunPosted. True when a
 // new item was started.
-bool PollPlayback(AppState& app, Draws& draws);
+bool PollPlayback(AppState& app, PickerState& picker);
 
 // When PollPlayback is due because the item's window ends; at most a quarter of a second.
 std::chrono::milliseconds UntilDue(const PlaybackState& playback);

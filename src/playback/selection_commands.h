@@ -1,7 +1,7 @@
 // What the user changes about how music is chosen, while it plays. UI thread.
 #pragma once
 
-#include "playback/draws.h"
+#include "playback/picker_state.h"
 #include "state/app_state.h"
 
 namespace hullrider {
@@ -17,6 +17,6 @@ void ReturnToLibrary(SelectionState& selection);
 
 // Plays the internet station `step` places after the last one that played, round and round, and stays with stations.
 // False when there are none.
-bool StepStation(AppState& app, Draws& draws, int32_t step);
+bool StepStation(AppState& app, PickerState& picker, int32_t step);
 
 }  // namespace hullrider

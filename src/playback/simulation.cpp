@@ -27,30 +27,30 @@ struct Play {
 };
 
 // Chooses until something can be played, which then counts as played.
-Play ChoosePlay(AppState& app, Draws& draws, const LengthOf& lengthOf, int64_t& unplayable) {
+Play ChoosePlay(AppState& app, PickerState& picker, const LengthOf& lengthOf, int64_t& unplayable) {
     Play play;
-    draws.unavailable.BeginAttempt();
+    picker.unavailable.BeginAttempt();
     for (int tried = 0; tried < kMostTries; ++tried) {
-        play.pick = ChooseNextItem(app, draws, {});
+        play.pick = ChooseNextItem(app, picker, {});
         if (play.pick.result != Selection::kItem) return play;
         const Song* const song = SongOf(app, play.pick);
         play.lengthSec = song == nullptr ? 0.0 : lengthOf(*song);
         if (play.lengthSec >= 0.0) break;
         ++unplayable;
-        draws.unavailable.NoteBroken(play.pick.item.address);
+        picker.unavailable.NoteBroken(play.pick.item.address);
         play.pick.result = Selection::kNothing;
     }
     if (play.pick.result == Selection::kItem) TakeEffect(app, play.pick);
     return play;
 }
 
-double PlaySecondsOf(const AppState& app, Draws& draws, const Play& play) {
+double PlaySecondsOf(const AppState& app, PickerState& picker, const Play& play) {
     PlayWindow window;
     if (play.pick.item.hasLength) {
         const PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
-        window = ChooseSongWindow(play.lengthSec, play.pick.item.type, durations, draws.window);
+        window = ChooseSongWindow(play.lengthSec, play.pick.item.type, durations, picker.windowRandom);
     } else {
-        window = ChooseStationWindow(app.settings, app.selection.customStationActive, draws.window);
+        window = ChooseStationWindow(app.settings, app.selection.customStationActive, picker.windowRandom);
     }
     return std::max(window.endSec - window.startSec, kShortestTurnSec);
 }
@@ -115,15 +115,15 @@ void AddCategory(const AppState& app, const CandidateLists& lists, Category cate
 
 }  // namespace
 
-Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const LengthOf& lengthOf) {
+Rotation SimulateRotation(AppState& app, PickerState& picker, int64_t plays, const LengthOf& lengthOf) {
     Rotation rotation;
     RepeatFinder repeats(app.settings.historyDepth);
     double playedSec = 0.0;
     while (rotation.plays < plays) {
-        const Play play = ChoosePlay(app, draws, lengthOf, rotation.unplayable);
+        const Play play = ChoosePlay(app, picker, lengthOf, rotation.unplayable);
         if (play.pick.result != Selection::kItem) break;
         ++rotation.plays;
-        playedSec += PlaySecondsOf(app, draws, play);
+        playedSec += PlaySecondsOf(app, picker, play);
         const Song* const song = SongOf(app, play.pick);
         if (song == nullptr) rotation.drawn.byType[static_cast<size_t>(play.pick.item.type)] += 1.0;
         if (song != nullptr) AddSong(rotation.drawn, *song, 1.0);
@@ -135,8 +135,8 @@ Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const Leng
     return rotation;
 }
 
-std::array<double, 5> CategoryShares(const AppState& app, Draws& draws) {
-    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, draws);
+std::array<double, 5> CategoryShares(const AppState& app, PickerState& picker) {
+    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, picker);
     const SelectionWeights weights = PreparedWeights(app.weights, app.selection, CountsOf(lists, app.radio));
     std::array<double, 5> shares{};
     for (int32_t percent = 0; percent < 100; ++percent) {
@@ -146,9 +146,9 @@ std::array<double, 5> CategoryShares(const AppState& app, Draws& draws) {
     return shares;
 }
 
-RotationShares PromisedShares(const AppState& app, Draws& draws) {
-    const std::array<double, 5> byCategory = CategoryShares(app, draws);
-    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, draws);
+RotationShares PromisedShares(const AppState& app, PickerState& picker) {
+    const std::array<double, 5> byCategory = CategoryShares(app, picker);
+    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, picker);
     RotationShares shares;
     for (size_t i = 0; i < byCategory.size(); ++i) {
         if (byCategory[i] > 0.0) AddCategory(app, lists, static_cast<Category>(i), byCategory[i], shares);

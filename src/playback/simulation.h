@@ -7,7 +7,7 @@
 #include <functional>
 #include <string>
 
-#include "playback/draws.h"
+#include "playback/picker_state.h"
 #include "state/app_state.h"
 
 namespace hullrider {
@@ -31,12 +31,12 @@ using LengthOf = std::function<double(const Song&)>;
 
 // Chooses that many items and their play windows. Leaves `app` as if they had been played, but for the streams. Ends
 // earlier when nothing can be chosen.
-Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const LengthOf& lengthOf);
+Rotation SimulateRotation(AppState& app, PickerState& picker, int64_t plays, const LengthOf& lengthOf);
 
 // How many of all draws go to each Category by the weights, 0 to 1.
-std::array<double, 5> CategoryShares(const AppState& app, Draws& draws);
+std::array<double, 5> CategoryShares(const AppState& app, PickerState& picker);
 
 // What the weights promise, the history left aside.
-RotationShares PromisedShares(const AppState& app, Draws& draws);
+RotationShares PromisedShares(const AppState& app, PickerState& picker);
 
 }  // namespace hullrider

@@ -2,8 +2,8 @@
 // there. UI thread.
 #pragma once
 
-#include "playback/draws.h"
 #include "playback/pick.h"
+#include "playback/picker_state.h"
 #include "playback/song_category.h"
 
 namespace hullrider {
@@ -13,14 +13,14 @@ namespace hullrider {
 //
 // Where no song passes, the tests are given up in this order: the history (then comes the song that was heard least
 // recently), the category, the filter or the playlist. Songs that have failed to play come after all others.
-Pick SelectNextSong(const AppState& app, Draws& draws, int32_t category);
+Pick SelectNextSong(const AppState& app, PickerState& picker, int32_t category);
 
 // Draws by the weights of the active custom station instead of the user's.
-Pick SelectForCustomStation(const AppState& app, Draws& draws);
+Pick SelectForCustomStation(const AppState& app, PickerState& picker);
 
 // One song drawn uniformly over the whole library as it stands, whatever its counters say and whether it can be played.
 // Nothing when the library holds no song.
-Pick PickUniformSong(const AppState& app, Draws& draws);
+Pick PickUniformSong(const AppState& app, PickerState& picker);
 
 // How much there is of each kind.
 CategoryCounts CountsOf(const CandidateLists& lists, const RadioState& radio);

@@ -13,10 +13,9 @@ namespace hullrider {
 
 class UnavailableSongs {
 public:
-    // Which songs may be drawn: those that are not known to be unavailable, or also those that have failed to play, but
-    // for the ones that failed in the attempt under way.
-    enum class Draw { kSound, kAll };
-    bool MayPlay(const std::string& path, Draw draw) const;
+    // What becomes of songs that have failed to play. Allowed, those that failed in the current attempt still are not.
+    enum class Failed { kExcluded, kAllowed };
+    bool MayPlay(const std::string& path, Failed failed) const;
     // Whether it lies below a folder that is away.
     bool IsAway(std::string_view path) const;
 

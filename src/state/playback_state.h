@@ -43,7 +43,7 @@ struct FadeState {
 // square of a stream's two levels, 0 to 32768 each.
 struct VolumeState {
     std::atomic<StreamSlot> currentHandle{0};  // what the workers are to measure and to correct
-    std::atomic<bool> isFollowing{false};      // loudness following is on
+    std::atomic<bool> realTimeVolume{false};   // loudness following is on
     std::atomic<float> targetRms{-1.0F};       // the loudness that the user wants; -1: unknown
     std::atomic<float> averageMusicRms{0.0F};  // of the current item's last seconds, 0: not known yet
     std::atomic<float> adjustedVolume{0.0F};   // the last volume that a correction has set
@@ -79,7 +79,6 @@ struct PlaybackState {
     bool itemIsHeard = false;  // plays and is not paused: its time is counted
     std::chrono::steady_clock::time_point heardSince;
 
-    bool realTimeVolume = false;  // loudness following is on
     int32_t volumeMode = kNormalVolume;
     float savedVolume = -1.0F;  // the normal volume while another one is on, -1: none
     int32_t levelsTaken = 0;    // for the average loudness, since the item started

@@ -16,7 +16,7 @@ struct ShellOptions {
     int32_t x = 0, y = 0, width = 0, height = 0;
     bool isMaximized = false;
     bool closesToTray = false;   // closing the window leaves the player in the notification area
-    bool isEquallyLoud = false;  // loudness following is on
+    bool followsLoudness = false;  // loudness following is on
 
     bool operator==(const ShellOptions&) const = default;
 };

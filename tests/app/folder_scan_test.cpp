@@ -102,7 +102,7 @@ TEST_F(FolderScanTest, WithoutAFolderTheLibraryIsEmptyAndTheMusicEnds) {
     EXPECT_FALSE(player.state.selection.mixedMusic);
     EXPECT_FALSE(folder_.Has("data/musicLibraryCache.json")) << "the songs would be back with the next start";
     EXPECT_NE(CurrentHandle(player.state.playback), 0U);
-    EXPECT_FALSE(PlayNext(player.state, player.draws));
+    EXPECT_FALSE(PlayNext(player.state, player.picker));
     EXPECT_EQ(CurrentHandle(player.state.playback), 0U);
     EXPECT_EQ(player.state.playback.trouble, PlaybackTrouble::kNoMusic);
 

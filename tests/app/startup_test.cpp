@@ -531,7 +531,7 @@ TEST_F(StartupTest, TheUsersOwnVolumeLastsWhateverIsMadeOfIt) {
     folder_.Write("data/ShellOptions.json", R"({"equalLoudness": 1, "width": 1e9, "closeToTray": true})");
     {
         Player& player = Start();
-        EXPECT_FALSE(player.state.playback.realTimeVolume);
+        EXPECT_FALSE(player.state.playback.volume->realTimeVolume);
         EXPECT_EQ(player.state.shell.options.width, 0);
         SetVolumeLevel(player.state, 0.25F);
         SetLoudnessFollowing(player.state, true);
@@ -541,7 +541,7 @@ TEST_F(StartupTest, TheUsersOwnVolumeLastsWhateverIsMadeOfIt) {
     }
     {
         Player& player = Start();
-        EXPECT_TRUE(player.state.playback.realTimeVolume);
+        EXPECT_TRUE(player.state.playback.volume->realTimeVolume);
         EXPECT_TRUE(player.state.shell.options.closesToTray);
         EXPECT_EQ(UserVolume(player.state), 0.375F);
         SetLoudnessFollowing(player.state, false);

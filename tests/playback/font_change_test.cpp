@@ -28,7 +28,7 @@ protected:
     ~FontChangeTest() override { FreeAllStreams(app_.playback, app_.soundFonts); }
 
     void PlayOne() {
-        ASSERT_TRUE(PlayNext(app_, draws_));
+        ASSERT_TRUE(PlayNext(app_, picker_));
         clock_.Advance(std::chrono::seconds(5));
     }
 
@@ -37,7 +37,7 @@ protected:
     FakeClock clock_;
     TemporaryFolder folder_;
     AppState app_;
-    Draws draws_{4};
+    PickerState picker_{4};
 };
 
 TEST_F(FontChangeTest, TheFontOfTheLoadedSlotChangesEveryFewSongsAndNoneIsLeftOver) {

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "playback/listening.h"
-#include "playback/loudness.h"
 #include "playback/next_up.h"
 #include "playback/play_next.h"
 #include "playback/sounding_start.h"
+#include "playback/stream_loudness.h"
 #include "playback/stream_slots.h"
 #include "playback/transport.h"
 #include "tests/console_capture.h"
@@ -40,14 +40,14 @@ protected:
     void Pass(milliseconds time) {
         for (milliseconds passed{0}; passed < time; passed += 50ms) {
             clock_.Advance(50ms);
-            PollPlayback(app_, draws_);
+            PollPlayback(app_, picker_);
             silence_ = FakeLoudness() > 0.0F ? 0ms : silence_ + 50ms;
             longestSilence_ = std::max(longestSilence_, silence_);
         }
     }
 
     void StartFirst() {
-        PlayNext(app_, draws_);
+        PlayNext(app_, picker_);
         Pass(100ms);
         ASSERT_NE(CurrentHandle(app_.playback), 0U);
         longestSilence_ = 0ms;
@@ -59,7 +59,7 @@ protected:
     FakeClock clock_;
     TemporaryFolder folder_;
     AppState app_;
-    Draws draws_{4};
+    PickerState picker_{4};
     milliseconds silence_{0}, longestSilence_{0};
 };
 
@@ -74,7 +74,7 @@ TEST_F(PreparingTest, TheNextItemIsOpenBeforeItIsDueAndLeavesNothingBehindUntilI
     EXPECT_EQ(FakeChannels(), 2U);
     EXPECT_EQ(app_.history.records.size(), 1U);
     EXPECT_EQ(app_.selection.currentPlaylist, 0);
-    EXPECT_TRUE(PlayNext(app_, draws_)) << "at once";
+    EXPECT_TRUE(PlayNext(app_, picker_)) << "at once";
     EXPECT_EQ(Title(), "b");
     EXPECT_EQ(app_.history.records.size(), 2U);
     EXPECT_EQ(app_.selection.currentPlaylist, 1);
@@ -116,7 +116,7 @@ TEST_F(PreparingTest, ADriveThatDoesNotAnswerForTenSecondsMakesNoSilence) {
     const StreamSlot old = CurrentHandle(app_.playback);
     {
         const FakeSlowDrive slow("slow");
-        EXPECT_FALSE(PlayNext(app_, draws_));
+        EXPECT_FALSE(PlayNext(app_, picker_));
         Pass(2s);
         EXPECT_EQ(CurrentHandle(app_.playback), old) << "the old item plays on";
         EXPECT_EQ(FakeSlideTarget(old), app_.settings.volumeLevel);
@@ -183,10 +183,10 @@ TEST_F(PreparingTest, WholeSongsFollowEachOtherAndNoneBeginsAgain) {
         const StreamSlot handle = CurrentHandle(app_.playback);
         const double lengthSec = app_.playback.songLengthSec;
         clock_.Advance(milliseconds(static_cast<int>(lengthSec * 1000.0) - 5000));
-        PollPlayback(app_, draws_);
+        PollPlayback(app_, picker_);
         clock_.Advance(5000ms + 170ms);  // the poll comes late
         EXPECT_EQ(FakeLoudness(), 0.0F) << "it has ended, and has not begun again";
-        PollPlayback(app_, draws_);
+        PollPlayback(app_, picker_);
         EXPECT_NE(CurrentHandle(app_.playback), handle);
     }
 }
@@ -216,7 +216,7 @@ TEST_F(PreparingTest, BrokenAndMissingSongsArePassedOverAndRememberedAndTheFiles
     songs.push_back(Write("a/good.mp3", FakeSong(300.0)));
     SetLibrary(app_, {songs});
     for (int i = 0; i < 8; ++i) {
-        PlayNext(app_, draws_);
+        PlayNext(app_, picker_);
         Pass(2s);
         EXPECT_EQ(Title(), "good");
     }
@@ -230,11 +230,11 @@ TEST_F(PreparingTest, BrokenAndMissingSongsArePassedOverAndRememberedAndTheFiles
 
 TEST_F(PreparingTest, ADriveThatIsBackIsHeardWithTheNextRequest) {
     SetLibrary(app_, {{MadeSong(folder_.At("drive/a/1.mp3"), kMp3)}});
-    PlayNext(app_, draws_);
+    PlayNext(app_, picker_);
     Pass(2s);
     EXPECT_EQ(CurrentHandle(app_.playback), 0U);
     folder_.Write("drive/a/1.mp3", FakeSong(300.0));
-    PlayNext(app_, draws_);
+    PlayNext(app_, picker_);
     Pass(100ms);
     EXPECT_NE(CurrentHandle(app_.playback), 0U);
 }
@@ -252,13 +252,13 @@ TEST_F(PreparingTest, PreviousSongPassesOverWhatIsBrokenAndOutOfSilencePlaysAnyt
     app_.selection.shuffle = false;
     SetLibrary(app_,
                {{Write("a.mp3", FakeSong(300.0)), Write("b.mp3", FakeSong(300.0)), Write("c.mp3", FakeSong(300.0))}});
-    PlayPreviousSong(app_, draws_);
+    PlayPreviousSong(app_, picker_);
     Pass(100ms);
     EXPECT_EQ(Title(), "a") << "there is no earlier one";
-    for (int i = 0; i < 2; ++i) PlayNext(app_, draws_), Pass(2s);
+    for (int i = 0; i < 2; ++i) PlayNext(app_, picker_), Pass(2s);
     EXPECT_EQ(Title(), "c");
     folder_.Write("b.mp3", "broken meanwhile");
-    PlayPreviousSong(app_, draws_);
+    PlayPreviousSong(app_, picker_);
     Pass(2s);
     EXPECT_EQ(Title(), "a");
     EXPECT_EQ(app_.history.cursor, 0U);
@@ -267,8 +267,8 @@ TEST_F(PreparingTest, PreviousSongPassesOverWhatIsBrokenAndOutOfSilencePlaysAnyt
 
 TEST_F(PreparingTest, ARequestForNoSongSaysSoAndAnotherOneComes) {
     SetLibrary(app_, {{Write("a.mp3", FakeSong(300.0))}});
-    PlaySong(app_, draws_, 99, 0);
-    PlaySong(app_, draws_, 0, -1);
+    PlaySong(app_, picker_, 99, 0);
+    PlaySong(app_, picker_, 0, -1);
     Pass(100ms);
     EXPECT_EQ(Title(), "a");
     const std::string output = console_.Output();

@@ -1,4 +1,4 @@
-#include "playback/loudness.h"
+#include "playback/stream_loudness.h"
 
 #include <algorithm>
 #include <cmath>
