@@ -17,7 +17,7 @@ inline constexpr bool kCompanionEdition = false;
 std::string FindCompanionGame(const std::string& programFolder);
 
 // The plain-text lists that the game reads, one entry a line, into the game's folder: the songs' paths as
-// "MusicLibraryCache.txt", the internet stations' addresses as "InternetStations.txt", the favourites' paths as
+// "MusicLibraryCache.txt", the internet stations' addresses as "InternetStations.txt", the favorites' paths as
 // "SongFavs.txt", the music directories as "MusicPaths.txt", the SoundFont folder as "SoundFontsPath.Txt". A file that
 // cannot be written is told on the error stream. The game's folder must be known.
 void WriteCompanionExports(const AppState& state);
@@ -27,13 +27,13 @@ void WriteCompanionExports(const AppState& state);
 // Writes the lists and starts the game, with the rights of an administrator. A failure is an error box.
 void LaunchCompanionGame(const AppState& state);
 
-// Merges the favourites that lie in the game's folder, if any do, and writes the list of all of them there.
+// Merges the favorites that lie in the game's folder, if any do, and writes the list of all of them there.
 void MergeCompanionFavorites(AppState& state);
 
 // Writes the list of the songs.
 void SyncCompanionLibrary(const AppState& state);
 
-// What plays, for the game: lines with title, album, kind and favourite count; empty when nothing plays.
+// What plays, for the game: lines with title, album, kind and favorite count; empty when nothing plays.
 std::string SongInfoText(const AppState& state);
 
 }  // namespace hullrider

@@ -98,7 +98,7 @@ std::string ReportText(const AppState& state, const Rotation& rotation, const Ro
     text += ShareLine("Audio files", rotation.drawn.byType[kMp3], promised.byType[kMp3]);
     text += ShareLine("Tracker modules", rotation.drawn.byType[kTracker], promised.byType[kTracker]);
     text += ShareLine("Internet radio", rotation.drawn.byType[kInternetRadio], promised.byType[kInternetRadio]);
-    text += ShareLine("Favourites of any kind", rotation.drawn.favorites, promised.favorites);
+    text += ShareLine("Favorites of any kind", rotation.drawn.favorites, promised.favorites);
     if (depth >= 0) {
         text +=
             "Repeats within the last " + std::to_string(depth) + " songs: " + std::to_string(rotation.repeats) + '\n';

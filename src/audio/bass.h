@@ -113,8 +113,8 @@ inline constexpr int BASS_BFX_CHANALL = -1;
 // lFilter of a BASS_BFX_BQF.
 inline constexpr int BASS_BFX_BQF_LOWPASS = 0;
 inline constexpr int BASS_BFX_BQF_HIGHPASS = 1;
-inline constexpr int BASS_BFX_BQF_BANDPASS = 2;    // 0 dB at its centre
-inline constexpr int BASS_BFX_BQF_BANDPASS_Q = 3;  // a gain of Q at its centre
+inline constexpr int BASS_BFX_BQF_BANDPASS = 2;    // 0 dB at its center
+inline constexpr int BASS_BFX_BQF_BANDPASS_Q = 3;  // a gain of Q at its center
 inline constexpr int BASS_BFX_BQF_NOTCH = 4;
 inline constexpr int BASS_BFX_BQF_ALLPASS = 5;
 inline constexpr int BASS_BFX_BQF_PEAKINGEQ = 6;
@@ -152,7 +152,7 @@ int BASS_ErrorGetCode();
 // _DEVICE (no such device), _DRIVER (the default device cannot be opened).
 bool BASS_Init(int device, uint32_t freq, uint32_t flags, void* window, const void* classId);
 
-// Stops the output and frees every channel, font and plug-in. The library may be initialised again.
+// Stops the output and frees every channel, font and plug-in. The library may be initialized again.
 bool BASS_Free();
 
 // Decoders are built in: answers a handle for the names the player knows ("bassmidi.dll", "bass_aac.dll",

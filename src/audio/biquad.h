@@ -9,8 +9,8 @@ namespace hullrider {
 enum class FilterType {
     kLowPass,
     kHighPass,
-    kBandPass,       // 0 dB at its centre
-    kBandPassSkirt,  // constant skirts, a gain of Q at its centre
+    kBandPass,       // 0 dB at its center
+    kBandPassSkirt,  // constant skirts, a gain of Q at its center
     kNotch,
     kAllPass,
     kPeaking,
@@ -37,7 +37,7 @@ struct Biquad {
 };
 
 // The filter at a sample rate of `rate` Hz, always a stable one; exactly neutral at a gain of 0 dB. Nothing when a
-// value that the type needs is no number or out of range: centre within 1 Hz and half the rate, gain within 60 dB,
+// value that the type needs is no number or out of range: center within 1 Hz and half the rate, gain within 60 dB,
 // bandwidth up to 10 octaves, Q from 0.01 to 100, slope from 0.01 to 1.
 std::optional<Biquad> DesignBiquad(const FilterShape& shape, double rate);
 

@@ -99,7 +99,7 @@ int FfmpegReader::Open(const std::string& path) {
 }
 
 bool FfmpegReader::MustStop() const {
-    return cancelled_.load() || (format_ && BytesRead() > mostBytesRead_);
+    return canceled_.load() || (format_ && BytesRead() > mostBytesRead_);
 }
 
 int64_t FfmpegReader::BytesRead() const {
@@ -161,7 +161,7 @@ int FfmpegReader::OpenDecoder() {
 
 // Leaves the next decoded frame in frame_ and its end in position_.
 bool FfmpegReader::Decode() {
-    for (int bad = 0; bad < kMaxBadPackets && !cancelled_.load();) {
+    for (int bad = 0; bad < kMaxBadPackets && !canceled_.load();) {
         const int received = avcodec_receive_frame(decoder_.get(), frame_.get());
         if (received == AVERROR_EOF) return false;
         if (received >= 0 && IsPlayable(frame_->sample_rate, frame_->ch_layout.nb_channels)) {

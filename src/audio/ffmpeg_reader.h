@@ -53,7 +53,7 @@ public:
     TagBlocks Tags() const { return TagsOf(*format_); }
 
     // Any thread, also while another one reads: nothing more is read from the file.
-    void Cancel() { cancelled_.store(true); }
+    void Cancel() { canceled_.store(true); }
 
     // What follows is the stream from `frame` on. False: not possible, and the stream is at its end.
     bool Seek(int64_t frame);
@@ -89,7 +89,7 @@ private:
     int64_t FrameOfTimestamp(int64_t timestamp) const;
     int64_t TimestampOfFrame(int64_t frame) const;
 
-    std::atomic<bool> cancelled_{false};
+    std::atomic<bool> canceled_{false};
     int64_t mostBytesRead_ = INT64_MAX;  // FFmpeg is stopped when it has read more
     FfmpegPtr<AVFormatContext> format_;
     FfmpegPtr<AVCodecContext> decoder_;

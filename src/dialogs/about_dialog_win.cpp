@@ -11,7 +11,7 @@ constexpr const char* kWhatItIs =
     "play.";
 constexpr const char* kLibraries =
     "Made with FFmpeg, FluidSynth, libopenmpt, miniaudio, SoundTouch, SDL and JSON for Modern C++. The "
-    "licences "
+    "licenses "
     "are in the program's LICENSE file and at the makers'.";
 
 class AboutDialog : public Dialog {
@@ -27,7 +27,7 @@ protected:
         UseHeadingFont(AddLabel({64, 16, 404, 28}, "Hullrider Radio"));
         AddLabel({64, 46, 404, kLineHeight}, host_->versionText);
         AddLabel({kMargin, 80, kWide, 2 * kLineHeight}, kWhatItIs);
-        AddLabel({kMargin, 124, kWide, kLineHeight}, "Settings, favourites and history are kept in:");
+        AddLabel({kMargin, 124, kWide, kLineHeight}, "Settings, favorites and history are kept in:");
         SetText(AddEdit({kMargin, 146, kWide, kFieldHeight}, ES_READONLY, {}, {}), host_->state.shell.dataDirectory);
         AddLabel({kMargin, 180, kWide, 3 * kLineHeight}, kLibraries);
         AddButton({kMargin, 244, kButtonWidth + 24, kButtonHeight}, "Open the &Folder",

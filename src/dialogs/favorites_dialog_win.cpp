@@ -1,4 +1,4 @@
-// Favorite Options: the favourites and how often each is drawn. The table asks for the texts of the rows that it shows,
+// Favorite Options: the favorites and how often each is drawn. The table asks for the texts of the rows that it shows,
 // so that it opens at once however many there are.
 #include <algorithm>
 
@@ -29,9 +29,9 @@ protected:
     Size ClientSize() const override { return {kWidth, kHeight, true}; }
 
     void AddControls() override {
-        UseHeadingFont(AddLabel({kMargin, kMargin, kInner, 26}, "Favourites"));
+        UseHeadingFont(AddLabel({kMargin, kMargin, kInner, 26}, "Favorites"));
         AddLabel({kMargin, 40, kInner, kLineHeight, kGrowWide},
-                 "A favourite with the count 3 is drawn four times as often as a song that is none.");
+                 "A favorite with the count 3 is drawn four times as often as a song that is none.");
         AddList();
         play_ = AddSideButton(0, "&Play Now", [this] { Play(); });
         up_ = AddSideButton(1, "Count &Up  (+)", [this] { ChangeCount(1); });
@@ -45,7 +45,7 @@ protected:
                   "&Close", [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
     }
 
-    // Every change of the favourites, whoever makes it, is followed by a recount.
+    // Every change of the favorites, whoever makes it, is followed by a recount.
     void Refresh() override {
         if (shownRevision_ != host_->state.library.revision || rows_.size() != Favorites().list.size()) ShowRows();
     }
@@ -125,7 +125,7 @@ private:
         lstrcpynW(item.pszText, WideFromUtf8(text).c_str(), item.cchTextMax);
     }
 
-    // What cannot be played now is grey.
+    // What cannot be played now is gray.
     LRESULT Color(NMLVCUSTOMDRAW& draw) const {
         if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
         const size_t at = draw.nmcd.dwItemSpec;
@@ -140,7 +140,7 @@ private:
         return at < 0 || static_cast<size_t>(at) >= rows_.size() ? nullptr : &rows_[static_cast<size_t>(at)];
     }
 
-    // The same favourite stays selected wherever it goes; of one that is gone, the next takes the place.
+    // The same favorite stays selected wherever it goes; of one that is gone, the next takes the place.
     void ShowRows() {
         const int placeBefore = SelectedRow(list_);
         const FavoriteRow* const before = Selected();
@@ -198,7 +198,7 @@ private:
     }
 
     void Clear() {
-        if (!Confirm("Clear all favourites? Every song is drawn as often as any other again. This cannot be undone.")) {
+        if (!Confirm("Clear all favorites? Every song is drawn as often as any other again. This cannot be undone.")) {
             return;
         }
         ClearFavorites(Favorites(), host_->state.library);
@@ -208,7 +208,7 @@ private:
     void Merge() {
         const HWND window = Window();
         const std::optional<std::string> chosen =
-            ChooseFile(window, "Choose a favourites file to merge", "Favourites (favorite.json)", "*.json");
+            ChooseFile(window, "Choose a favorites file to merge", "Favorites (favorite.json)", "*.json");
         if (!chosen || IsWindow(window) == 0) return;
         const size_t before = Favorites().list.size();
         const FavoritesLoad load = LoadFavorites(*chosen, Favorites());

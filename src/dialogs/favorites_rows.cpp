@@ -110,16 +110,16 @@ int RowOfFavorite(const std::vector<FavoriteRow>& rows, std::string_view path) {
 }
 
 std::string MergeText(FavoritesLoad load, size_t added) {
-    if (load == FavoritesLoad::kUnreadable) return "That is no favourites file.";
+    if (load == FavoritesLoad::kUnreadable) return "That is no favorites file.";
     const std::string part = load == FavoritesLoad::kPartly ? "Part of the file was not understood. " : "";
     return part + FormatWithThousands(static_cast<int64_t>(added)) + " added.";
 }
 
 std::string FavoritesSummary(const std::vector<FavoriteRow>& rows) {
-    if (rows.empty()) return "There are no favourites yet.";
+    if (rows.empty()) return "There are no favorites yet.";
     const auto away =
         std::count_if(rows.begin(), rows.end(), [](const FavoriteRow& row) { return !row.IsInLibrary(); });
-    std::string text = Counted(static_cast<int64_t>(rows.size()), "favourite");
+    std::string text = Counted(static_cast<int64_t>(rows.size()), "favorite");
     if (away > 0) text += ", " + FormatWithThousands(away) + " of them not in the library";
     return text;
 }

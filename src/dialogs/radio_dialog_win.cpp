@@ -75,7 +75,7 @@ private:
 
     void AddHeading(int x, int y, const char* text) { UseHeadingFont(AddLabel({x, y, kRightWidth, 26}, text)); }
 
-    // A labelled number with its unit, and room for a remark at its right.
+    // A labeled number with its unit, and room for a remark at its right.
     size_t AddField(int y, const char* label, const char* unit, int lowest, int highest, int32_t Settings::*setting) {
         AddLabel({kMargin, y + 3, kLabelWidth, kLineHeight}, label);
         const size_t at = fields_.size();

@@ -47,7 +47,7 @@ std::vector<TextRow> KindRows(const MusicLibrary& library, const StatisticsCount
     }
     rows.push_back(
         KindRow("All", int64_t{library.typedSongCount} + library.internetStationCount, Total(run), Total(all)));
-    rows.push_back(KindRow("Favourites among them", library.favoriteSongCount, run.favorites, all.favorites));
+    rows.push_back(KindRow("Favorites among them", library.favoriteSongCount, run.favorites, all.favorites));
     return rows;
 }
 
@@ -159,7 +159,7 @@ void UpdateSongInfo(SongInfo& info, const AppState& state, const Statistics& sta
     info.timeShare = TimeShare(all);
     info.library = "Library: " + Counted(library.typedSongCount, "song") + " in " +
                    Counted(library.numberOfPlaylists, "playlist") + ", " +
-                   Counted(library.favoriteSongCount, "favourite");
+                   Counted(library.favoriteSongCount, "favorite");
     info.thisRun = "This run: " + Counted(run.skips, "item") + " skipped";
     info.allTime = "All time: started " + Counted(all.starts, "time") + ", " + Counted(all.skips, "item") + " skipped";
     info.recent = Recent(state, now);

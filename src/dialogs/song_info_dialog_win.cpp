@@ -86,7 +86,7 @@ private:
                      Columns(kRecentColumns, {112, 146, 114}), {}));
     }
 
-    // The bar, and below it what its colours mean.
+    // The bar, and below it what its colors mean.
     void PaintChart(HDC dc, const RECT& box) const {
         std::array<BarPart, kKindColors.size()> parts;
         for (size_t i = 0; i < parts.size(); ++i) parts[i] = {info_.timeShare[i], kKindColors[i]};

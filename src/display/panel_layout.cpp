@@ -27,8 +27,8 @@ constexpr std::array<Box, kElementCount> kBoxes{{
     Key(162.0F, 26.0F),              // playlist forward
     Key(202.0F, 26.0F),              // shuffle
     Key(232.0F, 26.0F),              // filter
-    Key(272.0F, 26.0F),              // favourite down
-    Key(302.0F, 26.0F),              // favourite up
+    Key(272.0F, 26.0F),              // favorite down
+    Key(302.0F, 26.0F),              // favorite up
     Key(438.0F, 28.0F),              // exit
     {414.0F, 17.0F, 76.0F, 76.0F},   // volume
     {68.0F, 87.0F, 286.0F, 13.0F},   // song bar
@@ -39,7 +39,7 @@ constexpr std::array<Box, kElementCount> kBoxes{{
     {288.0F, 30.0F, 110.0F, 28.0F},  // clock
     {138.0F, 59.0F, 146.0F, 11.0F},  // SoundFont
     {24.0F, 59.0F, 66.0F, 11.0F},    // playlist
-    {92.0F, 59.0F, 44.0F, 11.0F},    // favourite
+    {92.0F, 59.0F, 44.0F, 11.0F},    // favorite
     {290.0F, 59.0F, 106.0F, 11.0F},  // turn left
     {24.0F, 72.5F, 260.0F, 12.0F},   // meter
     {290.0F, 72.5F, 106.0F, 12.0F},  // modes

@@ -1,5 +1,5 @@
-// The favourites: a list by path, and the marks of the songs, which these functions keep in step with it. Paths that
-// differ only in the case of ASCII letters are one favourite, and every song of the library at such a path has its
+// The favorites: a list by path, and the marks of the songs, which these functions keep in step with it. Paths that
+// differ only in the case of ASCII letters are one favorite, and every song of the library at such a path has its
 // mark. After a change of marks the caller recounts. UI thread.
 #pragma once
 
@@ -25,15 +25,15 @@ void AdoptFavorites(FavoritesState& favorites, const MusicLibrary& library);
 // load, scan and merge.
 void MatchFavorites(FavoritesState& favorites, MusicLibrary& library);
 
-// Gives a song that count. With 0 or less it is no favourite any more. A position that the library does not have
+// Gives a song that count. With 0 or less it is no favorite any more. A position that the library does not have
 // changes nothing.
 void SetFavoriteCount(FavoritesState& favorites, MusicLibrary& library, SongPosition position, int32_t count);
 
-// The same for the favourite at that path, whether it is in the library now or not. A path that is none changes
+// The same for the favorite at that path, whether it is in the library now or not. A path that is none changes
 // nothing.
 void SetFavoriteCountAt(FavoritesState& favorites, MusicLibrary& library, const std::string& path, int32_t count);
 
-// No song is a favourite any more, whether it is in the library now or not.
+// No song is a favorite any more, whether it is in the library now or not.
 void ClearFavorites(FavoritesState& favorites, MusicLibrary& library);
 
 }  // namespace hullrider

@@ -15,10 +15,10 @@ namespace hullrider {
 enum class FavoritesLoad {
     kWhole,
     kPartly,      // some of it could not be used; the rest was
-    kUnreadable,  // the file is missing or is no favourites file
+    kUnreadable,  // the file is missing or is no favorites file
 };
 
-// Merges a favourites file, whosever it is, into the list. What could not be read is one line on the error stream. The
+// Merges a favorites file, whosever it is, into the list. What could not be read is one line on the error stream. The
 // file is left alone.
 FavoritesLoad LoadFavorites(const std::string& path, FavoritesState& favorites);
 
@@ -31,7 +31,7 @@ bool SaveFavorites(const std::string& path, const FavoritesState& favorites);
 
 struct FavoritesReading {
     std::vector<FavoriteEntry> entries;
-    bool isFavorites = false;  // there is a list of favourites in it
+    bool isFavorites = false;  // there is a list of favorites in it
     size_t dropped = 0;        // elements that name no song
     std::string error;         // why the text is no JSON or has no such list; entries before an error are good
 };

@@ -59,7 +59,7 @@ bool ScanAlbum(const std::string& folder, const FavoritesFound& favoritesFound, 
     });
 }
 
-// Adds the names of the album folders, and tells of the favourites files on the way; false when the folder was not read
+// Adds the names of the album folders, and tells of the favorites files on the way; false when the folder was not read
 // to its end.
 bool FindAlbums(const std::string& path, const FavoritesFound& favoritesFound, std::vector<std::string>& names) {
     return ListOrReport(path, [&](const FolderEntry& entry) {

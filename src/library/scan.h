@@ -16,7 +16,7 @@
 
 namespace hullrider {
 
-// Receives the full path of every favourites file ("favorite.json", in any case) that a scan meets.
+// Receives the full path of every favorites file ("favorite.json", in any case) that a scan meets.
 using FavoritesFound = std::function<void(const std::string& path)>;
 
 // How far a scan has come, and whether it is still wanted; for other threads too.

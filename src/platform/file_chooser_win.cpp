@@ -58,7 +58,7 @@ std::optional<std::string> PathOf(IShellItem& item) {
 
 std::optional<std::string> Ask(HWND owner, IFileOpenDialog& chooser) {
     const ModalOperation modal;
-    if (FAILED(chooser.Show(owner))) return std::nullopt;  // also when the user has cancelled
+    if (FAILED(chooser.Show(owner))) return std::nullopt;  // also when the user has canceled
     IShellItem* item = nullptr;
     if (FAILED(chooser.GetResult(&item))) return std::nullopt;
     return PathOf(*ComPtr<IShellItem>(item));

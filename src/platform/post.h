@@ -6,7 +6,7 @@
 namespace hullrider {
 
 // Has the UI thread run `work`, after everything that was posted before. What a worker has posted is dropped when the
-// worker is cancelled before the UI thread has come to it. Any thread.
+// worker is canceled before the UI thread has come to it. Any thread.
 void Post(std::function<void()> work);
 
 // Runs what was posted until now. Does nothing while an error box is open: one may have been opened in the midst of

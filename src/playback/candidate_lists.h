@@ -10,7 +10,7 @@
 
 namespace hullrider {
 
-// Not one entry for each time that a song may be drawn: the weights are added up instead, so that a favourite of any
+// Not one entry for each time that a song may be drawn: the weights are added up instead, so that a favorite of any
 // count takes one entry.
 struct WeightedSongs {
     std::vector<SongChoice> songs;
@@ -19,7 +19,7 @@ struct WeightedSongs {
 
 // What can be drawn from the whole library, kept because building it takes longer than many draws.
 struct CandidateLists {
-    std::array<WeightedSongs, 4> byCategory;  // MIDI to favourites, those that are away left out
+    std::array<WeightedSongs, 4> byCategory;  // MIDI to favorites, those that are away left out
     std::array<int32_t, 4> songsOf{};         // songs of each, whatever the filter and wherever they are
     int64_t weightOfAll = 0;                  // of all songs but those that are never drawn
 

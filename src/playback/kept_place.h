@@ -8,7 +8,7 @@
 namespace hullrider {
 
 // The current playlist, and where the walk without shuffle stands in it. Paths with their ASCII letters in lower case:
-// a folder that is added again may be spelt in another case.
+// a folder that is added again may be spelled in another case.
 struct KeptPlace {
     std::string albumFolder;  // empty: nowhere
     std::string songPath;     // empty: before the first song

@@ -34,7 +34,7 @@ OpenRequest RequestFor(const AppState& app, PickerState& picker, const Pick& pic
 bool OpenNext(AppState& app, PickerState& picker, const Wish& wish, const Pick& pick) {
     DropNext(app.playback);
     OpenRequest open = RequestFor(app, picker, pick);
-    // A song that cuts others off does not count towards the change of the font.
+    // A song that cuts others off does not count toward the change of the font.
     const bool counts = pick.item.type == kMidi && !app.playback.fade->fadeInProgress;
     const int32_t newFont = counts ? DrawSoundFont(app, picker.fontRandom) : -1;
     if (newFont >= 0) open.newFontFile = app.soundFonts.soundFontFiles[static_cast<size_t>(newFont)];

@@ -17,7 +17,7 @@ public:
 
     // Uniform in 0 .. count - 1; `count` is at least 1.
     uint64_t Index(uint64_t count) {
-        // The numbers below the largest multiple of `count`; the rest would favour the low indices.
+        // The numbers below the largest multiple of `count`; the rest would favor the low indices.
         const uint64_t tooHigh = UINT64_MAX - UINT64_MAX % count;
         uint64_t drawn = engine_();
         while (drawn >= tooHigh) drawn = engine_();

@@ -9,7 +9,7 @@ namespace hullrider {
 // From random order to one song after the other, and back.
 void ToggleShuffle(SelectionState& selection);
 
-// All songs, favourites only, all but favourites, and round again; of the whole library.
+// All songs, favorites only, all but favorites, and round again; of the whole library.
 void CycleFavoritesFilter(SelectionState& selection);
 
 // Leaves playlist, station and custom station for the mix of the whole library.

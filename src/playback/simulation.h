@@ -15,7 +15,7 @@ namespace hullrider {
 // Of all that is played, 0 to 1.
 struct RotationShares {
     std::array<double, kItemTypes> byType{};
-    double favorites = 0.0;  // songs of any type that are favourites
+    double favorites = 0.0;  // songs of any type that are favorites
 };
 
 struct Rotation {

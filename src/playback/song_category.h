@@ -16,7 +16,7 @@ struct CategoryCounts {
     int32_t lastCandidateCount = 0;  // how often songs can be drawn from the list, as far as 32 bits go
 };
 
-// The category at `percent`, 0 to 99, of the cumulative shares of MIDI, MP3, favourites and radio in this order;
+// The category at `percent`, 0 to 99, of the cumulative shares of MIDI, MP3, favorites and radio in this order;
 // tracker modules are the remainder. So shares are whole per cent.
 Category CategoryAt(const SelectionWeights& weights, int32_t percent);
 

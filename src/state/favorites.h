@@ -1,4 +1,4 @@
-// The user's favourites, as a list of their own beside the marks in the songs. UI thread only.
+// The user's favorites, as a list of their own beside the marks in the songs. UI thread only.
 #pragma once
 
 #include <cstddef>

@@ -19,9 +19,9 @@ enum MusicType : int32_t {
 
 struct Song {
     std::string songPath;       // UTF-8, full path; identifies the song
-    int32_t isFavorite = 0;     // 1 when marked as a favourite
+    int32_t isFavorite = 0;     // 1 when marked as a favorite
     int32_t playCount = 0;      // times played
-    int32_t favoriteCount = 0;  // favourite weight; 0: not a favourite
+    int32_t favoriteCount = 0;  // favorite weight; 0: not a favorite
     int32_t musicType = kMidi;  // a MusicType from 0 to 2
 };
 

@@ -12,7 +12,7 @@ enum Category : int32_t {
     kMidiCategory = 0,
     kMp3Category = 1,
     kTrackerCategory = 2,
-    kFavoritesCategory = 3,  // favourites of any type
+    kFavoritesCategory = 3,  // favorites of any type
     kRadioCategory = 4,
 };
 

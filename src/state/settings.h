@@ -20,7 +20,7 @@ struct Settings {
     int32_t rawTracker = 50;
     int32_t songsBeforeSoundfontChange = 1;  // 0: never
 
-    // Panel colours, 0 to 255 each.
+    // Panel colors, 0 to 255 each.
     int32_t textR = 200, textG = 220, textB = 235;
     int32_t bkGrR = 12, bkGrG = 18, bkGrB = 28;
     int32_t songR = 255, songG = 196, songB = 92;

@@ -12,7 +12,7 @@ inline constexpr float kPanelHeight = 155.0F;
 
 // What the shell keeps from run to run besides the settings.
 struct ShellOptions {
-    // The window's outer box when it is not maximised, in pixels of the whole desktop; without a width: not known.
+    // The window's outer box when it is not maximized, in pixels of the whole desktop; without a width: not known.
     int32_t x = 0, y = 0, width = 0, height = 0;
     bool isMaximized = false;
     bool closesToTray = false;   // closing the window leaves the player in the notification area

@@ -20,7 +20,7 @@ struct Played {
 
 struct StatisticsCounts {
     std::array<Played, kItemTypes> byType;
-    Played favorites;    // those of the songs that are favourites
+    Played favorites;    // those of the songs that are favorites
     int64_t starts = 0;  // of the program
     int64_t skips = 0;   // items that the user did not hear to their end
 

@@ -83,7 +83,7 @@ TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
     EXPECT_EQ(state.library.favoriteSongCount, 1);
     EXPECT_EQ(CurrentHandle(state.playback), playing);
     EXPECT_EQ(state.playback.item.title, "demo");
-    EXPECT_EQ(PlayingSong(state), nullptr) << "another song in its place would get its favourite count";
+    EXPECT_EQ(PlayingSong(state), nullptr) << "another song in its place would get its favorite count";
 
     Scan(player, {"music", "demo"});
     ASSERT_TRUE(ScanEnds(player));

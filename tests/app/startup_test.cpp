@@ -426,7 +426,7 @@ TEST_F(StartupTest, FavoritesLastFromRunToRunAndTakeInWhatAScanFinds) {
     EXPECT_EQ(favoritesAfter(kept), 1);
     EXPECT_EQ(favoritesAfter("lost"), 1);  // the library's cache has the mark too
     EXPECT_EQ(StateFile("favorite.json")["favorites"][0]["favoriteCount"], 2);
-    EXPECT_EQ(favoritesAfter(R"({"favorites":[]})"), 0);  // and does not bring back what is no favourite any more
+    EXPECT_EQ(favoritesAfter(R"({"favorites":[]})"), 0);  // and does not bring back what is no favorite any more
     EXPECT_EQ(favoritesAfter("lost"), 0);
 }
 

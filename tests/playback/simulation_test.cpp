@@ -32,7 +32,7 @@ TEST(Simulation, FindsWhatTheWeightsPromiseAndTheSettingsMean) {
     EXPECT_LT(rotation.meanPlaySec, 78.0);
     EXPECT_EQ(rotation.repeats, 0);  // none are forbidden
 
-    app.settings.historyDepth = 10;  // fewer than there are favourites
+    app.settings.historyDepth = 10;  // fewer than there are favorites
     EXPECT_EQ(SimulateRotation(app, picker, 20'000, [](const Song&) { return 400.0; }).repeats, 0);
 }
 

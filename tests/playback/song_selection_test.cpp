@@ -79,13 +79,13 @@ std::map<Place, double> ChancesWithin(const AppState& app, int32_t category) {
 TEST_F(SongSelectionTest, ManyDrawsKeepThePromiseOfTheWeights) {
     struct Case {
         const char* what;
-        SelectionWeights weights;  // favourites, MIDI, MP3, tracker, radio
+        SelectionWeights weights;  // favorites, MIDI, MP3, tracker, radio
         int32_t filter;
     };
     const Case cases[] = {
-        {"built in", {50, 50, 50, 50, 20}, kAllSongs}, {"favourites", {90, 5, 5, 5, 0}, kAllSongs},
+        {"built in", {50, 50, 50, 50, 20}, kAllSongs}, {"favorites", {90, 5, 5, 5, 0}, kAllSongs},
         {"one kind", {0, 0, 7, 0, 0}, kAllSongs},      {"rare", {1, 1, 100, 1, 0}, kAllSongs},
-        {"no weights", {0, 0, 0, 0, 0}, kAllSongs},    {"no favourites", {10, 30, 60, 40, 0}, kNoFavorites},
+        {"no weights", {0, 0, 0, 0, 0}, kAllSongs},    {"no favorites", {10, 30, 60, 40, 0}, kNoFavorites},
     };
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     constexpr int kDraws = 100'000;  // the instrumented program is many times slower
@@ -301,7 +301,7 @@ TEST_F(SongSelectionTest, ACustomStationDrawsByItsOwnWeights) {
     EXPECT_EQ(app_.weights.midi, 50);
 }
 
-TEST_F(SongSelectionTest, AnUnknownWeightAndAHugeFavouriteAreStillDrawn) {
+TEST_F(SongSelectionTest, AnUnknownWeightAndAHugeFavoriteAreStillDrawn) {
     SetLibrary(app_, {{MadeSong("a/1.mp3", kMp3, 1, INT32_MAX), MadeSong("a/2.mp3", kMp3, 1, INT32_MAX)}});
     app_.settings.historyDepth = INT32_MAX;
     std::map<Place, int> counts = Counts(1000);
