@@ -19,7 +19,7 @@ void PaintClock(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintSoundFont(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintPlaylist(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintFavorite(Brush& brush, const Frame& frame, const PanelModel& model);
-void PaintTurnLeft(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintWindowLeft(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintModes(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintSongPosition(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintSongLeft(Brush& brush, const Frame& frame, const PanelModel& model);

@@ -60,13 +60,13 @@ std::string KindOf(const PlayItem& item) {
 }
 
 void TellTimes(PanelModel& model, const PlaybackState& playback, double positionSec) {
-    // A station has no length: its turn is all there is of it.
+    // A station has no length: the play window is all there is of it.
     const bool endless = playback.songLengthSec <= 0.0;
     const double lengthSec = std::max(endless ? playback.endSec : playback.songLengthSec, 0.001);
     const double played = std::max(std::floor(positionSec - playback.startSec), 0.0);
-    const double turn = std::round(playback.endSec - playback.startSec);
-    model.turnPlayed = FormatTime(played);
-    model.turnLeft = FormatTime(std::max(turn - played, 0.0));
+    const double windowSec = std::round(playback.endSec - playback.startSec);
+    model.windowPlayed = FormatTime(played);
+    model.windowLeft = FormatTime(std::max(windowSec - played, 0.0));
     model.songPosition = FormatTime(positionSec);
     if (!endless) {
         model.songLeft = '-';
@@ -139,7 +139,7 @@ ElementSet ElementsThatDiffer(const PanelModel& before, const PanelModel& after)
     const bool transport = before.transport != after.transport;
     check(PanelElement::kPlayPause, transport);
     check(PanelElement::kStatus, transport);
-    check(PanelElement::kClock, transport || before.turnPlayed != after.turnPlayed);
+    check(PanelElement::kClock, transport || before.windowPlayed != after.windowPlayed);
     check(PanelElement::kShuffle, before.shuffle != after.shuffle);
     check(PanelElement::kFilter, before.filter != after.filter);
     check(PanelElement::kVolume, before.volume != after.volume);
@@ -151,7 +151,7 @@ ElementSet ElementsThatDiffer(const PanelModel& before, const PanelModel& after)
     check(PanelElement::kSoundFont, before.soundFont != after.soundFont);
     check(PanelElement::kPlaylist, before.playlist != after.playlist);
     check(PanelElement::kFavorite, transport || before.favoriteCount != after.favoriteCount);
-    check(PanelElement::kTurnLeft, before.turnLeft != after.turnLeft);
+    check(PanelElement::kWindowLeft, before.windowLeft != after.windowLeft);
     check(PanelElement::kModes, before.shuffle != after.shuffle || before.filter != after.filter ||
                                     before.range != after.range || before.relaxed != after.relaxed);
     check(PanelElement::kSongPosition, before.songPosition != after.songPosition);

@@ -16,17 +16,17 @@ enum class PlayRange : uint8_t { kLibrary, kPlaylist, kStation };
 
 enum class FavoriteFilter : uint8_t { kNone, kFavorites, kOthers };
 
-// Texts are UTF-8, and empty where there is nothing to say. A turn is the stretch of a song that is played.
+// Texts are UTF-8, and empty where there is nothing to say. The window is the part of a song that is played.
 struct PanelModel {
     Transport transport = Transport::kNothing;
     std::string kind;  // "MIDI", "FLAC", "TRACKER"
     std::string album;
     std::string title;         // or why nothing plays
-    std::string turnPlayed;    // "0:23"
-    std::string turnLeft;      // "0:42"
+    std::string windowPlayed;  // "0:23"
+    std::string windowLeft;    // "0:42"
     std::string songPosition;  // "1:05"
     std::string songLeft;      // "-2:07"
-    double windowFrom = 0.0;   // the turn and the position within the song, 0 to 1
+    double windowFrom = 0.0;   // the play window and the position within the song, 0 to 1
     double windowTo = 0.0;
     double position = 0.0;
     std::string soundFont;  // of a MIDI song

@@ -40,7 +40,7 @@ constexpr std::array<Box, kElementCount> kBoxes{{
     {138.0F, 59.0F, 146.0F, 11.0F},  // SoundFont
     {24.0F, 59.0F, 66.0F, 11.0F},    // playlist
     {92.0F, 59.0F, 44.0F, 11.0F},    // favorite
-    {290.0F, 59.0F, 106.0F, 11.0F},  // turn left
+    {290.0F, 59.0F, 106.0F, 11.0F},  // window left
     {24.0F, 72.5F, 260.0F, 12.0F},   // meter
     {290.0F, 72.5F, 106.0F, 12.0F},  // modes
     {24.0F, 88.0F, 42.0F, 11.0F},    // song position

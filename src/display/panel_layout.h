@@ -32,7 +32,7 @@ enum class PanelElement : uint8_t {
     kSoundFont,
     kPlaylist,
     kFavorite,
-    kTurnLeft,
+    kWindowLeft,
     kMeter,
     kModes,
     kSongPosition,

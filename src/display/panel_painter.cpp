@@ -89,8 +89,8 @@ void PanelPainter::PaintElement(Brush& brush, PanelElement element, const PanelL
             return PaintPlaylist(brush, frame, model);
         case PanelElement::kFavorite:
             return PaintFavorite(brush, frame, model);
-        case PanelElement::kTurnLeft:
-            return PaintTurnLeft(brush, frame, model);
+        case PanelElement::kWindowLeft:
+            return PaintWindowLeft(brush, frame, model);
         case PanelElement::kMeter:
             return PaintMeter(brush, frame, look.meter);
         case PanelElement::kModes:

@@ -44,9 +44,9 @@ OldItem LookAtOldItem(const PlaybackState& playback) {
     return old;
 }
 
-int32_t FadeMsFor(int32_t setMs, const PlayWindow& turn, const OldItem& old) {
+int32_t FadeMsFor(int32_t setMs, const PlayWindow& window, const OldItem& old) {
     double fadeMs = std::max(setMs, 0);
-    fadeMs = std::min(fadeMs, (turn.endSec - turn.startSec) * 1000.0 / 2.0);
+    fadeMs = std::min(fadeMs, (window.endSec - window.startSec) * 1000.0 / 2.0);
     if (old.leftSec >= 0.0 && !old.isCutOff) fadeMs = std::min(fadeMs, old.leftSec * 1000.0);
     return static_cast<int32_t>(std::max(fadeMs, 0.0));
 }

@@ -17,9 +17,9 @@ struct OldItem {
 
 OldItem LookAtOldItem(const PlaybackState& playback);
 
-// How long the fade takes: as is set, but at most half of the new item's turn, so that it comes to its full volume, and
-// no longer than the old item can go on sounding.
-int32_t FadeMsFor(int32_t setMs, const PlayWindow& turn, const OldItem& old);
+// How long the fade takes: as set, but at most half of the new item's window, so that it reaches its full volume, and
+// no longer than the old item lasts.
+int32_t FadeMsFor(int32_t setMs, const PlayWindow& window, const OldItem& old);
 
 // Begins the old item's way to silence.
 void LetOldItemGo(PlaybackState& playback, const OldItem& old, int32_t fadeMs);

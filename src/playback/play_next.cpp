@@ -26,15 +26,14 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// A library of songs that end at once, or of none that can be played, must not keep the player busy.
-constexpr milliseconds kShortestTurn{1000};
+// A library of songs that end at once, or that cannot be played, must not keep the player busy.
 constexpr milliseconds kRetryAfter{15000};
 constexpr milliseconds kPrepareAgainAfter{2000};
 
 // How long before it is needed the next item is prepared.
 constexpr double kPrepareLeadSec = 12.0;
 
-// A turn that falls silent for so long is over; the next item is prepared before.
+// An item that is silent for this long is over; the next one is prepared earlier.
 constexpr double kLongestSilenceSec = 1.5;
 constexpr double kSuspiciousSilenceSec = 0.5;
 
@@ -217,7 +216,7 @@ bool IsTimeToPrepare(const PlaybackState& playback) {
 }
 
 bool HasFallenSilent(const PlaybackState& playback) {
-    return playback.item.hasLength && PlayNow() - playback.lastAttempt >= kShortestTurn &&
+    return playback.item.hasLength && PlayNow() - playback.lastAttempt >= kShortestPlay &&
            QuietSec(CurrentHandle(playback)) >= kLongestSilenceSec;
 }
 
@@ -303,7 +302,7 @@ bool IsSongOver(const PlaybackState& playback) {
     const uint32_t active = BASS_ChannelIsActive(handle);
     if (active == BASS_ACTIVE_PAUSED) return false;
     const bool ended = active == BASS_ACTIVE_STOPPED || PositionSec(handle) >= playback.endSec;
-    return ended && sinceAttempt >= (playback.trouble == PlaybackTrouble::kNone ? kShortestTurn : kRetryAfter);
+    return ended && sinceAttempt >= (playback.trouble == PlaybackTrouble::kNone ? kShortestPlay : kRetryAfter);
 }
 
 }  // namespace hullrider

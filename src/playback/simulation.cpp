@@ -6,13 +6,13 @@
 #include "library/song_counts.h"
 #include "playback/candidates.h"
 #include "playback/next_item.h"
+#include "playback/next_up.h"
 #include "playback/play_window.h"
 
 namespace hullrider {
 
 namespace {
 
-constexpr double kShortestTurnSec = 1.0;
 constexpr int kMostTries = 1000;
 
 // Null for what is not in the library.
@@ -47,12 +47,12 @@ Play ChoosePlay(AppState& app, PickerState& picker, const LengthOf& lengthOf, in
 double PlaySecondsOf(const AppState& app, PickerState& picker, const Play& play) {
     PlayWindow window;
     if (play.pick.item.hasLength) {
-        const PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
-        window = ChooseSongWindow(play.lengthSec, play.pick.item.type, durations, picker.windowRandom);
+        window =
+            ChooseSongWindow(play.lengthSec, play.pick.item.type, DurationsFor(app, play.pick), picker.windowRandom);
     } else {
         window = ChooseStationWindow(app.settings, app.selection.customStationActive, picker.windowRandom);
     }
-    return std::max(window.endSec - window.startSec, kShortestTurnSec);
+    return std::max(window.endSec - window.startSec, std::chrono::duration<double>(kShortestPlay).count());
 }
 
 void AddSong(RotationShares& shares, const Song& song, double share) {

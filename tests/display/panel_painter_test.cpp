@@ -37,8 +37,8 @@ protected:
         model.kind = "MIDI";
         model.album = "Album";
         model.title = "Title";
-        model.turnPlayed = "0:23";
-        model.turnLeft = "0:42";
+        model.windowPlayed = "0:23";
+        model.windowLeft = "0:42";
         model.songPosition = "1:05";
         model.songLeft = "-2:07";
         model.windowFrom = 0.2;
@@ -70,8 +70,8 @@ const std::vector<std::function<void(PanelLook&)>> kChanges{
     [](PanelLook& look) { look.model.title = std::string(150, 't'); },
     [](PanelLook& look) { look.motion.shownSec = 7.0; },
     [](PanelLook& look) { look.model.title = ""; },
-    [](PanelLook& look) { look.model.turnPlayed = "1:02:33"; },
-    [](PanelLook& look) { look.model.turnLeft = "12:00:07"; },
+    [](PanelLook& look) { look.model.windowPlayed = "1:02:33"; },
+    [](PanelLook& look) { look.model.windowLeft = "12:00:07"; },
     [](PanelLook& look) { look.model.songPosition = "10:01:05"; },
     [](PanelLook& look) { look.model.songLeft = ""; },
     [](PanelLook& look) { look.model.windowFrom = 0.1; },

@@ -39,7 +39,7 @@ protected:
         model_.title = "Slow Aurora";
         model_.album = "Lanterns";
         model_.kind = "MIDI";
-        model_.turnPlayed = "0:23";
+        model_.windowPlayed = "0:23";
         model_.volume = 0.5F;
         ShowWindow(window_, SW_SHOWNA);
         view_.Show(model_, MakePanelTheme({}));
@@ -160,7 +160,7 @@ DWORD GdiObjectsInUse() {
 TEST_F(PanelViewTest, TenThousandRedrawsLeaveNothingBehind) {
     const auto redraw = [&](int times) {
         for (int i = 0; i < times; ++i) {
-            model_.turnPlayed = std::to_string(i % 10) + ":0" + std::to_string(i / 10 % 10);
+            model_.windowPlayed = std::to_string(i % 10) + ":0" + std::to_string(i / 10 % 10);
             model_.songPosition = std::to_string(i);
             model_.position = i % 100 / 100.0;
             model_.volume = static_cast<float>(i / 100 % 7) / 7.0F;

@@ -133,7 +133,7 @@ protected:
     // Plays the current item to its end, up to the start of the next one.
     void PlayToTheEnd() {
         const double dueSec = app_.playback.endSec - app_.playback.startSec;
-        const bool isTurn = app_.playback.trouble == PlaybackTrouble::kNone;
+        const bool isWindow = app_.playback.trouble == PlaybackTrouble::kNone;
         bool started = false;
         while (!started) {
             Pass(StrideFrom(app_.playback.endSec - PositionSec(CurrentHandle(app_.playback))));
@@ -143,7 +143,7 @@ protected:
         }
         ++songs_;
         const double playedSec = Seconds(clock_.Now() - std::exchange(startedAt_, clock_.Now()));
-        if (!isTurn) return;
+        if (!isWindow) return;
         ASSERT_GE(playedSec, dueSec - 0.25) << app_.playback.item.title;
         ASSERT_LE(playedSec, std::max(dueSec, 1.0) + 0.45) << app_.playback.item.title;
     }

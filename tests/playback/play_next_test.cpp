@@ -176,7 +176,7 @@ TEST_F(PlayNextTest, TheHistoryIsWalkedBackAndForthAndThenLeft) {
     expectPlays("a", false);  // the walk goes on
     EXPECT_EQ(app_.history.records.size(), 4U);
 
-    // Where it is still open from its turn, it goes a moment later.
+    // Where a file that is still open cannot be removed, it can be a moment later.
     ASSERT_TRUE(Eventually([&] {
         std::error_code isOpen;
         return std::filesystem::remove(folder_.Path() / "c.mp3", isOpen);

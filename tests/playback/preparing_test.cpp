@@ -141,7 +141,7 @@ TEST_F(PreparingTest, WithoutAnythingElseASlowDriveIsWaitedFor) {
     EXPECT_EQ(longestSilence_, 0ms);
 }
 
-TEST_F(PreparingTest, ATurnNeitherBeginsNorLiesInSilence) {
+TEST_F(PreparingTest, AWindowNeitherBeginsNorLiesInSilence) {
     const double kLengthSec = 120.0, kQuietFrom = 30.0, kQuietTo = 70.0;
     SetLibrary(app_, {{Write("a.mp3", FakeSong(kLengthSec, 10'000, kQuietFrom, kQuietTo))}});
     app_.settings.songPlayDurationMin = app_.settings.songPlayDurationMax = 20;
@@ -191,7 +191,7 @@ TEST_F(PreparingTest, WholeSongsFollowEachOtherAndNoneBeginsAgain) {
     }
 }
 
-TEST_F(PreparingTest, TurnsShorterThanTheFadeComeToFullVolume) {
+TEST_F(PreparingTest, WindowsShorterThanTheFadeComeToFullVolume) {
     SetLibrary(app_, {{Write("a.mp3", FakeSong(300.0)), Write("b.mp3", FakeSong(300.0))}});
     app_.settings.FADE_DURATION_MS = 8000;
     app_.settings.songPlayDurationMin = app_.settings.songPlayDurationMax = 6;
