@@ -4,8 +4,8 @@
 #include <tuple>
 #include <utility>
 
-#include "dialogs/kind_names.h"
 #include "library/music_type.h"
+#include "library/type_names.h"
 #include "platform/paths.h"
 
 namespace hullrider {
@@ -24,7 +24,7 @@ std::string_view WithoutExtension(std::string_view name) {
 
 const char* KindOf(int32_t type) {
     const bool isKnown = type >= kMidi && type <= kTracker;
-    return isKnown ? kKindNames[static_cast<size_t>(type)].one : "Unknown";
+    return isKnown ? kTypeNames[static_cast<size_t>(type)].one : "Unknown";
 }
 
 FavoriteRow RowOf(const FavoriteEntry& entry) {

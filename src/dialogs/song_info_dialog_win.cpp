@@ -3,10 +3,10 @@
 #include <ctime>
 
 #include "dialogs/dialog_kinds_win.h"
-#include "dialogs/kind_names.h"
 #include "dialogs/share_bar_win.h"
 #include "dialogs/song_info.h"
 #include "dialogs/table_win.h"
+#include "library/type_names.h"
 #include "platform/clipboard_win.h"
 #include "platform/text_win.h"
 #include "playback/listening.h"
@@ -20,7 +20,7 @@ constexpr int kMostPlayedWidth = 330, kRecentWidth = kInner - kMostPlayedWidth -
 constexpr int kBarHeight = 20, kSwatch = 12, kLegendWidth = 172;
 
 // In the order of their names.
-constexpr std::array<COLORREF, kKindNames.size()> kKindColors{kMidiColor, kAudioFileColor, kTrackerColor,
+constexpr std::array<COLORREF, kTypeNames.size()> kKindColors{kMidiColor, kAudioFileColor, kTrackerColor,
                                                               kStationColor};
 
 template <size_t count>
@@ -100,7 +100,7 @@ private:
             RECT text{left + Pixels(kSwatch + kGap), bar.bottom + Pixels(kGap), left + Pixels(kLegendWidth),
                       box.bottom};
             const std::string percent = std::to_string(std::lround(info_.timeShare[i] * 100.0)) + " %";
-            const std::wstring wide = WideFromUtf8(std::string(kKindNames[i].many) + "  " + percent);
+            const std::wstring wide = WideFromUtf8(std::string(kTypeNames[i].many) + "  " + percent);
             DrawTextW(dc, wide.c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
         }
     }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "audio/bass.h"
+#include "library/type_names.h"
 #include "platform/paths.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
@@ -35,28 +36,20 @@ std::string ShortLine(const std::string& text) {
     return line;
 }
 
-// "FLAC" for a file of that name; "MP3" stands for all of its type.
-std::string FileKind(const std::string& path) {
-    constexpr size_t kLongestKind = 4;
-    std::string kind;
-    for (const char8_t c : PathFromUtf8(path).extension().u8string()) {
-        if (c != u8'.') kind += static_cast<char>(c >= u8'a' && c <= u8'z' ? c - 32 : c);
-    }
-    const bool plain = std::all_of(kind.begin(), kind.end(), [](char c) { return c > ' ' && c < 127; });
-    return kind.empty() || kind.size() > kLongestKind || !plain ? "MP3" : kind;
+std::string InCapitals(std::string text) {
+    for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    return text;
 }
 
+// The extension of an audio file, "FLAC", if it is short and plain; the name of the type otherwise.
 std::string KindOf(const PlayItem& item) {
-    switch (item.type) {
-        case kMidi:
-            return "MIDI";
-        case kTracker:
-            return "TRACKER";
-        case kInternetRadio:
-            return "RADIO";
-        default:
-            return FileKind(item.address);
-    }
+    constexpr size_t kLongestExtension = 4;
+    const auto type = static_cast<size_t>(item.type);
+    if (type < kTypeNames.size() && item.type != kMp3) return InCapitals(kTypeNames[type].brief);
+    const std::u8string extension = PathFromUtf8(item.address).extension().u8string();
+    const std::string kind = InCapitals({extension.begin() + (extension.empty() ? 0 : 1), extension.end()});
+    const bool isPlain = std::all_of(kind.begin(), kind.end(), [](char c) { return c > ' ' && c < 127; });
+    return kind.empty() || kind.size() > kLongestExtension || !isPlain ? kTypeNames[kMp3].brief : kind;
 }
 
 void TellTimes(PanelModel& model, const PlaybackState& playback, double positionSec) {
