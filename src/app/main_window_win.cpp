@@ -292,9 +292,9 @@ void MainWindow::Run(int32_t command) {
 }
 
 std::shared_ptr<DialogHost> MainWindow::MakeDialogHost() {
-    AppState& state = player_.state;
+    AppState& app = player_.state;
     const auto host = std::make_shared<DialogHost>(
-        DialogHost{state, player_.hotkeys, player_.refusedHotkeys, VersionText(), [&state] { RecountSongs(state); },
+        DialogHost{app, player_.hotkeys, player_.refusedHotkeys, VersionText(), [&app] { RecountSongs(app); },
                    [this] { TakeHotkeys(); }, [this] { UnregisterAllHotkeys(window_); }});
     host->playSong = [this](SongPosition position) { PlaySongNow(position); };
     host->scanMusicFolders = [this](bool isAskedFor) {
@@ -347,8 +347,8 @@ std::string MainWindow::TrayTip() const {
 
 void MainWindow::RefreshPanel() {
     if (!panel_.CanBeSeen()) return;
-    const AppState& state = player_.state;
-    panel_.Show(MakePanelModel(state, ReadChannel(state.playback)), MakePanelTheme(state.settings));
+    const AppState& app = player_.state;
+    panel_.Show(MakePanelModel(app, ReadChannel(app.playback)), MakePanelTheme(app.settings));
 }
 
 // Ends the program in order: everything is saved and released, then the message loop is left.
