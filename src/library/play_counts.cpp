@@ -11,7 +11,7 @@ namespace hullrider {
 
 namespace {
 
-// A record in the store, beside a path too long to lie in it.
+// A record in the store, apart from a path too long to be stored inside it.
 constexpr size_t kRecordBytes = 88;
 constexpr size_t kShortPath = 15;
 

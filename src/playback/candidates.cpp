@@ -9,7 +9,7 @@ namespace hullrider {
 
 namespace {
 
-// Draws with replacement before the search turns to one without, which costs a pass over the whole list.
+// Draws with replacement before switching to one without, which costs a pass over the whole list.
 constexpr int kDirectDraws = 64;
 
 int64_t WeightOf(const Song& song) {
@@ -35,9 +35,8 @@ bool AreUpToDate(const CandidateLists& lists, const MusicLibrary& library, int32
            lists.unavailableRevision == unavailable;
 }
 
-// The time at which a song's turn would come, if songs came at exponentially distributed times with their weights for
-// rates: the one that comes first is drawn by weight (Efraimidis and Spirakis, "Weighted random sampling with a
-// reservoir", 2006).
+// Gives each song an exponentially distributed arrival time with its weight as the rate: the first arrival is a draw by
+// weight (Efraimidis and Spirakis, "Weighted random sampling with a reservoir", 2006).
 double ArrivalOf(int64_t weight, Random& random) {
     return -std::log1p(-random.Fraction()) / static_cast<double>(weight);
 }

@@ -21,7 +21,7 @@ std::array<StreamSlot, 2> BothItems(const PlaybackState& playback) {
     return {CurrentHandle(playback), playback.fade->fadeInProgress ? playback.fadingStream : 0};
 }
 
-// What is on its way to another volume stays where it is.
+// Stops a slide at the volume reached.
 void HoldVolume(StreamSlot handle) {
     float volume = 0.0F;
     if (BASS_ChannelGetAttribute(handle, BASS_ATTRIB_VOL, &volume)) {
@@ -54,7 +54,7 @@ int32_t FadeMsFor(int32_t setMs, const PlayWindow& window, const OldItem& old) {
 void LetOldItemGo(PlaybackState& playback, const OldItem& old, int32_t fadeMs) {
     {
         const std::lock_guard lock(StreamMutex());
-        playback.volume->currentHandle = 0;  // no volume worker may slide it up again
+        playback.volume->currentHandle = 0;  // so that no volume worker slides it up again
     }
     playback.fadeEnds = PlayNow() + milliseconds(fadeMs);
     playback.fadeLeft = {};

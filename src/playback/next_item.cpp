@@ -39,7 +39,7 @@ Pick PickRequestedSong(const AppState& app, const SongChoice& wanted) {
     return pick;
 }
 
-// What the record stands for, if it is still known.
+// The item of the record, if it is still known.
 Pick PickRecord(const AppState& app, const HistoryRecord& record) {
     if (record.type != kInternetRadio) return PickSong(app, {record.playlist, record.song, 0, 0});
     const std::vector<InternetStation>& stations = app.radio.stations;
@@ -53,7 +53,7 @@ bool MayPlay(const PickerState& picker, const PlayItem& item) {
            picker.unavailable.MayPlay(item.address, UnavailableSongs::Failed::kExcluded);
 }
 
-// The next record from `cursor` on that can be played, the way of `step`, 1 or -1.
+// The next playable record from `cursor` on, in the direction of `step`, 1 or -1.
 Pick ReplayHistory(const AppState& app, const PickerState& picker, size_t cursor, int step) {
     const SongHistory& history = app.history;
     for (int64_t at = static_cast<int64_t>(cursor) + step; at >= 0 && at < static_cast<int64_t>(history.records.size());

@@ -30,16 +30,16 @@ struct NextUp {
     PlayTime patientUntil;  // when another item is tried if this one is not open yet
 };
 
-// How long what was picked may play; what is heard again plays whole.
+// The durations for a pick; a replayed item plays whole.
 PlayDurations DurationsFor(const AppState& app, const Pick& pick);
 
-// Begins to open what was picked; what was next before is dropped. False when no worker could be started.
+// Starts opening what was picked and drops what was next before. False when no worker could be started.
 bool OpenNext(AppState& app, PickerState& picker, const Wish& wish, const Pick& pick);
 
-// Start what was prepared as soon as it is open.
+// Starts the prepared item as soon as it is open.
 void MakeUrgent(NextUp& next, bool skips);
 
-// Whether the rules that it was picked by are still in force.
+// Whether the rules that it was picked by are unchanged.
 bool StillFits(const AppState& app, const NextUp& next);
 
 void DropNext(PlaybackState& playback);

@@ -1,5 +1,5 @@
-// What the picking of items keeps from one pick to the next: a random generator for each kind of draw, the songs to
-// draw from, and the songs that lately could not be opened.
+// What the picker keeps between picks: a random generator for each purpose, the songs to draw from, and the songs that
+// could not be opened lately.
 #pragma once
 
 #include "playback/candidate_lists.h"
@@ -13,7 +13,7 @@ struct PickerState {
     explicit PickerState(uint64_t seed)
         : categoryRandom(seed), songRandom(~seed), windowRandom(seed + 1), fontRandom(seed + 2) {}
 
-    // One each, so that a setting that adds draws of one kind leaves the others as they would have been.
+    // Separate, so that a draw for one purpose does not shift the sequences of the others.
     Random categoryRandom;
     Random songRandom;
     Random windowRandom;  // where a song starts and how long it plays

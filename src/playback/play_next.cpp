@@ -26,18 +26,18 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// A library of songs that end at once, or that cannot be played, must not keep the player busy.
+// Songs that end at once, or cannot be played, must not keep the player busy.
 constexpr milliseconds kRetryAfter{15000};
 constexpr milliseconds kPrepareAgainAfter{2000};
 
-// How long before it is needed the next item is prepared.
+// The next item is prepared this long before it is needed.
 constexpr double kPrepareLeadSec = 12.0;
 
 // An item that is silent for this long is over; the next one is prepared earlier.
 constexpr double kLongestSilenceSec = 1.5;
 constexpr double kSuspiciousSilenceSec = 0.5;
 
-constexpr int kMostOpenings = 8;  // a drive that has gone may hold each worker for long
+constexpr int kMostOpenings = 8;  // a lost drive may hold each worker for long
 
 constexpr milliseconds kShortestPoll{10}, kLongestPoll{250};
 
@@ -46,7 +46,7 @@ PlaybackTrouble TroubleWith(const AppState& app, Selection failed) {
     return SongCountOf(app.library) > 0 ? PlaybackTrouble::kNothingPlayable : PlaybackTrouble::kNoMusic;
 }
 
-// Better the same song again than silence.
+// Repeating the song is better than silence.
 void PlayOldItemRound(const PlaybackState& playback) {
     const StreamSlot handle = CurrentHandle(playback);
     if (handle == 0 || !playback.item.hasLength) return;
@@ -54,11 +54,11 @@ void PlayOldItemRound(const PlaybackState& playback) {
     if (BASS_ChannelIsActive(handle) == BASS_ACTIVE_STOPPED) BASS_ChannelPlay(handle, true);
 }
 
-// Nothing can be picked although it is wanted.
+// Nothing can be picked although an item is wanted.
 void GiveUp(AppState& app, Selection result, const NextRequest& request) {
     PlaybackState& playback = app.playback;
     if (request.kind == NextRequest::kEarlierSong && result == Selection::kNothing) return;
-    // What plays has been taken out of the library with everything else: it must not go round for ever.
+    // The current song was removed with the rest of the library: it must not repeat forever.
     const bool isGone = result == Selection::kNothing && SongCountOf(app.library) == 0;
     if (result == Selection::kRefused || isGone) {
         EndListening(app);
@@ -103,14 +103,14 @@ void NoteFailure(PickerState& picker, const PlayItem& item, const Opened& opened
     }
 }
 
-// False when nothing can take its place.
+// False when there is no replacement.
 bool ReplaceNext(AppState& app, PickerState& picker) {
     const NextUp failed = *app.playback.next;
     NoteFailure(picker, failed.pick.item, failed.opening->Result());
     return Pursue(app, picker, failed.wish, ReplaceItem(app, picker, failed.pick));
 }
 
-// A drive that does not answer is left alone for a while, if there is anything else to play.
+// Leaves a drive that does not answer alone for a while, if there is anything else to play.
 void TryAnother(AppState& app, PickerState& picker) {
     NextUp& slow = *app.playback.next;
     slow.patientUntil = PlayNow() + kPatience;
@@ -141,7 +141,7 @@ void LeaveHistoryAtItsEnd(AppState& app) {
     if (app.history.cursor + 1 >= app.history.records.size()) app.selection.previousSongMode = false;
 }
 
-// Puts the opened item in the old one's place, silent and not yet started.
+// Puts the opened item in the old one's place, silent and not started yet.
 void TakeOver(AppState& app, NextUp& next) {
     PlaybackState& playback = app.playback;
     const Opened& opened = next.opening->Result();
@@ -184,7 +184,7 @@ void StartItem(AppState& app, PickerState& picker, NextUp& next) {
     BeginListening(app);
 }
 
-// Starts the item that is wanted if it is open. True when it was started.
+// Starts the wanted item if it is open. True when it was started.
 bool TakeWhatIsOpen(AppState& app, PickerState& picker) {
     while (app.playback.next != nullptr && app.playback.next->opening->IsDone()) {
         const std::shared_ptr<NextUp> next = app.playback.next;
@@ -200,7 +200,7 @@ bool TakeWhatIsOpen(AppState& app, PickerState& picker) {
     return false;
 }
 
-// --- What the poll looks at.
+// --- Conditions for the poll.
 
 double SecondsLeft(const PlaybackState& playback) {
     return playback.endSec - PositionSec(CurrentHandle(playback));

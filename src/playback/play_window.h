@@ -38,7 +38,7 @@ PlayWindow ChooseStationWindow(const Settings& settings, bool customStationActiv
 PlayWindow ChoosePlayWindow(double lengthSec, int32_t musicType, const PlayDurations& durations, Random& random);
 
 // The same with the end moved to where the cross-fade into the next song begins. A song of unknown length plays until
-// it ends, for the longest play time at most.
+// it ends, for at most the longest play time or three minutes, whichever is longer.
 PlayWindow ChooseSongWindow(double lengthSec, int32_t musicType, const PlayDurations& durations, Random& random);
 
 // When the cross-fade into the next song begins: at the window's end, or early enough to be over when the song ends. A

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kMostTries = 1000;
 
-// Null for what is not in the library.
+// Null for an item that is not in the library.
 const Song* SongOf(const AppState& app, const Pick& pick) {
     if (pick.item.kind != PlayItem::Kind::kSong) return nullptr;
     return FindSong(app.library, {pick.item.place.playlist, pick.item.place.song});
@@ -26,7 +26,7 @@ struct Play {
     double lengthSec = 0.0;
 };
 
-// Chooses until something can be played, which then counts as played.
+// Chooses until an item can be played, which then counts as played.
 Play ChoosePlay(AppState& app, PickerState& picker, const LengthOf& lengthOf, int64_t& unplayable) {
     Play play;
     picker.unavailable.BeginAttempt();
@@ -61,7 +61,7 @@ void AddSong(RotationShares& shares, const Song& song, double share) {
     if (IsFavorite(song)) shares.favorites += share;
 }
 
-// Finds songs that come again too soon. Looks at nothing that the selection itself goes by.
+// Finds songs that repeat too soon, independently of the selection's own bookkeeping.
 class RepeatFinder {
 public:
     explicit RepeatFinder(int32_t depth) : depth_(depth) {}
@@ -86,7 +86,7 @@ void Divide(RotationShares& shares, double by) {
     shares.favorites /= by;
 }
 
-// What is drawn when a category has nothing to draw from: any song that the filter lets through.
+// The fallback for a category without songs: any song that passes the filter.
 void AddUniformly(const AppState& app, RotationShares& shares, double share) {
     WeightedSongs any = EverySong(app.library, app.selection.favoritesFilter);
     if (IsEmpty(any)) any = EverySong(app.library, kAllSongs);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int32_t kMostCalls = 10000;
 
-// What one selection goes by.
+// What one selection depends on.
 struct Rules {
     const AppState& app;
     PickerState& picker;
@@ -55,7 +55,7 @@ HistoryKey KeyOf(const AppState& app, const SongChoice& place) {
     return {SongAtPlace(app, place).musicType, place.playlist, place.song};
 }
 
-// One of the list that was not heard lately, or else the one that was heard least recently.
+// A song of the list that was not heard lately; otherwise the one heard least recently.
 std::optional<SongChoice> DrawFrom(const Rules& rules, const WeightedSongs& list, Relaxation& relaxed) {
     const AppState& app = rules.app;
     const auto mayPlay = [&](const SongChoice& place) { return MayPlay(rules, place); };
@@ -69,7 +69,7 @@ std::optional<SongChoice> DrawFrom(const Rules& rules, const WeightedSongs& list
     return oldest;
 }
 
-// From the category, from all that the filter lets through, from all there is.
+// From the category; otherwise from all songs that pass the filter; otherwise from all songs.
 Pick DrawRelaxing(const Rules& rules, const WeightedSongs& ofCategory, const Pick& pick) {
     const AppState& app = rules.app;
     Relaxation relaxed = Relaxation::kNone;
@@ -85,14 +85,14 @@ Pick DrawRelaxing(const Rules& rules, const WeightedSongs& ofCategory, const Pic
     return drawn ? TakeSong(app, pick, *drawn, relaxed) : pick;
 }
 
-// Songs that have failed come last.
+// Songs that have failed to play come last.
 Pick DrawRelaxing(const AppState& app, PickerState& picker, const WeightedSongs& ofCategory, const Pick& pick) {
     Pick drawn = DrawRelaxing({app, picker}, ofCategory, pick);
     if (drawn.result == Selection::kItem) return drawn;
     return DrawRelaxing({app, picker, UnavailableSongs::Failed::kAllowed}, ofCategory, pick);
 }
 
-// The next place of the walk; song 0 of the first playlist that has songs when it stood nowhere.
+// The next song in order; the first song of all when there is no current place.
 SongPosition StepWalk(const std::vector<Playlist>& playlists, SongPosition at) {
     const auto exists = [&] { return at.playlist >= 0 && static_cast<size_t>(at.playlist) < playlists.size(); };
     if (!exists()) at = {0, -1};
@@ -114,7 +114,7 @@ std::optional<SongPosition> WalkUntilPlayable(const Rules& rules) {
     return std::nullopt;
 }
 
-// One after the other, through all playlists and round again.
+// Songs in order, through all playlists and around.
 Pick WalkOn(const AppState& app, PickerState& picker, Pick pick) {
     std::optional<SongPosition> at = WalkUntilPlayable({app, picker});
     if (!at) at = WalkUntilPlayable({app, picker, UnavailableSongs::Failed::kAllowed});
@@ -153,7 +153,7 @@ Pick ShuffleLibrary(const AppState& app, PickerState& picker, int32_t category, 
     return DrawRelaxing(app, picker, lists.byCategory[static_cast<size_t>(category)], pick);
 }
 
-// The kind of the current playlist, which is that of its first song.
+// The category of the current playlist is the type of its first song.
 int32_t CategoryOfPlaylist(const AppState& app) {
     const Playlist* const playlist = CurrentPlaylist(app);
     if (playlist == nullptr || playlist->songs.empty()) return kNoCategory;
@@ -242,7 +242,7 @@ Pick SelectNextSong(const AppState& app, PickerState& picker, int32_t category) 
 
 Pick SelectForCustomStation(const AppState& app, PickerState& picker) {
     Pick pick = SelectBy(app, app.radio.activeCustomStation.weights, picker, kNoCategory);
-    pick.weights.reset();  // the user's own stay
+    pick.weights.reset();  // keep the user's own
     return pick;
 }
 

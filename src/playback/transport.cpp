@@ -23,7 +23,7 @@ bool PlayPreviousSong(AppState& app, PickerState& picker) {
         if (PlayNext(app, picker, {NextRequest::kEarlierSong, {}})) return true;
         if (app.playback.next != nullptr) return false;  // it is being opened
     }
-    // Out of silence any song is better than none.
+    // After silence, any song is better than none.
     return CurrentHandle(app.playback) == 0 && PlayNext(app, picker);
 }
 

@@ -37,7 +37,7 @@ std::string Text(float value) {
     return text;
 }
 
-// The volume at which a stream of that loudness comes out as loud as wanted.
+// The volume that gives a stream of that loudness the target loudness.
 float VolumeFor(float targetRms, float rms) {
     if (std::isnan(rms) || rms == 0.0F) return 1.0F;
     return std::clamp(targetRms / rms, 0.0F, 1.0F);
@@ -47,8 +47,8 @@ void Slide(StreamSlot handle, float volume, int32_t ms) {
     BASS_ChannelSlideAttribute(handle, BASS_ATTRIB_VOL, volume, static_cast<uint32_t>(std::max(ms, 0)));
 }
 
-// The worker's slide must not reach a stream that was replaced meanwhile and is fading out, nor one whose volume is no
-// longer to follow its loudness.
+// A worker must not slide a stream that was replaced meanwhile and is fading out, nor slide one after loudness
+// following was turned off.
 bool MaySlide(const VolumeState& volume, StreamSlot handle) {
     return !volume.closed && volume.realTimeVolume && volume.currentHandle == handle;
 }
@@ -86,7 +86,7 @@ void CorrectVolume(VolumeState& volume, StreamSlot handle, int32_t slideMs) {
 
 void AdjustVolume(VolumeState& volume, int32_t fadeMs) {
     PrintLine("Volume adjustment thread started, waiting for " + std::to_string(fadeMs / 2) + " ms");
-    // The item after it is not measured long enough to be corrected then.
+    // The next item would not be measured long enough to be corrected then.
     const StreamSlot handle = volume.currentHandle;
     SleepFor(kAdjustAfter);
     CorrectVolume(volume, handle, fadeMs / 2);
@@ -174,7 +174,7 @@ bool SetVolumeLevel(AppState& app, float volume) {
         return false;
     }
     app.settings.volumeLevel = volume;
-    // What the user sets while a preset is on is the volume from now on.
+    // A volume set during a preset becomes the normal volume.
     if (app.playback.savedVolume >= 0.0F) app.playback.savedVolume = volume;
     if (app.playback.volume->realTimeVolume) TakeVolumeFromSettings(app);
     ApplyVolume(app);

@@ -40,7 +40,7 @@ struct Settings {
     std::string currentBkTextureName = "Leather";
     std::string currentLCDTextureName = "Leather";
     int32_t bkTextureAlpha = 25;
-    int32_t historyDepth = 20;  // songs that may not come again; -1: off
+    int32_t historyDepth = 20;  // the last songs that may not repeat; -1: off
     bool versionCheck = true;
     int32_t rawRadio = 20;
     std::vector<std::string> audioBookDirectoryPaths;  // UTF-8
