@@ -24,7 +24,7 @@ inline constexpr int BASS_OK = 0;
 inline constexpr int BASS_ERROR_MEM = 1;        // out of memory
 inline constexpr int BASS_ERROR_FILEOPEN = 2;   // cannot open the file
 inline constexpr int BASS_ERROR_DRIVER = 3;     // no usable device driver
-inline constexpr int BASS_ERROR_HANDLE = 5;     // not a handle of the kind
+inline constexpr int BASS_ERROR_HANDLE = 5;     // not a handle of the right type
 inline constexpr int BASS_ERROR_FORMAT = 6;     // sample format not supported
 inline constexpr int BASS_ERROR_POSITION = 7;   // no such position
 inline constexpr int BASS_ERROR_INIT = 8;       // BASS_Init has not succeeded
@@ -56,7 +56,7 @@ inline constexpr uint32_t BASS_FX_FREESOURCE = 0x10000;  // its source is freed 
 inline constexpr uint32_t BASS_ATTRIB_VOL = 2;
 inline constexpr uint32_t BASS_ATTRIB_TEMPO = 0x10000;  // tempo stream only: percent faster, -50 to 200; cannot slide
 
-// Kinds of tags.
+// Tag formats.
 inline constexpr uint32_t BASS_TAG_ID3 = 0;               // an ID3v1 tag, 128 bytes
 inline constexpr uint32_t BASS_TAG_OGG = 2;               // UTF-8 "NAME=value", each zero-terminated, and a final zero
 inline constexpr uint32_t BASS_TAG_MP4 = 7;               // as BASS_TAG_OGG

@@ -48,11 +48,11 @@ public:
     void Close();
 
     // --- Callback.
-    // Runs all effects over `count` stereo frames, in place. `begins`: nothing was heard just before them.
+    // Runs all effects over `count` stereo frames, in place. `begins`: nothing was heard right before them.
     void Run(float* frames, size_t count, bool begins);
 
 private:
-    struct Chain {  // never changed once it is published
+    struct Chain {  // immutable once published
         std::vector<Effect> effects;
         uint64_t edition = 0;  // changes when a procedure comes or goes
     };
@@ -65,7 +65,7 @@ private:
     uint32_t mixRate_, channels_;
 
     mutable std::mutex mutex_;     // callers only
-    std::vector<Effect> effects_;  // with filters that were removed and still fade out
+    std::vector<Effect> effects_;  // including removed filters that still fade out
     uint64_t edition_ = 0;
     bool closed_ = false;
 

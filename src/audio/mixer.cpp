@@ -58,7 +58,7 @@ void Mixer::LeaveSlot(Removed& removed) {
 }
 
 bool Mixer::Collect() {
-    std::vector<Removed> done;  // destroyed after the lock is let go
+    std::vector<Removed> done;  // destroyed after the lock is released
     const std::lock_guard lock(mutex_);
     for (Removed& removed : removed_) {
         const bool silent = !removed.channel->IsHeard() || Clock::now() - removed.since > kLongestFall;
