@@ -13,7 +13,7 @@ namespace hullrider {
 
 enum class Selection {
     kNothing,  // there is nothing to play
-    kRefused,  // the weights forbid everything
+    kRefused,  // the weights forbid everything (their sum is negative)
     kItem,
 };
 

@@ -27,7 +27,7 @@ SelectionWeights PreparedWeights(const SelectionWeights& weights, const Selectio
                                  const CategoryCounts& counts);
 
 struct CategoryDraw {
-    Category category = kNoCategory;  // kNoCategory: negative weights forbid everything
+    Category category = kNoCategory;  // kNoCategory: the weights forbid everything
     SelectionWeights weights;         // as drawn from, with the radio's weight restored
     int32_t savedRadioWeight = 0;     // the radio's weight to restore
 };

@@ -40,7 +40,7 @@ struct SelectionState {
 
     bool firstPick = true;                    // until the first pick
     bool excludeRadioOnce = false;            // the next draw leaves out radio
-    std::optional<int32_t> savedRadioWeight;  // the radio's weight before it was left out
+    std::optional<int32_t> savedRadioWeight;  // the radio's weight as of the first draw, restored after it was left out
     bool mixedMusic = true;                   // false without music folders: only MIDI and radio are drawn
     int32_t selectionCalls = 0;               // since the last draw of a category
 
