@@ -81,7 +81,7 @@ FavoritesReading ReadFavorites(std::string_view text) {
     const JsonWalk walk = WalkJson(text, kListKey, JsonKind::kList, take);
     reading.isFavorites = walk.found;
     reading.error = walk.error;
-    if (!walk.found && walk.error.empty()) reading.error = "it holds no favorites";
+    if (!walk.found && walk.error.empty()) reading.error = "it contains no list of favorites";
     return reading;
 }
 

@@ -110,8 +110,8 @@ StateReading ReadSongHistory(std::string_view text, SongHistory& history, std::s
     };
     const JsonWalk walk = WalkJson(text, "songs", JsonKind::kList, take);
     error = walk.error;
-    if (error.empty() && !walk.found) error = "it holds no list of songs";
-    if (error.empty() && dropped > 0) error = "entries that make no sense: " + std::to_string(dropped);
+    if (error.empty() && !walk.found) error = "it contains no list of songs";
+    if (error.empty() && dropped > 0) error = "invalid entries: " + std::to_string(dropped);
     if (!walk.found) return StateReading::kUnreadable;
     read.picks = read.records.size();
     read.cursor = read.records.size();
