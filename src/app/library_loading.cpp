@@ -15,9 +15,7 @@
 
 namespace hullrider {
 
-namespace {
-
-}  // namespace
+namespace {}  // namespace
 
 void RecountSongs(AppState& state) {
     const Settings& settings = state.settings;
