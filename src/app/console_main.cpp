@@ -5,6 +5,7 @@
 
 #include "app/command_lines.h"
 #include "app/front.h"
+#include "app/heartbeat.h"
 #include "app/player.h"
 #include "app/shutdown.h"
 #include "app/startup.h"

@@ -15,9 +15,7 @@
 
 namespace hullrider {
 
-namespace {
-
-}  // namespace
+namespace {}  // namespace
 
 void RecountSongs(AppState& app) {
     const Settings& settings = app.settings;

@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "app/audio_start.h"
-#include "app/command_lines.h"
 #include "app/companion.h"
 #include "app/data_directory.h"
 #include "app/favorites_files.h"
@@ -17,9 +16,7 @@
 #include "platform/folder.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
-#include "platform/post.h"
 #include "platform/state_files.h"
-#include "playback/play_next.h"
 #include "playback/running_marker.h"
 #include "playback/sound_fonts.h"
 #include "playback/volume.h"
@@ -183,20 +180,6 @@ void RunStartupSequence(Player& player) {
         step.run(player);
         if (step.loads != nullptr) player.loaded.*step.loads = true;
     }
-}
-
-void TakePosted(const Player& player) {
-    if (player.started && !player.shutDown) RunPosted();
-}
-
-void PollPlayer(Player& player) {
-    TakePosted(player);
-    if (!player.started || player.shutDown) return;
-    if (!player.stopped && !IsLookingForMusic(player)) PollPlayback(player.state, player.picker);
-    PollCommandFolder(player);
-    PumpControllers(player.controllers);
-    PollFolderScan(player);
-    player.autosave.Poll(player.state, Autosave::Clock::now());
 }
 
 }  // namespace hullrider

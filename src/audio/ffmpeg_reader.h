@@ -46,9 +46,7 @@ public:
     uint32_t Rate() const { return rate_; }
     uint32_t Channels() const { return channels_; }
     int64_t Length() const { return length_; }  // in frames; an estimate where the file does not say
-    int64_t Position() const {
-        return std::min(position_, endFrame_);
-    }  // of the frame after the last ones from Next
+    int64_t Position() const { return std::min(position_, endFrame_); }  // of the frame after the last ones from Next
 
     TagBlocks Tags() const { return TagsOf(*format_); }
 

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "display/panel_elements.h"
+
 namespace hullrider {
 
 namespace {

@@ -1,5 +1,7 @@
 #include "display/gauges.h"
 
+#include "display/panel_elements.h"
+
 namespace hullrider {
 
 namespace {

@@ -5,6 +5,7 @@
 
 #include "app/command_lines.h"
 #include "app/dropped_songs.h"
+#include "app/heartbeat.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "audio/bass.h"
@@ -94,7 +95,6 @@ TEST(MainMenu, HoldsItsItemsInTheirOrder) {
             const Command* const command = FindCommand(id);
             ASSERT_NE(command, nullptr) << id;
             items.emplace_back(command->text, id);
-            EXPECT_NE(command->run == nullptr, command->window.className == nullptr) << id;
         }
         EXPECT_EQ(items, expected[i].second);
     }

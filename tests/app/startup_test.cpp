@@ -1,5 +1,6 @@
 // Starts whole players on folders of the test's own, without a front, and looks at what they play and leave behind.
 #include "app/startup.h"
+#include "app/heartbeat.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 #include <thread>
 
 #include "app/folder_scan.h"
+#include "app/heartbeat.h"
 #include "app/settings_file.h"
 #include "app/shutdown.h"
 #include "app/simulate.h"
