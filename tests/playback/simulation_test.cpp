@@ -47,5 +47,15 @@ TEST(Simulation, EndsWhenNothingCanBePlayed) {
     EXPECT_TRUE(app.history.records.empty());
 }
 
+TEST(Simulation, AReplayedSongPlaysWhole) {
+    AppState app;
+    PickerState picker(8);
+    SetLibrary(app, {{MadeSong("a/1.mp3", kMp3)}});
+    app.history.records.assign(2, {kMp3, 0, 0, "a/1.mp3", 0, 0.0, "1"});
+    app.selection.previousSongMode = true;
+    const Rotation rotation = SimulateRotation(app, picker, 1, [](const Song&) { return 400.0; });
+    EXPECT_EQ(rotation.meanPlaySec, 392.0);  // up to the fade
+}
+
 }  // namespace
 }  // namespace hullrider
