@@ -32,22 +32,22 @@ double MsSince(Clock::time_point begin) {
     return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
 }
 
-void PollUntil(AppState& app, Draws& draws, const auto& isSo) {
+void PollUntil(AppState& app, PickerState& picker, const auto& isSo) {
     while (!isSo()) {
         RunPosted();
-        PollPlayback(app, draws);
+        PollPlayback(app, picker);
         std::this_thread::sleep_for(std::chrono::microseconds(200));
     }
 }
 
 // From the request to the moment at which the new stream has moved.
-double MeasureNext(AppState& app, Draws& draws) {
+double MeasureNext(AppState& app, PickerState& picker) {
     const StreamSlot old = CurrentHandle(app.playback);
     const Clock::time_point begin = Clock::now();
-    PlayNext(app, draws);
-    PollUntil(app, draws, [&] { return CurrentHandle(app.playback) != old; });
+    PlayNext(app, picker);
+    PollUntil(app, picker, [&] { return CurrentHandle(app.playback) != old; });
     const StreamSlot handle = CurrentHandle(app.playback);
-    PollUntil(app, draws, [&] { return PositionSec(handle) > app.playback.startSec; });
+    PollUntil(app, picker, [&] { return PositionSec(handle) > app.playback.startSec; });
     return MsSince(begin);
 }
 
@@ -81,13 +81,13 @@ int main(int argc, char** argv) {
     app.settings.historyDepth = 20;
     BASS_Init(0, 44100, 0, nullptr, nullptr);
     if (!app.soundFonts.soundFontFiles.empty()) SelectSoundFont(app.soundFonts, app.playback, 0);
-    Draws draws(3);
+    PickerState picker(3);
     std::vector<double> prepared, opened;
     for (int i = 0; i < rounds; ++i) {
-        opened.push_back(MeasureNext(app, draws));
+        opened.push_back(MeasureNext(app, picker));
         app.playback.endSec = PositionSec(CurrentHandle(app.playback)) + 5.0;  // so that the next one is prepared
-        PollUntil(app, draws, [&] { return app.playback.next != nullptr && app.playback.next->opening->IsDone(); });
-        prepared.push_back(MeasureNext(app, draws));
+        PollUntil(app, picker, [&] { return app.playback.next != nullptr && app.playback.next->opening->IsDone(); });
+        prepared.push_back(MeasureNext(app, picker));
     }
     Print("prepared", prepared, 20.0);
     Print("opened", opened, 50.0);

@@ -51,10 +51,10 @@ void PrintQuantiles(const char* what, std::vector<double> times, double limitUs)
     std::printf("\n");
 }
 
-std::vector<double> TimePicks(AppState& app, Draws& draws, int rounds) {
+std::vector<double> TimePicks(AppState& app, PickerState& picker, int rounds) {
     std::vector<double> times;
     for (int i = 0; i < rounds; ++i) {
-        times.push_back(MicrosecondsOf([&] { TakeEffect(app, SelectNextSong(app, draws, kNoCategory)); }));
+        times.push_back(MicrosecondsOf([&] { TakeEffect(app, SelectNextSong(app, picker, kNoCategory)); }));
     }
     return times;
 }
@@ -65,17 +65,17 @@ int main(int argc, char** argv) {
     const int rounds = std::max(argc == 2 ? std::atoi(argv[1]) : 200'000, 100);
     AppState app;
     FillLibrary(app);
-    Draws draws(1);
-    TimePicks(app, draws, 1000);
+    PickerState picker(1);
+    TimePicks(app, picker, 1000);
     for (const int32_t depth : {-1, 20, 10'000}) {
         app.settings.historyDepth = depth;
         const std::string what = "a pick, history " + std::to_string(depth);
-        PrintQuantiles(what.c_str(), TimePicks(app, draws, rounds), kLimitUs);
+        PrintQuantiles(what.c_str(), TimePicks(app, picker, rounds), kLimitUs);
     }
     app.settings.historyDepth = 20;
     std::vector<double> withoutDrive;
     for (int i = 0; i < 20; ++i) {
-        Draws found(static_cast<uint64_t>(i));  // as an opening has found it
+        PickerState found(static_cast<uint64_t>(i));  // as an opening has found it
         found.unavailable.NoteAwayFolder("/music");
         TakeEffect(app, SelectNextSong(app, found, kNoCategory));
         withoutDrive.push_back(MicrosecondsOf([&] { SelectNextSong(app, found, kNoCategory); }));
@@ -84,7 +84,7 @@ int main(int argc, char** argv) {
     std::vector<double> rebuilds;
     for (int i = 0; i < 20; ++i) {
         Recount(app);
-        rebuilds.push_back(TimePicks(app, draws, 1).front());
+        rebuilds.push_back(TimePicks(app, picker, 1).front());
     }
     PrintQuantiles("the first pick after a change", rebuilds, 0.0);
     return 0;

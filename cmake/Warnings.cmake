@@ -8,7 +8,7 @@ else()
         -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND HULLRIDER_SANITIZE)
-    # The sanitizers' instrumentation makes GCC see uninitialised values that are not there.
+    # The sanitizers' instrumentation makes GCC see uninitialized values that are not there.
     target_compile_options(hullrider_options INTERFACE -Wno-maybe-uninitialized)
 endif()
 if(WIN32)

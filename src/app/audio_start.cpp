@@ -69,7 +69,7 @@ bool StartAudioAgain(Player& player) {
 
 void StartMusic(Player& player) {
     StopMusic(player);
-    if (StartAudioAgain(player)) PlayNext(player.state, player.draws);
+    if (StartAudioAgain(player)) PlayNext(player.state, player.picker);
 }
 
 }  // namespace hullrider

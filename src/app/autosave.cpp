@@ -80,34 +80,34 @@ void FileWriter::Run() {
     }
 }
 
-void Autosave::Poll(const AppState& state, Clock::time_point now) {
+void Autosave::Poll(const AppState& app, Clock::time_point now) {
     if (lastLook_ && now - *lastLook_ < kPeriod) return;
     lastLook_ = now;
-    Look(state);
+    Look(app);
 }
 
 // The thread gets copies: making the texts of a large account takes longer than this thread may be held.
-void Autosave::Look(const AppState& state) {
+void Autosave::Look(const AppState& app) {
     const auto write = [&](const char* name, auto makeText) {
-        writer_.Write(StatePath(state.shell.dataDirectory, name), std::move(makeText));
+        writer_.Write(StatePath(app.shell.dataDirectory, name), std::move(makeText));
     };
-    if (const Settings settings = SettingsToKeep(state); Changes(settings_, settings)) {
+    if (const Settings settings = SettingsToKeep(app); Changes(settings_, settings)) {
         write(kSettingsFile, [settings] { return SettingsText(settings); });
     }
-    if (const ShellOptions options = OptionsToKeep(state); Changes(shellOptions_, options)) {
+    if (const ShellOptions options = OptionsToKeep(app); Changes(shellOptions_, options)) {
         write(kShellOptionsFile, [options] { return ShellOptionsText(options); });
     }
-    if (Changes(statistics_, state.statistics.allTime)) {
-        write(kStatisticsFile, [counts = state.statistics.allTime] { return StatisticsText(counts); });
+    if (Changes(statistics_, app.statistics.allTime)) {
+        write(kStatisticsFile, [counts = app.statistics.allTime] { return StatisticsText(counts); });
     }
-    if (Changes(favorites_, state.favorites.revision)) {
-        write(kFavoritesFile, [list = state.favorites.list] { return FavoritesText(list); });
+    if (Changes(favorites_, app.favorites.revision)) {
+        write(kFavoritesFile, [list = app.favorites.list] { return FavoritesText(list); });
     }
-    if (Changes(playCounts_, state.playCounts.revision)) {
-        write(kPlayCountsFile, [list = ListOf(state.playCounts)]() mutable { return PlayCountsText(std::move(list)); });
+    if (Changes(playCounts_, app.playCounts.revision)) {
+        write(kPlayCountsFile, [list = ListOf(app.playCounts)]() mutable { return PlayCountsText(std::move(list)); });
     }
-    if (Changes(history_, MarkOf(state.history))) {
-        write(kSongHistoryFile, [records = state.history.records] { return SongHistoryText(records); });
+    if (Changes(history_, MarkOf(app.history))) {
+        write(kSongHistoryFile, [records = app.history.records] { return SongHistoryText(records); });
     }
 }
 

@@ -56,7 +56,7 @@ public:
     static constexpr std::chrono::seconds kPeriod{2};
 
     // Has written what has changed since the last look, no more often than the period says.
-    void Poll(const AppState& state, Clock::time_point now);
+    void Poll(const AppState& app, Clock::time_point now);
 
     // Due before anyone else writes the files.
     void Finish() { writer_.Finish(); }
@@ -64,7 +64,7 @@ public:
     bool IsIdle() const { return writer_.IsIdle(); }
 
 private:
-    void Look(const AppState& state);
+    void Look(const AppState& app);
 
     FileWriter writer_;
     std::optional<Clock::time_point> lastLook_;

@@ -45,7 +45,7 @@ void ChangeWeight(Player& player, int32_t& weight, int32_t value) {
 
 void PlaySongAt(Player& player, int32_t playlist, int32_t song) {
     if (FindSong(player.state.library, {playlist, song}) == nullptr) return;
-    if (StartAudioAgain(player)) PlaySong(player.state, player.draws, playlist, song);
+    if (StartAudioAgain(player)) PlaySong(player.state, player.picker, playlist, song);
 }
 
 // The command that a keyword without arguments runs; 0 for other keywords.
@@ -136,14 +136,14 @@ void RunConsoleLine(Player& player, std::string_view line) {
 }
 
 void PollCommandFolder(Player& player) {
-    AppState& state = player.state;
-    if (!state.shell.startupFinished || state.library.playlists.empty() || IsModalOperationOpen()) return;
-    for (const std::string& line : player.commandFile.TakeLines(state.folders.hullriderPath)) {
+    AppState& app = player.state;
+    if (!app.shell.startupFinished || app.library.playlists.empty() || IsModalOperationOpen()) return;
+    for (const std::string& line : player.commandFile.TakeLines(app.folders.hullriderPath)) {
         RunCommandLine(player, line);
     }
-    const std::string songInfo = SongInfoText(state);
+    const std::string songInfo = SongInfoText(app);
     if (songInfo == player.songInfo) return;
-    const std::string& folder = state.folders.hullriderPath;
+    const std::string& folder = app.folders.hullriderPath;
     // The game may have the file open: then again at the next poll.
     if (WriteWholeFile((folder.empty() ? "." : folder) + "/songInfo.txt", songInfo)) player.songInfo = songInfo;
 }

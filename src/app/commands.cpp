@@ -21,20 +21,20 @@ namespace {
 
 constexpr float kVolumeStep = 0.05F;
 
-template <void (*operation)(AppState&, Draws&)>
+template <void (*operation)(AppState&, PickerState&)>
 void Play(Player& player) {
-    if (StartAudioAgain(player)) operation(player.state, player.draws);
+    if (StartAudioAgain(player)) operation(player.state, player.picker);
 }
 
-template <bool (*operation)(AppState&, Draws&)>
+template <bool (*operation)(AppState&, PickerState&)>
 void Play(Player& player) {
-    if (StartAudioAgain(player)) operation(player.state, player.draws);
+    if (StartAudioAgain(player)) operation(player.state, player.picker);
 }
 
 template <int32_t step>
 void PlayStationBeside(Player& player) {
     if (player.state.radio.stations.empty()) return PrintLine("There are no internet stations.");
-    if (StartAudioAgain(player)) StepStation(player.state, player.draws, step);
+    if (StartAudioAgain(player)) StepStation(player.state, player.picker, step);
 }
 
 template <int32_t step>
@@ -81,53 +81,47 @@ void Toggle(int32_t& flag) {
     flag = flag == 0 ? 1 : 0;
 }
 
+// A command without a function opens an option window.
 constexpr std::array kCommands{
-    Command{kFoldersCommand, "Select Local Folders", nullptr, {"CustomFolderDialogClass", "Folder Information"}},
-    Command{
-        kStationsCommand, "Select Internet URL", nullptr, {"CustomIFolderDialogClass", "Internet Folder Information"}},
-    Command{kExitCommand, "Exit", Exit, {}},
-    Command{kPlayPauseCommand, "Play/Pause", PlayOrPause, {}},
-    Command{kStartCommand, "Start", StartMusic, {}},
-    Command{kStopCommand, "Stop", StopMusic, {}},
-    Command{kNextSongCommand, "Next Song", Play<PlayNext>, {}},
-    Command{kPreviousSongCommand, "Previous Song", Play<PlayPreviousSong>, {}},
-    Command{kNextSoundFontCommand, "Next Sound Font", [](Player& player) { NextSoundFont(player.state); }, {}},
-    Command{
-        kPreviousSoundFontCommand, "Previous Sound Font", [](Player& player) { PreviousSoundFont(player.state); }, {}},
-    Command{kNextPlaylistCommand, "Next Play List", Play<NextPlaylist>, {}},
-    Command{kPreviousPlaylistCommand, "Previous Play List", Play<PreviousPlaylist>, {}},
-    Command{kRadioOptionsCommand, "Radio", nullptr, {"CustomRadioDialogClass", "Radio Options"}},
-    Command{kFavoriteOptionsCommand, "Favorites", nullptr, {"CustomFavDialogClass", "Favorite Options"}},
-    Command{
-        kHotkeyOptionsCommand, "Hotkeys \\ Game Controllers", nullptr, {"CustomHotKeyDialogClass", "Hotkey Options"}},
-    Command{kVisualOptionsCommand, "Display", nullptr, {"CustomVisualDialogClass", "Visual Options"}},
-    Command{kEqualizerCommand, "Equalizer ", nullptr, {"CustomEQDialogClass", "Custom User EQ"}},
-    Command{kCustomStationCommand,
-            "Custom Radio Station",
-            nullptr,
-            {"CustomUserRadioDialogClass", "Custom User Radio Maker"}},
-    Command{kSongInfoCommand, "View", nullptr, {"CustomInfoDialogClass", "Song Information"}},
-    Command{kPlayGameCommand, "Play Hullrider ", [](Player& player) { LaunchCompanionGame(player.state); }, {}},
-    Command{
-        kMergeFavoritesCommand, "Merge Favorites", [](Player& player) { MergeCompanionFavorites(player.state); }, {}},
-    Command{kSyncLibraryCommand, "Sync Music Library", [](Player& player) { SyncCompanionLibrary(player.state); }, {}},
-    Command{kAboutCommand, "About Hullrider Radio", nullptr, {"CustomAboutDialogClass", "About Hullrider Radio"}},
-    Command{kUpdateCommand, "Check For Updates", nullptr, {"CustomSearchDialogClass", "Update Hullrider"}},
+    Command{kFoldersCommand, "Select Local Folders"},
+    Command{kStationsCommand, "Select Internet URL"},
+    Command{kExitCommand, "Exit", Exit},
+    Command{kPlayPauseCommand, "Play/Pause", PlayOrPause},
+    Command{kStartCommand, "Start", StartMusic},
+    Command{kStopCommand, "Stop", StopMusic},
+    Command{kNextSongCommand, "Next Song", Play<PlayNext>},
+    Command{kPreviousSongCommand, "Previous Song", Play<PlayPreviousSong>},
+    Command{kNextSoundFontCommand, "Next Sound Font", [](Player& player) { NextSoundFont(player.state); }},
+    Command{kPreviousSoundFontCommand, "Previous Sound Font", [](Player& player) { PreviousSoundFont(player.state); }},
+    Command{kNextPlaylistCommand, "Next Play List", Play<NextPlaylist>},
+    Command{kPreviousPlaylistCommand, "Previous Play List", Play<PreviousPlaylist>},
+    Command{kRadioOptionsCommand, "Radio"},
+    Command{kFavoriteOptionsCommand, "Favorites"},
+    Command{kHotkeyOptionsCommand, "Hotkeys \\ Game Controllers"},
+    Command{kVisualOptionsCommand, "Display"},
+    Command{kEqualizerCommand, "Equalizer "},
+    Command{kCustomStationCommand, "Custom Radio Station"},
+    Command{kSongInfoCommand, "View"},
+    Command{kPlayGameCommand, "Play Hullrider ", [](Player& player) { LaunchCompanionGame(player.state); }},
+    Command{kMergeFavoritesCommand, "Merge Favorites", [](Player& player) { MergeCompanionFavorites(player.state); }},
+    Command{kSyncLibraryCommand, "Sync Music Library", [](Player& player) { SyncCompanionLibrary(player.state); }},
+    Command{kAboutCommand, "About Hullrider Radio"},
+    Command{kUpdateCommand, "Check For Updates"},
 
-    Command{kStopStartCommand, "", StopOrStart, {}},
-    Command{kVolumeToggleCommand, "", [](Player& player) { ToggleHighLowVolume(player.state); }, {}},
-    Command{kVolumeUpCommand, "", ChangeVolume<1>, {}},
-    Command{kVolumeDownCommand, "", ChangeVolume<-1>, {}},
-    Command{kFavoriteUpCommand, "", ChangeFavorite<1>, {}},
-    Command{kFavoriteDownCommand, "", ChangeFavorite<-1>, {}},
-    Command{kMusicHomeCommand, "", GoHome, {}},
-    Command{kNextStationCommand, "", PlayStationBeside<1>, {}},
-    Command{kPreviousStationCommand, "", PlayStationBeside<-1>, {}},
-    Command{kShuffleCommand, "", [](Player& player) { ToggleShuffle(player.state.selection); }, {}},
-    Command{kFavoritesFilterCommand, "", [](Player& player) { CycleFavoritesFilter(player.state.selection); }, {}},
-    Command{kShowPlayerCommand, "", ShowPlayer, {}},
-    Command{kButtonRumbleCommand, "", [](Player& player) { Toggle(player.state.settings.useRumble); }, {}},
-    Command{kToggleRumbleCommand, "", [](Player& player) { Toggle(player.state.settings.useRumbleToggle); }, {}},
+    Command{kStopStartCommand, "", StopOrStart},
+    Command{kVolumeToggleCommand, "", [](Player& player) { ToggleHighLowVolume(player.state); }},
+    Command{kVolumeUpCommand, "", ChangeVolume<1>},
+    Command{kVolumeDownCommand, "", ChangeVolume<-1>},
+    Command{kFavoriteUpCommand, "", ChangeFavorite<1>},
+    Command{kFavoriteDownCommand, "", ChangeFavorite<-1>},
+    Command{kMusicHomeCommand, "", GoHome},
+    Command{kNextStationCommand, "", PlayStationBeside<1>},
+    Command{kPreviousStationCommand, "", PlayStationBeside<-1>},
+    Command{kShuffleCommand, "", [](Player& player) { ToggleShuffle(player.state.selection); }},
+    Command{kFavoritesFilterCommand, "", [](Player& player) { CycleFavoritesFilter(player.state.selection); }},
+    Command{kShowPlayerCommand, "", ShowPlayer},
+    Command{kButtonRumbleCommand, "", [](Player& player) { Toggle(player.state.settings.useRumble); }},
+    Command{kToggleRumbleCommand, "", [](Player& player) { Toggle(player.state.settings.useRumbleToggle); }},
 };
 
 constexpr std::array<int32_t, 3> kFile{kFoldersCommand, kStationsCommand, kExitCommand};
@@ -200,7 +194,7 @@ bool RunCommand(Player& player, int32_t id) {
         return true;
     }
     if (!player.openWindow) return false;
-    player.openWindow(command->window);
+    player.openWindow(id);
     return true;
 }
 

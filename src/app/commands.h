@@ -7,58 +7,14 @@
 #include <string_view>
 
 #include "app/player.h"
+#include "state/command_ids.h"
 
 namespace hullrider {
-
-// Identifiers, as a menu's WM_COMMAND carries them.
-enum CommandId : int32_t {
-    kExitCommand = 3,
-    kPlayPauseCommand,
-    kStartCommand,
-    kStopCommand,
-    kNextSongCommand,
-    kPreviousSongCommand,
-    kRadioOptionsCommand,
-    kFavoriteOptionsCommand,
-    kHotkeyOptionsCommand,
-    kSongInfoCommand,
-    kNextSoundFontCommand,
-    kPreviousSoundFontCommand,
-    kVisualOptionsCommand,
-    kFoldersCommand,
-    kMergeFavoritesCommand = 18,
-    kAboutCommand,
-    kNextPlaylistCommand,
-    kPreviousPlaylistCommand,
-    kStationsCommand,
-    kPlayGameCommand,
-    kUpdateCommand,
-    kSyncLibraryCommand,
-    kEqualizerCommand,
-    kCustomStationCommand,
-
-    // Not in the menu.
-    kStopStartCommand = 100,
-    kVolumeToggleCommand,
-    kVolumeUpCommand,
-    kVolumeDownCommand,
-    kFavoriteUpCommand,
-    kFavoriteDownCommand,
-    kMusicHomeCommand,
-    kNextStationCommand,
-    kPreviousStationCommand,
-    kShuffleCommand,
-    kFavoritesFilterCommand,
-    kShowPlayerCommand,
-    kButtonRumbleCommand,
-    kToggleRumbleCommand,
-};
 
 struct Command {
     int32_t id = 0;
     std::string_view text;           // as the menu has it
-    void (*run)(Player&) = nullptr;  // null: opens a window
-    OptionWindow window;
+    void (*run)(Player&) = nullptr;  // null: opens an option window
 };
 
 std::span<const Command> Commands();

@@ -6,6 +6,7 @@
 #include "app/library_loading.h"
 #include "library/favorites.h"
 #include "library/favorites_file.h"
+#include "library/type_names.h"
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/folder.h"
@@ -30,36 +31,28 @@ std::string Joined(const auto& list, const auto& lineOf) {
     return text;
 }
 
-void WriteLibraryExport(const AppState& state) {
+void WriteLibraryExport(const AppState& app) {
     std::string songs;
-    for (const Playlist& playlist : state.library.playlists) {
+    for (const Playlist& playlist : app.library.playlists) {
         songs += Joined(playlist.songs, [](const Song& song) { return song.songPath; });
     }
-    WriteExport(state.folders.hullriderPath, "\\MusicLibraryCache.txt", songs);
+    WriteExport(app.folders.hullriderPath, "\\MusicLibraryCache.txt", songs);
 }
 
-void WriteFavoritesExport(const AppState& state) {
-    WriteExport(state.folders.hullriderPath, "\\SongFavs.txt",
-                Joined(state.favorites.list, [](const FavoriteEntry& entry) { return entry.songPath; }));
+void WriteFavoritesExport(const AppState& app) {
+    WriteExport(app.folders.hullriderPath, "\\SongFavs.txt",
+                Joined(app.favorites.list, [](const FavoriteEntry& entry) { return entry.songPath; }));
 }
 
 // The user's own may be away.
-std::string SoundFontFolderInUse(const AppState& state) {
-    const std::vector<std::string>& files = state.soundFonts.soundFontFiles;
-    return files.empty() ? state.folders.soundFontDirectoryPath : std::string(FolderOf(files.front()));
+std::string SoundFontFolderInUse(const AppState& app) {
+    const std::vector<std::string>& files = app.soundFonts.soundFontFiles;
+    return files.empty() ? app.folders.soundFontDirectoryPath : std::string(FolderOf(files.front()));
 }
 
-const char* KindText(int32_t type) {
-    switch (type) {
-        case kMidi:
-            return "MIDI";
-        case kMp3:
-            return "MP3";
-        case kTracker:
-            return "Tracker";
-        default:
-            return "Radio";
-    }
+const char* TypeText(int32_t type) {
+    const auto at = static_cast<size_t>(type);
+    return at < kTypeNames.size() ? kTypeNames[at].brief : "";
 }
 
 }  // namespace
@@ -73,21 +66,21 @@ std::string FindCompanionGame(const std::string& programFolder) {
     }
 }
 
-void WriteCompanionExports(const AppState& state) {
-    const std::string& folder = state.folders.hullriderPath;
-    WriteLibraryExport(state);
+void WriteCompanionExports(const AppState& app) {
+    const std::string& folder = app.folders.hullriderPath;
+    WriteLibraryExport(app);
     WriteExport(folder, "\\InternetStations.txt",
-                Joined(state.radio.stations, [](const InternetStation& station) { return station.url; }));
-    WriteFavoritesExport(state);
+                Joined(app.radio.stations, [](const InternetStation& station) { return station.url; }));
+    WriteFavoritesExport(app);
     WriteExport(folder, "\\MusicPaths.txt",
-                Joined(state.settings.directoryPaths, [](const std::string& directory) { return directory; }));
-    WriteExport(folder, "\\SoundFontsPath.Txt", SoundFontFolderInUse(state) + '\n');
+                Joined(app.settings.directoryPaths, [](const std::string& directory) { return directory; }));
+    WriteExport(folder, "\\SoundFontsPath.Txt", SoundFontFolderInUse(app) + '\n');
 }
 
-void LaunchCompanionGame(const AppState& state) {
-    const std::string& folder = state.folders.hullriderPath;
+void LaunchCompanionGame(const AppState& app) {
+    const std::string& folder = app.folders.hullriderPath;
     if (folder.empty()) return;
-    WriteCompanionExports(state);
+    WriteCompanionExports(app);
     std::string error;
     const auto onEnd = [] { PrintLine("The game has ended."); };
     if (!StartElevated(StatePath(folder, "\\Hullrider.exe"), folder, error, onEnd)) {
@@ -95,26 +88,26 @@ void LaunchCompanionGame(const AppState& state) {
     }
 }
 
-void MergeCompanionFavorites(AppState& state) {
-    if (state.folders.hullriderPath.empty()) return;
-    const std::string path = StatePath(state.folders.hullriderPath, kFavoritesFile);
+void MergeCompanionFavorites(AppState& app) {
+    if (app.folders.hullriderPath.empty()) return;
+    const std::string path = StatePath(app.folders.hullriderPath, kFavoritesFile);
     if (IsFile(path)) {
-        LoadFavorites(path, state.favorites);
-        MatchFavorites(state.favorites, state.library);
-        RecountSongs(state);
+        LoadFavorites(path, app.favorites);
+        MatchFavorites(app.favorites, app.library);
+        RecountSongs(app);
     }
-    WriteFavoritesExport(state);
+    WriteFavoritesExport(app);
 }
 
-void SyncCompanionLibrary(const AppState& state) {
-    if (!state.folders.hullriderPath.empty()) WriteLibraryExport(state);
+void SyncCompanionLibrary(const AppState& app) {
+    if (!app.folders.hullriderPath.empty()) WriteLibraryExport(app);
 }
 
-std::string SongInfoText(const AppState& state) {
-    if (CurrentHandle(state.playback) == 0) return {};
-    const PlaybackState& playback = state.playback;
-    return playback.item.title + '\n' + playback.item.secondLine + '\n' + KindText(playback.item.type) + '\n' +
-           std::to_string(CurrentFavoriteCount(state).value_or(0)) + '\n';
+std::string SongInfoText(const AppState& app) {
+    if (CurrentHandle(app.playback) == 0) return {};
+    const PlaybackState& playback = app.playback;
+    return playback.item.title + '\n' + playback.item.secondLine + '\n' + TypeText(playback.item.type) + '\n' +
+           std::to_string(CurrentFavoriteCount(app).value_or(0)) + '\n';
 }
 
 }  // namespace hullrider

@@ -17,23 +17,23 @@ inline constexpr bool kCompanionEdition = false;
 std::string FindCompanionGame(const std::string& programFolder);
 
 // The plain-text lists that the game reads, one entry a line, into the game's folder: the songs' paths as
-// "MusicLibraryCache.txt", the internet stations' addresses as "InternetStations.txt", the favourites' paths as
+// "MusicLibraryCache.txt", the internet stations' addresses as "InternetStations.txt", the favorites' paths as
 // "SongFavs.txt", the music directories as "MusicPaths.txt", the SoundFont folder as "SoundFontsPath.Txt". A file that
 // cannot be written is told on the error stream. The game's folder must be known.
-void WriteCompanionExports(const AppState& state);
+void WriteCompanionExports(const AppState& app);
 
 // The next three do nothing while the game's folder is unknown.
 
 // Writes the lists and starts the game, with the rights of an administrator. A failure is an error box.
-void LaunchCompanionGame(const AppState& state);
+void LaunchCompanionGame(const AppState& app);
 
-// Merges the favourites that lie in the game's folder, if any do, and writes the list of all of them there.
-void MergeCompanionFavorites(AppState& state);
+// Merges the favorites that lie in the game's folder, if any do, and writes the list of all of them there.
+void MergeCompanionFavorites(AppState& app);
 
 // Writes the list of the songs.
-void SyncCompanionLibrary(const AppState& state);
+void SyncCompanionLibrary(const AppState& app);
 
-// What plays, for the game: lines with title, album, kind and favourite count; empty when nothing plays.
-std::string SongInfoText(const AppState& state);
+// What plays, for the game: lines with title, album, kind and favorite count; empty when nothing plays.
+std::string SongInfoText(const AppState& app);
 
 }  // namespace hullrider

@@ -5,14 +5,15 @@
 
 #include "app/command_lines.h"
 #include "app/front.h"
+#include "app/heartbeat.h"
 #include "app/player.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "audio/output_choice.h"
 #include "platform/console.h"
 #include "platform/post.h"
-#include "playback/loudness.h"
 #include "playback/play_next.h"
+#include "playback/stream_loudness.h"
 
 namespace hullrider {
 namespace {

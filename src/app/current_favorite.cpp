@@ -13,36 +13,36 @@ namespace hullrider {
 namespace {
 
 // The place of the station that plays in its list; nothing when no station plays, or it has left the list.
-std::optional<size_t> PlayingStation(const AppState& state) {
-    const PlayItem& item = state.playback.item;
+std::optional<size_t> PlayingStation(const AppState& app) {
+    const PlayItem& item = app.playback.item;
     const bool isListed = item.kind == PlayItem::Kind::kStation && item.place.playlist >= 0 &&
-                          std::cmp_less(item.place.playlist, state.radio.stations.size());
+                          std::cmp_less(item.place.playlist, app.radio.stations.size());
     if (!isListed) return std::nullopt;
     return static_cast<size_t>(item.place.playlist);
 }
 
-const Song* HeardSong(const AppState& state) {
-    return CurrentHandle(state.playback) == 0 ? nullptr : PlayingSong(state);
+const Song* HeardSong(const AppState& app) {
+    return CurrentHandle(app.playback) == 0 ? nullptr : PlayingSong(app);
 }
 
 }  // namespace
 
-std::optional<int32_t> CurrentFavoriteCount(const AppState& state) {
-    if (const auto station = PlayingStation(state)) return state.radio.stations[*station].favoriteCount;
-    const Song* const song = HeardSong(state);
+std::optional<int32_t> CurrentFavoriteCount(const AppState& app) {
+    if (const auto station = PlayingStation(app)) return app.radio.stations[*station].favoriteCount;
+    const Song* const song = HeardSong(app);
     if (song == nullptr) return std::nullopt;
     return song->favoriteCount;
 }
 
-void SetCurrentFavoriteCount(AppState& state, int64_t count) {
+void SetCurrentFavoriteCount(AppState& app, int64_t count) {
     const auto cut = static_cast<int32_t>(std::clamp<int64_t>(count, INT32_MIN, INT32_MAX));
-    if (const auto station = PlayingStation(state)) {
-        state.radio.stations[*station].favoriteCount = cut;
-        state.radio.stations[*station].favorite = cut > 0 ? 1 : 0;
-    } else if (HeardSong(state) != nullptr) {
-        const SongChoice& place = state.playback.item.place;
-        SetFavoriteCount(state.favorites, state.library, {place.playlist, place.song}, cut);
-        RecountSongs(state);
+    if (const auto station = PlayingStation(app)) {
+        app.radio.stations[*station].favoriteCount = cut;
+        app.radio.stations[*station].favorite = cut > 0 ? 1 : 0;
+    } else if (HeardSong(app) != nullptr) {
+        const SongChoice& place = app.playback.item.place;
+        SetFavoriteCount(app.favorites, app.library, {place.playlist, place.song}, cut);
+        RecountSongs(app);
     }
 }
 

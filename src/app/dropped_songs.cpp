@@ -28,15 +28,15 @@ bool PlayDropped(Player& player, const std::vector<std::string>& paths) {
     Playlist dropped = GatherSongs(paths);
     if (dropped.songs.empty()) return false;
     if (!StartAudioAgain(player)) return true;
-    AppState& state = player.state;
-    const KeptPlace place = NotePlace(state);
-    const int32_t index = PutIntoLibrary(state.library.playlists, std::move(dropped));
-    MatchFavorites(state.favorites, state.library);
-    Recount(state);
-    FindPlaceAgain(state, place);
-    EnterPlaylist(state, index);
-    state.selection.currentSongInPlaylist = 0;
-    PlaySong(state, player.draws, index, 0);
+    AppState& app = player.state;
+    const KeptPlace place = KeepPlace(app);
+    const int32_t index = PutIntoLibrary(app.library.playlists, std::move(dropped));
+    MatchFavorites(app.favorites, app.library);
+    Recount(app);
+    FindPlaceAgain(app, place);
+    EnterPlaylist(app, index);
+    app.selection.currentSongInPlaylist = 0;
+    PlaySong(app, player.picker, index, 0);
     return true;
 }
 

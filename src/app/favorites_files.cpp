@@ -9,26 +9,26 @@ namespace hullrider {
 
 namespace {
 
-std::string FavoritesPath(const AppState& state) {
-    return StatePath(state.shell.dataDirectory, kFavoritesFile);
+std::string FavoritesPath(const AppState& app) {
+    return StatePath(app.shell.dataDirectory, kFavoritesFile);
 }
 
 }  // namespace
 
-void LoadFavoriteFiles(AppState& state) {
-    const FavoritesLoad load = LoadOwnFavorites(FavoritesPath(state), state.favorites);
+void LoadFavoriteFiles(AppState& app) {
+    const FavoritesLoad load = LoadOwnFavorites(FavoritesPath(app), app.favorites);
     // Only then: a song that the user has taken out of the list may still be marked in a library cache of before.
-    if (load == FavoritesLoad::kUnreadable) AdoptFavorites(state.favorites, state.library);
-    LoadFavorites(kFavoritesFile, state.favorites);
-    MatchFavorites(state.favorites, state.library);
+    if (load == FavoritesLoad::kUnreadable) AdoptFavorites(app.favorites, app.library);
+    LoadFavorites(kFavoritesFile, app.favorites);
+    MatchFavorites(app.favorites, app.library);
 }
 
-void SaveFavoriteFile(const AppState& state) {
-    SaveFavorites(FavoritesPath(state), state.favorites);
+void SaveFavoriteFile(const AppState& app) {
+    SaveFavorites(FavoritesPath(app), app.favorites);
 }
 
-FavoritesFound FavoritesMerger(AppState& state) {
-    return [&state](const std::string& path) { LoadFavorites(path, state.favorites); };
+FavoritesFound FavoritesMerger(AppState& app) {
+    return [&app](const std::string& path) { LoadFavorites(path, app.favorites); };
 }
 
 }  // namespace hullrider

@@ -1,4 +1,4 @@
-// The favourites' files, each at its place in start-up and shutdown. UI thread.
+// The favorites' files, each at its place in start-up and shutdown. UI thread.
 #pragma once
 
 #include "library/scan.h"
@@ -6,12 +6,12 @@
 
 namespace hullrider {
 
-// Loads the player's own favourites, then merges those of the working directory, and marks the library's songs. When
+// Loads the player's own favorites, then merges those of the working directory, and marks the library's songs. When
 // the player's own file is lost, the marks that the library still has are taken over.
-void LoadFavoriteFiles(AppState& state);
-void SaveFavoriteFile(const AppState& state);
+void LoadFavoriteFiles(AppState& app);
+void SaveFavoriteFile(const AppState& app);
 
-// For a scan: merges the favourites files that it meets. The songs are marked by MatchFavorites after it.
-FavoritesFound FavoritesMerger(AppState& state);
+// For a scan: merges the favorites files that it meets. The songs are marked by MatchFavorites after it.
+FavoritesFound FavoritesMerger(AppState& app);
 
 }  // namespace hullrider

@@ -38,60 +38,60 @@ void FillLibraryWith(MusicLibrary& library, MusicLibrary&& found) {
 }
 
 // After a scan that the user has asked for, also an empty library is kept as it is.
-void KeepLibrary(const AppState& state, ScanReason reason, bool isCacheOld) {
-    const std::string& cache = state.shell.libraryCachePath;
+void KeepLibrary(const AppState& app, ScanReason reason, bool isCacheOld) {
+    const std::string& cache = app.shell.libraryCachePath;
     if (cache.empty()) return;
-    if (reason != ScanReason::kStart && state.settings.directoryPaths.empty()) return RemoveMusicLibraryCache(cache);
-    if (reason != ScanReason::kStart || (isCacheOld && SongCountOf(state.library) > 0)) {
-        SaveMusicLibraryCache(cache, state.library);
+    if (reason != ScanReason::kStart && app.settings.directoryPaths.empty()) return RemoveMusicLibraryCache(cache);
+    if (reason != ScanReason::kStart || (isCacheOld && SongCountOf(app.library) > 0)) {
+        SaveMusicLibraryCache(cache, app.library);
     }
 }
 
 // A scan at every start would bring back for ever what the user has taken out of his favorites: then only the files
 // beside music that is new count.
-void MergeFavoritesFiles(AppState& state, const FoundMusic& music, ScanReason reason) {
+void MergeFavoritesFiles(AppState& app, const FoundMusic& music, ScanReason reason) {
     for (const std::string& path : music.favoritesFiles) {
-        const bool isKnown = reason == ScanReason::kStart && HasMusicOf(state.library.playlists, FolderOf(path));
-        if (!isKnown) LoadFavorites(path, state.favorites);
+        const bool isKnown = reason == ScanReason::kStart && HasMusicOf(app.library.playlists, FolderOf(path));
+        if (!isKnown) LoadFavorites(path, app.favorites);
     }
 }
 
-void Replace(AppState& state, FoundMusic music, ScanReason reason) {
-    const bool isCacheOld = !IsSameMusic(state.library.playlists, music.library.playlists, Compared::kCachedSongs);
-    const KeptPlace place = NotePlace(state);
-    MergeFavoritesFiles(state, music, reason);
-    KeepAlbumMarks(music.library.playlists, state.library.playlists);
-    FillLibraryWith(state.library, std::move(music.library));
-    MatchFavorites(state.favorites, state.library);
-    Recount(state);
-    FindPlaceAgain(state, place);
-    KeepLibrary(state, reason, isCacheOld);
+void Replace(AppState& app, FoundMusic music, ScanReason reason) {
+    const bool isCacheOld = !IsSameMusic(app.library.playlists, music.library.playlists, Compared::kCachedSongs);
+    const KeptPlace place = KeepPlace(app);
+    MergeFavoritesFiles(app, music, reason);
+    KeepAlbumMarks(music.library.playlists, app.library.playlists);
+    FillLibraryWith(app.library, std::move(music.library));
+    MatchFavorites(app.favorites, app.library);
+    Recount(app);
+    FindPlaceAgain(app, place);
+    KeepLibrary(app, reason, isCacheOld);
 }
 
-void TellSource(AppState& state, MusicSource source) {
+void TellSource(AppState& app, MusicSource source) {
     const bool isOfLastResort = source == MusicSource::kWorkingFolder;
-    state.selection.mixedMusic = isOfLastResort ? state.library.typedSongCount > 0 : source != MusicSource::kNone;
-    state.playback.demonstration = source == MusicSource::kFallback;
+    app.selection.mixedMusic = isOfLastResort ? app.library.typedSongCount > 0 : source != MusicSource::kNone;
+    app.playback.demonstration = source == MusicSource::kFallback;
 }
 
 // False when the library is what was found already.
-bool TakeOver(AppState& state, FoundMusic music, const MusicFolders& folders, ScanReason reason) {
-    MusicLibrary& library = state.library;
+bool TakeOver(AppState& app, FoundMusic music, const MusicFolders& folders, ScanReason reason) {
+    MusicLibrary& library = app.library;
     if (reason != ScanReason::kAskedFor) KeepMissingMusic(music.library, library.playlists, folders.paths);
     library.missingFolders = music.library.missingFolders;
     if (reason == ScanReason::kStart && IsSameMusic(library.playlists, music.library.playlists, Compared::kAllSongs)) {
         return false;
     }
-    Replace(state, std::move(music), reason);
-    TellSource(state, folders.source);
+    Replace(app, std::move(music), reason);
+    TellSource(app, folders.source);
     return true;
 }
 
 // Where to look when a scan has found nothing to play; nowhere in a run whose library is not the user's.
 MusicFolders LastResort(const Player& player, MusicSource source) {
-    const AppState& state = player.state;
+    const AppState& app = player.state;
     const bool isTried = source == MusicSource::kWorkingFolder || source == MusicSource::kNone;
-    if (isTried || state.library.typedSongCount > 0 || state.shell.libraryCachePath.empty()) return {};
+    if (isTried || app.library.typedSongCount > 0 || app.shell.libraryCachePath.empty()) return {};
     return {MusicSource::kWorkingFolder, {JoinPath(WorkingFolder(), "Music")}};
 }
 
@@ -112,7 +112,7 @@ void PlayFirstSong(Player& player) {
     if (IsLookingForMusic(player)) {
         TellTrouble(playback, PlaybackTrouble::kLookingForMusic);
     } else {
-        PlayNext(player.state, player.draws);
+        PlayNext(player.state, player.picker);
     }
 }
 
@@ -157,8 +157,8 @@ std::optional<int32_t> SongsFoundByScan(const Player& player) {
 }
 
 bool IsLookingForMusic(const Player& player) {
-    const AppState& state = player.state;
-    return player.scan.thread != nullptr && state.library.typedSongCount == 0 && state.radio.stations.empty();
+    const AppState& app = player.state;
+    return player.scan.thread != nullptr && app.library.typedSongCount == 0 && app.radio.stations.empty();
 }
 
 void PollFolderScan(Player& player) {
@@ -178,7 +178,7 @@ void PollFolderScan(Player& player) {
     // Music at last: not after the pause that an attempt in vain is followed by.
     const bool isSilent = !player.stopped && CurrentHandle(player.state.playback) == 0;
     const bool isAwaited = player.state.playback.trouble == PlaybackTrouble::kLookingForMusic;
-    if (isSilent && (isAwaited || library.typedSongCount > 0)) PlayNext(player.state, player.draws);
+    if (isSilent && (isAwaited || library.typedSongCount > 0)) PlayNext(player.state, player.picker);
 }
 
 }  // namespace hullrider

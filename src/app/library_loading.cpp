@@ -15,20 +15,18 @@
 
 namespace hullrider {
 
-namespace {
+namespace {}  // namespace
 
-}  // namespace
-
-void RecountSongs(AppState& state) {
-    const Settings& settings = state.settings;
-    state.weights = {settings.rawFav, settings.rawMIDI, settings.rawMP3, settings.rawTracker, settings.rawRadio};
-    UpdateSongCounts(state.library, state.weights, static_cast<int32_t>(state.radio.stations.size()));
+void RecountSongs(AppState& app) {
+    const Settings& settings = app.settings;
+    app.weights = {settings.rawFav, settings.rawMIDI, settings.rawMP3, settings.rawTracker, settings.rawRadio};
+    UpdateSongCounts(app.library, app.weights, static_cast<int32_t>(app.radio.stations.size()));
 }
 
-void Recount(AppState& state) {
-    RecountSongs(state);
-    MergePlayCounts(state.library, state.playCounts);
-    FindHistoryInLibrary(state.history, state.library);
+void Recount(AppState& app) {
+    RecountSongs(app);
+    MergePlayCounts(app.library, app.playCounts);
+    FindHistoryInLibrary(app.history, app.library);
 }
 
 MusicFolders MusicOfRun(const Player& player) {
@@ -40,55 +38,55 @@ MusicFolders MusicOfRun(const Player& player) {
     return {MusicSource::kWorkingFolder, {JoinPath(WorkingFolder(), "Music")}};
 }
 
-void LoadLibrary(AppState& state) {
-    if (state.shell.libraryCachePath.empty()) return;
-    state.library.playlists = LoadMusicLibraryCache(state.shell.libraryCachePath);
-    if (state.library.playlists.empty()) {
+void LoadLibrary(AppState& app) {
+    if (app.shell.libraryCachePath.empty()) return;
+    app.library.playlists = LoadMusicLibraryCache(app.shell.libraryCachePath);
+    if (app.library.playlists.empty()) {
         PrintLine("Music library cache is empty or couldn't be loaded.");
-        if (state.settings.directoryPaths.empty()) {
+        if (app.settings.directoryPaths.empty()) {
             PrintLine("No directory paths available to update music library.");
         }
     }
-    Recount(state);
+    Recount(app);
 }
 
-void LoadSettingsFile(AppState& state) {
-    const std::string path = StatePath(state.shell.dataDirectory, kSettingsFile);
-    if (LoadSettings(path, state.settings) == StateReading::kUnreadable) {
-        LoadSettings(kSettingsFile, state.settings);
+void LoadSettingsFile(AppState& app) {
+    const std::string path = StatePath(app.shell.dataDirectory, kSettingsFile);
+    if (LoadSettings(path, app.settings) == StateReading::kUnreadable) {
+        LoadSettings(kSettingsFile, app.settings);
     }
-    Recount(state);
+    Recount(app);
 }
 
-Settings SettingsToKeep(const AppState& state) {
-    Settings settings = state.settings;
-    settings.volumeLevel = NormalVolume(state);
+Settings SettingsToKeep(const AppState& app) {
+    Settings settings = app.settings;
+    settings.volumeLevel = NormalVolume(app);
     return settings;
 }
 
-ShellOptions OptionsToKeep(const AppState& state) {
-    ShellOptions options = state.shell.options;
-    options.isEquallyLoud = state.playback.realTimeVolume;
+ShellOptions OptionsToKeep(const AppState& app) {
+    ShellOptions options = app.shell.options;
+    options.followsLoudness = app.playback.volume->realTimeVolume;
     return options;
 }
 
-void SaveSettingsFile(const AppState& state) {
-    SaveSettings(StatePath(state.shell.dataDirectory, kSettingsFile), SettingsToKeep(state));
-    SaveShellOptions(StatePath(state.shell.dataDirectory, kShellOptionsFile), OptionsToKeep(state));
+void SaveSettingsFile(const AppState& app) {
+    SaveSettings(StatePath(app.shell.dataDirectory, kSettingsFile), SettingsToKeep(app));
+    SaveShellOptions(StatePath(app.shell.dataDirectory, kShellOptionsFile), OptionsToKeep(app));
 }
 
 void FillLibrary(Player& player) {
-    AppState& state = player.state;
+    AppState& app = player.state;
     const MusicFolders music = MusicOfRun(player);
     const bool isChosen = music.source != MusicSource::kNone && music.source != MusicSource::kWorkingFolder;
-    state.selection.mixedMusic = isChosen;
-    state.playback.demonstration = music.source == MusicSource::kFallback;
+    app.selection.mixedMusic = isChosen;
+    app.playback.demonstration = music.source == MusicSource::kFallback;
     if (!isChosen) return;
     // A library of his own that the cache still holds is left on the disk.
-    const bool isNotTheUsers = state.playback.demonstration && HasMusicElsewhere(state.library.playlists, music.paths);
-    if (isNotTheUsers) state.shell.libraryCachePath.clear();
-    DropMusicElsewhere(state.library.playlists, music.paths);
-    Recount(state);
+    const bool isNotTheUsers = app.playback.demonstration && HasMusicElsewhere(app.library.playlists, music.paths);
+    if (isNotTheUsers) app.shell.libraryCachePath.clear();
+    DropMusicElsewhere(app.library.playlists, music.paths);
+    Recount(app);
 }
 
 }  // namespace hullrider

@@ -10,45 +10,45 @@ namespace hullrider {
 
 namespace {
 
-std::string StatisticsPath(const AppState& state) {
-    return StatePath(state.shell.dataDirectory, kStatisticsFile);
+std::string StatisticsPath(const AppState& app) {
+    return StatePath(app.shell.dataDirectory, kStatisticsFile);
 }
 
-std::string PlayCountsPath(const AppState& state) {
-    return StatePath(state.shell.dataDirectory, kPlayCountsFile);
+std::string PlayCountsPath(const AppState& app) {
+    return StatePath(app.shell.dataDirectory, kPlayCountsFile);
 }
 
-std::string SongHistoryPath(const AppState& state) {
-    return StatePath(state.shell.dataDirectory, kSongHistoryFile);
+std::string SongHistoryPath(const AppState& app) {
+    return StatePath(app.shell.dataDirectory, kSongHistoryFile);
 }
 
 }  // namespace
 
-void LoadStatisticsFile(AppState& state) {
-    LoadStatistics(StatisticsPath(state), state.statistics);
-    CountStart(state.statistics);
+void LoadStatisticsFile(AppState& app) {
+    LoadStatistics(StatisticsPath(app), app.statistics);
+    CountStart(app.statistics);
 }
 
-void SaveStatisticsFile(const AppState& state) {
-    SaveStatistics(StatisticsPath(state), state.statistics);
+void SaveStatisticsFile(const AppState& app) {
+    SaveStatistics(StatisticsPath(app), app.statistics);
 }
 
-void LoadPlayCountsFile(AppState& state) {
-    LoadPlayCounts(PlayCountsPath(state), state.playCounts);
-    MergePlayCounts(state.library, state.playCounts);
+void LoadPlayCountsFile(AppState& app) {
+    LoadPlayCounts(PlayCountsPath(app), app.playCounts);
+    MergePlayCounts(app.library, app.playCounts);
 }
 
-void SavePlayCountsFile(const AppState& state) {
-    SavePlayCounts(PlayCountsPath(state), state.playCounts);
+void SavePlayCountsFile(const AppState& app) {
+    SavePlayCounts(PlayCountsPath(app), app.playCounts);
 }
 
-void LoadSongHistoryFile(AppState& state) {
-    LoadSongHistory(SongHistoryPath(state), state.history);
-    FindHistoryInLibrary(state.history, state.library);
+void LoadSongHistoryFile(AppState& app) {
+    LoadSongHistory(SongHistoryPath(app), app.history);
+    FindHistoryInLibrary(app.history, app.library);
 }
 
-void SaveSongHistoryFile(const AppState& state) {
-    SaveSongHistory(SongHistoryPath(state), state.history);
+void SaveSongHistoryFile(const AppState& app) {
+    SaveSongHistory(SongHistoryPath(app), app.history);
 }
 
 }  // namespace hullrider

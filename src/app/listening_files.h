@@ -7,14 +7,14 @@
 namespace hullrider {
 
 // Also count this start of the program.
-void LoadStatisticsFile(AppState& state);
-void SaveStatisticsFile(const AppState& state);
+void LoadStatisticsFile(AppState& app);
+void SaveStatisticsFile(const AppState& app);
 
 // Bring the counts and the library into step.
-void LoadPlayCountsFile(AppState& state);
-void SavePlayCountsFile(const AppState& state);
+void LoadPlayCountsFile(AppState& app);
+void SavePlayCountsFile(const AppState& app);
 
-void LoadSongHistoryFile(AppState& state);
-void SaveSongHistoryFile(const AppState& state);
+void LoadSongHistoryFile(AppState& app);
+void SaveSongHistoryFile(const AppState& app);
 
 }  // namespace hullrider

@@ -5,28 +5,25 @@
 #include <optional>
 #include <utility>
 
-#include "app/audio_start.h"
 #include "app/commands.h"
 #include "app/dropped_songs.h"
-#include "app/folder_scan.h"
-#include "app/library_loading.h"
+#include "app/heartbeat.h"
 #include "app/menu_win.h"
-#include "app/options.h"
-#include "app/panel_commands_win.h"
+#include "app/option_windows_win.h"
+#include "app/player_hotkeys_win.h"
 #include "app/shutdown.h"
 #include "app/single_instance_win.h"
-#include "app/sound_font_folder.h"
-#include "app/startup.h"
 #include "app/window_place_win.h"
 #include "dialogs/dialogs_win.h"
 #include "input/hotkeys_win.h"
 #include "platform/console.h"
+#include "platform/dropped_files_win.h"
 #include "platform/message_box.h"
 #include "platform/post.h"
-#include "platform/text_win.h"
 #include "platform/window_class_win.h"
-#include "playback/loudness.h"
-#include "playback/transport.h"
+#include "playback/seek.h"
+#include "playback/stream_loudness.h"
+#include "playback/volume.h"
 
 namespace hullrider {
 
@@ -61,11 +58,7 @@ SIZE ChooseClientSize() {
 
 MainWindow::MainWindow(HINSTANCE instance, Player& player)
     : player_(player),
-      panel_({[this](const PanelAction& action) {
-                  RunPanelAction(player_, action);
-                  if (action.element == PanelElement::kExit) KillTimer(window_, kSlowPollTimer);
-                  RefreshPanel();
-              },
+      panel_({[this](const PanelAction& action) { OnPanelAction(action); },
               [this] { return ReadLevel(player_.state.playback); }}) {
     if (!RegisterWindowClass(instance, kClassName, Procedure, COLOR_WINDOW)) return;
     const SIZE client = ChooseClientSize();
@@ -82,17 +75,15 @@ MainWindow::MainWindow(HINSTANCE instance, Player& player)
     shell.mainWindow = window_;
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     DragAcceptFiles(window_, TRUE);
-    panel_.Attach(window_, EnabledElements());
+    panel_.Attach(window_);
     SetPostWaker([window = window_] { PostMessageW(window, kPostedMessage, 0, 0); });
-    player_.takeHotkeys = [this] { TakeHotkeys(); };
-    player_.openWindow = [instance, host = MakeDialogHost()](const OptionWindow& window) {
-        OpenDialog(instance, host, window.className, window.title);
-    };
+    player_.takeHotkeys = [this] { TakeHotkeys(player_); };
+    player_.openWindow = [this](int32_t command) { OpenOptionWindow(player_, command); };
     player_.bringToFront = [this] { BringToFront(); };
     player_.endProgram = [this] { EndProgram(); };
     player_.releaseFront = [this] {
         CloseDialogs();
-        NotePlace(window_, player_.state.shell.options);
+        NoteWindowPlace(window_, player_.state.shell.options);
         tray_.Remove();
         KillTimers();
         panel_.Release();
@@ -189,7 +180,7 @@ std::optional<LRESULT> MainWindow::OnInput(UINT message, WPARAM wParam, LPARAM l
 std::optional<LRESULT> MainWindow::OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_EXITSIZEMOVE:
-            NotePlace(window_, player_.state.shell.options);
+            NoteWindowPlace(window_, player_.state.shell.options);
             return 0;
         case WM_SIZE:
             OnSize(wParam, lParam);
@@ -198,7 +189,7 @@ std::optional<LRESULT> MainWindow::OnPlaceOrEnd(UINT message, WPARAM wParam, LPA
             FollowDpi(*reinterpret_cast<const RECT*>(lParam));
             return 0;
         case WM_CLOSE:
-            NotePlace(window_, player_.state.shell.options);  // it is hidden before it is destroyed
+            NoteWindowPlace(window_, player_.state.shell.options);  // it is hidden before it is destroyed
             if (!player_.state.shell.options.closesToTray || !tray_.IsShown()) return std::nullopt;
             ShowWindow(window_, SW_HIDE);
             return 0;
@@ -243,20 +234,32 @@ void MainWindow::OnTimer(WPARAM timer) {
     }
 }
 
+void MainWindow::OnPanelAction(const PanelAction& action) {
+    AppState& app = player_.state;
+    switch (action.command) {
+        case kSetVolumeCommand:
+            SetVolumeLevel(app, static_cast<float>(action.value));
+            return RefreshPanel();
+        case kSeekCommand:
+            SeekTo(app.playback, action.value * app.playback.songLengthSec);
+            return RefreshPanel();
+        case kExitCommand:
+            KillTimer(window_, kSlowPollTimer);
+            break;
+        default:
+            break;
+    }
+    // Posted, as the menu bar does it, so that the panel is done with the click when the window goes.
+    PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(action.command), 0);
+}
+
 void MainWindow::OnKey(WPARAM key, bool isRepeated) {
     if (key == VK_F11) borderless_.Toggle(window_);
     Run(shortcuts_.CommandOfKey(key, isRepeated));
 }
 
 void MainWindow::OnDrop(HDROP drop) {
-    std::vector<std::string> paths(DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0));
-    for (size_t i = 0; i < paths.size(); ++i) {
-        const auto index = static_cast<UINT>(i);
-        std::wstring path(DragQueryFileW(drop, index, nullptr, 0) + 1, L'\0');
-        path.resize(DragQueryFileW(drop, index, path.data(), static_cast<UINT>(path.size())));
-        paths[i] = Utf8FromWide(path);
-    }
-    DragFinish(drop);
+    const std::vector<std::string> paths = TakeDroppedPaths(drop);
     // A box that waits for an answer may have been opened in the midst of work on the library.
     if (IsErrorBoxOpen()) return;
     if (!PlayDropped(player_, paths)) ShowErrorBox("There is no music among what was dropped that can be played.");
@@ -264,24 +267,8 @@ void MainWindow::OnDrop(HDROP drop) {
 }
 
 void MainWindow::OnTrayClick(TrayIcon::Click click) {
-    if (click == TrayIcon::Click::kMenu) return ShowTrayMenu();
-    BringToFront();
-}
-
-void MainWindow::ShowTrayMenu() {
-    bool& closesToTray = player_.state.shell.options.closesToTray;
-    const HMENU menu = BuildTrayMenu(closesToTray);
-    POINT mouse{};
-    GetCursorPos(&mouse);
-    // Else the menu does not close when the user clicks beside it.
-    SetForegroundWindow(window_);
-    const int command = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, window_, nullptr);
-    PostMessageW(window_, WM_NULL, 0, 0);  // else the next menu may vanish at once
-    DestroyMenu(menu);
-    if (command == kCloseToTrayItem) {
-        closesToTray = !closesToTray;
-        return;
-    }
+    if (click == TrayIcon::Click::kShow) return BringToFront();
+    const int32_t command = tray_.AskMenu(player_.state.shell.options.closesToTray);
     // Posted, as the menu bar does it: the command may end the program.
     if (command != 0) PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
@@ -289,36 +276,6 @@ void MainWindow::ShowTrayMenu() {
 // What has changed is shown at once.
 void MainWindow::Run(int32_t command) {
     if (RunCommand(player_, command)) RefreshPanel();
-}
-
-std::shared_ptr<DialogHost> MainWindow::MakeDialogHost() {
-    AppState& state = player_.state;
-    const auto host = std::make_shared<DialogHost>(
-        DialogHost{state, player_.hotkeys, player_.refusedHotkeys, VersionText(), [&state] { RecountSongs(state); },
-                   [this] { TakeHotkeys(); }, [this] { UnregisterAllHotkeys(window_); }});
-    host->playSong = [this](SongPosition position) { PlaySongNow(position); };
-    host->scanMusicFolders = [this](bool isAskedFor) {
-        StartFolderScan(player_, isAskedFor ? ScanReason::kAskedFor : ScanReason::kFoldersChanged);
-    };
-    host->songsFoundByScan = [this] { return SongsFoundByScan(player_); };
-    host->takeSoundFonts = [this](const std::string& folder) { return TakeSoundFontFolder(player_, folder); };
-    return host;
-}
-
-void MainWindow::PlaySongNow(SongPosition position) {
-    if (!StartAudioAgain(player_)) return;
-    PlaySong(player_.state, player_.draws, position.playlist, position.song);
-    RefreshPanel();
-}
-
-void MainWindow::TakeHotkeys() {
-    UnregisterAllHotkeys(window_);
-    player_.refusedHotkeys = RegisterHotkeys(window_, player_.hotkeys);
-    for (const RefusedHotkey& refused : player_.refusedHotkeys) {
-        const std::string_view label = HotkeyLabel(refused.hotkey.action);
-        PrintErrorLine("The hotkey " + std::to_string(refused.hotkey.action) +
-                       (label.empty() ? "" : " (" + std::string(label) + ")") + " is not available: " + refused.reason);
-    }
 }
 
 void MainWindow::BringToFront() {
@@ -347,8 +304,8 @@ std::string MainWindow::TrayTip() const {
 
 void MainWindow::RefreshPanel() {
     if (!panel_.CanBeSeen()) return;
-    const AppState& state = player_.state;
-    panel_.Show(MakePanelModel(state, ReadChannel(state.playback)), MakePanelTheme(state.settings));
+    const AppState& app = player_.state;
+    panel_.Show(MakePanelModel(app, ReadChannel(app.playback)), MakePanelTheme(app.settings));
 }
 
 // Ends the program in order: everything is saved and released, then the message loop is left.

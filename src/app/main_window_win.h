@@ -4,14 +4,12 @@
 #include <windows.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 #include "app/borderless_win.h"
 #include "app/player.h"
 #include "app/shortcuts_win.h"
 #include "app/tray_icon_win.h"
-#include "dialogs/dialog_host.h"
 #include "display/panel_view_win.h"
 
 namespace hullrider {
@@ -40,15 +38,12 @@ private:
     std::optional<LRESULT> OnInput(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam);
     void OnTimer(WPARAM timer);
+    void OnPanelAction(const PanelAction& action);
     void OnKey(WPARAM key, bool isRepeated);
     void OnDrop(HDROP drop);
     void OnTrayClick(TrayIcon::Click click);
-    void ShowTrayMenu();
     std::string TrayTip() const;
     void Run(int32_t command);
-    std::shared_ptr<DialogHost> MakeDialogHost();
-    void PlaySongNow(SongPosition position);
-    void TakeHotkeys();
     void BringToFront();
     void OnSize(WPARAM kind, LPARAM size);
     void FollowDpi(const RECT& proposed);

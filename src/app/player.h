@@ -13,16 +13,10 @@
 #include "input/hotkeys.h"
 #include "platform/paths.h"
 #include "playback/command_file.h"
-#include "playback/draws.h"
+#include "playback/picker_state.h"
 #include "state/app_state.h"
 
 namespace hullrider {
-
-// A window of its own for one subject.
-struct OptionWindow {
-    const char* className = nullptr;
-    const char* title = nullptr;
-};
 
 // What start-up has loaded so far: nothing else may be saved, or it would be lost.
 struct LoadedFiles {
@@ -39,7 +33,7 @@ struct Player {
     bool companionEdition = kCompanionEdition;
     std::string programFolder = ProgramFolder();
     AppState state;
-    Draws draws;
+    PickerState picker;
     ControllerSlots controllers;
     HotkeyBindings hotkeys = BuiltInHotkeys();
     std::vector<RefusedHotkey> refusedHotkeys;  // of those that were to be registered
@@ -47,12 +41,12 @@ struct Player {
     std::string songInfo;  // as it was last written
     FolderScan scan;
     Autosave autosave;
-    bool stopped = false;        // by the user: nothing plays until something is started
-    bool startsAudio = false;    // the audio library is being opened, and an error box may wait for the user
+    bool stopped = false;      // by the user: nothing plays until something is started
+    bool startsAudio = false;  // the audio library is being opened, and an error box may wait for the user
 
     // What only a front can do. Each may be empty.
     std::function<void()> takeHotkeys;  // once the bindings are known
-    std::function<void(const OptionWindow&)> openWindow;
+    std::function<void(int32_t command)> openWindow;
     std::function<void()> bringToFront;
     std::function<void()> endProgram;
 

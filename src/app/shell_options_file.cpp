@@ -38,7 +38,7 @@ bool ReadShellOptions(std::string_view text, ShellOptions& options, std::string&
     Take(object, "height", options.height);
     Take(object, "maximized", options.isMaximized);
     Take(object, "closeToTray", options.closesToTray);
-    Take(object, "equalLoudness", options.isEquallyLoud);
+    Take(object, "equalLoudness", options.followsLoudness);
     return true;
 }
 
@@ -49,7 +49,7 @@ std::string ShellOptionsText(const ShellOptions& options) {
                       {"height", options.height},
                       {"maximized", options.isMaximized},
                       {"closeToTray", options.closesToTray},
-                      {"equalLoudness", options.isEquallyLoud}};
+                      {"equalLoudness", options.followsLoudness}};
     return object.dump(4) + '\n';
 }
 

@@ -1,5 +1,5 @@
 // Keys of the main window while it has the focus: Space plays and pauses, the arrow keys go to the next and the
-// previous song and turn the volume, Ctrl+= and Ctrl+- raise and lower the favourite count, once however long they are
+// previous song and turn the volume, Ctrl+= and Ctrl+- raise and lower the favorite count, once however long they are
 // held. UI thread.
 #pragma once
 

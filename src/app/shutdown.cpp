@@ -19,23 +19,23 @@ void SaveAndShutdown(Player& player) {
     player.scan = {};
     player.autosave.Finish();
 
-    AppState& state = player.state;
-    const ShellState& shell = state.shell;
+    AppState& app = player.state;
+    const ShellState& shell = app.shell;
     const LoadedFiles& loaded = player.loaded;
-    const bool gameIsKnown = !state.folders.hullriderPath.empty();
-    EndListening(state);
-    if (loaded.statistics) SaveStatisticsFile(state);
+    const bool gameIsKnown = !app.folders.hullriderPath.empty();
+    EndListening(app);
+    if (loaded.statistics) SaveStatisticsFile(app);
     if (player.releaseFront) player.releaseFront();
-    if (state.audiobooks.bookCount == 0) PrintLine("No audiobooks to save. Skipping save operation.");
-    if (loaded.settings) SaveSettingsFile(state);
-    if (loaded.playCounts) SavePlayCountsFile(state);
-    if (loaded.library && !shell.libraryCachePath.empty()) SaveMusicLibraryCache(shell.libraryCachePath, state.library);
-    if (shell.companionExport && gameIsKnown) WriteCompanionExports(state);
-    FreeAllStreams(state.playback, state.soundFonts);
+    if (app.audiobooks.bookCount == 0) PrintLine("No audiobooks to save. Skipping save operation.");
+    if (loaded.settings) SaveSettingsFile(app);
+    if (loaded.playCounts) SavePlayCountsFile(app);
+    if (loaded.library && !shell.libraryCachePath.empty()) SaveMusicLibraryCache(shell.libraryCachePath, app.library);
+    if (shell.companionExport && gameIsKnown) WriteCompanionExports(app);
+    FreeAllStreams(app.playback, app.soundFonts);
     CloseControllers(player.controllers);
-    if (loaded.favorites) SaveFavoriteFile(state);
-    if (loaded.songHistory) SaveSongHistoryFile(state);
-    if (gameIsKnown) WriteRunningMarker(state.folders.hullriderPath, "no");
+    if (loaded.favorites) SaveFavoriteFile(app);
+    if (loaded.songHistory) SaveSongHistoryFile(app);
+    if (gameIsKnown) WriteRunningMarker(app.folders.hullriderPath, "no");
     EndWorkers();
 }
 

@@ -12,6 +12,7 @@
 #include "audio/bass.h"
 #include "audio/manual_output.h"
 #include "library/song_counts.h"
+#include "library/type_names.h"
 #include "platform/paths.h"
 #include "platform/state_files.h"
 #include "playback/simulation.h"
@@ -63,17 +64,17 @@ private:
 
 // Everything that the draw goes by, as at the start of the player, and nothing that would be saved.
 void LoadForSimulation(Player& player) {
-    AppState& state = player.state;
-    state.shell.dataDirectory = ChooseDataDirectory(player.options);
+    AppState& app = player.state;
+    app.shell.dataDirectory = ChooseDataDirectory(player.options);
     if (player.options.music.empty()) {
-        state.shell.libraryCachePath = StatePath(state.shell.dataDirectory, kLibraryCacheFile);
-        LoadLibrary(state);
+        app.shell.libraryCachePath = StatePath(app.shell.dataDirectory, kLibraryCacheFile);
+        LoadLibrary(app);
     }
-    LoadSettingsFile(state);
+    LoadSettingsFile(app);
     FillLibrary(player);
-    state.shell.libraryCachePath.clear();
+    app.shell.libraryCachePath.clear();
     ScanAtOnce(player);
-    LoadSongHistoryFile(state);
+    LoadSongHistoryFile(app);
 }
 
 std::string Number(double value, int decimals) {
@@ -88,17 +89,15 @@ std::string ShareLine(const char* what, double drawn, double promised) {
     return line.data();
 }
 
-std::string ReportText(const AppState& state, const Rotation& rotation, const RotationShares& promised,
-                       size_t measured) {
-    const int32_t depth = state.settings.historyDepth;
+std::string ReportText(const AppState& app, const Rotation& rotation, const RotationShares& promised, size_t measured) {
+    const int32_t depth = app.settings.historyDepth;
     std::string text = "Simulated " + std::to_string(rotation.plays) + " songs of a library of " +
-                       std::to_string(SongCountOf(state.library)) + ".\n" +
+                       std::to_string(SongCountOf(app.library)) + ".\n" +
                        "                             drawn    promised\n";
-    text += ShareLine("MIDI", rotation.drawn.byType[kMidi], promised.byType[kMidi]);
-    text += ShareLine("Audio files", rotation.drawn.byType[kMp3], promised.byType[kMp3]);
-    text += ShareLine("Tracker modules", rotation.drawn.byType[kTracker], promised.byType[kTracker]);
-    text += ShareLine("Internet radio", rotation.drawn.byType[kInternetRadio], promised.byType[kInternetRadio]);
-    text += ShareLine("Favourites of any kind", rotation.drawn.favorites, promised.favorites);
+    for (size_t i = 0; i < kTypeNames.size(); ++i) {
+        text += ShareLine(kTypeNames[i].many, rotation.drawn.byType[i], promised.byType[i]);
+    }
+    text += ShareLine("Favorites of any kind", rotation.drawn.favorites, promised.favorites);
     if (depth >= 0) {
         text +=
             "Repeats within the last " + std::to_string(depth) + " songs: " + std::to_string(rotation.repeats) + '\n';
@@ -117,10 +116,10 @@ std::string SimulationText(const RunOptions& options) {
     player.options = options;
     LoadForSimulation(player);
     InitManualOutput(kMixingRateHz);
-    const RotationShares promised = PromisedShares(player.state, player.draws);
+    const RotationShares promised = PromisedShares(player.state, player.picker);
     Random lengthRandom;
     SongLengths lengths(lengthRandom);
-    const Rotation rotation = SimulateRotation(player.state, player.draws, options.simulate.value_or(0),
+    const Rotation rotation = SimulateRotation(player.state, player.picker, options.simulate.value_or(0),
                                                [&](const Song& song) { return lengths(song); });
     BASS_Free();
     return ReportText(player.state, rotation, promised, lengths.MeasuredCount());

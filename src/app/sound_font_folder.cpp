@@ -10,20 +10,20 @@
 namespace hullrider {
 
 bool TakeSoundFontFolder(Player& player, const std::string& folder) {
-    AppState& state = player.state;
-    SoundFontState& fonts = state.soundFonts;
+    AppState& app = player.state;
+    SoundFontState& fonts = app.soundFonts;
     std::vector<std::string> files = FindSoundFonts(folder);
     if (files.empty()) return false;
     std::swap(fonts.soundFontFiles, files);
     const int32_t fontBefore = std::exchange(fonts.currentSoundFont, 0);
     // While the music is stopped there is nothing to load a font into.
-    if (!player.stopped && !SelectSoundFont(fonts, state.playback, 0)) {
+    if (!player.stopped && !SelectSoundFont(fonts, app.playback, 0)) {
         std::swap(fonts.soundFontFiles, files);
         fonts.currentSoundFont = fontBefore;
         return false;
     }
-    state.folders.soundFontDirectoryPath = folder;
-    SaveFolderConfig(StatePath(state.shell.dataDirectory, kFolderConfigFile), state.folders);
+    app.folders.soundFontDirectoryPath = folder;
+    SaveFolderConfig(StatePath(app.shell.dataDirectory, kFolderConfigFile), app.folders);
     return true;
 }
 

@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "app/audio_start.h"
-#include "app/command_lines.h"
 #include "app/companion.h"
 #include "app/data_directory.h"
 #include "app/favorites_files.h"
@@ -17,9 +16,7 @@
 #include "platform/folder.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
-#include "platform/post.h"
 #include "platform/state_files.h"
-#include "playback/play_next.h"
 #include "playback/running_marker.h"
 #include "playback/sound_fonts.h"
 #include "playback/volume.h"
@@ -31,35 +28,35 @@ namespace {
 // The configured folder, that of the companion game and the one beside the program: the first that holds fonts. Where
 // the user's own holds none, because its drive is away, it stays configured.
 void FindSoundFontFolder(Player& player) {
-    AppState& state = player.state;
-    std::string& configured = state.folders.soundFontDirectoryPath;
+    AppState& app = player.state;
+    std::string& configured = app.folders.soundFontDirectoryPath;
     std::vector<std::string> candidates{configured};
-    if (player.companionEdition && !state.folders.hullriderPath.empty()) {
-        candidates.push_back(CompanionSoundFontFolder(state.folders.hullriderPath));
+    if (player.companionEdition && !app.folders.hullriderPath.empty()) {
+        candidates.push_back(CompanionSoundFontFolder(app.folders.hullriderPath));
     }
     candidates.push_back(StatePath(player.programFolder, "Soundfonts"));
     for (const std::string& folder : candidates) {
-        state.soundFonts.soundFontFiles = FindSoundFonts(folder);
-        if (state.soundFonts.soundFontFiles.empty()) continue;
+        app.soundFonts.soundFontFiles = FindSoundFonts(folder);
+        if (app.soundFonts.soundFontFiles.empty()) continue;
         if (configured.empty()) configured = folder;
         return;
     }
 }
 
 void LoadFoldersAndSoundFonts(Player& player) {
-    AppState& state = player.state;
-    const std::string config = StatePath(state.shell.dataDirectory, kFolderConfigFile);
-    LoadFolderConfig(config, state.folders);
+    AppState& app = player.state;
+    const std::string config = StatePath(app.shell.dataDirectory, kFolderConfigFile);
+    LoadFolderConfig(config, app.folders);
     if (player.companionEdition) {
         const std::string game = FindCompanionGame(player.programFolder);
-        if (!game.empty()) state.folders.hullriderPath = game;
+        if (!game.empty()) app.folders.hullriderPath = game;
     }
     FindSoundFontFolder(player);
-    SaveFolderConfig(config, state.folders);
-    if (state.soundFonts.soundFontFiles.empty()) {
+    SaveFolderConfig(config, app.folders);
+    if (app.soundFonts.soundFontFiles.empty()) {
         ShowErrorBox("No soundfont files found.");
     } else {
-        SelectSoundFont(state.soundFonts, state.playback, state.soundFonts.currentSoundFont);
+        SelectSoundFont(app.soundFonts, app.playback, app.soundFonts.currentSoundFont);
     }
 }
 
@@ -79,19 +76,19 @@ void TakeCompanionMix(Settings& settings) {
 // The companion edition, started without any music folder, takes over the game's music.
 void AddCompanionMusic(Player& player) {
     if (!player.companionEdition) return;
-    AppState& state = player.state;
+    AppState& app = player.state;
     PrintLine("Current directory: " + WorkingFolder());
-    if (state.settings.directoryPaths.empty()) {
-        for (const std::string& folder : CompanionMusicFolders(state.folders.hullriderPath)) {
-            if (!state.folders.hullriderPath.empty() && IsFolder(folder)) {
-                state.settings.directoryPaths.push_back(folder);
+    if (app.settings.directoryPaths.empty()) {
+        for (const std::string& folder : CompanionMusicFolders(app.folders.hullriderPath)) {
+            if (!app.folders.hullriderPath.empty() && IsFolder(folder)) {
+                app.settings.directoryPaths.push_back(folder);
             }
         }
-        state.library.playlists.clear();  // what was left over in the cache; the game's folders are scanned
-        TakeCompanionMix(state.settings);
+        app.library.playlists.clear();  // what was left over in the cache; the game's folders are scanned
+        TakeCompanionMix(app.settings);
     }
-    state.shell.companionExport = true;
-    state.shell.startupFinished = true;
+    app.shell.companionExport = true;
+    app.shell.startupFinished = true;
 }
 
 void NoteCachePath(Player& player) {
@@ -101,10 +98,10 @@ void NoteCachePath(Player& player) {
 }
 
 void TakeSettings(Player& player) {
-    AppState& state = player.state;
-    LoadSettingsFile(state);
-    TakeVolumeFromSettings(state);
-    state.playback.realTimeVolume = state.shell.options.isEquallyLoud;
+    AppState& app = player.state;
+    LoadSettingsFile(app);
+    TakeVolumeFromSettings(app);
+    app.playback.volume->realTimeVolume = app.shell.options.followsLoudness;
 }
 
 void TellCompanionGame(Player& player) {
@@ -113,8 +110,8 @@ void TellCompanionGame(Player& player) {
 }
 
 void ExportForCompanionGame(Player& player) {
-    const AppState& state = player.state;
-    if (state.shell.companionExport && !state.folders.hullriderPath.empty()) WriteCompanionExports(state);
+    const AppState& app = player.state;
+    if (app.shell.companionExport && !app.folders.hullriderPath.empty()) WriteCompanionExports(app);
 }
 
 void LoadHotkeys(Player& player) {
@@ -183,20 +180,6 @@ void RunStartupSequence(Player& player) {
         step.run(player);
         if (step.loads != nullptr) player.loaded.*step.loads = true;
     }
-}
-
-void TakePosted(const Player& player) {
-    if (player.started && !player.shutDown) RunPosted();
-}
-
-void PollPlayer(Player& player) {
-    TakePosted(player);
-    if (!player.started || player.shutDown) return;
-    if (!player.stopped && !IsLookingForMusic(player)) PollPlayback(player.state, player.draws);
-    PollCommandFolder(player);
-    PumpControllers(player.controllers);
-    PollFolderScan(player);
-    player.autosave.Poll(player.state, Autosave::Clock::now());
 }
 
 }  // namespace hullrider

@@ -15,11 +15,4 @@ void StartPlayer(Player& player);
 // StartPlayer.
 void RunStartupSequence(Player& player);
 
-// Runs what workers have posted. Nothing before the player was started and after it was shut down.
-void TakePosted(const Player& player);
-
-// The 30 ms poll: takes what was posted; when the song's window has ended, plays the next one; then looks into the
-// command folder and at the controllers, and takes over what a scan of the folders has found.
-void PollPlayer(Player& player);
-
 }  // namespace hullrider

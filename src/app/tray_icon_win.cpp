@@ -4,6 +4,7 @@
 #include <cwchar>
 
 #include "platform/text_win.h"
+#include "state/command_ids.h"
 
 namespace hullrider {
 
@@ -11,6 +12,26 @@ namespace {
 
 constexpr UINT kIconMessage = WM_APP + 1;
 constexpr UINT kIconId = 1;
+constexpr int32_t kCloseToTrayItem = 300;  // beside the commands
+
+void AppendCommand(HMENU menu, int32_t id, const wchar_t* text) {
+    AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(id), text);
+}
+
+HMENU BuildTrayMenu(bool closesToTray) {
+    const HMENU menu = CreatePopupMenu();
+    AppendCommand(menu, kShowPlayerCommand, L"&Show the Player");
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendCommand(menu, kPlayPauseCommand, L"&Play/Pause");
+    AppendCommand(menu, kNextSongCommand, L"&Next Song");
+    AppendCommand(menu, kPreviousSongCommand, L"P&revious Song");
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendCommand(menu, kCloseToTrayItem, L"&Keep Playing When the Window Is Closed");
+    CheckMenuItem(menu, kCloseToTrayItem, closesToTray ? MF_CHECKED : MF_UNCHECKED);
+    AppendCommand(menu, kExitCommand, L"E&xit");
+    SetMenuDefaultItem(menu, kShowPlayerCommand, FALSE);
+    return menu;
+}
 
 }  // namespace
 
@@ -55,6 +76,21 @@ std::optional<TrayIcon::Click> TrayIcon::Understand(UINT message, LPARAM lParam)
     if (lParam == WM_LBUTTONUP) return Click::kShow;
     if (lParam == WM_RBUTTONUP) return Click::kMenu;
     return std::nullopt;
+}
+
+int32_t TrayIcon::AskMenu(bool& closesToTray) const {
+    const HWND window = data_.hWnd;
+    const HMENU menu = BuildTrayMenu(closesToTray);
+    POINT mouse{};
+    GetCursorPos(&mouse);
+    // Else the menu does not close when the user clicks beside it.
+    SetForegroundWindow(window);
+    const int item = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, window, nullptr);
+    PostMessageW(window, WM_NULL, 0, 0);  // else the next menu may vanish at once
+    DestroyMenu(menu);
+    if (item != kCloseToTrayItem) return item;
+    closesToTray = !closesToTray;
+    return 0;
 }
 
 }  // namespace hullrider

@@ -5,6 +5,7 @@
 
 #include <shellapi.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -29,6 +30,10 @@ public:
 
     // What a message means, if it is one of the icon's. The icon comes back by itself when the task bar starts anew.
     std::optional<Click> Understand(UINT message, LPARAM lParam);
+
+    // Shows the icon's menu until the user has chosen: a CommandId, or 0 for none. `closesToTray` is one of the menu's
+    // items: that closing the window leaves the player running.
+    int32_t AskMenu(bool& closesToTray) const;
 
 private:
     void ShowAgain();

@@ -26,7 +26,7 @@ int RestorePlace(HWND window, const ShellOptions& options, int showCommand) {
     return show;
 }
 
-void NotePlace(HWND window, ShellOptions& options) {
+void NoteWindowPlace(HWND window, ShellOptions& options) {
     const auto style = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
     if ((style & WS_POPUP) != 0 || (style & WS_VISIBLE) == 0 || IsIconic(window) != 0) return;
     options.isMaximized = IsZoomed(window) != 0;

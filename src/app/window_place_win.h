@@ -8,10 +8,10 @@
 namespace hullrider {
 
 // Puts the window where it was, if that is still on a screen, and says how it is to be shown: as the system asks, or
-// maximised as before.
+// maximized as before.
 int RestorePlace(HWND window, const ShellOptions& options, int showCommand);
 
-// Notes where the window stands. A window that is minimised, hidden or without its frame changes nothing.
-void NotePlace(HWND window, ShellOptions& options);
+// Notes where the window stands. A window that is minimized, hidden or without its frame changes nothing.
+void NoteWindowPlace(HWND window, ShellOptions& options);
 
 }  // namespace hullrider

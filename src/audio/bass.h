@@ -1,13 +1,12 @@
-// The player's one interface to sound: C-style functions on 32-bit handles. Only what the player uses is here. Values
-// and error codes are those known for these names; the implementation is this room's own.
+// The player's one interface to sound: C-style functions on 32-bit handles. It holds only what the player uses. Values
+// and error codes are the known ones for these names; the implementation is this room's own.
 //
 // - A handle is never reused while the program runs. A call on a freed or wrong handle fails and touches nothing.
 // - Every function may be called from any thread except the device's callback. Failures leave a code for
 //   BASS_ErrorGetCode, kept for each thread; a success sets BASS_OK.
 // - A channel is mono or stereo: files with more channels are folded down to two.
 // - Bytes are those of the channel's own interleaved 32-bit float frames: 4 * channels a frame, at its own sample rate.
-// - Positions are those of what is heard. The level is that of the data after its effects and
-//   before the volume is applied.
+// - Positions are those of what is heard. The level is that of the data after its effects and before its volume.
 // - A volume slide is linear in amplitude, to the sample, from the volume at which it begins.
 #pragma once
 
@@ -17,15 +16,15 @@ using HSTREAM = uint32_t;     // a file, MIDI or network stream
 using HMUSIC = uint32_t;      // a tracker module
 using HPLUGIN = uint32_t;     // a decoder, all of which are built in
 using HSOUNDFONT = uint32_t;  // a SoundFont in memory
-using HDSP = uint32_t;        // a procedure in a channel's sound
-using HFX = uint32_t;         // a filter in a channel's sound
+using HDSP = uint32_t;        // a procedure in a channel's effect chain
+using HFX = uint32_t;         // a filter in a channel's effect chain
 
 // Error codes.
 inline constexpr int BASS_OK = 0;
 inline constexpr int BASS_ERROR_MEM = 1;        // out of memory
 inline constexpr int BASS_ERROR_FILEOPEN = 2;   // cannot open the file
 inline constexpr int BASS_ERROR_DRIVER = 3;     // no usable device driver
-inline constexpr int BASS_ERROR_HANDLE = 5;     // not a handle of the kind
+inline constexpr int BASS_ERROR_HANDLE = 5;     // not a handle of the right type
 inline constexpr int BASS_ERROR_FORMAT = 6;     // sample format not supported
 inline constexpr int BASS_ERROR_POSITION = 7;   // no such position
 inline constexpr int BASS_ERROR_INIT = 8;       // BASS_Init has not succeeded
@@ -35,7 +34,7 @@ inline constexpr int BASS_ERROR_ILLTYPE = 19;   // unknown attribute or position
 inline constexpr int BASS_ERROR_ILLPARAM = 20;  // value out of range
 inline constexpr int BASS_ERROR_DEVICE = 23;    // no such device
 inline constexpr int BASS_ERROR_NOPLAY = 24;    // not playing
-inline constexpr int BASS_ERROR_NOTAVAIL = 37;  // what was asked for is not to be had
+inline constexpr int BASS_ERROR_NOTAVAIL = 37;  // not available
 inline constexpr int BASS_ERROR_DECODE = 38;    // the channel decodes and is not played, or the other way round
 inline constexpr int BASS_ERROR_FILEFORM = 41;  // the file's format is not supported or the file is damaged
 inline constexpr int BASS_ERROR_CODEC = 44;     // the codec is not supported
@@ -45,7 +44,7 @@ inline constexpr int BASS_ERROR_UNKNOWN = -1;
 // Flags of stream and module creation.
 inline constexpr uint32_t BASS_SAMPLE_LOOP = 0x4;
 inline constexpr uint32_t BASS_SAMPLE_FLOAT = 0x100;
-inline constexpr uint32_t BASS_STREAM_DECODE = 0x200000;  // to play from with a tempo stream; is not played itself
+inline constexpr uint32_t BASS_STREAM_DECODE = 0x200000;  // source for a tempo stream; cannot be played itself
 inline constexpr uint32_t BASS_STREAM_STATUS = 0x800000;
 inline constexpr uint32_t BASS_MUSIC_PRESCAN = 0x20000;  // accepted; lengths are always known
 inline constexpr uint32_t BASS_UNICODE = 0x80000000;     // accepted; paths are always UTF-8 here
@@ -55,14 +54,14 @@ inline constexpr uint32_t BASS_FX_FREESOURCE = 0x10000;  // its source is freed 
 
 // Attributes.
 inline constexpr uint32_t BASS_ATTRIB_VOL = 2;
-inline constexpr uint32_t BASS_ATTRIB_TEMPO = 0x10000;  // percent faster, -50 to 200; of a tempo stream; does not slide
+inline constexpr uint32_t BASS_ATTRIB_TEMPO = 0x10000;  // tempo stream only: percent faster, -50 to 200; cannot slide
 
-// Kinds of tags.
+// Tag formats.
 inline constexpr uint32_t BASS_TAG_ID3 = 0;               // an ID3v1 tag, 128 bytes
-inline constexpr uint32_t BASS_TAG_OGG = 2;               // UTF-8 "NAME=value", each ended by a zero, and one more zero
+inline constexpr uint32_t BASS_TAG_OGG = 2;               // UTF-8 "NAME=value", each zero-terminated, and a final zero
 inline constexpr uint32_t BASS_TAG_MP4 = 7;               // as BASS_TAG_OGG
 inline constexpr uint32_t BASS_TAG_MUSIC_NAME = 0x10000;  // a module's title, UTF-8
-inline constexpr uint32_t BASS_TAG_MIDI_TRACK = 0x11000;  // the name of a MIDI song as a whole, UTF-8
+inline constexpr uint32_t BASS_TAG_MIDI_TRACK = 0x11000;  // the name of a MIDI song, UTF-8
 
 // Position modes.
 inline constexpr uint32_t BASS_POS_BYTE = 0;
@@ -73,14 +72,14 @@ inline constexpr uint32_t BASS_ACTIVE_PLAYING = 1;
 inline constexpr uint32_t BASS_ACTIVE_STALLED = 2;
 inline constexpr uint32_t BASS_ACTIVE_PAUSED = 3;
 
-// "All of it is wrong": the result of a failed length or position call, and of a failed level call.
+// The results of a failed length or position call, and of a failed level call.
 inline constexpr uint64_t BASS_QWORD_ERROR = ~uint64_t{0};
 inline constexpr uint32_t BASS_LEVEL_ERROR = ~uint32_t{0};
 
 struct BASS_CHANNELINFO {
     uint32_t freq;         // sample rate, Hz
     uint32_t chans;        // channels, 1 or 2
-    uint32_t flags;        // those given at creation, with what BASS_ChannelFlags has changed
+    uint32_t flags;        // as given at creation and changed by BASS_ChannelFlags
     uint32_t ctype;        // one of the BASS_CTYPE values
     const char* filename;  // UTF-8; valid while the channel lives
 };
@@ -97,9 +96,9 @@ struct BASS_MIDI_FONT {
     int bank;
 };
 
-// Gets `length` bytes of a channel's sound, interleaved floats at the mixing rate, to change them in place: mono for a
-// channel that is mono, else stereo. `dsp` and `channel` are the handles. Runs in the device's callback: it must not
-// wait, allocate or call this library. What falls silent after a pause or a stop comes here too, and again when the
+// Changes `length` bytes of a channel's sound in place: interleaved floats at the mixing rate, mono for a mono channel,
+// else stereo. `dsp` and `channel` are the handles. Runs in the device's callback: it must not wait, allocate or call
+// this library. It also receives the sound that fades out after a pause or a stop, and receives it again when the
 // channel goes on.
 using DSPPROC = void(HDSP dsp, uint32_t channel, void* buffer, uint32_t length, void* user);
 
@@ -107,22 +106,22 @@ using DSPPROC = void(HDSP dsp, uint32_t channel, void* buffer, uint32_t length, 
 inline constexpr uint32_t BASS_FX_BFX_PEAKEQ = 0x10004;
 inline constexpr uint32_t BASS_FX_BFX_BQF = 0x10013;
 
-// lChannel: all that there are; no other value is taken.
+// lChannel: all channels, the only valid value.
 inline constexpr int BASS_BFX_CHANALL = -1;
 
 // lFilter of a BASS_BFX_BQF.
 inline constexpr int BASS_BFX_BQF_LOWPASS = 0;
 inline constexpr int BASS_BFX_BQF_HIGHPASS = 1;
-inline constexpr int BASS_BFX_BQF_BANDPASS = 2;    // 0 dB at its centre
-inline constexpr int BASS_BFX_BQF_BANDPASS_Q = 3;  // a gain of Q at its centre
+inline constexpr int BASS_BFX_BQF_BANDPASS = 2;    // 0 dB at its center
+inline constexpr int BASS_BFX_BQF_BANDPASS_Q = 3;  // a gain of Q at its center
 inline constexpr int BASS_BFX_BQF_NOTCH = 4;
 inline constexpr int BASS_BFX_BQF_ALLPASS = 5;
 inline constexpr int BASS_BFX_BQF_PEAKINGEQ = 6;
 inline constexpr int BASS_BFX_BQF_LOWSHELF = 7;
 inline constexpr int BASS_BFX_BQF_HIGHSHELF = 8;
 
-// Formulas and ranges: audio/biquad.h. A shelf goes by fS unless it is 0, all filters by fBandwidth unless it is 0,
-// else by fQ.
+// Formulas and ranges: audio/biquad.h. A shelf uses fS unless it is 0; all filters use fBandwidth unless it is 0, and
+// fQ otherwise.
 struct BASS_BFX_BQF {
     int lFilter;
     float fCenter;     // Hz
@@ -133,10 +132,10 @@ struct BASS_BFX_BQF {
     int lChannel;
 };
 
-// A peaking filter. An effect holds one band; its number is only kept.
+// A peaking filter. An effect holds one band; its number is stored but has no meaning.
 struct BASS_BFX_PEAKEQ {
     int lBand;
-    float fBandwidth;  // octaves; when 0, fQ holds
+    float fBandwidth;  // octaves; 0: fQ is used
     float fQ;
     float fCenter;  // Hz
     float fGain;    // dB
@@ -147,15 +146,15 @@ extern "C" {
 
 int BASS_ErrorGetCode();
 
-// Opens a sound output that mixes at `freq` Hz or at the device's own rate. Device -1 is the default device, followed
-// when it changes; 0 is the null device, which keeps time and makes no sound. Fails with BASS_ERROR_ALREADY,
-// _DEVICE (no such device), _DRIVER (the default device cannot be opened).
+// Opens a sound output that mixes at `freq` Hz or at the device's own rate. Device -1 is the default device, also after
+// it changes; 0 is the null device, which keeps time without sound. Fails with BASS_ERROR_ALREADY, _DEVICE (no such
+// device), _DRIVER (the default device cannot be opened).
 bool BASS_Init(int device, uint32_t freq, uint32_t flags, void* window, const void* classId);
 
-// Stops the output and frees every channel, font and plug-in. The library may be initialised again.
+// Stops the output and frees every channel, font and plug-in. The library may be initialized again.
 bool BASS_Free();
 
-// Decoders are built in: answers a handle for the names the player knows ("bassmidi.dll", "bass_aac.dll",
+// Decoders are built in: returns a handle for the names that the player knows ("bassmidi.dll", "bass_aac.dll",
 // "BASSFLAC.dll") and fails with BASS_ERROR_FILEOPEN for any other.
 HPLUGIN BASS_PluginLoad(const char* file, uint32_t flags);
 bool BASS_PluginFree(HPLUGIN plugin);
@@ -165,39 +164,38 @@ bool BASS_PluginFree(HPLUGIN plugin);
 HSTREAM BASS_StreamCreateFile(bool fromMemory, const char* file, uint64_t offset, uint64_t length, uint32_t flags);
 bool BASS_StreamFree(HSTREAM handle);  // also takes an HMUSIC
 
-// A tracker module; as BASS_StreamCreateFile. `freq` is ignored: a module is
-// rendered at the mixing rate.
+// A tracker module; otherwise as BASS_StreamCreateFile. `freq` is ignored: modules are rendered at the mixing rate.
 HMUSIC BASS_MusicLoad(bool fromMemory, const char* file, uint64_t offset, uint32_t length, uint32_t flags,
                       uint32_t freq);
 bool BASS_MusicFree(HMUSIC handle);
 
-// A stream that plays what `channel`, created with BASS_STREAM_DECODE, decodes, at any tempo and its own pitch. Places
-// and lengths are those of the file. Returns 0 on failure: BASS_ERROR_HANDLE, _DECODE (not a decoding channel),
-// _ALREADY (there is a tempo stream of it, or one was freed a moment ago).
+// Plays the decoding channel `channel` (BASS_STREAM_DECODE) at any tempo and its own pitch. Positions and lengths are
+// those of the file. Returns 0 on failure: BASS_ERROR_HANDLE, _DECODE (not a decoding channel), _ALREADY (it already
+// has a tempo stream, or one was freed a moment ago).
 HSTREAM BASS_FX_TempoCreate(uint32_t channel, uint32_t flags);
 
-// Plays from where the channel is, or from its start when `restart` is set or it had ended. What is paused, stopped or
-// freed while it is heard falls silent over 5 ms, within half a millisecond when it is also moved at once; these 5 ms
-// are heard again when it goes on.
+// Plays from the channel's position, or from the start when `restart` is set or the channel had ended. A channel that
+// is paused, stopped or freed while it sounds fades out over 5 ms, or over half a millisecond when it is also moved at
+// once; these 5 ms are heard again when it goes on.
 bool BASS_ChannelPlay(uint32_t handle, bool restart);
 bool BASS_ChannelPause(uint32_t handle);
 bool BASS_ChannelStop(uint32_t handle);
 
-// Decodes a channel that does not play yet up to `length` ms ahead and returns when that is there, or all there is.
-// False when the channel was freed meanwhile, or broke before its first frame.
+// Decodes a stopped channel up to `length` ms ahead, and returns when that much, or all there is, is ready. False when
+// the channel was freed meanwhile or failed before its first frame.
 bool BASS_ChannelUpdate(uint32_t handle, uint32_t length);
 
-// Changes the flags in `mask`, of which only BASS_SAMPLE_LOOP can be changed, to those in `flags`; returns all of the
-// channel's flags, ~0 on failure. What is decoded already is not changed.
+// Sets the flags in `mask` to those in `flags`; only BASS_SAMPLE_LOOP can change. Returns all of the channel's flags,
+// ~0 on failure. Sound that is already decoded does not change.
 uint32_t BASS_ChannelFlags(uint32_t handle, uint32_t flags, uint32_t mask);
 
 uint32_t BASS_ChannelIsActive(uint32_t handle);
 bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info);
 
-// The tags that the file came with, in the shape of the kind, valid while the channel lives. Null and
-// BASS_ERROR_NOTAVAIL when it has none of this kind: BASS_TAG_MP4 for m4a, _OGG for every other kind of FFmpeg's, and
-// for mp3 _ID3 too, which cuts titles off (both made from whatever tag it has); _MUSIC_NAME for modules; _MIDI_TRACK
-// for MIDI songs whose first track does not name a mere part.
+// The file's tags in the given format, valid while the channel lives. Null and BASS_ERROR_NOTAVAIL when there are none:
+// BASS_TAG_MP4 is for m4a, _OGG for all other files that FFmpeg reads; mp3 has _ID3 too, which truncates titles (both
+// are made from whatever tag the file has); _MUSIC_NAME is for modules; _MIDI_TRACK for MIDI songs whose first track
+// does not name a mere part.
 const char* BASS_ChannelGetTags(uint32_t handle, uint32_t tags);
 
 // Bytes; BASS_QWORD_ERROR on failure.
@@ -207,31 +205,31 @@ bool BASS_ChannelSetPosition(uint32_t handle, uint64_t position, uint32_t mode);
 double BASS_ChannelBytes2Seconds(uint32_t handle, uint64_t bytes);  // negative on failure
 uint64_t BASS_ChannelSeconds2Bytes(uint32_t handle, double seconds);
 
-// Attributes. The volume goes from 0.0 (silent) upwards; 1.0 is the data as it is.
+// Attributes. The volume starts at 0.0 (silent); 1.0 leaves the data unchanged.
 bool BASS_ChannelSetAttribute(uint32_t handle, uint32_t attribute, float value);
 bool BASS_ChannelGetAttribute(uint32_t handle, uint32_t attribute, float* value);
 bool BASS_ChannelSlideAttribute(uint32_t handle, uint32_t attribute, float value, uint32_t timeMs);
 bool BASS_ChannelIsSliding(uint32_t handle, uint32_t attribute);
 
-// Peak of the last moments, left in the low 16 bits and right in the high 16, 0 to 32768 each; BASS_LEVEL_ERROR when
-// the channel does not play.
+// The latest peak, left in the low 16 bits and right in the high 16, 0 to 32768 each; BASS_LEVEL_ERROR when the channel
+// does not play.
 uint32_t BASS_ChannelGetLevel(uint32_t handle);
 
-// Effects change a channel's sound, those of higher priority first, then in the order in which they were set. They go
-// with their channel. Setting, changing and removing them makes no click.
+// Effects change a channel's sound: those of higher priority first, then in the order in which they were set. They are
+// freed with their channel. Setting, changing and removing them makes no click.
 //
-// Once a procedure was removed, or its channel freed, it is not running and will not be called again.
+// Once a procedure is removed, or its channel freed, it is not running and is not called again.
 HDSP BASS_ChannelSetDSP(uint32_t handle, DSPPROC* procedure, void* user, int priority);
 bool BASS_ChannelRemoveDSP(uint32_t handle, HDSP dsp);
 
-// A filter does nothing until it gets parameters, nor at 0 dB; then it costs nothing either. Parameters out of range
-// fail with BASS_ERROR_ILLPARAM and change nothing. `parameters` is the struct of the effect's type.
+// A filter does nothing, and costs nothing, until it has parameters, and at 0 dB. Parameters out of range fail with
+// BASS_ERROR_ILLPARAM and change nothing. `parameters` is the struct of the effect's type.
 HFX BASS_ChannelSetFX(uint32_t handle, uint32_t type, int priority);
 bool BASS_ChannelRemoveFX(uint32_t handle, HFX fx);
 bool BASS_FXSetParameters(HFX fx, const void* parameters);
 bool BASS_FXGetParameters(HFX fx, void* parameters);
 
-// SoundFonts. A stream created before any font was set sounds as soon as it gets one.
+// SoundFonts. A stream created before any font was set becomes audible as soon as it gets one.
 HSOUNDFONT BASS_MIDI_FontInit(const char* file, uint32_t flags);
 bool BASS_MIDI_FontFree(HSOUNDFONT font);
 bool BASS_MIDI_StreamSetFonts(HSTREAM handle, const BASS_MIDI_FONT* fonts, uint32_t count);  // 0: the default for all

@@ -12,7 +12,7 @@ namespace {
 
 constexpr float kLoudest = 64.0f;
 
-// Leaves the error when the call cannot go on.
+// Sets the error when it is not.
 bool IsVolume(uint32_t attribute, float value) {
     if (attribute != BASS_ATTRIB_VOL) return Fail(BASS_ERROR_ILLTYPE);
     return (value >= 0.0f && value <= kLoudest) || Fail(BASS_ERROR_ILLPARAM);

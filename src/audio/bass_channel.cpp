@@ -1,4 +1,4 @@
-// Playing, places and times of a channel.
+// Playing, positions and times of a channel.
 #include <algorithm>
 #include <cmath>
 
@@ -124,6 +124,6 @@ uint64_t BASS_ChannelSeconds2Bytes(uint32_t handle, double seconds) {
     const double frames = seconds * call.channel->Format().rate;
     constexpr double kMostFrames = 1e15;
     if (!(frames >= 0.0 && frames < kMostFrames)) return Fail(BASS_ERROR_ILLPARAM), BASS_QWORD_ERROR;
-    // A time that stands for a whole frame must not fall short of it by its rounding.
+    // Rounding must not turn the time of a whole frame into one frame less.
     return static_cast<uint64_t>(frames + 1e-6) * FrameBytes(*call.channel);
 }

@@ -10,7 +10,7 @@ struct FilterParameters {
     int band = 0;
 };
 
-// False when a value has no meaning at all; whether a filter can be made of it is decided later.
+// False when a value is meaningless; whether it makes a valid filter is decided later.
 bool Read(const BASS_BFX_BQF& from, FilterParameters& to) {
     if (from.lFilter < BASS_BFX_BQF_LOWPASS || from.lFilter > BASS_BFX_BQF_HIGHSHELF) return false;
     to.shape = {static_cast<FilterType>(from.lFilter), from.fCenter, from.fGain, from.fBandwidth, from.fQ, from.fS};
@@ -39,7 +39,7 @@ void Write(uint32_t type, const FilterParameters& from, void* to) {
     }
 }
 
-// The effect of a handle, or one of handle 0, with the error left then.
+// The effect of a handle; one with handle 0, and the error set, when there is none.
 Effect FindEffect(HFX fx) {
     const std::shared_ptr<Engine> engine = CurrentEngine();
     if (engine == nullptr) return {};
@@ -51,7 +51,7 @@ Effect FindEffect(HFX fx) {
     return found;
 }
 
-// 0, with an error left, when the channel was freed meanwhile.
+// 0, with the error set, when the channel was freed meanwhile.
 uint32_t Add(const ChannelCall& call, const Effect& effect) {
     if (!call.channel->Effects().Add(effect)) return Fail(BASS_ERROR_HANDLE);
     return effect.handle;

@@ -99,7 +99,7 @@ Biquad Design(FilterType type, const Terms& t) {
     return {};
 }
 
-// Extreme values near half the rate leave the range of numbers, or the poles on the unit circle by rounding.
+// Extreme values near half the rate overflow, or rounding puts the poles on the unit circle.
 bool IsStable(const Biquad& f) {
     const double sum = f.b0 + f.b1 + f.b2;
     return std::isfinite(sum) && std::fabs(f.a2) < 1.0 && std::fabs(f.a1) < 1.0 + f.a2;

@@ -8,7 +8,7 @@ namespace hullrider {
 
 namespace {
 
-// After so long a halt (the computer slept) time goes on from now instead of being caught up with.
+// After a halt this long (the computer slept), time goes on from now instead of catching up.
 constexpr std::chrono::seconds kLongHalt(2);
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Calls a function for one block of sound after the other, in real time: on average exactly at the rate, however late a
-// single block is. Its thread runs from creation until it is stopped.
+// Calls a function for each block of sound in real time: on average at exactly the rate, even if single blocks are
+// late. Its thread runs from creation until Stop.
 #pragma once
 
 #include <atomic>
@@ -15,10 +15,10 @@ namespace hullrider {
 
 class BlockClock {
 public:
-    // 25 blocks a second, for those who have no reason to choose another length.
+    // 25 blocks a second, unless there is a reason for another length.
     static size_t BlockFrames(uint32_t rate) { return rate / 25; }
 
-    // What a block was: how long it lasts, and whether it may be cut short because nothing was to be heard.
+    // A block's length, and whether it may be cut short because nothing was audible.
     struct Block {
         size_t frames = 0;
         bool idle = false;
@@ -27,12 +27,12 @@ public:
     BlockClock(uint32_t rate, std::function<Block()> playBlock);
     ~BlockClock() { Stop(); }
 
-    // Once it has returned, no block is played any more. One thread.
+    // No block is played after it has returned. One thread.
     void Stop();
 
-    // Any thread: the next block comes at once instead of after an idle one.
+    // Any thread: an idle block ends now, and the next one follows.
     void EndIdleBlock();
-    // Any thread: how much of the last block's time is still to come; nothing of an idle one.
+    // Any thread: how much of the last block's time remains; 0 for an idle one.
     uint32_t FramesLeft() const;
 
 private:

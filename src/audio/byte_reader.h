@@ -1,4 +1,4 @@
-// Reading numbers out of the bytes of a file, which may come from anyone.
+// Reading numbers from the bytes of an untrusted file.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 
 namespace hullrider {
 
-// Takes numbers off the front of some bytes; past their end, all are 0 and `good` is false.
+// Takes numbers off the front of some bytes; past the end they are all 0, and `good` is false.
 struct ByteReader {
     std::string_view bytes;
     bool good = true;
@@ -25,7 +25,7 @@ struct ByteReader {
         for (int i = 0; i < count; i++) value = value << 8 | Byte();
         return value;
     }
-    // Seven bits a byte, highest first, at most four bytes.
+    // Seven bits per byte, highest first, at most four bytes.
     uint32_t VariableLength() {
         uint32_t value = 0;
         for (int i = 0; i < 4; i++) {

@@ -8,7 +8,7 @@ namespace hullrider {
 
 namespace {
 
-// Room for two seconds ahead, and some more so that the first piece after a seek fits beside what it makes void.
+// Two seconds ahead, and some room for the first piece after a seek beside the frames that the seek makes void.
 size_t RingFrames(uint32_t mixRate) {
     return size_t{mixRate} * 5 / 2;
 }
@@ -51,7 +51,7 @@ Channel::Control Channel::Unpack(uint64_t word) {
     return {word >> 2, static_cast<RunState>(word & 3)};
 }
 
-// The callback may end the channel at the same moment: then the end stands.
+// The callback may end the channel at the same moment; then the end stands.
 void Channel::ChangeState(RunState state) {
     uint64_t word = control_.load();
     do {
@@ -64,7 +64,7 @@ void Channel::BeginGeneration(int64_t frame, RunState state) {
     control_.store(Pack({LoadControl().generation + 1, state}));
 }
 
-// At the beginning of a generation that begins at the beginning: nothing was taken of it.
+// Nothing was taken yet of a generation that begins at the source's start.
 bool Channel::IsFresh() const {
     if (seekFrame_ != 0) return false;
     return ready_.load() != LoadControl().generation || ring_.Taken() <= begin_.load();
@@ -109,20 +109,20 @@ int64_t Channel::Position(uint32_t latencyFrames) const {
     const Control control = LoadControl();
     if (ready_.load() != control.generation) return seekFrame_;
     const uint64_t taken = ring_.Taken();
-    // What the output still holds was not heard yet. It holds nothing from before a pause.
+    // The output's frames were not heard yet; none of them are from before a pause.
     const uint64_t sinceResumed = taken - std::min(taken, resumedAt_);
     const uint64_t latency = control.state == RunState::kPlaying ? std::min<uint64_t>(latencyFrames, sinceResumed) : 0;
     return source_->Fold(static_cast<int64_t>(OwnFrameAt(taken, latency) + 0.5));
 }
 
-// Where in the source what is heard lies when the callback has come to `taken` and what it gave last is `latency`
-// frames from being heard.
+// The source frame being heard when the callback has taken up to `taken` and its last frame will be heard in `latency`
+// frames.
 double Channel::OwnFrameAt(uint64_t taken, uint64_t latency) const {
     uint64_t behind = latency;
     auto mark = marks_.rbegin();
     for (; mark + 1 != marks_.rend(); ++mark) {
         if (taken >= mark->ring && taken - mark->ring >= behind) break;
-        // What lies before the mark: as far behind, but not through what was skipped.
+        // Before the mark: as far back, but not through skipped frames.
         if (taken < mark->ring) continue;
         behind -= taken - mark->ring;
         taken = mark->ring - mark->skipped;
@@ -134,7 +134,7 @@ double Channel::OwnFrameAt(uint64_t taken, uint64_t latency) const {
 bool Channel::SetFonts(const FontList& fonts, uint32_t latencyFrames) {
     const bool wasSilent = source_->LacksFonts();
     if (!source_->SetFonts(fonts)) return false;
-    // One that is stopped has nothing that would have to go on without a gap: it is made ready anew.
+    // A stopped channel has no sound to continue without a gap: it is prepared afresh.
     if (wasSilent || State() == RunState::kStopped) {
         SetPosition(Position(latencyFrames));
     } else {
@@ -156,7 +156,7 @@ bool Channel::IsPrepared() const {
 
 bool Channel::WaitUntilPrepared() {
     std::unique_lock lock(mutex_);
-    // A notice may be missed: it is given without the mutex.
+    // Polls, because a notification is sent without the mutex and may be missed.
     while (!freed_ && !IsPrepared()) decodedMore_.wait_for(lock, std::chrono::milliseconds(20));
     return !freed_ && FramesAhead() > 0;
 }

@@ -4,9 +4,8 @@
 // - callers, any thread, behind the channel's mutex;
 // - one decoder thread at a time, which fills the ring;
 // - the callback, which takes from it and never waits.
-//
-// A seek begins a new generation: the callback is silent until the decoder has frames of that generation ready, and
-// then passes over all earlier ones. So nothing from before a seek is heard after it.
+// A seek starts a new generation: the callback is silent until the decoder has frames of that generation ready, and
+// then skips all earlier ones. So nothing from before a seek is heard after it.
 #pragma once
 
 #include <atomic>
@@ -31,37 +30,37 @@ namespace hullrider {
 
 using SteadyTime = std::chrono::steady_clock::time_point;
 
-// What a channel has been told to do, or has come to.
+// The state that a channel was set to or has reached.
 enum class RunState : uint32_t { kStopped, kPlaying, kPaused, kEnded };
 
-// A stretch of one block in which a channel was heard, from the block's beginning on.
+// The part of a block, from its start, in which a channel was heard.
 struct Sounded {
     size_t frames = 0;
-    float left = 0.0f, right = 0.0f;  // the last of them, as mixed
-    bool begins = false;              // they do not follow from what was heard before
-    size_t lacking = 0;               // frames that should have followed, had they been decoded in time
+    float left = 0.0f, right = 0.0f;  // the last frame, as mixed
+    bool begins = false;              // they do not continue what was heard before
+    size_t lacking = 0;               // frames missing because they were not decoded in time
 };
 
 class Channel {
 public:
-    // `frees`: the handle of the channel that is freed together with this one, or 0.
+    // `frees`: the handle of the channel to free together with this one, or 0.
     Channel(std::unique_ptr<Source> source, const SourceRequest& request, uint32_t flags, uint32_t frees = 0);
 
-    // Which one it is, not 0. Unlike its address, it is never that of a later one.
+    // Identifies the channel; never 0, and unlike the address never reused.
     uint64_t Number() const { return number_; }
 
     // --- Callers.
     void Play(bool restart);
-    bool Pause();  // false when it does not play
+    bool Pause();  // false when it is not playing
     void Stop();
     RunState State() const;
-    bool Starved() const { return starved_.load(); }  // plays, and has had nothing to play for a while
+    bool Starved() const { return starved_.load(); }  // playing, but has lacked data for a while
 
-    // Frames of the source. What is heard lies `latencyFrames` of mixing behind what was taken.
+    // In frames of the source. What is heard lags `latencyFrames` mixed frames behind what was taken.
     int64_t Position(uint32_t latencyFrames) const;
     int64_t Length() const { return source_->Length(); }
     void SetPosition(int64_t frame);
-    // False when the source has no use for fonts. They are heard within a quarter of a second, without a gap.
+    // False when the source takes no fonts. They are heard within a quarter of a second, without a gap.
     bool SetFonts(const FontList& fonts, uint32_t latencyFrames);
 
     EffectRack& Effects() { return effects_; }
@@ -70,8 +69,8 @@ public:
     const LevelMeter& Level() const { return level_; }
     const SourceFormat& Format() const { return format_; }
     const TagBlocks& Tags() const { return tags_; }
-    // Lets a decoder that waits for a file go, and neither decodes nor plays any more. For a channel that is going to
-    // be freed. A source that is lent goes on for as long as the borrower plays it.
+    // Releases a decoder that waits for a file, and ends decoding and playing. For a channel that is about to be freed.
+    // A lent source goes on for as long as the borrower plays it.
     void Cancel() {
         freed_ = true;
         decodedMore_.notify_all();
@@ -82,43 +81,42 @@ public:
     uint32_t Flags() const { return flags_; }
     void SetLoop(bool loop);
 
-    // While it does not play: how far to decode ahead all the same, and a wait until so much is there, or all there is.
-    // False when it was freed, or broke before its first frame.
+    // For a stopped channel: how far to decode ahead nevertheless, and a wait until that much, or all there is, is
+    // ready. False when the channel was freed or failed before its first frame.
     void Prepare(uint32_t ms) { preparedMs_ = ms; }
     bool WaitUntilPrepared();
-    // The peaks of what was decoded ahead, one for each whole `spanFrames`. Only while it does not play.
+    // The peaks of what was decoded ahead, one for each whole `spanFrames`. Only for a stopped channel.
     std::vector<StereoPeak> PeaksAhead(size_t spanFrames) const;
     uint32_t Frees() const { return frees_; }
 
-    // The tempo in percent, if the source has one.
+    // The tempo change in percent, if the source has one.
     std::optional<float> Tempo() const { return source_->Tempo(); }
     void SetTempo(float percent) { source_->SetTempo(percent); }
 
-    // Any thread: whether it was heard to the end of the last block, so that a sudden end would be a step.
+    // Any thread: whether it sounded up to the end of the last block, so that a sudden end would click.
     bool IsHeard() const { return sounding_.load(); }
 
-    // For a channel that is not played: lends its source to one that is. False when it is lent already.
+    // For a decoding channel: lends its source to a tempo stream. False when it is already lent.
     bool BorrowSource() { return !lent_.exchange(true); }
     void ReturnSource() { lent_ = false; }
     Source& DecodedSource() { return *source_; }
 
-    // Whether the callback would get `frames` frames, or all there will be, now. For rendering faster than time.
+    // Whether the callback would now get `frames` frames, or all that remain. For rendering faster than real time.
     bool ReadyFor(size_t frames) const;
 
-    // --- Decoder. Decodes a piece, if one is wanted, and tells when it wants to be called next, if nobody asks
-    // earlier.
+    // --- Decoder. Decodes a piece if one is wanted, and returns when it needs to be called again.
     SteadyTime DecodeAhead(SteadyTime now);
 
-    // --- Callback. What Render does first in any case; for an output that waits for decoders before it renders.
+    // --- Callback. The first step of Render; also for an output that waits for decoders before it renders.
     void PassOverVoid() { PassOverVoid(LoadControl()); }
-    // Whether its volume is on its way, which takes output time also while it does not play.
+    // Whether a volume slide is running, which needs output time even while the channel does not play.
     bool IsSliding() const { return volume_.IsMoving(); }
 
     // Adds the next `frames` frames to `mix`; `scratch` has room for as many.
     Sounded Render(float* scratch, float* mix, size_t frames);
 
 private:
-    // The state and the generation that it belongs to change together.
+    // The state and its generation change together.
     struct Control {
         uint64_t generation;
         RunState state;
@@ -168,23 +166,24 @@ private:
     LevelMeter level_;
 
     std::atomic<uint64_t> control_;
-    // Written by the decoder, read by the callback: the generation that is being decoded, the one that can be heard,
-    // the ring frame where it begins, and the one where it ends (kNoEnd: not known yet).
+    // Written by the decoder, read by the callback: the generation being decoded, the generation that can be heard, and
+    // the ring frames where that one begins and ends (kNoEnd: not known yet).
     static constexpr uint64_t kNoEnd = ~uint64_t{0};
     std::atomic<uint64_t> decoding_{0}, ready_{0}, begin_{0}, end_{kNoEnd};
-    std::atomic<bool> fromStart_{false};  // that generation begins where the source begins
+    std::atomic<bool> fromStart_{false};  // that generation begins at the source's start
     std::atomic<bool> starved_{false};
-    // How often callers wanted the source to sound anew from the place that is about to be heard, and which of these
-    // orders the decoder has obeyed.
+    // How often callers have asked for the source to be rendered again from the current place on, and which of these
+    // orders the decoder has carried out.
     std::atomic<uint32_t> rejoinOrders_{0}, rejoined_{0};
 
-    // Callers and decoder, behind the mutex.
+    // Callers and decoder, under the mutex.
     mutable std::mutex mutex_;
     std::condition_variable decodedMore_;
-    int64_t seekFrame_ = 0;   // where the newest generation begins in the source
-    uint64_t resumedAt_ = 0;  // the ring frame from which it has played without a pause
-    // What the ring holds of the generation that can be heard: from `ring` on, up to the next mark, it is the source
-    // from `own` on, at `pace` own frames a ring frame. The `skipped` ring frames before it are never heard.
+    int64_t seekFrame_ = 0;   // source frame where the newest generation begins
+    uint64_t resumedAt_ = 0;  // ring frame from which it has played without a pause
+    // Maps ring frames of the audible generation to source frames: from `ring` on, up to the next mark, they are the
+    // source from `own` on, at `pace` source frames per ring frame. The `skipped` ring frames before it are never
+    // heard.
     struct Mark {
         uint64_t ring, skipped;
         double own, pace;
@@ -195,10 +194,10 @@ private:
     bool sourceEnded_ = false;
 
     // Written by the callback.
-    std::atomic<bool> sounding_{false};  // was heard to the end of the block before
+    std::atomic<bool> sounding_{false};  // sounded up to the end of the previous block
 
     // Callback only.
-    size_t missing_ = 0;  // frames in a row that were not there
+    size_t missing_ = 0;  // missing frames in a row
     uint64_t heard_ = 0;  // the generation
     RampIn rampIn_;
     RampOut rampOut_;

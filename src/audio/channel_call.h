@@ -11,7 +11,7 @@
 
 namespace hullrider {
 
-// The channel of a handle, and the engine that it belongs to. False when there is none; the error is left then.
+// The channel of a handle, and its engine. False, with the error set, when there is none.
 struct ChannelCall {
     explicit ChannelCall(uint32_t handle) : engine(CurrentEngine()) {
         if (engine == nullptr) return;

@@ -10,20 +10,20 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// Decoding happens in few large pieces, because waking up costs as much as a good deal of decoding. A ring is filled
-// when it is half empty. The first piece is small, because someone waits for it, and the next ones no longer than what
-// lies ahead: each must be done while that is heard, on a busy machine too.
+// Decoding happens in few large pieces, because waking up costs as much as a good deal of decoding. A ring is refilled
+// when it is half empty. The first piece is small, because the caller waits for it, and the next ones are no longer
+// than what lies ahead: each must be done before that has played, even on a busy machine.
 constexpr uint32_t kFirstPieceMs = 80;
 constexpr uint32_t kPieceMs = 500;
 
-// What is rendered anew is heard so much later, and must be there so much before.
+// Lead before a splice is heard, and the margin by which it must be ready.
 constexpr uint32_t kRejoinLeadMs = 120;
 constexpr uint32_t kRejoinMarginMs = 50;
 constexpr uint32_t kRejoinRoomMs = 300;
 
-constexpr float kLoudest = 32.0f;  // beyond it data is broken
+constexpr float kLoudest = 32.0f;  // louder data is broken
 
-constexpr milliseconds kRetry(10);  // the callback has not yet passed over what was made void
+constexpr milliseconds kRetry(10);  // the callback has not yet skipped the void frames
 
 size_t FramesOf(uint32_t ms, uint32_t rate) {
     return size_t{rate} * ms / 1000;
@@ -41,7 +41,7 @@ SteadyTime Channel::DecodeAhead(SteadyTime now) {
     return NextCall(now, joined || decoded > 0);
 }
 
-// Moves the source where the newest generation begins, if that is not where it is. True when a first piece is wanted.
+// Seeks the source to the newest generation's start if needed. True when a first piece is wanted.
 bool Channel::TakeSeek() {
     uint64_t generation = 0;
     int64_t frame = 0;
@@ -51,7 +51,7 @@ bool Channel::TakeSeek() {
         frame = seekFrame_;
     }
     if (generation == decoding_.load()) return false;
-    rejoined_.store(rejoinOrders_.load());                   // a seek takes everything new into account
+    rejoined_.store(rejoinOrders_.load());                   // a seek includes all pending changes
     const bool there = decoding_.load() == 0 && frame == 0;  // just opened
     sourceEnded_ = !there && !source_->Seek(frame);
     decoding_.store(generation);  // before its first frame is in the ring
@@ -63,15 +63,15 @@ bool Channel::TakeSeek() {
     return true;
 }
 
-// Renders anew what was decoded ahead, from a little beyond what is being heard, and has the callback go over to it
-// there. True when there is something new in the ring.
+// Renders again what was decoded ahead, from shortly after the current position, and has the callback blend over to it
+// there. True when something new is in the ring.
 bool Channel::TakeRejoin() {
     const uint32_t order = rejoinOrders_.load();
     if (!WantsRejoin()) return false;
     const uint64_t from = std::max(ring_.Taken(), begin_.load()) + FramesOf(kRejoinLeadMs, mixRate_);
     const size_t room = ring_.Capacity() - static_cast<size_t>(ring_.Written() - ring_.Taken());
     const bool enough = ring_.Written() >= from + FramesOf(kRejoinLeadMs, mixRate_);
-    if (!enough && sourceEnded_) rejoined_.store(order);  // so close to its end nothing changes any more
+    if (!enough && sourceEnded_) rejoined_.store(order);  // too close to the end to change anything
     if (!enough || room < FramesOf(kRejoinRoomMs, mixRate_)) return false;
     double own = 0.0;
     {
@@ -92,8 +92,8 @@ bool Channel::TakeRejoin() {
     return true;
 }
 
-// Decodes what takes the place of the ring from frame `from` on: so much that the callback, which has gone on
-// meanwhile, can go over to it. Returns how many frames behind `from` it can do that.
+// Decodes the replacement for the ring from frame `from` on: enough for the callback, which has moved on meanwhile, to
+// blend over. Returns how many frames after `from` it can do that.
 uint64_t Channel::DecodeSplice(uint64_t from) {
     const uint64_t begin = ring_.Written();
     for (;;) {
@@ -110,12 +110,12 @@ uint64_t Channel::DecodeSplice(uint64_t from) {
     }
 }
 
-// What lies in the ring and can be heard still.
+// The frames in the ring that can still be heard.
 size_t Channel::FramesAhead() const {
     return ring_.Ahead(begin_.load());
 }
 
-// How much is to lie there.
+// The number of frames to keep there.
 size_t Channel::FullFrames() const {
     const bool plays = LoadControl().state == RunState::kPlaying;
     return FramesOf(plays ? aheadMs_ : std::max(kFirstPieceMs, preparedMs_.load()), mixRate_);
@@ -129,13 +129,13 @@ size_t Channel::FramesWanted() const {
     return std::min(piece, full - std::min(full, ahead));
 }
 
-// Notes where the next frame lies, if the source knows better than by counting.
+// Notes where the next frame lies if the source knows better than counting.
 void Channel::MarkPlace() {
     const std::optional<SourcePlace> place = source_->Place();
     if (!place) return;
     const uint64_t taken = ring_.Taken();
     const std::lock_guard lock(mutex_);
-    // What was heard more than a second ago is not asked for.
+    // Positions of more than a second ago are not asked for.
     while (marks_.size() > 1 && marks_[1].ring + mixRate_ < taken) marks_.erase(marks_.begin());
     marks_.push_back({ring_.Written(), 0, place->frame, place->pace});
 }

@@ -20,7 +20,7 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     const bool whole = sounded.frames == frames;
     if (!whole && sounding_.load()) level_.Reset();
     sounding_.store(whole);
-    // Where it has ended, or a caller has changed it meanwhile, nothing more was wanted.
+    // Nothing is lacking when the channel has ended or a caller has changed its state.
     if (plays && end && control_.load() == Pack(control)) sounded.lacking = frames - sounded.frames;
     if (sounded.frames == 0) return sounded;
     const float gain = volume_.LastGain();
@@ -29,7 +29,7 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     return sounded;
 }
 
-// Whether what comes next of this generation follows from what was heard in the block before.
+// Whether the next frames of this generation continue what was heard in the last block.
 bool Channel::GoesOn(Control control) const {
     return sounding_.load() && heard_ == control.generation;
 }
@@ -47,8 +47,8 @@ Sounded Channel::PlayOn(Control control, float* out, size_t frames, Limit end) {
     return {.frames = taken, .begins = begins};
 }
 
-// What was heard and is to stop goes on for the few milliseconds in which it falls silent. The frames stay in the ring:
-// with them it will go on, rising.
+// A sound that stops goes on for the few milliseconds of its fade-out. The frames stay in the ring: it resumes with
+// them, fading in.
 Sounded Channel::LetFall(Control control, float* out, size_t frames, Limit end) {
     if (!end || !GoesOn(control)) return {};
     const size_t falling = ring_.Peek(rampOut_.Done(), out, std::min(frames, rampOut_.Left()), *end);
@@ -59,9 +59,9 @@ Sounded Channel::LetFall(Control control, float* out, size_t frames, Limit end) 
     return {.frames = falling};
 }
 
-// Frames from before the last seek make room in the ring, also while nothing plays. Returns up to where the ring holds
-// nothing but the generation wanted, if that is ready: should the decoder turn to a later one at this very moment, the
-// frames of that lie beyond.
+// Frames from before the last seek make room in the ring, even while nothing plays. Returns the ring frame up to which
+// it holds only the wanted generation, if that is ready: should the decoder turn to a later one at this moment, that
+// one's frames lie beyond.
 Channel::Limit Channel::PassOverVoid(Control control) {
     if (ready_.load() != control.generation) return std::nullopt;
     ring_.SkipTo(begin_.load());
@@ -69,7 +69,7 @@ Channel::Limit Channel::PassOverVoid(Control control) {
     return decoding_.load() == control.generation ? Limit(written) : std::nullopt;
 }
 
-// What begins in mid-wave has to rise; the very beginning of a file is heard as it is.
+// Sound that begins in mid-wave fades in; the start of a file is played as it is.
 void Channel::BeginSounding(Control control, uint64_t firstFrame) {
     if (!sounding_) level_.Reset();
     heard_ = control.generation;
@@ -80,7 +80,7 @@ void Channel::BeginSounding(Control control, uint64_t firstFrame) {
     }
 }
 
-// Takes what there is up to `end`; notes the end of the sound and a lack.
+// Takes frames before `end`; records the end of the sound and missing frames.
 size_t Channel::Take(Control control, float* out, size_t frames, Limit end) {
     const size_t taken = ring_.Take(out, frames, end.value_or(0));
     if (taken < frames && end && ring_.Taken() == end_.load()) {

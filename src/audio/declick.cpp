@@ -9,7 +9,7 @@ namespace {
 constexpr uint32_t kRampMs = 5;
 constexpr uint32_t kSmoothMs = 10;
 
-// 0 to 1, without a bend at either end.
+// From 0 to 1, with zero slope at both ends.
 float Smooth(float part) {
     return part * part * (3.0f - 2.0f * part);
 }

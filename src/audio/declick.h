@@ -1,4 +1,4 @@
-// Three ways for a sound to begin, end or go on without a click where it does not follow from itself. For one thread.
+// Three ways to begin, end or join sounds without a click. One thread.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 
 namespace hullrider {
 
-// Lets a sound that begins in mid-wave rise over a few milliseconds.
+// Fades in a sound that begins in mid-wave, over a few milliseconds.
 class RampIn {
 public:
     explicit RampIn(uint32_t rate);
@@ -19,38 +19,38 @@ public:
 
 private:
     size_t length_;
-    size_t left_ = 0;  // frames that are still below their own loudness
+    size_t left_ = 0;  // frames still to fade in
 };
 
-// Lets a sound that breaks off in mid-wave fall as quickly.
+// Fades out a sound that stops in mid-wave, as quickly.
 class RampOut {
 public:
     explicit RampOut(uint32_t rate);
     void Begin() { done_ = 0; }
     void Apply(float* frames, size_t count);
     size_t Done() const { return done_; }
-    size_t Left() const { return length_ - done_; }  // frames that are still to be heard
+    size_t Left() const { return length_ - done_; }  // frames still to fade out
 
 private:
     size_t length_;
     size_t done_ = 0;
 };
 
-// Joins two pieces of sound: the difference between the last frame of the one and the first of the other dies away.
+// Joins two pieces of sound: the difference between the last frame of one and the first of the other decays.
 class StepSmoother {
 public:
     explicit StepSmoother(uint32_t rate);
-    // The next frames do not follow from the last ones.
+    // The next frames do not continue the last ones.
     void Join(const float* next);
     // Nothing was heard before the next frames.
     void Forget() { left_ = 0; }
-    // Has to see every frame.
+    // Must see every frame.
     void Apply(float* frames, size_t count);
 
 private:
     size_t length_;
     size_t left_ = 0;                      // frames until the difference is gone
-    std::array<float, kStereo> last_{};    // the last frame that left
+    std::array<float, kStereo> last_{};    // the last frame of output
     std::array<float, kStereo> offset_{};  // at the joint
 };
 

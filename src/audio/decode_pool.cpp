@@ -61,8 +61,7 @@ void DecodePool::Attend(const std::shared_ptr<Channel>& channel) {
     wake_.notify_one();
 }
 
-// A drive that has gone holds whoever reads from it for as long as the system likes. The song that comes instead must
-// not wait for that.
+// A lost drive holds its reader for as long as the system likes. The next song must not wait for it.
 void DecodePool::StandInForStuckThreads() {
     const auto isStuck = [](const Job& job) { return job.running && Now() - job.begun > kStuck; };
     const auto stuck = static_cast<size_t>(std::count_if(jobs_.begin(), jobs_.end(), isStuck));
@@ -114,7 +113,7 @@ void DecodePool::RunJob(Job& job, std::unique_lock<std::mutex>& lock) {
     if (same->dropped) {
         jobs_.erase(same);
         lock.unlock();
-        channel.reset();  // perhaps the last to know it, and what it leaves behind takes time to free
+        channel.reset();  // possibly the last reference, and freeing takes time
         lock.lock();
     } else if (!same->calledAgain) {
         same->due = due;
@@ -140,7 +139,7 @@ void DecodePool::Wait(std::unique_lock<std::mutex>& lock) {
     watched_ = until;
     wake_.wait_until(lock, until);
     if (watched_ == until) watched_ = SteadyTime::max();
-    // This thread is going to be busy: another one watches over what is left.
+    // This thread will be busy: another one takes over the waiting.
     if (jobs_.size() > 1) wake_.notify_one();
 }
 

@@ -1,4 +1,4 @@
-// The few threads that decode ahead for all channels. Each channel says when it needs them next; until then they sleep.
+// The few threads that decode ahead for all channels. Each channel says when it needs them next; they sleep until then.
 // Callable from any thread but the callback.
 #pragma once
 
@@ -15,15 +15,15 @@ namespace hullrider {
 
 class DecodePool {
 public:
-    // `clearUp` is called on these threads after channels were dropped; while it returns false, again soon.
+    // `clearUp` is called on these threads after channels were dropped, and again soon while it returns false.
     explicit DecodePool(std::function<bool()> clearUp);
     ~DecodePool();
 
-    // Decodes for this channel as soon as possible, and whenever it asks for it, until it is dropped.
+    // Decodes for this channel as soon as possible, and whenever the channel asks for it, until it is dropped.
     void Enlist(const std::shared_ptr<Channel>& channel);
-    // Decodes for an enlisted channel as soon as possible. Nothing for one that was dropped meanwhile.
+    // Decodes for an enlisted channel as soon as possible. Ignores one that was dropped meanwhile.
     void Attend(const std::shared_ptr<Channel>& channel);
-    // Never again, once a piece that is being decoded is done.
+    // No more decoding for this channel, once the current piece is done.
     void Drop(const std::shared_ptr<Channel>& channel);
 
 private:
@@ -32,7 +32,7 @@ private:
         SteadyTime due;
         SteadyTime begun{};  // while running
         bool running = false;
-        bool calledAgain = false;  // attended to while running
+        bool calledAgain = false;  // Attend was called while running
         bool dropped = false;
     };
     void AddThread();
@@ -49,7 +49,8 @@ private:
     std::condition_variable wake_;
     std::vector<Job> jobs_;
     SteadyTime clearUpDue_ = SteadyTime::max();
-    // Until when a thread waits at most. Only one needs to wake for the next due time; the others wait to be called.
+    // The latest time until which a thread waits. Only one needs to wake for the next due time; the others wait to be
+    // called.
     SteadyTime watched_ = SteadyTime::max();
     bool stopping_ = false;
     std::vector<std::thread> threads_;

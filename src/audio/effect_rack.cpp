@@ -33,12 +33,12 @@ std::vector<Effect>::const_iterator EffectRack::Find(uint32_t handle) const {
     });
 }
 
-// Behind the mutex. Returns what was in use until now; whoever gets it lets it go once the mutex is free.
+// Under the mutex. Returns the previous chain, which the caller releases once the mutex is free.
 std::unique_ptr<const EffectRack::Chain> EffectRack::Publish() {
     return std::unique_ptr<const Chain>(chain_.exchange(new Chain{effects_, edition_}));
 }
 
-// The callback, if it runs at all, either began before the exchange and is waited for, or sees the new chain: all these
+// If the callback is running, it either started before the exchange and is waited for, or sees the new chain: these
 // accesses are in one total order.
 void EffectRack::LetGo(std::unique_ptr<const Chain> old) const {
     constexpr int kImpatient = 100;
@@ -56,7 +56,7 @@ void EffectRack::LetGo(std::unique_ptr<const Chain> old) const {
 bool EffectRack::Add(const Effect& effect) {
     std::unique_lock lock(mutex_);
     if (closed_) return false;
-    // Those that have faded out go with the next change; until then they cost nothing.
+    // Filters that have faded out are removed with the next change; until then they cost nothing.
     std::erase_if(effects_, [](const Effect& old) {
         return old.filter != nullptr && old.filter->IsLeaving() && old.filter->IsResting();
     });
@@ -99,7 +99,7 @@ Effect EffectRack::FindFilter(uint32_t handle) const {
 void EffectRack::Close() {
     std::unique_lock lock(mutex_);
     closed_ = true;
-    if (!effects_.empty()) edition_++;  // filters break off too
+    if (!effects_.empty()) edition_++;  // filters stop as well
     effects_.clear();
     std::unique_ptr<const Chain> old = Publish();
     lock.unlock();
@@ -113,7 +113,7 @@ void EffectRack::Run(float* frames, size_t count, bool begins) {
     running_.store(before + 2);
 }
 
-// Where a procedure came or went, its effect cannot be faded: one that was removed is not called again.
+// A procedure that comes or goes cannot be faded, because a removed one is not called again.
 void EffectRack::RunChain(const Chain& chain, float* frames, size_t count, bool begins) {
     for (const Effect& effect : chain.effects) {
         if (effect.procedure != nullptr) {

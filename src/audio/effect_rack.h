@@ -1,6 +1,6 @@
-// The effects of one channel in their order: filters of this room and procedures of its callers. Callers change it from
-// any thread; the callback runs the newest order and never waits for them. They wait for it instead, at most for the
-// one block in which it still uses what they took away.
+// The effects of one channel in order: filters of this room and callers' procedures. Callers change it from any thread.
+// The callback uses the newest chain and never waits; callers wait for it, for at most the one block in which it still
+// uses what they removed.
 #pragma once
 
 #include <atomic>
@@ -16,43 +16,43 @@
 
 namespace hullrider {
 
-// Either a filter or a procedure.
+// A filter or a procedure.
 struct Effect {
     uint32_t handle = 0;
     int priority = 0;
-    uint32_t type = 0;  // of a filter: one of the BASS_FX values
+    uint32_t type = 0;  // for a filter: one of the BASS_FX values
     std::shared_ptr<Filter> filter;
     DSPPROC* procedure = nullptr;
     void* user = nullptr;
-    uint32_t channel = 0;  // what the procedure is told
+    uint32_t channel = 0;  // passed to the procedure
 };
 
 class EffectRack {
 public:
-    // `channels`: 1 or 2, those that procedures see.
+    // `channels`: 1 or 2, as procedures see them.
     EffectRack(uint32_t mixRate, uint32_t channels);
     ~EffectRack();
     EffectRack(const EffectRack&) = delete;
     EffectRack& operator=(const EffectRack&) = delete;
 
     // --- Callers.
-    // After all effects of its priority. False when the rack was closed.
+    // Placed after all effects of its priority. False when the rack was closed.
     bool Add(const Effect& effect);
-    // False when there is none of that handle. A filter fades out; a procedure has been called for the last time, and
-    // has returned, once this returns.
+    // False when there is no such handle. A filter fades out. A procedure has returned from its last call when this
+    // returns.
     bool RemoveFilter(uint32_t handle);
     bool RemoveProcedure(uint32_t handle);
-    // The effect with that filter, or one of handle 0.
+    // The effect with that filter; one with handle 0 when there is none.
     Effect FindFilter(uint32_t handle) const;
-    // Removes all, for good.
+    // Removes all effects for good.
     void Close();
 
     // --- Callback.
-    // Runs all effects over `count` stereo frames, in place. `begins`: nothing was heard just before them.
+    // Runs all effects over `count` stereo frames, in place. `begins`: nothing was heard right before them.
     void Run(float* frames, size_t count, bool begins);
 
 private:
-    struct Chain {  // never changed once it is published
+    struct Chain {  // immutable once published
         std::vector<Effect> effects;
         uint64_t edition = 0;  // changes when a procedure comes or goes
     };
@@ -65,7 +65,7 @@ private:
     uint32_t mixRate_, channels_;
 
     mutable std::mutex mutex_;     // callers only
-    std::vector<Effect> effects_;  // with filters that were removed and still fade out
+    std::vector<Effect> effects_;  // including removed filters that still fade out
     uint64_t edition_ = 0;
     bool closed_ = false;
 

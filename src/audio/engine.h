@@ -1,5 +1,5 @@
-// Everything that BASS_Init brings to life and BASS_Free ends: the output, the mixer, the decoder threads, and what the
-// handles stand for. Callable from any thread but the callback.
+// Everything between BASS_Init and BASS_Free: the output, the mixer, the decoder threads, and the objects behind
+// handles. Callable from any thread but the callback.
 #pragma once
 
 #include <cstdint>
@@ -15,10 +15,10 @@
 
 namespace hullrider {
 
-// Numbers for handles, of all kinds together: each is given once while the program runs.
+// A new handle; one sequence for all types, never reused while the program runs.
 uint32_t NewHandle();
 
-// Things of one kind by their handle. Whoever looked one up keeps it while using it, even if it is freed meanwhile.
+// Objects of one type by handle. A looked-up object stays alive while in use, even if it is freed meanwhile.
 template <typename T>
 class HandleTable {
 public:
@@ -56,11 +56,11 @@ public:
 
     // False when the output cannot be started.
     bool Start();
-    // Silence from here on, though calls that are under way may keep the rest alive a little longer.
+    // Silences the output. Calls in progress may keep the rest alive a little longer.
     void Stop();
 
     uint32_t Rate() const { return mixer_.Rate(); }
-    // How much later a channel's frame is heard than it was taken.
+    // The delay between taking a channel's frame and hearing it.
     uint32_t LatencyFrames() const { return output_->LatencyFrames() + mixer_.LatencyFrames(); }
     Output& TheOutput() { return *output_; }
     Mixer& TheMixer() { return mixer_; }
@@ -68,7 +68,7 @@ public:
 
     // 0 when there are too many channels.
     uint32_t AddChannel(std::shared_ptr<Channel> channel);
-    // One that is neither mixed nor decoded ahead.
+    // A channel that is neither mixed nor decoded ahead.
     uint32_t AddDecodingChannel(std::shared_ptr<Channel> channel) { return channels_.Add(std::move(channel)); }
     bool FreeChannel(uint32_t handle);
     const HandleTable<Channel>& Channels() const { return channels_; }
@@ -86,15 +86,15 @@ private:
     HandleTable<const std::string> plugins_;
     mutable std::mutex defaultFontsMutex_;
     FontList defaultFonts_;
-    // Last, because their threads use what is above.
+    // Last, because its threads use the members above.
     DecodePool decoders_;
     std::unique_ptr<Output> output_;
 };
 
-// The engine that is running, or null, with BASS_ERROR_INIT left for the calling thread.
+// The running engine; null, with BASS_ERROR_INIT set for the calling thread, when there is none.
 std::shared_ptr<Engine> CurrentEngine();
 
-// Puts the engine in place and starts it. False, with an error left, when there is one already or it does not start.
+// Makes the engine current and starts it. False, with the error set, when there is one already or it does not start.
 bool InstallEngine(std::unique_ptr<Output> output);
 bool RemoveEngine();
 

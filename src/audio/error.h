@@ -1,11 +1,11 @@
-// The error code that a call leaves for its thread.
+// The error code that a call sets for its thread.
 #pragma once
 
 namespace hullrider {
 
 void SetAudioError(int code);
 
-// How a call ends: it leaves its code and returns what these return, false (or 0) or true.
+// The ends of a call: they set the code and return false (or 0), or true.
 inline bool Fail(int code) {
     SetAudioError(code);
     return false;

@@ -1,4 +1,4 @@
-// How long a file's sound is: what its header says, mended where that is known to be wrong.
+// The length of a file's sound: the header's value, corrected where it is known to be wrong.
 #include <algorithm>
 #include <string_view>
 
@@ -17,7 +17,7 @@ namespace {
 
 constexpr int64_t kMaxWalkAtOpening = int64_t{64} << 20;  // bytes; takes 20 ms, or a second from a slow disk
 constexpr int64_t kFarAway = int64_t{1} << 48;            // a timestamp beyond any end
-constexpr int64_t kMostFrames = int64_t{1} << 48;         // what tells of more is nonsense
+constexpr int64_t kMostFrames = int64_t{1} << 48;         // larger values are nonsense
 
 }  // namespace
 
@@ -32,23 +32,23 @@ int FfmpegReader::FindLength() {
     if (IsMp4File()) duration = Mp4Duration(*format_, *stream_, duration, origin_);
     const int64_t frames = av_rescale_q(duration, stream_->time_base, {1, static_cast<int>(rate_)});
     length_ = frames < 0 || frames > kMostFrames ? 0 : frames;
-    // Only an MP4 says where its last packet's padding begins, and leaves it to the reader to stop there. Junk would be
-    // taken in whole in search of another frame.
+    // Only MP4 gives the padding of its last packet without trimming it. Junk would be read in whole in search of
+    // another frame.
     if ((IsMp4File() || junkFollows) && length_ > 0) endFrame_ = length_;
     return length_ == 0 || IsFlacFile() ? MeasureLength() : BASS_OK;
 }
 
-// A FLAC file may have been written without knowing how much would come, or have broken off since. Leaves the reader at
-// its beginning; the error when it does not get back there.
+// A FLAC file may have been written without a known length, or truncated since. Leaves the reader at its start; returns
+// the error when it cannot get back there.
 int FfmpegReader::MeasureLength() {
     const std::optional<int64_t> end = DecodedEnd();
     if (end && (length_ == 0 || *end < length_)) length_ = *end;
     return Seek(0) ? BASS_OK : BASS_ERROR_FILEFORM;
 }
 
-// The place behind the last packets; nothing when they are not to be found, or do not decode.
+// The position after the last packets; nothing when they are not found or do not decode.
 std::optional<int64_t> FfmpegReader::DecodedEnd() {
-    constexpr int kMostPackets = 500;  // more when it was not the last ones that were found
+    constexpr int kMostPackets = 500;  // more: these were not the last packets
     held_ = placed_ = drained_ = false;
     if (!Jump(kFarAway)) return {};
     avcodec_flush_buffers(decoder_.get());
@@ -69,7 +69,7 @@ bool FfmpegReader::IsFlacFile() const {
     return std::string_view(format_->iformat->name) == "flac";
 }
 
-// The timestamp at which an MP3 ends. Without a table, what FFmpeg tells is a guess by the first frame's bit rate.
+// The timestamp at which an MP3 ends. Without a table, FFmpeg's value is a guess from the first frame's bit rate.
 int64_t FfmpegReader::Mp3End(int64_t told, bool& junkFollows) {
     if (!walk_) return told;
     if (const std::optional<int64_t> end = walk_->TableEnd()) return *end;

@@ -20,16 +20,16 @@ namespace hullrider {
 
 namespace {
 
-// The same few on every system. No playlists, no scripts: a song file never makes the player open another one.
+// The same few on every system, and no playlists or scripts: a song file must never open another one.
 constexpr const char* kFormats = "mp3,aac,mov,flac,ogg,wav";
 constexpr int kMaxChannels = 64;
 constexpr int kMinRate = 1000;
 constexpr int kMaxRate = 768000;
-constexpr int kMaxBadPackets = 250;                  // in a row, before the rest of a file is given up
-constexpr int kManyBadPackets = 50;                  // in a row, as damage would not make them
-constexpr size_t kMaxAllocation = size_t{96} << 20;  // bytes at once; the table of a 24 hour M4A file takes as much
-// What FFmpeg may read at once in search of a frame, all of which it keeps: in a download that was never filled in, or
-// in one that is no song, there is none.
+constexpr int kMaxBadPackets = 250;                  // in a row, before the rest of the file is given up
+constexpr int kManyBadPackets = 50;                  // in a row, more than damage would cause
+constexpr size_t kMaxAllocation = size_t{96} << 20;  // per allocation; the table of a 24-hour M4A file needs this
+// The most that FFmpeg may read and keep in search of a frame: an unfinished download, or a file that is not a song,
+// may have none.
 constexpr int64_t kMaxSearch = int64_t{16} << 20;
 constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
 
@@ -45,8 +45,8 @@ bool IsPlayable(int rate, int channels) {
     return rate >= kMinRate && rate <= kMaxRate && channels >= 1 && channels <= kMaxChannels;
 }
 
-// How far before a place decoding begins so that the place itself is right: lossy codecs lean on what came before, an
-// mp3 frame on up to 511 bytes of earlier frames.
+// How far ahead of a position decoding must begin for it to be right: lossy codecs depend on earlier frames, and an mp3
+// frame uses up to 511 bytes of them.
 int64_t PrerollFrames(const AVCodecContext& decoder, uint32_t rate) {
     const AVCodecDescriptor* descriptor = avcodec_descriptor_get(decoder.codec_id);
     const bool lossless = descriptor != nullptr && (descriptor->props & AV_CODEC_PROP_LOSSY) == 0;
@@ -78,7 +78,7 @@ int FfmpegReader::Open(const std::string& path) {
     AVDictionary* options = nullptr;
     av_dict_set(&options, "format_whitelist", kFormats, 0);
     av_dict_set(&options, "protocol_whitelist", "file", 0);
-    av_dict_set(&options, "max_probe_packets", "1", 0);  // PCM is what it says, and no other codec in disguise
+    av_dict_set(&options, "max_probe_packets", "1", 0);  // do not probe PCM for other codecs
     AVFormatContext* format = avformat_alloc_context();
     if (format == nullptr) return av_dict_free(&options), BASS_ERROR_MEM;
     format->interrupt_callback = {[](void* self) { return static_cast<FfmpegReader*>(self)->MustStop() ? 1 : 0; },
@@ -93,30 +93,30 @@ int FfmpegReader::Open(const std::string& path) {
     if (const int error = FindAudio(); error != BASS_OK) return error;
     if (const int error = OpenDecoder(); error != BASS_OK) return error;
 
-    // Only what decodes is a song, whatever its name and its first bytes say.
+    // Only a file that decodes is a song, whatever its name and first bytes.
     if (!DecodeFirst()) return BASS_ERROR_FILEFORM;
     return FindLength();
 }
 
 bool FfmpegReader::MustStop() const {
-    return cancelled_.load() || (format_ && BytesRead() > mostBytesRead_);
+    return canceled_.load() || (format_ && BytesRead() > mostBytesRead_);
 }
 
 int64_t FfmpegReader::BytesRead() const {
     return format_->pb->bytes_read;
 }
 
-// FFmpeg would take in junk before the first frame whole, and make frames of some of it.
+// FFmpeg would read junk before the first frame in whole, and find false frames in it.
 bool FfmpegReader::ReadyMp3() {
     AVIOContext* file = format_->pb;
-    file->update_checksum = nullptr;  // where the demuxer looks for a table and finds none, it leaves this running
+    file->update_checksum = nullptr;  // the demuxer leaves it on when it finds no table
     Mp3Walk walk(*format_, *format_->streams[0], avio_tell(file), 0);
     const std::optional<int64_t> frame = walk.FindFrame();
     return frame && avio_seek(file, *frame, SEEK_SET) >= 0;
 }
 
 // The decoder also knows the true rate, which a container may tell wrongly (HE-AAC). Frame 0 is the first that decodes:
-// FFmpeg counts junk before it as time.
+// FFmpeg counts leading junk as time.
 bool FfmpegReader::DecodeFirst() {
     rate_ = static_cast<uint32_t>(std::max(1, stream_->codecpar->sample_rate));
     endFrame_ = kNoEnd;
@@ -132,8 +132,8 @@ bool FfmpegReader::DecodeFirst() {
 }
 
 int FfmpegReader::FindAudio() {
-    // Otherwise fifty packets, of PCM nearly a megabyte, are read and kept while a timestamp is waited for. Only raw
-    // AAC comes to its true bit rate, and so to its length, that way.
+    // Otherwise fifty packets, nearly a megabyte of PCM, are buffered while waiting for a timestamp. Only raw AAC needs
+    // that, to find its bit rate and so its length.
     if (std::string_view(format_->iformat->name) != "aac") format_->max_ts_probe = 1;
     mostBytesRead_ = BytesRead() + kMaxSearch;
     if (avformat_find_stream_info(format_.get(), nullptr) < 0) return BASS_ERROR_FILEFORM;
@@ -161,7 +161,7 @@ int FfmpegReader::OpenDecoder() {
 
 // Leaves the next decoded frame in frame_ and its end in position_.
 bool FfmpegReader::Decode() {
-    for (int bad = 0; bad < kMaxBadPackets && !cancelled_.load();) {
+    for (int bad = 0; bad < kMaxBadPackets && !canceled_.load();) {
         const int received = avcodec_receive_frame(decoder_.get(), frame_.get());
         if (received == AVERROR_EOF) return false;
         if (received >= 0 && IsPlayable(frame_->sample_rate, frame_->ch_layout.nb_channels)) {
@@ -174,8 +174,8 @@ bool FfmpegReader::Decode() {
     return false;
 }
 
-// FFmpeg makes packets even of what lies between two MP3s that were joined, such as a picture. On to the next true
-// frame: the one that follows the frame decoded last.
+// FFmpeg makes packets even of junk between two joined MP3s, such as a picture. Skips to the next true frame, the one
+// after the last decoded frame.
 void FfmpegReader::PassJunk() {
     if (!walk_ || !placed_ || drained_ || sentPos_ < 0) return;
     mostBytesRead_ = INT64_MAX;
@@ -189,18 +189,18 @@ void FfmpegReader::PassJunk() {
     if (Jump(timestamp)) avcodec_flush_buffers(decoder_.get());
 }
 
-// Moves position_ to the end of frame_: by its timestamp, or on from the frame before.
+// Moves position_ to the end of frame_: by its timestamp, or else by its length.
 void FfmpegReader::Place() {
     if (!placed_) {
         const int64_t timestamp = frame_->best_effort_timestamp;
         position_ = timestamp == AV_NOPTS_VALUE ? wantedFrame_ : FrameOfTimestamp(timestamp);
         placed_ = true;
     }
-    // Should the rate change midway, places go on being counted at the first one.
+    // If the rate changes midway, positions still count in the first one.
     position_ += av_rescale(frame_->nb_samples, rate_, frame_->sample_rate);
 }
 
-// False when the packet was bad, and skipped.
+// False when the packet was bad and skipped.
 bool FfmpegReader::SendPacket() {
     if (drained_) return false;
     int read = 0;
@@ -217,10 +217,10 @@ bool FfmpegReader::SendPacket() {
     return sent >= 0;
 }
 
-// At the first packet, in front of which a table may lie, whether or not it is heard.
+// Starts at the first packet, heard or not, because a table may precede it.
 void FfmpegReader::BeginWalk() {
     if (walk_ || !IsMp3File() || packet_->pos < 0) return;
-    // Behind much junk FFmpeg does not know the time, which is 0.
+    // After much junk FFmpeg does not know the time, which is 0.
     walk_.emplace(*format_, *stream_, packet_->pos, packet_->dts == AV_NOPTS_VALUE ? 0 : packet_->dts);
 }
 
@@ -232,7 +232,7 @@ const AVFrame* FfmpegReader::Next() {
     return nullptr;
 }
 
-// Cuts off what lies before the wanted frame and after the end; false when nothing is left.
+// Cuts off everything before the wanted frame and after the end; false when nothing is left.
 bool FfmpegReader::TrimFrame() {
     const auto ownSamples = [&](int64_t frames) {
         return static_cast<int>(std::min<int64_t>(frame_->nb_samples, av_rescale(frames, frame_->sample_rate, rate_)));
@@ -253,7 +253,8 @@ bool FfmpegReader::TrimFrame() {
 }
 
 bool FfmpegReader::Seek(int64_t frame) {
-    // A seek may land late: by guessing from the bit rate, or on a frame that leans on a lost one. Then begin earlier.
+    // A seek may land late, by a guess from the bit rate or on a frame that depends on a lost one. Then it starts
+    // earlier.
     const int64_t preroll = PrerollFrames(*decoder_, rate_);
     for (const int64_t before : {preroll, preroll + int64_t{rate_} * 5, frame}) {
         if (SeekBefore(frame, before) && FrameBegin() <= frame) return true;
@@ -277,7 +278,7 @@ bool FfmpegReader::Jump(int64_t timestamp) {
     return av_seek_frame(format_.get(), stream_->index, timestamp, AVSEEK_FLAG_BACKWARD) >= 0;
 }
 
-// The packets that prime the decoder may lie before time 0, where not every format lets itself be sent.
+// Packets that prime the decoder may lie before time 0, where not every demuxer can seek.
 bool FfmpegReader::JumpToStart() {
     const int64_t second = av_rescale_q(1, {1, 1}, stream_->time_base);
     return Jump(std::min<int64_t>(origin_, 0) - second) || Jump(std::min<int64_t>(origin_, 0)) || Jump(origin_);

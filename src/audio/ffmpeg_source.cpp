@@ -39,7 +39,7 @@ private:
     FfmpegReader reader_;
     StereoConverter converter_;
     bool ended_ = false;
-    bool yielded_ = false;  // since the start of the file; true also when that is not where reading began
+    bool yielded_ = false;  // since the start of the file; also true after a seek into it
     std::atomic<int64_t> length_{0}, loopLength_{0};
 };
 
@@ -61,8 +61,8 @@ SourceRead FfmpegSource::Read(float* out, size_t frames) {
     return {done, false};
 }
 
-// At the end: back to the start if the source loops, without a gap because the converter goes on. Not from a
-// whole round without a sound, because one would follow another for ever.
+// At the end: back to the start if the source loops, without a gap because the converter goes on. Not after a whole
+// round without sound, which would repeat forever.
 bool FfmpegSource::ComeRound() {
     const int64_t end = reader_.Position();
     length_ = end;

@@ -21,8 +21,7 @@ double Step(const Biquad& f, History& h, double x) {
     return y;
 }
 
-// Far below what can be heard, but numbers that only fade out of range would slow the processor down; what is no
-// number would stay for ever.
+// Flushes inaudible values, which would slow the processor down as denormals, and NaN, which would never go away.
 void Settle(double& value) {
     const double size = std::fabs(value);
     if (!(size > 1e-15 && size < 1e9)) value = 0.0;
@@ -86,7 +85,7 @@ void Filter::Begin() {
     resting_.store(voice_.biquad.IsNeutral());
 }
 
-// From the neutral filter, which is not run, the new one starts as if the first frame had sounded for ever.
+// After the neutral filter, which is not run, the new one starts as if the first frame had sounded forever.
 bool Filter::BeginFade(const float* first) {
     Biquad biquad;
     if (!order_.ReadNewer(obeyed_, biquad) || biquad == voice_.biquad) return false;

@@ -1,5 +1,5 @@
-// A second-order filter in a channel, between the callers, who change it from any thread, and the callback, which runs
-// it. What is heard goes from the old filter to the new one by a cross-fade, never by a step.
+// A second-order filter in a channel. Callers change it from any thread; the callback runs it and cross-fades from the
+// old filter to the new one.
 #pragma once
 
 #include <array>
@@ -19,23 +19,23 @@ public:
     // Neutral. `rate` is that of the sound, in Hz.
     explicit Filter(uint32_t rate);
 
-    // Callers. False, and nothing is changed, when there is no such filter. `band` is only kept.
+    // Callers. False, with nothing changed, for an invalid shape. `band` is only stored.
     bool Shape(const FilterShape& shape, int band);
     FilterShape Shape() const;
     int Band() const;
-    // On the way out: neutral from now on, and never shaped again.
+    // Before removal: neutral from now on, and never shaped again.
     void Leave();
     bool IsLeaving() const;
-    // Neutral and not run, as far as the callback got.
+    // Neutral and not running, as of the callback's last block.
     bool IsResting() const { return resting_.load(); }
 
-    // Callback. The sound begins anew: with the newest filter at once, and without a memory.
+    // Callback. The sound restarts: uses the newest filter at once, without memory.
     void Begin();
-    // Callback. Filters stereo frames in place. Costs nothing while it is neutral.
+    // Callback. Filters stereo frames in place. Costs nothing while neutral.
     void Run(float* frames, size_t count);
 
 private:
-    struct History {  // of one side: the last two samples in and out
+    struct History {  // one side's last two samples in and out
         double x1 = 0.0, x2 = 0.0, y1 = 0.0, y2 = 0.0;
     };
     struct Voice {
@@ -58,9 +58,9 @@ private:
     std::atomic<bool> resting_{true};
 
     // Callback only.
-    Voice voice_, next_;  // what is heard, and what is faded to
+    Voice voice_, next_;  // the current filter and the one being faded to
     size_t fadeLeft_ = 0;
-    uint32_t obeyed_ = 0;  // number of the order
+    uint32_t obeyed_ = 0;  // number of the last order carried out
 };
 
 }  // namespace hullrider

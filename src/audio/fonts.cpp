@@ -14,8 +14,8 @@ namespace hullrider {
 
 namespace {
 
-// Whether the file is as long as a SoundFont says that it is (the SoundFont 2.04 format, section 4). The
-// synthesizer would try what is not as another format, with complaints on the error stream.
+// Whether the file is as long as its SoundFont header says (the SoundFont 2.04 format, section 4). The synthesizer
+// would try anything else as another format and complain on the error stream.
 bool LooksLikeFont(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
     unsigned char head[12] = {};
@@ -40,7 +40,7 @@ std::shared_ptr<const Font> LoadFont(const std::string& path, int& error) {
         error = BASS_ERROR_FILEFORM;
         return nullptr;
     }
-    // A synthesizer that never sounds tries it; those of the streams load it again, which costs its directory only.
+    // Tried in a synthesizer that is never heard; those of the streams load it again, which costs only its directory.
     Synth trial(44100);
     if (!trial.Good()) {
         error = BASS_ERROR_MEM;

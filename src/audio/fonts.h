@@ -1,6 +1,5 @@
-// SoundFonts. A font is known by its file, as it was when it was loaded; streams that sound through it open it again.
-// Of its samples, those that some stream's song uses are in memory, once for all streams, and for as long as a stream
-// uses them.
+// SoundFonts. A font stands for its file as it was when it was loaded; streams that use it open it again. Only the
+// samples that some stream's song uses are in memory, once for all streams, and only while a stream uses them.
 #pragma once
 
 #include <cstdint>
@@ -20,10 +19,10 @@ struct FontEntry {
     int bank = 0;  // added to the bank numbers of the font's presets
 };
 
-// The first font that has a preset sounds it.
+// The first font that has a preset plays it.
 using FontList = std::vector<FontEntry>;
 
-// Checks that the file is a SoundFont, and readies it. Null on failure, with a BASS_ERROR code. Any thread.
+// Checks that the file is a SoundFont, and prepares it. Null on failure, with a BASS_ERROR code. Any thread.
 std::shared_ptr<const Font> LoadFont(const std::string& path, int& error);
 
 }  // namespace hullrider

@@ -1,5 +1,5 @@
-// The peak of a channel over its last 20 to 30 ms, and for how long it has been next to silent. Noted by the callback,
-// asked from any thread.
+// A channel's peak over its last 20 to 30 ms, and how long it has been nearly silent. Written by the callback, read
+// from any thread.
 #pragma once
 
 #include <array>
@@ -24,16 +24,16 @@ public:
     void Reset();
 
     StereoPeak Peak() const;
-    // For how long nothing was above kQuiet.
+    // How long nothing was above kQuiet.
     double QuietSec() const { return quietSpans_.load() * 0.01; }
-    static constexpr float kQuiet = 0.001f;  // -60 dB of full scale
+    static constexpr float kQuiet = 0.001f;  // -60 dBFS
 
 private:
     void CloseSpan();
 
-    static constexpr size_t kSpans = 3;  // the running one and those before it, 10 ms each
+    static constexpr size_t kSpans = 3;  // the current one and those before it, 10 ms each
     size_t spanFrames_;
-    size_t inSpan_ = 0;  // frames noted in the running span
+    size_t inSpan_ = 0;  // frames noted in the current span
     size_t running_ = 0;
     std::array<StereoPeak, kSpans> spans_;
     std::atomic<uint64_t> peak_{0};

@@ -10,16 +10,16 @@ namespace hullrider {
 namespace {
 
 constexpr uint32_t kAheadMs = 5;
-// Low notes peak only every 10 ms: their gain must not rise between two peaks.
+// Low notes peak only every 10 ms, and the gain must not rise between two peaks.
 constexpr uint32_t kHoldMs = 12;
 constexpr float kReleaseSeconds = 0.07f;  // time constant
-constexpr float kCeiling = 0.9999f;       // what is too loud is brought down to this
-constexpr float kBeyond = 1.001f;         // what the way back aims at, so that it ends
-constexpr float kLoudest = 1e6f;          // no sum of sounds is near that loud
+constexpr float kCeiling = 0.9999f;       // the limited level
+constexpr float kBeyond = 1.001f;         // the target of the release, so that it reaches 1
+constexpr float kLoudest = 1e6f;          // louder than any sum of sounds
 
 bool IsCalm(const float* samples, size_t count) {
     bool calm = true;
-    for (size_t i = 0; i < count; i++) calm &= std::fabs(samples[i]) <= 1.0f;  // not so for what is no number
+    for (size_t i = 0; i < count; i++) calm &= std::fabs(samples[i]) <= 1.0f;  // false for NaN
     return calm;
 }
 
@@ -35,7 +35,7 @@ float Limiter::SlidingLeast::Next(float value) {
     return values_[first_ % span_];
 }
 
-// The sum stays exact: a double holds that of so many floats of such sizes.
+// The sum stays exact: a double can hold it for this many floats of this size.
 double Limiter::SlidingMean::Next(float value) {
     sum_ += static_cast<double>(value) - static_cast<double>(values_[next_]);
     values_[next_] = value;
@@ -77,8 +77,8 @@ void Limiter::Delay(float* frames, size_t count) {
     }
 }
 
-// The gain of the frame that leaves when one of that peak comes in. Every value in the mean is at most what any frame
-// within the look-ahead needs, so the mean is at most what the leaving frame needs.
+// The gain of the outgoing frame when a frame with that peak comes in. Every value in the mean is at most what any
+// frame within the look-ahead needs, so the mean is at most what the outgoing frame needs.
 float Limiter::NextGain(float peak) {
     const float least = least_.Next(peak > 1.0f ? kCeiling / peak : 1.0f);
     gain_ = std::min(least, gain_ + (kBeyond - gain_) * release_);

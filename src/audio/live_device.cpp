@@ -16,7 +16,7 @@ using std::chrono::milliseconds;
 constexpr uint32_t kPeriodMs = 25;
 constexpr uint32_t kPeriods = 3;
 constexpr uint32_t kMaxRate = 96000;  // the highest that every source can be rendered at
-constexpr milliseconds kLost(1500);   // a device that has not asked for sound for so long is gone
+constexpr milliseconds kLost(1500);   // a device that asks for no sound for this long is gone
 
 }  // namespace
 
@@ -32,7 +32,7 @@ void LiveDevice::Run() {
     if (OpenContext()) {
         if (OpenDevice()) {
             if (ma_device_start(&device_) == MA_SUCCESS) PlayUntilClosing();
-            // Unlike ma_device_uninit this wakes a backend that waits for a server which is gone.
+            // Unlike ma_device_uninit, this wakes a backend that waits for a dead server.
             ma_device_stop(&device_);
             ma_device_uninit(&device_);
         }
@@ -72,7 +72,7 @@ bool LiveDevice::InitDevice() {
     config.periodSizeInMilliseconds = kPeriodMs;
     config.periods = kPeriods;
     config.noPreSilencedOutputBuffer = MA_TRUE;
-    // The system's own class for sound, so that a game beside does not starve it.
+    // The system's own class for sound, so that a game does not starve it.
     config.wasapi.usage = ma_wasapi_usage_pro_audio;
     config.dataCallback = OnData;
     config.pUserData = this;
@@ -103,7 +103,7 @@ void LiveDevice::PlayUntilClosing() {
         }
         resting = toRest_;
         lock.unlock();
-        // One that does not start again asks for nothing either, and is found to be lost.
+        // A device that does not restart asks for no sound either, and is then found to be lost.
         resting ? ma_device_stop(&device_) : ma_device_start(&device_);
         lock.lock();
     }
@@ -126,7 +126,7 @@ void LiveDevice::OnData(ma_device* device, void* out, const void*, ma_uint32 fra
     auto* self = static_cast<LiveDevice*>(device->pUserData);
     auto* samples = static_cast<float*>(out);
     self->lastAsked_ = Clock::now().time_since_epoch().count();
-    // Before the mixer is looked at: whoever takes the mixer away then either sees this or is seen here.
+    // Set before reading the mixer: whoever removes the mixer either sees this or is seen here.
     self->inCallback_ = true;
     if (Mixer* const mixer = self->mixer_) {
         mixer->Render(samples, frames);
@@ -151,7 +151,7 @@ bool LiveDevice::IsLost() const {
 
 void LiveDevice::TakeMixerAway() {
     mixer_ = nullptr;
-    // The mixer waits for nothing, so this is over in the time of a block.
+    // The mixer never waits, so this ends within a block.
     while (inCallback_) std::this_thread::sleep_for(milliseconds(1));
 }
 

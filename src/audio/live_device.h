@@ -1,6 +1,6 @@
-// A sound device with a connection of its own to the sound system. Every call into that system may hang for ever when
-// it goes away, so one thread, which nobody joins, makes them all, from the first to the last. It shares the object
-// with whoever uses the device and keeps it for as long as the system may call back.
+// A sound device with its own connection to the sound system. Every call into that system may hang forever when it goes
+// away, so one detached thread makes them all, from first to last. It shares ownership of the object with the device's
+// user, for as long as the system may call back.
 #pragma once
 
 #include <atomic>
@@ -22,14 +22,14 @@ class LiveDevice {
 public:
     enum class State { kOpening, kPlaying, kClosed };
 
-    // Begins to open the default device, which then plays silence. `rate` 0: the device's own, so that nothing is
-    // resampled twice, halved until it is no higher than 96 kHz. Without `backend` the best that there is.
+    // Starts opening the default device, which then plays silence. `rate` 0 means the device's own, halved until it is
+    // at most 96 kHz, so that nothing is resampled twice. Without `backend`, the best available one.
     static std::shared_ptr<LiveDevice> BeginOpening(uint32_t rate, std::optional<ma_backend> backend);
 
-    // Waits at most so long. A device that cannot be opened goes from kOpening to kClosed.
+    // Waits for at most `longest`. A device that cannot be opened goes from kOpening to kClosed.
     State WaitWhileOpening(std::chrono::milliseconds longest);
 
-    // What it is; only from when it plays.
+    // The actual properties, valid once it plays.
     uint32_t Rate() const { return rate_; }
     ma_backend Backend() const { return backend_; }
     uint32_t LatencyFrames() const { return latencyFrames_; }
@@ -40,8 +40,8 @@ public:
     // Any thread: a resting device asks for no sound and costs nothing. Both take effect soon after.
     void Rest();
     void Wake();
-    // The mixer is no longer called once this has returned. Waits at most so long for the device to be closed, which
-    // otherwise happens later or never.
+    // The mixer is no longer called once this has returned. Waits for at most `longest` until the device is closed;
+    // otherwise that happens later or never.
     void Close(std::chrono::milliseconds longest);
 
 private:
@@ -54,11 +54,11 @@ private:
     void TakeMixerAway();
     static void OnData(ma_device* device, void* out, const void* in, ma_uint32 frames);
 
-    // The device's own thread.
+    // Device thread only.
     ma_context context_;
     ma_device device_;
 
-    // That thread until it plays, then anyone.
+    // Device thread until it plays, then any.
     uint32_t rate_ = 0;
     std::optional<ma_backend> wanted_;
     ma_backend backend_ = ma_backend_null;

@@ -19,8 +19,8 @@ double EnergyOf(double db) {
 
 }  // namespace
 
-// The standard gives coefficients for 48 kHz. These are for any rate: the bilinear transform of the analog filters
-// (frequency, quality, gain) that the standard's own are the transform of.
+// The standard gives coefficients for 48 kHz. For any rate, these are bilinear transforms of the same analog filters
+// (frequency, Q, gain).
 Loudness::Loudness(uint32_t rate) : blockFrames_(size_t{rate} * 2 / 5) {
     constexpr double kShelfHz = 1681.974450955533, kShelfQ = 0.7071752369554196, kShelfDb = 3.999843853973347;
     const double high = std::pow(10.0, kShelfDb / 20.0), band = std::pow(high, 0.4996667741545416);

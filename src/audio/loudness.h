@@ -1,4 +1,4 @@
-// How loud a sound is to the ear: integrated loudness by ITU-R BS.1770-4, in blocks of 400 ms that do not overlap.
+// Perceived loudness: integrated loudness by ITU-R BS.1770-4, in 400 ms blocks that do not overlap.
 #pragma once
 
 #include <array>
@@ -17,11 +17,11 @@ public:
 
     // Interleaved stereo frames.
     void Add(const float* frames, size_t count);
-    // LKFS of the whole blocks added so far; nothing when all of them were silent.
+    // LKFS of the whole blocks so far; nothing when all of them were silent.
     std::optional<double> Lkfs() const;
 
 private:
-    // A filter of second order, for both sides.
+    // A second-order filter for both sides.
     struct Stage {
         std::array<double, 3> b{};
         std::array<double, 2> a{};
@@ -31,10 +31,10 @@ private:
     };
     double EnergyAbove(double gate) const;
 
-    std::array<Stage, 2> stages_;  // the head's shelf, then the high-pass
+    std::array<Stage, 2> stages_;  // K-weighting: the shelf, then the high-pass
     size_t blockFrames_;
     size_t inBlock_ = 0;
-    double energy_ = 0.0;         // of the block that is not whole yet
+    double energy_ = 0.0;         // of the incomplete block
     std::vector<double> blocks_;  // mean squares
 };
 

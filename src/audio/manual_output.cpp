@@ -14,7 +14,7 @@ namespace {
 
 using std::chrono::microseconds;
 
-constexpr std::chrono::seconds kPatience(10);  // with a channel that gets nothing decoded
+constexpr std::chrono::seconds kPatience(10);  // with a channel whose decoder delivers nothing
 
 class ManualOutput : public Output {
 public:

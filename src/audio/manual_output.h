@@ -1,5 +1,4 @@
-// An output without time: sound is rendered when it is asked for, and waits for its decoders. For tests and for
-// measurements.
+// An output without real time: sound is rendered on request, waiting for decoders. For tests and measurements.
 #pragma once
 
 #include <cstddef>
@@ -7,11 +6,12 @@
 
 namespace hullrider {
 
-// Instead of BASS_Init; the mixing rate is `rate` Hz. As BASS_Init otherwise. Without `limited`, the sum of the
-// channels comes out as it is, also beyond full scale, and at once.
+// Replaces BASS_Init, with a mixing rate of `rate` Hz. Unless `limited`, the sum of the channels is delivered undelayed
+// and unchanged, even beyond full scale.
 bool InitManualOutput(uint32_t rate, bool limited = false);
 
-// The next `frames` stereo frames of what would be heard, in blocks of at most `blockFrames`. One thread at a time.
+// Renders the next `frames` stereo frames of what would be heard, in blocks of at most `blockFrames`. One thread at a
+// time.
 bool RenderManually(float* out, size_t frames, size_t blockFrames = 480);
 
 }  // namespace hullrider

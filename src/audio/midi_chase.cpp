@@ -12,12 +12,12 @@ namespace {
 
 constexpr uint8_t kUnset = 0xFF;
 
-// Controllers that mean something only in the order in which they came: data entry, and the parameter it is for.
+// Controllers whose order matters: data entry, and the parameter that it sets.
 bool IsParameterController(uint8_t number) {
     return number == 6 || number == 38 || (number >= 96 && number <= 101);
 }
 
-// The place of the last reset among the first `count` events, or 0.
+// The index of the last reset among the first `count` events, or 0.
 size_t LastReset(const MidiSong& song, size_t count) {
     while (count > 0 && !IsSystemReset(song, song.events[count - 1])) count--;
     return count == 0 ? 0 : count - 1;
@@ -60,7 +60,7 @@ struct ChannelState {
         }
     }
 
-    // What "reset all controllers" resets, by the MIDI recommended practice RP-015; volume, pan and banks stay.
+    // What "reset all controllers" resets by MIDI recommended practice RP-015; volume, pan and banks stay.
     void ResetControllers() {
         for (const size_t number : {1, 11, 64, 65, 66, 67}) controllers[number] = kUnset;
         pressure = bendLow = bendHigh = kUnset;
@@ -70,7 +70,7 @@ struct ChannelState {
         const auto control = [&](uint8_t number, uint8_t value) {
             if (value != kUnset) synth.Send(static_cast<uint8_t>(0xB0 | channel), number, value);
         };
-        // The program was chosen with the bank of its time; a bank chosen since waits for the next program.
+        // The program was chosen with the bank of that time; a later bank waits for the next program.
         control(0, programBankMsb);
         control(32, programBankLsb);
         if (program != kUnset) synth.Send(static_cast<uint8_t>(0xC0 | channel), program, 0);
@@ -90,7 +90,7 @@ void ChaseMidi(const MidiSong& song, size_t count, Synth& synth) {
         const MidiEvent& event = song.events[i];
         const uint8_t kind = event.status & 0xF0;
         if (event.status == 0xF0) {
-            // It may choose a channel for drums, or be the reset: whatever it was, in its place.
+            // It may select a drum channel or be the reset itself, so it is sent in its place.
             synth.SendSysex(song.sysex[event.sysex].data(), song.sysex[event.sysex].size());
         } else if (kind == 0xB0 && IsParameterController(event.data[0])) {
             synth.Send(event.status, event.data[0], event.data[1]);
@@ -102,7 +102,7 @@ void ChaseMidi(const MidiSong& song, size_t count, Synth& synth) {
 }
 
 void StrikeHeldNotes(const MidiSong& song, size_t count, Synth& synth) {
-    constexpr uint8_t kDrums = 9;  // channel; a drum is struck, not held
+    constexpr uint8_t kDrums = 9;  // channel; drums are struck, not held
     std::array<std::array<uint8_t, 128>, 16> velocities{};
     for (size_t i = LastReset(song, count); i < count; i++) {
         const MidiEvent& event = song.events[i];

@@ -1,4 +1,4 @@
-// Brings a synthesizer into the state that it would be in had the song been played up to a place, without its notes.
+// Puts a synthesizer into the state that playing the song up to a place would leave, without the notes.
 #pragma once
 
 #include <cstddef>
@@ -8,11 +8,11 @@ namespace hullrider {
 struct MidiSong;
 class Synth;
 
-// Sends `synth`, freshly reset, what stands of the first `count` events of the song: programs with their banks,
+// Sends `synth`, freshly reset, the lasting effects of the song's first `count` events: programs with their banks,
 // controllers, bends, pressures, and system exclusive messages.
 void ChaseMidi(const MidiSong& song, size_t count, Synth& synth);
 
-// Strikes the notes, drums apart, that were struck among the first `count` events and not released.
+// Starts the notes, except drums, that the first `count` events started and did not release.
 void StrikeHeldNotes(const MidiSong& song, size_t count, Synth& synth);
 
 }  // namespace hullrider

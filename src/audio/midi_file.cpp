@@ -16,12 +16,12 @@ namespace {
 
 constexpr size_t kMaxEvents = 1'000'000;
 constexpr size_t kMaxTempos = 100'000;
-constexpr size_t kMaxSysex = 4'000;  // a reset makes a synthesizer work as hard as a thousand notes do
+constexpr size_t kMaxSysex = 4'000;  // a reset costs a synthesizer as much as a thousand notes
 constexpr size_t kMaxSysexBytes = 1'000;
 constexpr size_t kMaxNameBytes = 500;
-constexpr double kMaxSeconds = 24.0 * 3600.0;  // what is said to happen later does not happen
-constexpr double kMostSilence = 10.0;          // seconds at the end, where notes die away
-constexpr double kDefaultTempo = 500'000.0;    // microseconds a quarter note, 120 quarter notes a minute
+constexpr double kMaxSeconds = 24.0 * 3600.0;  // later events are dropped
+constexpr double kMostSilence = 10.0;          // at the end, for notes to die away
+constexpr double kDefaultTempo = 500'000.0;    // microseconds per quarter note: 120 per minute
 
 bool IsSystemReset(const uint8_t* bytes, size_t count) {
     const std::string_view text(reinterpret_cast<const char*>(bytes), count);
@@ -36,7 +36,7 @@ struct TempoChange {
     double microsPerQuarter;
 };
 
-// A file while it is read: the events' `seconds` are ticks still.
+// A file being read: the events' `seconds` still hold ticks.
 struct Reading {
     MidiSong song;
     std::vector<TempoChange> tempos;
@@ -44,7 +44,7 @@ struct Reading {
     double endTick = 0.0;
     bool tooMany = false;
     size_t tracks = 0;
-    std::string_view name;    // of the first track, as it is in the file
+    std::string_view name;    // of the first track, as in the file
     bool firstPlays = false;  // the first track holds notes
 };
 
@@ -65,7 +65,7 @@ void AddEvent(const MidiEvent& event, Reading& reading) {
 }
 
 void AddSysex(std::string_view data, double tick, Reading& reading) {
-    // A message may come in several packets, each but the last without the closing F7: none that matters does.
+    // A message may be split into packets, all but the last without the closing F7; no important one is.
     if (data.empty() || data.size() > kMaxSysexBytes || static_cast<uint8_t>(data.back()) != 0xF7) return;
     if (++reading.sysexCount > kMaxSysex) return;
     data.remove_suffix(1);
@@ -77,7 +77,7 @@ void AddSysex(std::string_view data, double tick, Reading& reading) {
     AddEvent(event, reading);
 }
 
-// One channel message, whose first byte after any status is `first`. False when its data bytes are none.
+// One channel message, whose first byte after any status is `first`. False when its data bytes are invalid.
 bool ReadChannelMessage(uint8_t status, uint8_t first, ByteReader& in, double tick, Reading& reading) {
     MidiEvent event;
     event.seconds = tick;
@@ -90,8 +90,7 @@ bool ReadChannelMessage(uint8_t status, uint8_t first, ByteReader& in, double ti
     return true;
 }
 
-// Reads a track that begins at `startTick`, up to its end or to the first byte that makes no sense. Returns where it
-// ends.
+// Reads a track that begins at `startTick`, up to its end or the first invalid byte. Returns its end.
 double ReadTrack(std::string_view bytes, double startTick, Reading& reading) {
     ByteReader in{bytes};
     double tick = startTick;
@@ -113,7 +112,7 @@ double ReadTrack(std::string_view bytes, double startTick, Reading& reading) {
         } else if (byte > 0xF0) {
             break;
         } else {
-            // Files in use keep the running status across meta events, against the letter of the standard.
+            // Real files keep the running status across meta events, contrary to the standard.
             const bool isStatus = byte >= 0x80;
             if (isStatus) running = byte;
             if (running == 0) break;
@@ -127,7 +126,7 @@ double ReadTrack(std::string_view bytes, double startTick, Reading& reading) {
 class TickClock {
 public:
     TickClock(uint16_t division, const std::vector<TempoChange>& tempos) : tempos_(tempos) {
-        if (division & 0x8000) {  // frames a second, negative, and ticks a frame
+        if (division & 0x8000) {  // negative frames per second, and ticks per frame
             const int frames = 256 - (division >> 8);
             fixed_ = true;
             secondsPerTick_ = 1.0 / ((frames == 29 ? 29.97 : frames) * std::max(1, division & 0xFF));
@@ -137,7 +136,7 @@ public:
         }
     }
 
-    // `tick` is not before that of the last call.
+    // `tick` must not decrease from call to call.
     double SecondsAt(double tick) {
         while (!fixed_ && next_ < tempos_.size() && tempos_[next_].tick <= tick) {
             MoveTo(tempos_[next_].tick);
@@ -161,12 +160,12 @@ private:
     double tick_ = 0.0, seconds_ = 0.0;
 };
 
-// What holds the notes of one channel: keys that are down, and the pedal.
+// What holds the notes of one channel: pressed keys and the pedal.
 struct HeldNotes {
     std::array<bool, 128> keys{};
     bool pedal = false;
 
-    // Whether the message began or ended any.
+    // Whether the message started or ended any.
     bool Note(const MidiEvent& event) {
         constexpr uint8_t kSustain = 64, kResetControllers = 121, kFirstMode = 120;
         const uint8_t kind = event.status & 0xF0, number = event.data[0], value = event.data[1];
@@ -184,7 +183,7 @@ struct HeldNotes {
     bool AnyKey() const { return std::find(keys.begin(), keys.end(), true) != keys.end(); }
 };
 
-// When the last note ends, or the pedal that holds it; infinity when one never does. A drum is struck, not held.
+// When the last note ends, or the pedal that holds it; infinity when one never does. Drums are struck, not held.
 double EndOfNotes(const MidiSong& song) {
     constexpr size_t kDrums = 9;
     std::array<HeldNotes, 16> channels;
@@ -223,7 +222,7 @@ bool HoldsNotes(const MidiSong& song) {
                        [](const MidiEvent& event) { return (event.status & 0xF0) == 0x90; });
 }
 
-// The MIDI file inside a RIFF container, or the file itself.
+// The MIDI file in a RIFF container, or the file itself.
 std::string_view Unwrap(std::string_view file) {
     if (file.size() < 12 || !file.starts_with("RIFF") || file.substr(8, 4) != "RMID") return file;
     const size_t at = file.find("MThd", 12);
@@ -241,7 +240,7 @@ std::optional<MidiSong> ReadMidiFile(std::string_view file) {
     if (in.Take(4) != "MThd") return std::nullopt;
     ByteReader header{in.Take(in.BigEndian(4))};
     const uint32_t format = header.BigEndian(2);
-    header.BigEndian(2);  // the number of tracks: those that are there count
+    header.BigEndian(2);  // the number of tracks: the actual ones count
     const auto division = static_cast<uint16_t>(header.BigEndian(2));
     if (!header.good || format > 2 || division == 0) return std::nullopt;
 
@@ -252,7 +251,7 @@ std::optional<MidiSong> ReadMidiFile(std::string_view file) {
         const std::string_view chunk = in.Take(length);
         if (!isTrack) continue;
         ++reading.tracks;
-        // The tracks of format 2 are pieces of their own, one after the other.
+        // The tracks of format 2 are separate pieces, played one after another.
         const double end = ReadTrack(chunk, format == 2 ? reading.endTick : 0.0, reading);
         reading.endTick = std::max(reading.endTick, end);
         if (reading.tracks == 1) reading.firstPlays = HoldsNotes(reading.song);

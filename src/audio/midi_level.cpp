@@ -11,9 +11,9 @@ namespace {
 
 constexpr double kCommonLkfs = -19.0, kMostDb = 12.0;
 constexpr double kExcerptSeconds = 0.8;
-constexpr size_t kMostEvents = 50'000;  // in the excerpts; more is no music
+constexpr size_t kMostEvents = 50'000;  // in the excerpts; more is not music
 
-// Parts of the song, the most telling ones first.
+// Excerpts as fractions of the song, most significant first.
 constexpr std::array kPlaces{0.5, 0.7, 0.3, 0.1, 0.9};
 
 }  // namespace

@@ -1,6 +1,6 @@
-// Brings MIDI songs to one loudness. Fonts differ by 10 dB and more, and songs do too: each song is brought to the
-// level at which recorded music lies, as far as that is no caricature of a soft piece or of a font that has few of its
-// instruments. How loud a song is, is told from excerpts of it. One thread at a time.
+// Brings MIDI songs to one loudness. Fonts differ by 10 dB and more, and so do songs: each song is brought to the level
+// of typical recorded music, within limits, so as not to distort a soft piece or a font that lacks most of its
+// instruments. The loudness is estimated from excerpts. One thread at a time.
 #pragma once
 
 #include <cstddef>
@@ -15,11 +15,11 @@ class MidiLevel {
 public:
     MidiLevel(const MidiSong& song, uint32_t rate);
 
-    // Weighs one more excerpt through a player, which is anywhere then, with a gain of 1.
+    // Measures one more excerpt through a player at a gain of 1; it moves the player.
     void WeighOne(MidiPlayer& player);
     bool IsDone() const;
 
-    // The factor that what was weighed so far needs; 1 when there was nothing to hear.
+    // The gain factor from the excerpts so far; 1 when they were silent.
     float Gain() const;
 
 private:

@@ -11,11 +11,11 @@ namespace hullrider {
 
 namespace {
 
-constexpr size_t kMostNotesAtOnce = 256;  // of a block; FluidSynth sounds no more
-constexpr int64_t kBlockFrames = 64;      // FluidSynth's own; events take effect at its beginning
+constexpr size_t kMostNotesAtOnce = 256;  // per block; FluidSynth sounds no more
+constexpr int64_t kBlockFrames = 64;      // FluidSynth's own; events take effect at block boundaries
 
-// To choose a program takes as long as reading its samples does. No music changes them more often; what does keeps the
-// program that it has.
+// Selecting a program takes as long as reading its samples. No music does it more often; a file that does keeps its
+// current programs.
 constexpr double kMostProgramsAtOnce = 128.0, kMostProgramsASecond = 400.0;
 
 }  // namespace
@@ -45,7 +45,8 @@ void MidiPlayer::GoTo(int64_t frame, Notes notes) {
     if (notes == Notes::kHeld) StrikeHeldNotes(song_, next_, *synth_);
 }
 
-// Events are sent where one of FluidSynth's blocks begins, so that the sound is the same in pieces of any size.
+// Events are sent at the start of one of FluidSynth's blocks, so that the sound does not depend on the size of the
+// pieces.
 void MidiPlayer::RenderTo(int64_t frame, float* out) {
     if (!synth_) {
         std::fill_n(out, static_cast<size_t>(std::max<int64_t>(frame - position_, 0)) * kStereo, 0.0f);
@@ -55,7 +56,7 @@ void MidiPlayer::RenderTo(int64_t frame, float* out) {
     while (position_ < frame) {
         const int64_t inBlock = (position_ - origin_) % kBlockFrames;
         if (inBlock == 0) SendEventsBefore(position_ + kBlockFrames);
-        // On to the block that holds the next event, or as far as is wanted.
+        // On to the block of the next event, or as far as wanted.
         int64_t stop = frame;
         if (next_ < song_.events.size()) {
             const int64_t blocks = (FrameOf(song_.events[next_]) - position_ + inBlock) / kBlockFrames;

@@ -1,4 +1,4 @@
-// One synthesizer on its way through a song. One thread at a time; the song must outlive it.
+// One synthesizer playing through a song. One thread at a time; the song must outlive it.
 #pragma once
 
 #include <array>
@@ -19,23 +19,23 @@ public:
     MidiPlayer(const MidiPlayer&) = delete;
     MidiPlayer& operator=(const MidiPlayer&) = delete;
 
-    // Sounds through these fonts from the next GoTo on. False when none can be loaded, or there is not enough memory:
-    // then all is as before, which is silence before the first time.
+    // Uses these fonts from the next GoTo on. False when none can be loaded, or memory is short: then nothing changes,
+    // which means silence the first time.
     bool UseFonts(const FontList& fonts);
     bool HasFonts() const { return synth_ && synth_->HasFonts(); }
 
-    // For one that has fonts.
+    // Only when it has fonts.
     Synth& TheSynth() { return *synth_; }
 
-    // Where the next frame lies, and how many of the song's events lie before it.
+    // The next frame, and how many of the song's events precede it.
     int64_t Position() const { return position_; }
     size_t EventsPassed() const { return next_; }
 
-    // The synthesizer as it would be had it played up to there: silent, or with the notes that are held then struck.
+    // The synthesizer's state as if it had played up to there: silent, or with the notes then held started.
     enum class Notes { kCut, kHeld };
     void GoTo(int64_t frame, Notes notes);
 
-    // The frames up to that one, interleaved stereo; after the song's last event what dies away.
+    // Renders up to that frame, interleaved stereo; after the last event, the sound dying away.
     void RenderTo(int64_t frame, float* out);
 
 private:
@@ -47,10 +47,10 @@ private:
     uint32_t rate_;
     std::unique_ptr<Synth> synth_;
     int64_t position_ = 0;
-    int64_t origin_ = 0;  // where it last went to; a block begins there
+    int64_t origin_ = 0;  // target of the last GoTo; a block begins there
     size_t next_ = 0;     // of the song's events
 
-    // A program is chosen when a note wants it, and only so many are.
+    // A program is selected only when a note needs it, and only so often.
     std::array<std::optional<uint8_t>, 16> programs_;
     double programsLeft_ = 0.0;
     int64_t programsCountedAt_ = 0;

@@ -20,11 +20,10 @@ namespace {
 
 constexpr size_t kMaxFileBytes = size_t{32} << 20;
 constexpr double kReleaseSeconds = 1.5;  // for the last notes and their reverb
-constexpr double kPrerollSeconds = 1.0;  // for held notes to come into their state, and the reverb
+constexpr double kPrerollSeconds = 1.0;  // for held notes and the reverb to settle
 
-// A song is weighed by one excerpt before its first sound, and by the others while that is heard, one for each so much
-// that was rendered. The first comes when there is time for it, because a good deal has been decoded ahead. The level
-// glides to what they say.
+// A song's loudness is estimated from one excerpt before its first sound. The other excerpts follow while it plays,
+// once enough has been decoded ahead, one for each stretch rendered; the level glides to the new estimate.
 constexpr double kFirstStepSeconds = 1.2, kWeighStepSeconds = 0.1;
 constexpr double kGlideSeconds = 0.5;
 
@@ -64,14 +63,14 @@ private:
 
     std::map<std::string, float> gains_;  // by the first font's path
 
-    // While the song is being weighed.
+    // While the loudness is being estimated.
     std::unique_ptr<MidiLevel> level_;
     std::unique_ptr<MidiPlayer> weigher_;
-    int64_t untilWeighing_ = 0;  // frames to be rendered before the next excerpt
+    int64_t untilWeighing_ = 0;  // frames to render before the next excerpt
 
     std::atomic<bool> lacksFonts_{true};
     std::mutex fontMutex_;
-    std::optional<FontList> fonts_;  // to be taken into use
+    std::optional<FontList> fonts_;  // to be used next
 };
 
 SourceRead MidiSource::Read(float* out, size_t frames) {
@@ -112,7 +111,7 @@ bool MidiSource::SetFonts(const FontList& fonts) {
     return true;
 }
 
-// True when there were any: the player is anywhere then.
+// True when there were any; the player may then be anywhere in the song.
 bool MidiSource::TakeNewFonts(Weighing weighing) {
     std::optional<FontList> fonts;
     {
@@ -141,14 +140,14 @@ void MidiSource::FindLevel(Weighing weighing) {
     level_.reset();
 }
 
-// One more excerpt, through a second synthesizer, because this one is being heard.
+// One more excerpt, through a second synthesizer because this one is in use.
 void MidiSource::WeighOn() {
     untilWeighing_ = static_cast<int64_t>(kWeighStepSeconds * rate_);
     if (!weigher_) {
         weigher_ = std::make_unique<MidiPlayer>(song_, rate_);
         if (!weigher_->UseFonts(inUse_)) {
             weigher_.reset();
-            level_.reset();  // what was weighed will do
+            level_.reset();  // the excerpts so far will do
             return;
         }
     }

@@ -1,8 +1,8 @@
-// miniaudio with just what is used of it: sound devices. Everyone who includes it must see it with the same switches,
-// because they shape its structures.
+// miniaudio reduced to sound devices. Every user must include it through this header, because the switches change its
+// structures.
 #pragma once
 
-// The null backend would pass for a device where there is none.
+// The null backend would look like a device when there is none.
 #define MA_ENABLE_ONLY_SPECIFIC_BACKENDS
 #define MA_ENABLE_WASAPI
 #define MA_ENABLE_DSOUND

@@ -13,7 +13,7 @@ constexpr float kDecaySeconds = 0.0005f;  // time constant
 constexpr float kInaudible = 1e-5f;
 
 using Clock = std::chrono::steady_clock;
-constexpr std::chrono::milliseconds kLongestFall(3000);  // of an output that asks for no blocks
+constexpr std::chrono::milliseconds kLongestFall(3000);  // for an output that asks for no blocks
 
 }  // namespace
 
@@ -30,7 +30,7 @@ bool Mixer::Add(std::shared_ptr<Channel> channel) {
     const auto isFree = [](const Slot& slot) { return slot.channel.load() == nullptr; };
     auto place = std::find_if(slots_.begin(), slots_.end(), isFree);
     if (place == slots_.end()) {
-        // One that still falls silent must make room.
+        // A removed channel that is still falling silent must make room.
         const auto falling = std::find_if(removed_.begin(), removed_.end(), [](const Removed& r) { return r.slot; });
         if (falling == removed_.end()) return false;
         place = slots_.begin() + static_cast<ptrdiff_t>(*falling->slot);
@@ -50,7 +50,7 @@ void Mixer::Remove(const std::shared_ptr<Channel>& channel) {
     if (!channel->IsHeard()) LeaveSlot(removed_.back());
 }
 
-// A block that begins after this cannot see the channel: all these accesses are in one total order.
+// A block that begins after this cannot see the channel: these accesses are in one total order.
 void Mixer::LeaveSlot(Removed& removed) {
     slots_[*removed.slot].channel.store(nullptr);
     removed.slot.reset();
@@ -58,7 +58,7 @@ void Mixer::LeaveSlot(Removed& removed) {
 }
 
 bool Mixer::Collect() {
-    std::vector<Removed> done;  // destroyed after the lock is let go
+    std::vector<Removed> done;  // destroyed after the lock is released
     const std::lock_guard lock(mutex_);
     for (Removed& removed : removed_) {
         const bool silent = !removed.channel->IsHeard() || Clock::now() - removed.since > kLongestFall;
@@ -107,8 +107,8 @@ void Mixer::LetFall(float* out, size_t frames) {
     silent_ = rampOut_.Left() == 0;
 }
 
-// Whether the slot's channel needs time to pass. Where a channel breaks off (paused, freed, moved, out of data), its
-// last value dies away, because a step would be a click.
+// True when the slot's channel needs output time. Where a channel breaks off (paused, freed, moved, out of data), its
+// last value decays, because a step would click.
 bool Mixer::RenderSlot(Slot& slot, float* out, size_t frames) {
     Channel* channel = slot.channel.load();
     const uint64_t number = channel == nullptr ? 0 : channel->Number();

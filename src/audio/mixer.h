@@ -1,5 +1,5 @@
-// Adds all channels up, block by block, and keeps the sum within full scale. Render is the device callback's work: no
-// lock, no allocation, no file, no print. Everything else is for callers on any thread.
+// Sums all channels block by block and keeps the sum within full scale. Render runs in the device callback: no lock, no
+// allocation, no file, no print. Everything else is for callers on any thread.
 #pragma once
 
 #include <array>
@@ -25,26 +25,26 @@ public:
     Mixer(uint32_t rate, bool limited);
 
     uint32_t Rate() const { return rate_; }
-    // How much later a channel's frame leaves than it was taken.
+    // The delay of a channel's frames in the mixer.
     uint32_t LatencyFrames() const { return limiter_.has_value() ? static_cast<uint32_t>(limiter_->DelayFrames()) : 0; }
 
-    // False when there are too many channels already.
+    // False when there are too many channels.
     bool Add(std::shared_ptr<Channel> channel);
-    // For a channel that was stopped: it is given the time to fall silent, and is destroyed by a later Collect.
+    // For a stopped channel: it gets time to fall silent and is destroyed by a later Collect.
     void Remove(const std::shared_ptr<Channel>& channel);
     // Destroys removed channels that no block can still be using. False when some are left for later.
     bool Collect();
 
-    // Before an output ends: the sum falls silent within the next block, and stays so. Whether it has.
+    // Before an output ends: silences the sum within the next block, for good; and whether that has happened.
     void FallSilent() { falling_ = true; }
     bool IsSilent() const { return silent_; }
 
-    // Frames, over all channels, that were not decoded in time to be heard.
+    // Frames, over all channels, that were not decoded in time.
     uint64_t FramesLacked() const { return lacked_.load(); }
 
-    // Writes the next `frames` stereo frames. Should two threads come at once, the second gets silence.
+    // Writes the next `frames` stereo frames. If two threads call at once, the second one gets silence.
     void Render(float* out, size_t frames);
-    // Whether any channel was to play, or its volume on its way, when the last block was mixed.
+    // Whether any channel was playing, or its volume sliding, in the last block.
     bool Playing() const { return playing_.load(); }
 
 private:
@@ -59,8 +59,8 @@ private:
     };
     struct Removed {
         std::shared_ptr<Channel> channel;
-        std::optional<size_t> slot;  // the one in which it still falls silent
-        uint64_t begun;              // blocks begun when it left its slot
+        std::optional<size_t> slot;  // where it is still falling silent
+        uint64_t begun;              // blocks started when it left its slot
         std::chrono::steady_clock::time_point since;
     };
     void LeaveSlot(Removed& removed);
@@ -70,10 +70,10 @@ private:
     void LetFall(float* out, size_t frames);
 
     uint32_t rate_;
-    float decay_;  // a frame
+    float decay_;  // per frame
 
     std::mutex mutex_;
-    std::vector<std::shared_ptr<Channel>> channels_;  // at the same index as in slots_; not those removed
+    std::vector<std::shared_ptr<Channel>> channels_;  // index as in slots_; without removed ones
     std::vector<Removed> removed_;
 
     std::array<Slot, kMaxChannels> slots_;
@@ -84,7 +84,7 @@ private:
 
     // Callback only.
     std::array<float, kBlockFrames * kStereo> scratch_;
-    float restLeft_ = 0.0f, restRight_ = 0.0f;  // of sounds that broke off
+    float restLeft_ = 0.0f, restRight_ = 0.0f;  // remainders of sounds that broke off
     std::optional<Limiter> limiter_;
     RampOut rampOut_;
 };

@@ -7,9 +7,9 @@ namespace hullrider {
 
 namespace {
 
-constexpr uint64_t kMostPacked = 16;  // bytes of memory for a byte of a packed sample: a bit for each of two
+constexpr uint64_t kMostPacked = 16;  // unpacked bytes per packed byte: one bit per 16-bit sample
 
-// A number of the file, lowest byte first; what lies behind the end is 0.
+// A little-endian number of the file; bytes past the end are 0.
 uint64_t NumberAt(std::string_view file, uint64_t place, size_t bytes) {
     uint64_t number = 0;
     for (size_t i = 0; i < bytes && place + i < file.size(); i++) {

@@ -25,18 +25,18 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kMaxFileBytes = size_t{128} << 20;
-constexpr uint64_t kFairSampleBytes = uint64_t{48} << 20;  // and some more for every byte of the file
-constexpr double kMaxSeconds = 6.0 * 3600.0;               // a module that claims more ends there
-constexpr double kMaxDropSeconds = 20.0;                   // rendered and dropped to reach a place inside a row
+constexpr uint64_t kFairSampleBytes = uint64_t{48} << 20;  // plus some for every byte of the file
+constexpr double kMaxSeconds = 6.0 * 3600.0;               // longer modules end there
+constexpr double kMaxDropSeconds = 20.0;                   // rendered and discarded to reach a position within a row
 
-// The kinds whose samples take no more memory than a few times the bytes of the file, or are counted. In others many
-// samples may name the same bytes, or be packed without a bound.
+// Types whose samples take no more memory than a few times the file's size, or are checked. In others many samples may
+// share the same bytes, or be packed without limit.
 constexpr std::array<std::string_view, 17> kFairTypes{"mod", "stk", "st26", "ice", "xm",  "it",  "mptm", "s3m", "mtm",
                                                       "669", "far", "ult",  "okt", "dsm", "gdm", "sfx",  "sfx2"};
 
 class ModuleSource : public Source {
 public:
-    // Throws openmpt::exception when `file` is no module.
+    // Throws openmpt::exception when `file` is not a module.
     ModuleSource(const SourceRequest& request, const std::string& file)
         : rate_(request.mixRate), loop_(request.loop), repeats_(request.loop), module_(file.data(), file.size(), log_) {
         title_ = ModuleTitle(file, module_.get_metadata("title"));
@@ -45,7 +45,7 @@ public:
         module_.set_render_param(openmpt::module::RENDER_INTERPOLATIONFILTER_LENGTH, 8);
         FindLength();
         if (loop_) FindLoopStart();
-        module_.ctl_set_boolean("seek.sync_samples", true);  // after a seek, what was struck before it is heard still
+        module_.ctl_set_boolean("seek.sync_samples", true);  // after a seek, earlier notes still sound
     }
 
     SourceFormat Format() const override { return {rate_, kStereo, BASS_CTYPE_MUSIC_MOD}; }
@@ -79,9 +79,9 @@ public:
     }
 
 private:
-    // A tick is a whole number of frames, so a module's length depends on the rate, and so does the time of every row.
-    // The library reckons with the rate at which it was asked to render last, and tells the length at another one. But
-    // it goes to the end, or where the song goes on after that, when asked for a place behind it.
+    // A tick is a whole number of frames, so a module's length, and the time of every row, depend on the rate. The
+    // library computes positions with the last rendering rate but reports the length for another one. Asked for a
+    // position past the end, however, it goes to the end, or to where the song continues after it.
     void FindLength() {
         constexpr double kMostOff = 0.005;
         std::array<float, kStereo> none{};
@@ -93,7 +93,7 @@ private:
         module_.set_position_seconds(0.0);
     }
 
-    // A module may go on anywhere after its end. The library does not tell where, so it is played over the end.
+    // A module may continue anywhere after its end. The library does not say where, so play over the end and see.
     void FindLoopStart() {
         constexpr double kBefore = 0.05, kBeyond = 0.01;
         const double length = static_cast<double>(length_) / rate_;
@@ -103,7 +103,7 @@ private:
         module_.read_interleaved_stereo(static_cast<int32_t>(rate_), dropped.size() / kStereo, dropped.data());
         const int32_t order = module_.get_current_order(), row = module_.get_current_row();
         const double start = module_.set_position_order_row(order, row);
-        // An estimate for a row that is played more than once; one that makes no sense is none.
+        // An estimate for a row that is played more than once; an implausible one is ignored.
         if (start < length - kBeyond) loopStart_ = static_cast<int64_t>(start * rate_);
         module_.set_position_seconds(0.0);
     }
@@ -117,7 +117,7 @@ private:
         return got;
     }
 
-    // The library goes to a row near the place, perhaps to the one after it. Returns the frame at which the row begins.
+    // The library seeks to a row near the position, possibly the one after it. Returns the frame where that row begins.
     int64_t GoToRowBefore(int64_t frame) {
         int64_t reached = 0;
         for (const double back : {0.0, 0.25, 1.0, 4.0, 16.0}) {
@@ -139,13 +139,13 @@ private:
 
     void End() {
         ended_ = true;
-        length_ = position_;  // a little more than was reckoned, because the last notes are let fade
+        length_ = position_;  // slightly longer than computed, because the last notes fade out
     }
 
     uint32_t rate_;
     std::atomic<bool> loop_;
-    bool repeats_;  // as the module was told
-    std::ostringstream log_;  // what the library has to say of a file is of no use to a listener
+    bool repeats_;            // as set in the module
+    std::ostringstream log_;  // swallows the library's messages
     openmpt::module module_;
     std::string title_;
     int64_t position_ = 0;
@@ -154,8 +154,8 @@ private:
     std::atomic<int64_t> length_{0};
 };
 
-// By its first bytes, so that a large file which is none is not read. A packed module is none: how much memory it takes
-// shows only when it is unpacked.
+// Checks the first bytes, so that a large file of another type is not read. Packed modules are refused: their memory
+// use shows only when they are unpacked.
 bool MayBeModule(const std::string& path, int& error) {
     const std::filesystem::path file = PathFromUtf8(path);
     std::error_code unknown;
@@ -170,7 +170,7 @@ bool MayBeModule(const std::string& path, int& error) {
     return may(openmpt::probe_file_header_flags_modules2) && !may(openmpt::probe_file_header_flags_containers2);
 }
 
-// Asks the library for the kind, because it goes by more than a name and the first bytes.
+// Asks the library for the type, because it checks more than the name and the first bytes.
 bool IsFair(const std::string& file) {
     if (ModuleSampleBytes(file) > kFairSampleBytes + file.size() * 8) return false;
     std::ostringstream log;

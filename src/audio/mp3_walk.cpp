@@ -16,15 +16,15 @@ namespace hullrider {
 
 namespace {
 
-constexpr uint32_t kFramesAnEntry = 16;          // less than half a second, which is read and dropped after a jump
-constexpr int64_t kMaxJunk = int64_t{16} << 20;  // bytes on end; covers what else files hold, such as pictures
+constexpr uint32_t kFramesAnEntry = 16;          // less than half a second, read and discarded after a seek
+constexpr int64_t kMaxJunk = int64_t{16} << 20;  // contiguous bytes; enough for other content, such as pictures
 
 constexpr uint32_t kBitrates1[] = {0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320};  // kbit/s
 constexpr uint32_t kBitrates2[] = {0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160};
 constexpr uint32_t kRates[] = {44100, 48000, 32000};
 
 constexpr int64_t kMostFrameBytes = 1441;                           // of Layer III
-constexpr double kLeastByteRate = 900.0, kMostByteRate = 50'000.0;  // bytes a second; what says otherwise is nonsense
+constexpr double kLeastByteRate = 900.0, kMostByteRate = 50'000.0;  // bytes per second; anything else is nonsense
 
 }  // namespace
 
@@ -56,12 +56,12 @@ std::optional<Mp3Table> ParseMp3Table(std::string_view frame) {
     if ((has & kHasBytes) != 0) table.bytes = in.BigEndian(4);
     if ((has & kHasPlaces) != 0) in.Take(100);
     if ((has & kHasQuality) != 0) in.Take(4);
-    in.Take(4 + 17);  // the encoder's name, and what it has to say of loudness
+    in.Take(4 + 17);  // the encoder's name, and loudness
     table.padding = in.BigEndian(3) & 0xFFF;
     return table;
 }
 
-// The table lies in the frame that ends where the walk begins.
+// The table is in the frame that ends where the walk begins.
 std::optional<Mp3Table> Mp3Walk::ReadTable() {
     std::string before(static_cast<size_t>(std::min(pos_, kMostFrameBytes)), '\0');
     const auto wanted = static_cast<int>(before.size());
@@ -88,13 +88,13 @@ std::optional<int64_t> Mp3Walk::TableEnd() {
     const std::optional<Mp3Table> table = ReadTable();
     avio_seek(format_->pb, place, SEEK_SET);
     if (!table || table->frames == 0) return {};
-    // Less than was told is a file that broke off, more is another song behind it.
+    // Less than promised is a truncated file; more is another song appended.
     const int64_t held = avio_size(format_->pb) - (pos_ - table->header.bytes);
     const int64_t told = table->bytes > 0 ? table->bytes : held;
     const int64_t samples = int64_t{table->frames} * table->header.samples;
     const double byteRate = static_cast<double>(told) * table->header.rate / static_cast<double>(samples);
     if (std::abs(held - told) > told / 16 || byteRate < kLeastByteRate || byteRate > kMostByteRate) return {};
-    // FFmpeg leaves the padding out when it leaves the delay out.
+    // FFmpeg omits the padding when it omits the delay.
     const bool gapless = stream_->start_time != AV_NOPTS_VALUE && stream_->start_time > 0;
     const int64_t padding = gapless ? std::max<int64_t>(0, table->padding - kDecoderDelay) : 0;
     return timestamp_ + Duration(samples - padding, table->header);
@@ -109,7 +109,7 @@ std::optional<Mp3Walk::End> Mp3Walk::FindEnd() {
     return readable && frames_ > 0 ? std::optional(End{timestamp_, !atEnd}) : std::nullopt;
 }
 
-// Passes one frame. False: no more of them are found.
+// Skips one frame. False when no more are found.
 bool Mp3Walk::Step() {
     std::optional<Mp3Header> header = HeaderAt(pos_);
     if (!header && FindNext()) header = HeaderAt(pos_);
@@ -125,7 +125,7 @@ int64_t Mp3Walk::Duration(int64_t samples, const Mp3Header& header) const {
     return av_rescale_q(samples, {1, static_cast<int>(header.rate)}, stream_->time_base);
 }
 
-// Passes what is no frame: on to a header that another one follows, as chance would seldom have it.
+// Skips anything but frames: on to a header followed by another one, which is unlikely by chance.
 bool Mp3Walk::FindNext() {
     uint32_t word = 0;
     avio_seek(format_->pb, pos_, SEEK_SET);

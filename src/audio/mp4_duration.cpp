@@ -19,12 +19,12 @@ int64_t WithoutPadding(const AVFormatContext& format, int64_t told) {
     unsigned before = 0, after = 0;
     unsigned long long samples = 0;
     if (tag == nullptr || std::sscanf(tag->value, "%*x %x %x %llx", &before, &after, &samples) != 3) return told;
-    // When the sum is another, an edit list was obeyed already, or a sample is no unit of time here.
+    // Another sum means that an edit list was applied already, or that the time unit is not a sample.
     const auto sound = static_cast<int64_t>(std::min<unsigned long long>(samples, INT64_MAX / 2));
     return sound > 0 && sound + before + after == told ? sound : told;
 }
 
-// The timestamp of the first packet that the file does not hold whole.
+// The timestamp of the first packet that the file does not hold completely.
 std::optional<int64_t> FirstMissing(AVFormatContext& format, AVStream& stream) {
     const int64_t bytes = avio_size(format.pb);
     std::optional<int64_t> missing;

@@ -15,20 +15,20 @@ namespace hullrider {
 
 namespace {
 
-constexpr int64_t kFewSamples = 400'000;  // need no more than 20 MB
+constexpr int64_t kFewSamples = 400'000;  // at most 20 MB of records
 constexpr int64_t kLeastSampleBytes = 16;
-constexpr int64_t kLeastGroup = 160;  // FFmpeg puts no fewer samples together, where it groups them
+constexpr int64_t kLeastGroup = 160;  // FFmpeg's smallest group of samples
 constexpr int64_t kFewBoxes = 100'000;
 constexpr int64_t kAbsurd = int64_t{1} << 40;
 constexpr int kMaxDepth = 12;  // FFmpeg gives up before
 constexpr size_t kPieceBytes = 512;
 
-// The boxes in which FFmpeg looks for tables. `stsd` and `meta` also, but theirs begin a little later.
+// The boxes in which FFmpeg looks for tables. So are `stsd` and `meta`, but their children start a little later.
 constexpr std::array<std::string_view, 19> kContainers{"moov", "trak", "mdia", "minf", "stbl", "moof", "traf",
                                                        "udta", "edts", "tref", "wave", "dinf", "mvex", "sinf",
                                                        "schi", "ilst", "iprp", "ipco", "hoov"};
 
-// Reads a file in small pieces, because the boxes of interest may lie far apart, or close together by the thousand.
+// Reads a file in small pieces, because the relevant boxes may be far apart, or packed by the thousand.
 class FilePieces {
 public:
     explicit FilePieces(const std::string& path) {
@@ -58,23 +58,23 @@ private:
     std::ifstream in_;
     int64_t bytes_ = 0;
     std::string held_;
-    int64_t begin_ = 0;  // of what is held
+    int64_t begin_ = 0;  // of the piece in memory
 };
 
 struct Box {
     std::string type;
-    int64_t begin, end;  // of what it holds
+    int64_t begin, end;  // of its content
 };
 
-// What the boxes of a track tell.
+// The boxes of a track.
 struct Track {
     int64_t samples = 0;
     int64_t chunks = 0;
-    std::vector<std::pair<int64_t, int64_t>> runs;  // tables of how many samples lie in a chunk: place, entries
+    std::vector<std::pair<int64_t, int64_t>> runs;  // sample-to-chunk tables: position, entries
     bool sound = false, otherThanSound = false;
     bool timed = false, unevenlyTimed = false;
 
-    // FFmpeg takes sound whose samples all last one tick for uncompressed, and keeps no record of each.
+    // FFmpeg treats sound whose samples all last one tick as uncompressed and keeps no record of each.
     bool IsGrouped() const { return sound && !otherThanSound && timed && !unevenlyTimed; }
 };
 
@@ -82,7 +82,7 @@ class BoxWalk {
 public:
     explicit BoxWalk(FilePieces& file) : file_(file), boxesLeft_(kFewBoxes + file.Bytes() / 4) {}
 
-    // How many samples FFmpeg would keep a record of.
+    // The number of samples that FFmpeg would keep a record of.
     int64_t CountRecords() {
         ReadBoxes(0, file_.Bytes(), 0);
         LeaveTrack();
@@ -119,7 +119,7 @@ private:
         } else if (box.type == "stsd") {
             ReadDescriptions(box, depth + 1);
         } else if (box.type == "free" && file_.Letters(box.begin + 4) == "mvhd") {
-            ReadBoxes(box.begin, box.end, depth + 1);  // for want of another, FFmpeg takes it for a `moov`
+            ReadBoxes(box.begin, box.end, depth + 1);  // FFmpeg accepts it in place of a `moov`
         } else {
             ReadTable(box);
         }
@@ -144,14 +144,14 @@ private:
         }
     }
 
-    // There may be a version before it, or not.
+    // The children may follow a version field, or not.
     int64_t FirstInMeta(const Box& box) {
         int64_t begin = box.begin;
         while (box.end - begin >= 8 && file_.Letters(begin + 4) != "hdlr" && boxesLeft_-- > 0) begin += 4;
         return begin;
     }
 
-    // A description is a box that holds others behind a head: of sound, in three versions, or of pictures.
+    // A description is a box with children after its own fields, for sound in three versions, or for pictures.
     void ReadDescriptions(const Box& box, int depth) {
         for (int64_t begin = box.begin + 8; box.end - begin >= 8 && boxesLeft_-- > 0;) {
             const int64_t size = file_.Number(begin);
@@ -170,7 +170,7 @@ private:
         }
     }
 
-    // An entry: the first chunk for which it holds, the samples in each, a description.
+    // An entry: its first chunk, the samples per chunk, a description.
     void CountGroups(int64_t place, int64_t entries) {
         for (int64_t i = 0; i < entries && records_ < kAbsurd; i++, place += 12) {
             const int64_t first = file_.Number(place), samples = file_.Number(place + 4);
@@ -180,7 +180,7 @@ private:
     }
 
     FilePieces& file_;
-    int64_t boxesLeft_;  // no honest file has as many
+    int64_t boxesLeft_;  // more than any honest file has
     int64_t records_ = 0;
     Track track_;
 };

@@ -1,4 +1,4 @@
-// Where the sound goes: what the --output option chooses. Given before BASS_Init.
+// The output that the --output option chooses. Set before BASS_Init.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@ namespace hullrider {
 enum class OutputKind {
     kDefault,  // the system's default device
     kNull,     // keeps time, makes no sound
-    kWav,      // a WAV file of exactly what would be heard, in real time
+    kWav,      // records exactly what would be heard to a WAV file, in real time
 };
 
 struct OutputChoice {
@@ -16,10 +16,10 @@ struct OutputChoice {
     std::string wavPath;  // UTF-8, for kWav
 };
 
-// Redirects the default device (-1) of the next BASS_Init. UI thread.
+// Replaces the default device (-1) of the next BASS_Init. UI thread.
 void ChooseOutput(const OutputChoice& choice);
 
-// The output in use, for a person to read: a device's name or the file, and the sample rate. Empty before BASS_Init.
+// The output in use, for display: a device's name or the file, and the sample rate. Empty before BASS_Init.
 std::string OutputDescription();
 
 }  // namespace hullrider

@@ -22,16 +22,16 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-constexpr milliseconds kWatch(500);             // between two looks at the device
-constexpr milliseconds kRetry(2000);            // between two attempts to open one again
+constexpr milliseconds kWatch(500);             // between two checks of the device
+constexpr milliseconds kRetry(2000);            // between two attempts to reopen one
 constexpr milliseconds kQuickOpening(300);      // most devices are open by then
-constexpr milliseconds kLongestOpening(10000);  // then the attempt is given up
+constexpr milliseconds kLongestOpening(10000);  // then the attempt is abandoned
 constexpr milliseconds kLongestFall(150);       // until it asks for another block
-constexpr milliseconds kHeldAtMost(1000);       // no device has more sound than that still to play
+constexpr milliseconds kHeldAtMost(1000);       // no device buffers more sound than this
 constexpr milliseconds kLongestClosing(2000);
-constexpr std::chrono::seconds kIdle(10);  // without anything to play, then the device is let rest
+constexpr std::chrono::seconds kIdle(10);  // with nothing to play, until the device rests
 
-// Follows the system's default device. While there is none, sound goes on unheard.
+// Follows the system's default device. Without one, time goes on silently.
 class DeviceOutput : public Output {
 public:
     ~DeviceOutput() override { DeviceOutput::Stop(); }
@@ -61,18 +61,18 @@ private:
     std::optional<ma_backend> backend_;
     Mixer* mixer_ = nullptr;
     std::atomic<uint32_t> latencyFrames_{0};
-    std::atomic<Clock::rep> lastNeed_{0};  // when something played, or changed that is to be heard
+    std::atomic<Clock::rep> lastNeed_{0};  // when something last played or changed audibly
     std::atomic<bool> resting_{false};
 
-    // The watching thread only, while it runs.
-    std::shared_ptr<LiveDevice> device_;      // null while there is none
-    std::shared_ptr<LiveDevice> attempt_;     // one that is being opened
-    std::unique_ptr<BlockClock> substitute_;  // keeps time while there is no device
+    // Used by the watching thread only, while it runs.
+    std::shared_ptr<LiveDevice> device_;      // null when there is none
+    std::shared_ptr<LiveDevice> attempt_;     // being opened
+    std::unique_ptr<BlockClock> substitute_;  // keeps time when there is no device
     std::vector<float> unheard_;
     Clock::time_point attemptBegan_;
 
     mutable std::mutex mutex_;
-    std::string name_;  // behind the mutex: another device may be opened
+    std::string name_;  // under the mutex: another device may be opened
     std::condition_variable wake_;
     bool stopping_ = false;
     std::thread watcher_;
@@ -86,7 +86,7 @@ bool DeviceOutput::Open() {
         return false;
     }
     rate_ = device_->Rate();
-    // Another sound system would be a way around the server, and keep it from the hardware when it comes back.
+    // Another backend would bypass the server and block its return.
     backend_ = device_->Backend();
     Describe();
     return true;
@@ -116,7 +116,7 @@ void DeviceOutput::Stop() {
     device_.reset();
 }
 
-// A device that is closed breaks off what it still holds, which would be a click.
+// A device that is closed drops its buffered sound, which would click.
 void DeviceOutput::FallSilent() {
     if (mixer_ == nullptr || device_ == nullptr || resting_) return;
     const Clock::time_point needed{Clock::duration(lastNeed_.load())};
@@ -161,7 +161,7 @@ bool DeviceOutput::IsIdle() const {
     return Clock::now() - needed > kIdle;
 }
 
-// A device that runs keeps the computer's sound system busy, and some computers awake.
+// A running device keeps the sound system busy, and some computers awake.
 void DeviceOutput::LetRest() {
     resting_ = true;
     device_->Rest();
@@ -174,7 +174,7 @@ void DeviceOutput::LetRest() {
 
 void DeviceOutput::Hasten() {
     lastNeed_ = Clock::now().time_since_epoch().count();
-    // Whoever lets the device rest looks at this time after it has said so.
+    // The thread that rests the device checks this time after setting the flag.
     if (!resting_) return;
     const std::lock_guard lock(mutex_);
     wake_.notify_all();

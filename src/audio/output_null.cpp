@@ -13,8 +13,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Waking up costs more than mixing. So blocks are long, except after a change that is to take effect soon. While
-// nothing plays, next to nothing is mixed: silence is the same at any length.
+// Waking up costs more than mixing, so blocks are long, except after a change that should take effect soon. While
+// nothing plays, almost nothing is mixed: silence is the same at any length.
 constexpr uint32_t kIdleMs = 10000;
 constexpr uint32_t kCalmMs = 400;
 constexpr uint32_t kBriskMs = 40;
@@ -43,11 +43,11 @@ private:
     std::vector<float> block_;
     std::atomic<bool> idle_{false};
     std::atomic<Clock::rep> briskUntil_{0};
-    std::unique_ptr<BlockClock> clock_;  // last: its thread ends before the block goes
+    std::unique_ptr<BlockClock> clock_;  // last: its thread ends before the buffer is destroyed
 };
 
 BlockClock::Block NullOutput::PlayBlock(Mixer& mixer) {
-    // Before the mixer looks: whoever starts a channel is then either seen by it, or sees this.
+    // Set before the mixer looks: a starting channel is either seen by it or sees this.
     idle_ = true;
     const bool brisk = Clock::now().time_since_epoch().count() < briskUntil_;
     const size_t piece = Frames(brisk ? kBriskMs : kCalmMs);

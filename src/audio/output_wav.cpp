@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    // Without a file any more, sound goes on unrecorded.
+    // Without the file, sound goes on unrecorded.
     BlockClock::Block PlayBlock(Mixer& mixer) {
         const size_t frames = BlockClock::BlockFrames(rate_);
         mixer.Render(block_.data(), frames);

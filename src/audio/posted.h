@@ -1,7 +1,6 @@
-// A value that callers post and the callback reads without ever waiting: a sequence lock. A number counts the posts,
-// odd while one is under way. A reader that finds it odd, or changed when it has read, may hold parts of two values; it
-// drops them and comes again with the next block. The value itself lies in atomic words, so that such a read is
-// harmless.
+// A value that callers post and the callback reads without waiting: a sequence lock. The sequence number is odd during
+// a post. A reader that finds it odd, or changed after reading, may hold parts of two values; it discards them and
+// tries again with the next block. The value is stored in atomic words, so that such a read is harmless.
 #pragma once
 
 #include <array>
@@ -26,13 +25,14 @@ public:
         return (before + 2) / 2;
     }
 
-    // Any thread. The newest value, if it has another number than `seen`, which then becomes that; 0 is that of none.
+    // Any thread. Reads the newest value if its number differs from `seen`, which then becomes that number; 0 stands
+    // for no value.
     bool ReadNewer(uint32_t& seen, T& value) const {
         const uint32_t before = sequence_.load();
         if (before % 2 != 0 || before / 2 == seen) return false;
         Words words;
         for (size_t i = 0; i < kWords; i++) words[i] = words_[i].load();
-        // In the one total order of all these accesses, no post began between the two looks.
+        // In the total order of these accesses, no post began between the two loads.
         if (sequence_.load() != before) return false;
         std::memcpy(static_cast<void*>(&value), words.data(), sizeof value);
         seen = before / 2;

@@ -1,5 +1,5 @@
-// Keeps a sound system's own library from writing to the error stream: that there is no device is said once, by whoever
-// opens the output. For live_device.cpp.
+// Silences a sound system's own library on the error stream: the opener of the output reports a missing device, once.
+// For live_device.cpp.
 #pragma once
 
 #include "audio/miniaudio_setup.h"

@@ -10,7 +10,8 @@ void IgnoreAlsaError(const char*, int, const char*, int, const char*, ...) {}
 
 }  // namespace
 
-// ALSA tells at length why a card cannot be opened. miniaudio loads its library itself; the handler must be set there.
+// ALSA explains at length why a card cannot be opened. miniaudio loads its library at run time; the handler must be set
+// in that copy.
 void QuietBackend(ma_context& context) {
     using Handler = void (*)(const char*, int, const char*, int, const char*, ...);
     using SetHandler = int (*)(Handler);

@@ -51,7 +51,7 @@ size_t FrameRing::Take(float* out, size_t frames, uint64_t end) {
 }
 
 size_t FrameRing::Peek(size_t skip, float* out, size_t frames, uint64_t end) const {
-    if (blended_ > 0) return 0;  // what lies here is not what was being heard
+    if (blended_ > 0) return 0;  // these frames do not continue what was heard
     const uint64_t first = taken_.load(std::memory_order_relaxed) + skip;
     const uint64_t written = std::min(Written(), end);
     const size_t count = std::min(frames, static_cast<size_t>(written - std::min(written, first)));
@@ -59,7 +59,7 @@ size_t FrameRing::Peek(size_t skip, float* out, size_t frames, uint64_t end) con
     return count;
 }
 
-// Takes of the stretch in which the old sound goes over into the new one; at its end, the old one is passed over.
+// Takes frames of the blend from the old sound to the new one; at its end, skips the old one.
 size_t FrameRing::TakeSplice(uint64_t taken, uint64_t skip, uint64_t end, float* out, size_t frames) {
     const auto ready = static_cast<size_t>(end - std::min(end, taken + skip));
     const size_t count = std::min({frames, ready, kSpliceFrames - blended_});
@@ -82,7 +82,7 @@ void FrameRing::Splice(uint64_t from, uint64_t to) {
     spliceTo_.store(to, std::memory_order_release);
 }
 
-// The frames that the consumer, at frame `taken`, has yet to pass over.
+// The frames that the consumer, at frame `taken`, still has to skip.
 uint64_t FrameRing::Skip(uint64_t taken) const {
     const uint64_t to = spliceTo_.load(std::memory_order_acquire);
     const uint64_t from = spliceFrom_.load(std::memory_order_relaxed);

@@ -1,6 +1,6 @@
-// A channel's frames between the decoder thread that writes them and the callback that takes them: one producer, one
-// consumer, no lock. A frame is two floats, left and right, at the mixing rate. Frames are numbered from 0 for the life
-// of the ring, so that either side can name a place in the sound.
+// A channel's frames on their way from the decoder thread to the callback: one producer, one consumer, no lock. A frame
+// is two floats, left and right, at the mixing rate. Frames are numbered from 0 over the life of the ring, so that both
+// sides can refer to a place in the sound.
 #pragma once
 
 #include <atomic>
@@ -17,29 +17,29 @@ class FrameRing {
 public:
     explicit FrameRing(size_t capacityFrames);
 
-    // Producer. The longest stretch in one piece that can be written now, at most `maxFrames`; then what was written.
+    // Producer. The longest contiguous space for writing, up to `maxFrames`; then commits what was written.
     std::span<float> Writable(size_t maxFrames);
     void Commit(size_t frames);
 
-    // Consumer. Copies up to `frames` out, none of them at frame `end` or after, and returns how many there were.
+    // Consumer. Copies out up to `frames` frames before frame `end`, and returns their number.
     size_t Take(float* out, size_t frames, uint64_t end = ~uint64_t{0});
-    // Consumer. As Take, from `skip` frames after the next one on, and leaves them where they are.
+    // Consumer. As Take, starting `skip` frames after the next one, but leaves them in the ring.
     size_t Peek(size_t skip, float* out, size_t frames, uint64_t end) const;
-    // Consumer. Passes over everything before frame `number`, which is written already.
+    // Consumer. Skips everything before frame `number`, which must be written.
     void SkipTo(uint64_t number);
 
-    // Producer. What is at frame `to` and after, of which kSpliceFrames at least are written, takes the place of what
-    // is at frame `from` and after: the consumer blends into it there, or as soon after as it hears of it, and never
-    // sees as many frames as lie between. One at a time.
+    // Producer. Replaces the frames from `from` on by those from `to` on, of which at least kSpliceFrames are written:
+    // the consumer blends over at `from`, or as soon afterward as it learns of it, and never sees as many frames as lie
+    // between. One splice at a time.
     void Splice(uint64_t from, uint64_t to);
     // Producer: whether the consumer has yet to pass the last splice.
     bool Splicing() const { return Taken() < spliceTo_.load(std::memory_order_acquire); }
     static constexpr size_t kSpliceFrames = 1024;
 
-    // Any thread, while nothing is taken: copies `frames` frames that are written, from frame `number` on.
+    // Any thread, while nothing is taken: copies `frames` written frames from frame `number` on.
     void Copy(uint64_t number, size_t frames, float* out) const;
 
-    // Any thread: how many frames there are from frame `number` on, or from the next one to be taken if that is later.
+    // Any thread: the number of frames from `number` on, or from the next one to be taken if that is later.
     size_t Ahead(uint64_t number) const;
 
     // Any thread: the number of the next frame to be written and to be taken.
@@ -54,9 +54,9 @@ private:
     size_t capacity_;
     std::vector<float> frames_;
     alignas(64) std::atomic<uint64_t> written_{0};
-    std::atomic<uint64_t> spliceFrom_{0}, spliceTo_{0};  // none once taken_ has reached spliceTo_
+    std::atomic<uint64_t> spliceFrom_{0}, spliceTo_{0};  // no splice once taken_ has reached spliceTo_
     alignas(64) std::atomic<uint64_t> taken_{0};
-    size_t blended_ = 0;  // consumer only: frames of the splice that were taken
+    size_t blended_ = 0;  // consumer only: frames taken of the splice
 };
 
 }  // namespace hullrider

@@ -1,4 +1,4 @@
-// Keeps out of the sound what is no number: filters, ramps and sums would never get rid of it again.
+// Keeps NaN out of the sound: filters, ramps and sums would never get rid of it.
 #pragma once
 
 #include <cmath>
@@ -6,7 +6,7 @@
 
 namespace hullrider {
 
-// The sample, or silence for one that is no number or absurdly loud.
+// The sample; silence for NaN or an absurdly loud one.
 inline float Sane(float sample, float loudest) {
     return std::fabs(sample) <= loudest ? sample : 0.0f;
 }
@@ -15,7 +15,7 @@ inline void MakeSane(float* samples, size_t count, float loudest) {
     for (size_t i = 0; i < count; i++) samples[i] = Sane(samples[i], loudest);
 }
 
-// What effects may leave. Within full scale only the sum has to be.
+// The limit for effects. Only the sum has to stay within full scale.
 inline constexpr float kLoudestEffect = 1e5f;
 
 }  // namespace hullrider

@@ -11,7 +11,7 @@ namespace hullrider {
 
 namespace {
 
-// The first bytes of the file, enough to know a MIDI file by; nothing when it is no readable file.
+// The first bytes of the file, enough to recognize a MIDI file; false when it cannot be read.
 bool ReadStart(const std::string& path, std::string& start) {
     if (!IsUtf8(path)) return false;
     const std::filesystem::path file = PathFromUtf8(path);

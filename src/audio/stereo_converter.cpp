@@ -17,7 +17,7 @@ namespace hullrider {
 
 namespace {
 
-// Input of no samples that does not mean the end of all input, as a null pointer would.
+// Input without samples; a null pointer would mean the end of the input.
 const uint8_t* const kNoSamples[AV_NUM_DATA_POINTERS] = {};
 
 // The frames written, or a negative error.
@@ -49,16 +49,15 @@ bool StereoConverter::Fits(const AVFrame& frame) const {
 bool StereoConverter::Accept(const AVFrame& frame) {
     if (Fits(frame)) return true;
     ending_ = std::move(swr_);
-    // One channel is heard at its own level on both sides. So are channels whose places are unknown, or such that no
-    // rule folds them into two.
+    // One channel plays at its own level on both sides. So do channels of unknown positions, or without a downmix rule.
     return (frame.ch_layout.nb_channels > 1 && Prepare(frame, false)) || Prepare(frame, true);
 }
 
-// `evenly`: every channel has the same share of both sides. Otherwise each is put where its place is.
+// `evenly`: every channel goes to both sides equally. Otherwise each goes to its position.
 bool StereoConverter::Prepare(const AVFrame& frame, bool evenly) {
     const int channels = frame.ch_layout.nb_channels;
     AVChannelLayout in = {};
-    // Without a known order of channels, the usual one for their number, if there is one.
+    // Without a known channel order, assumes the usual one for their number, if there is one.
     if (evenly) {
         in.order = AV_CHANNEL_ORDER_UNSPEC;
         in.nb_channels = channels;
@@ -74,7 +73,7 @@ bool StereoConverter::Prepare(const AVFrame& frame, bool evenly) {
     av_channel_layout_uninit(&in);
     std::unique_ptr<SwrContext, SwrDeleter> prepared(swr);
     if (made < 0) return false;
-    // Many channels folded into two must not exceed full scale.
+    // A downmix of many channels must not exceed full scale.
     av_opt_set_double(swr, "rematrix_maxval", 1.0, 0);
     const std::vector<double> shares(static_cast<size_t>(channels) * kStereo, 1.0 / channels);
     if (evenly && swr_set_matrix(swr, shares.data(), channels) < 0) return false;

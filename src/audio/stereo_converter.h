@@ -1,5 +1,5 @@
-// Turns decoded samples of any format, rate and channel layout into interleaved stereo float at the mixing rate. A
-// change of any of them midway is followed. One thread.
+// Converts decoded samples of any format, rate and channel layout to interleaved stereo float at the mixing rate, and
+// adapts when any of them changes midway. One thread.
 #pragma once
 
 #include <cstddef>
@@ -16,20 +16,20 @@ class StereoConverter {
 public:
     explicit StereoConverter(uint32_t mixRate) : mixRate_(mixRate) {}
 
-    // Readies for samples like those of `frame`. False: such cannot be converted.
+    // Prepares for samples like those of `frame`. False when they cannot be converted.
     bool Accept(const AVFrame& frame);
 
-    // Takes in all samples of `frame` and writes up to `maxFrames` frames; what does not fit is kept. Returns the
+    // Consumes all samples of `frame` and writes up to `maxFrames` frames; the rest is kept. Returns the number of
     // frames written; nothing when the samples cannot be converted.
     std::optional<size_t> Convert(const AVFrame& frame, float* out, size_t maxFrames);
 
     // Writes what was kept.
     size_t Take(float* out, size_t maxFrames);
 
-    // Writes what was kept and what the filter still holds. Less than `maxFrames`: that was all.
+    // Writes what was kept and what the filter still holds. Less than `maxFrames` means that was all.
     size_t Drain(float* out, size_t maxFrames);
 
-    // Forgets everything taken in.
+    // Discards everything consumed so far.
     void Reset();
 
 private:
@@ -42,7 +42,7 @@ private:
 
     uint32_t mixRate_;
     std::unique_ptr<SwrContext, SwrDeleter> swr_;
-    std::unique_ptr<SwrContext, SwrDeleter> ending_;  // of samples of another shape, whose rest comes first
+    std::unique_ptr<SwrContext, SwrDeleter> ending_;  // for samples of the previous format, to be drained first
     int format_ = -1, rate_ = 0, channels_ = 0;
     uint64_t layout_ = 0;
 };

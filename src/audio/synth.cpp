@@ -19,20 +19,20 @@ namespace hullrider {
 namespace {
 
 constexpr size_t kBlockFrames = 64;  // FluidSynth's own
-constexpr int kNoBank = 1'000'000;   // the offset of a font whose presets are not to be chosen any more
+constexpr int kNoBank = 1'000'000;   // the offset that hides a font's presets
 
-// What stays below this for so long, with no note sounding, is the end of the reverb: 100 dB below full scale.
+// With no note sounding, a level below this for this long is the end of the reverb: -100 dBFS.
 constexpr float kSilence = 1e-5f;
 constexpr size_t kQuietMs = 500;
 
-// Blocks until FluidSynth has done what it was told, and until the filters of its room hold nothing. The shortest way
-// through the room is longer.
+// Blocks until FluidSynth has applied its settings, and until its reverb's filters are empty. The shortest path through
+// the reverb is longer.
 constexpr size_t kTakenInBlocks = 3, kRoomFilterBlocks = 18;
 
-// As loud as recorded music usually is; by its own default FluidSynth is 14 dB softer.
+// As loud as typical recorded music; FluidSynth's default is 14 dB softer.
 constexpr double kGain = 1.0;
 
-// The room, which FluidSynth's versions have each by a default of their own.
+// The reverb, whose defaults differ between versions of FluidSynth.
 constexpr std::pair<const char*, double> kRoom[] = {
     {"synth.reverb.room-size", 0.2}, {"synth.reverb.damp", 0.0},  {"synth.reverb.width", 0.5},
     {"synth.reverb.level", 0.9},     {"synth.chorus.level", 2.0}, {"synth.chorus.speed", 0.3},
@@ -47,8 +47,7 @@ void PrintSynthError(int, const char* message, void*) {
     PrintErrorLine(std::string("MIDI synthesizer: ") + message);
 }
 
-// Over everything that may load samples or let them go: all synthesizers share them, and a change of program may load
-// some.
+// Guards everything that may load or free samples, which all synthesizers share, even changes of programs.
 std::mutex& SampleMutex() {
     static auto* const mutex = new std::mutex;  // outlives every synthesizer
     return *mutex;
@@ -58,7 +57,7 @@ void QuietLog() {
     static std::once_flag once;
     std::call_once(once, [] {
         fluid_set_log_function(FLUID_PANIC, PrintSynthError, nullptr);
-        // Even errors: they are about files, and whoever opened the file is told by a result.
+        // Even errors: they are about files, and the opener of the file gets a result.
         for (const int level : {FLUID_ERR, FLUID_WARN, FLUID_INFO, FLUID_DBG}) {
             fluid_set_log_function(level, nullptr, nullptr);
         }
@@ -86,7 +85,7 @@ Synth::Synth(uint32_t rate) : rate_(rate) {
     for (const auto& [name, value] : kRoom) fluid_settings_setnum(settings_.get(), name, value);
     fluid_settings_setint(settings_.get(), "synth.threadsafe-api", 0);
     fluid_settings_setint(settings_.get(), "synth.lock-memory", 0);
-    // A song uses a few of a font's presets; only their samples are read.
+    // A song uses only a few of a font's presets; only their samples are read.
     fluid_settings_setint(settings_.get(), "synth.dynamic-sample-loading", 1);
     synth_.reset(new_fluid_synth(settings_.get()));
 }
@@ -104,7 +103,7 @@ int Synth::Load(const std::string& path) {
 
 bool Synth::UseFonts(const FontList& fonts) {
     std::vector<int> loaded;
-    // FluidSynth asks the font loaded last first, and the list names the first choice first.
+    // FluidSynth asks the last loaded font first, while the list starts with the first choice.
     for (auto entry = fonts.rbegin(); entry != fonts.rend(); ++entry) {
         const int number = Load(entry->font->path);
         if (number < 0) continue;
@@ -127,11 +126,11 @@ bool Synth::UseFonts(const FontList& fonts) {
     return true;
 }
 
-// A font that sounds still would be unloaded by a timer of FluidSynth's, on a thread of its own. So it waits for the
-// end of all notes. The caller holds the mutex.
+// FluidSynth would unload a sounding font by a timer, on a thread of its own. So it waits for the end of all notes. The
+// caller holds the mutex.
 void Synth::UnloadRetired() {
     if (retired_.empty() || fluid_synth_get_active_voice_count(synth_.get()) > 0) return;
-    // Without its last argument FluidSynth leaves channels that no program change has named without any preset.
+    // The last argument keeps a preset for channels that had no program change.
     for (const int number : retired_) fluid_synth_sfunload(synth_.get(), number, 1);
     retired_.clear();
 }
@@ -143,10 +142,11 @@ void Synth::SetDraft(bool draft) {
 void Synth::Reset() {
     const std::lock_guard lock(SampleMutex());
     KeepSamples();
-    // FluidSynth lets notes sound on through its reset, and they would fill the room that it has just emptied.
+    // FluidSynth's reset lets notes sound on, and they would refill the emptied reverb.
     fluid_synth_all_sounds_off(synth_.get(), -1);
     DropBlocks(kTakenInBlocks);
-    // A reset leaves what its room's filters hold, which they give back to the room. Another one finds them empty.
+    // A reset leaves the content of the reverb's filters, which they feed back into it. A second reset finds them
+    // empty.
     for (int resets = 0; resets < 2; resets++) {
         fluid_synth_system_reset(synth_.get());
         DropBlocks(kRoomFilterBlocks);
@@ -154,7 +154,7 @@ void Synth::Reset() {
     UnloadRetired();
 }
 
-// The last one is whole, because FluidSynth would begin with what is left of it.
+// The last block must be complete, because FluidSynth would begin with its remainder.
 void Synth::DropBlocks(size_t count) {
     std::array<float, kRoomFilterBlocks * kBlockFrames * kStereo> dropped;
     const size_t frames = count * kBlockFrames - rendered_ % kBlockFrames;
@@ -166,7 +166,7 @@ void Synth::KeepSamples() {
     for (int channel = 0; channel < fluid_synth_count_midi_channels(synth_.get()); channel++) {
         int font = 0, bank = 0, number = 0;
         if (fluid_synth_get_program(synth_.get(), channel, &font, &bank, &number) != FLUID_OK) continue;
-        // A program that was chosen by a program change is not told with its font: the one that is asked first has it.
+        // A preset chosen by a program change does not name its font: it is the first one in order that has it.
         for (auto one = loaded_.rbegin(); one != loaded_.rend(); ++one) {
             if (fluid_synth_pin_preset(synth_.get(), *one, bank, number) != FLUID_OK) continue;
             kept_.push_back({*one, bank, number});
@@ -234,13 +234,13 @@ void Synth::ChangeProgram(int channel, int program) {
 }
 
 void Synth::SendSysex(const uint8_t* bytes, size_t count) {
-    const std::lock_guard lock(SampleMutex());  // it may be a reset
+    const std::lock_guard lock(SampleMutex());  // the message may be a reset
     fluid_synth_sysex(synth_.get(), reinterpret_cast<const char*>(bytes), static_cast<int>(count), nullptr, nullptr,
                       nullptr, 0);
 }
 
 void Synth::Render(float* out, size_t frames) {
-    // Effects cost as much in silence as they do in music.
+    // Effects cost as much in silence as in music.
     const bool still = fluid_synth_get_active_voice_count(synth_.get()) == 0;
     if (!still) quietFrames_ = 0;
     if (quietFrames_ * 1000 >= kQuietMs * rate_) {

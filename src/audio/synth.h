@@ -1,4 +1,4 @@
-// One FluidSynth with reverb and chorus, quiet on the console. One thread at a time.
+// One FluidSynth with reverb and chorus, silent on the console. One thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -22,29 +22,29 @@ public:
     explicit Synth(uint32_t rate);
     ~Synth();
 
-    // False: not enough memory for one; nothing else may be called then.
+    // False: out of memory; then nothing else may be called.
     bool Good() const { return synth_ != nullptr; }
 
-    // Sounds through these fonts from the next note on; notes that sound go on. A font that cannot be loaded is left
-    // out; if none can, a line on the console says so, the fonts until now stay, and the answer is false.
+    // Uses these fonts from the next note on; sounding notes go on. A font that cannot be loaded is skipped; if none
+    // can, a line on the console says so, the current fonts stay, and the result is false.
     bool UseFonts(const FontList& fonts);
     bool HasFonts() const { return !loaded_.empty(); }
     const FontList& Fonts() const { return fonts_; }
     uint32_t Rate() const { return rate_; }
 
-    // A factor on everything from here on.
+    // A gain factor from now on.
     void SetGain(float gain);
-    // The same little by little, over that many frames.
+    // The same gradually, over that many frames.
     void GlideToGain(float gain, size_t frames);
 
-    // Coarser from the next note on, for what is weighed and not heard: half the work.
+    // Coarser from the next note on, for measuring rather than listening: half the work.
     void SetDraft(bool draft);
 
-    // Silence, every controller and program as after power-on. The samples of the programs until now stay in memory,
-    // because most are wanted again at once, up to the next DropUnusedSamples.
+    // Silence, with every controller and program as after power-on. The samples in memory stay until the next
+    // DropUnusedSamples, because most are needed again at once.
     void Reset();
     void DropUnusedSamples();
-    // As it was when it got its fonts, and no samples in memory; a Reset has it ready again.
+    // As right after it got its fonts, with no samples in memory; Reset makes it ready again.
     void Rest();
     // A channel message.
     void Send(uint8_t status, uint8_t data1, uint8_t data2);
@@ -54,7 +54,7 @@ public:
     // Interleaved stereo.
     void Render(float* out, size_t frames);
 
-    // For LoadFont: a font's number, or a negative one on failure.
+    // For LoadFont: the font's number, negative on failure.
     int Load(const std::string& path);
 
 private:
@@ -73,15 +73,15 @@ private:
     std::unique_ptr<_fluid_hashtable_t, SynthDeleter> settings_;
     std::unique_ptr<_fluid_synth_t, SynthDeleter> synth_;
     FontList fonts_;
-    std::vector<int> loaded_;   // the same by their numbers
-    std::vector<int> retired_;  // replaced, and to be unloaded
+    std::vector<int> loaded_;   // their numbers
+    std::vector<int> retired_;  // replaced, to be unloaded
     std::vector<Program> kept_;
 
     uint32_t rate_;
     float gain_ = 1.0f, targetGain_ = 1.0f;
     size_t glideFrames_ = 0;  // until the target is reached
     size_t rendered_ = 0;     // frames since the last reset
-    size_t quietFrames_ = 0;  // rendered in a row with no voice and nothing left of the reverb
+    size_t quietFrames_ = 0;  // in a row without a voice or reverb
 };
 
 }  // namespace hullrider

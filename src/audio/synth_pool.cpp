@@ -14,7 +14,7 @@ struct Pool {
 };
 
 Pool& ThePool() {
-    static auto* const pool = new Pool;  // outlives every decoder thread
+    static auto* const pool = new Pool;  // never destroyed: decoder threads may outlive main
     return *pool;
 }
 

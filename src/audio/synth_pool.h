@@ -1,5 +1,5 @@
-// A synthesizer that is not in use at the moment, kept with its fonts: opening a large font takes longer than anything
-// else before a MIDI song is heard. Any thread.
+// Keeps one idle synthesizer with its fonts, because opening a large font is the slowest step before a MIDI song is
+// heard. Any thread.
 #pragma once
 
 #include <memory>
@@ -9,13 +9,13 @@
 
 namespace hullrider {
 
-// A synthesizer that sounds through these fonts. Null when there is not enough memory or none of them can be loaded.
+// A synthesizer with these fonts. Null when memory is short or none of them can be loaded.
 std::unique_ptr<Synth> TakeSynth(uint32_t rate, const FontList& fonts);
 
-// Keeps it for the next taker, in the place of the one kept until now.
+// Keeps it for the next user, replacing the one kept so far.
 void GiveBackSynth(std::unique_ptr<Synth> synth);
 
-// Lets it go, and its memory.
+// Frees it and its memory.
 void DropIdleSynth();
 
 }  // namespace hullrider

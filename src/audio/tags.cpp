@@ -17,10 +17,10 @@ namespace hullrider {
 
 namespace {
 
-constexpr size_t kMaxBytes = size_t{64} << 10;  // a file may bring megabytes of lyrics, or of nonsense
+constexpr size_t kMaxBytes = size_t{64} << 10;  // a file may contain megabytes of lyrics, or of nonsense
 constexpr size_t kMaxFieldBytes = 500;
 
-// The container's tags or, in Ogg, those of the stream.
+// The container's tags; in Ogg, the stream's.
 const AVDictionary* DictionaryOf(const AVFormatContext& format) {
     if (av_dict_count(format.metadata) > 0) return format.metadata;
     for (unsigned i = 0; i < format.nb_streams; i++) {
@@ -29,14 +29,14 @@ const AVDictionary* DictionaryOf(const AVFormatContext& format) {
     return nullptr;
 }
 
-// FFmpeg hands out ID3v1 as it is, and reads ID3v2 as ISO 8859-1 where the tag claims that.
+// FFmpeg returns ID3v1 unconverted, and decodes ID3v2 as ISO 8859-1 where the tag claims that.
 std::string ValueOf(const AVDictionary* tags, const char* name) {
     const AVDictionaryEntry* entry = av_dict_get(tags, name, nullptr, 0);
     if (entry == nullptr) return {};
     return ReadableText(std::string_view(entry->value).substr(0, kMaxFieldBytes)).value_or("");
 }
 
-// A character that ISO 8859-1 does not have becomes a question mark.
+// A character outside ISO 8859-1 becomes a question mark.
 std::string Latin1FromUtf8(std::string_view text) {
     std::string latin;
     for (size_t i = 0; i < text.size(); i++) {
@@ -54,7 +54,7 @@ std::string Latin1FromUtf8(std::string_view text) {
     return latin;
 }
 
-// A field of fixed width, filled up with zeros.
+// A field of fixed width, zero-padded.
 void AppendField(std::string& block, std::string_view text, size_t width) {
     std::string field = Latin1FromUtf8(text);
     field.resize(width);
@@ -76,7 +76,7 @@ std::string Id3v1Block(const AVDictionary* tags) {
     return block;
 }
 
-// Containers name these otherwise, and FFmpeg names them alike.
+// The Vorbis name for FFmpeg's.
 std::string_view CommentName(std::string_view name) {
     if (name == "track") return "TRACKNUMBER";
     if (name == "disc") return "DISCNUMBER";
@@ -102,7 +102,7 @@ struct TitleField {
     size_t offset = 0, size = 0;
 };
 
-// By the kinds' documents ("XM.TXT", "ITTECH.TXT", "S3M.TXT", "MTM.TXT"); a MOD has no mark at its beginning.
+// By the formats' documents ("XM.TXT", "ITTECH.TXT", "S3M.TXT", "MTM.TXT"); a MOD has no signature at its start.
 TitleField TitleFieldOf(std::string_view file) {
     if (file.starts_with("Extended Module: ")) return {17, 20};
     if (file.starts_with("IMPM")) return {4, 26};

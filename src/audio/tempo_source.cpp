@@ -15,9 +15,9 @@ namespace hullrider {
 
 namespace {
 
-constexpr uint32_t kAheadMs = 200;  // so soon is a change of tempo heard
+constexpr uint32_t kAheadMs = 200;  // the delay of a tempo change
 constexpr size_t kFeedFrames = 1024;
-constexpr double kSearchSeconds = 0.009;  // half the stretch in which SoundTouch looks for a place to join
+constexpr double kSearchSeconds = 0.009;  // half of SoundTouch's search window for a joint
 
 class TempoSource : public Source {
 public:
@@ -39,7 +39,7 @@ public:
     TagBlocks Tags() const override { return inner_.Tags(); }
     SourceRead Read(float* out, size_t frames) override;
     bool Seek(int64_t frame) override;
-    // The channel that lent it may go on to lend it to another.
+    // The channel that lent it may lend it again.
     void Cancel() override {
         if (channel_->IsFreed()) inner_.Cancel();
     }
@@ -64,11 +64,11 @@ private:
     soundtouch::SoundTouch stretch_;
     std::array<float, kFeedFrames * kStereo> feed_;
     bool placed_ = false;
-    bool straight_ = true;  // at its own tempo since the last seek: passed on as it is
+    bool straight_ = true;  // unchanged tempo since the last seek: passed through
     bool innerEnded_ = false;
     float tempo_ = 0.0f;  // percent
     double from_ = 0.0;   // where `fed_` is counted from, in own frames
-    double fed_ = 0.0;    // mixing frames passed on, or given to be stretched
+    double fed_ = 0.0;    // mixed frames passed through or fed to the stretcher
 };
 
 bool TempoSource::Seek(int64_t frame) {
@@ -89,7 +89,7 @@ void TempoSource::TakeTempo() {
     tempo_ = wanted;
     stretch_.setTempoChange(static_cast<double>(wanted));
     if (!straight_) return;
-    // What comes out first is what goes in first, so it joins on without a seam.
+    // The output starts with the first input, so it joins without a seam.
     straight_ = false;
     from_ += OwnFrames(fed_);
     fed_ = 0.0;
@@ -101,7 +101,7 @@ std::optional<SourcePlace> TempoSource::Place() {
     const double tempo = straight_ ? 1.0 : 1.0 + static_cast<double>(tempo_) / 100.0;
     double gone = fed_;
     if (!straight_) {
-        // What has been used up runs behind what came out by half of the search; at first, nothing has been.
+        // The input used lags the output by half the search window; at first, nothing has been used.
         const double used = fed_ - stretch_.numUnprocessedSamples() + kSearchSeconds * mixRate_;
         gone = std::clamp(used - stretch_.numSamples() * tempo, 0.0, fed_);
     }
@@ -126,7 +126,7 @@ SourceRead TempoSource::Read(float* out, size_t frames) {
     }
 }
 
-// False when there is nothing to be had for now.
+// False when nothing is available now.
 bool TempoSource::Feed() {
     const SourceRead read = inner_.Read(feed_.data(), kFeedFrames);
     stretch_.putSamples(feed_.data(), static_cast<unsigned>(read.frames));

@@ -1,5 +1,5 @@
-// A source that plays another one faster or slower at its own pitch. Its own frames are the other one's, so places and
-// lengths are told in the time of what is played, not in the time that it takes.
+// Plays another source faster or slower at its own pitch. Its own frames are those of the other source, so positions
+// and lengths are in the time of the material, not of its playing.
 #pragma once
 
 #include <memory>
@@ -10,10 +10,10 @@ namespace hullrider {
 
 class Channel;
 
-// Percent that the tempo is raised by: half to three times as fast.
+// Tempo change in percent: half to three times the speed.
 inline constexpr float kSlowest = -50.0f, kFastest = 200.0f;
 
-// Plays the source of `channel`, which must be a decoding channel that nobody else plays from; null when somebody does.
+// Plays the source of `channel`, a decoding channel that nothing else plays from; otherwise null.
 std::unique_ptr<Source> OpenTempoSource(std::shared_ptr<Channel> channel, uint32_t mixRate);
 
 }  // namespace hullrider

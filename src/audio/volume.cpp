@@ -40,7 +40,7 @@ void Volume::SlideTo(float target, uint32_t timeMs) {
     if (timeMs == 0) return Set(target);
     const std::lock_guard lock(mutex_);
     Order order;
-    if (LastReport().orderNumber != number_) {  // not obeyed yet: its jump still stands
+    if (LastReport().orderNumber != number_) {  // not carried out yet: its jump is still pending
         order.jumps = order_.jumps;
         order.jumpTo = order_.jumpTo;
     }
@@ -84,7 +84,7 @@ void Volume::MixInto(const float* frames, size_t count, float* mix, size_t block
     PostReport();
 }
 
-// An order's number has 31 bits; the one that is left holds "sliding".
+// An order's number has 31 bits; the remaining one means "sliding".
 void Volume::PostReport() {
     report_.store(Pack(std::bit_cast<uint32_t>(line_.Value()), obeyed_ << 1 | (line_.Sliding() ? 1u : 0u)));
 }

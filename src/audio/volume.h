@@ -1,5 +1,5 @@
-// A channel's volume between the callers, who set it from any thread, and the callback, which applies it. Orders that
-// arrive between two blocks are put together: "set, then slide" is a slide from the set value.
+// A channel's volume between callers, who set it from any thread, and the callback, which applies it. Orders that
+// arrive between two blocks are combined: "set, then slide" is a slide from the set value.
 #pragma once
 
 #include <atomic>
@@ -16,18 +16,18 @@ class Volume {
 public:
     explicit Volume(uint32_t mixRate);
 
-    // Callers. Both end a running slide. `value` is finite and not negative; 1.0 is the data as it is.
+    // Callers. Both end a running slide. `value` is finite and not negative; 1.0 leaves the data unchanged.
     void Set(float value);
-    void SlideTo(float target, uint32_t timeMs);  // in no time: as Set
+    void SlideTo(float target, uint32_t timeMs);  // with 0 ms as Set
     float Get() const;
     bool Sliding() const;
 
-    // Callback: obeys what was ordered, then mixes `count` frames into the first of `blockFrames` places of `mix` and
-    // lets the time of the whole block pass. `sounding`: the channel was heard up to here, so a hard set is smoothed.
+    // Callback: carries out orders, then mixes `count` frames into the first of `blockFrames` places of `mix`, and lets
+    // the time of the whole block pass. `sounding`: the channel was audible up to here, so a hard set is smoothed.
     void MixInto(const float* frames, size_t count, float* mix, size_t blockFrames, bool sounding);
     // Callback: the gain of the last frame mixed.
     float LastGain() const { return lastGain_; }
-    // Callback: a slide is under way.
+    // Callback: a slide is running.
     bool IsMoving() const { return line_.Sliding(); }
 
 private:
@@ -36,10 +36,10 @@ private:
         float jumpTo = 1.0f, slideTo = 1.0f;
         uint32_t timeMs = 0;
     };
-    // What the callback last reported; packed into one word so that its parts belong together.
+    // What the callback last reported, packed into one word so that the parts belong together.
     struct Report {
         float value;
-        uint32_t orderNumber;  // of the last order obeyed
+        uint32_t orderNumber;  // of the last order carried out
         bool sliding;
     };
     void Post(const Order& order);
@@ -50,7 +50,7 @@ private:
     uint32_t mixRate_;
 
     mutable std::mutex mutex_;  // callers only
-    Order order_;               // the last one posted
+    Order order_;               // the latest
     uint32_t number_ = 0;       // its number
 
     Posted<Order> posted_;

@@ -38,7 +38,7 @@ std::string WavHeader(uint32_t rate, uint64_t dataBytes) {
     Append(text, isLong ? riffBytes : 0, 8);
     Append(text, isLong ? dataBytes : 0, 8);
     Append(text, isLong ? frames : 0, 8);
-    Append(text, 0, 4);  // no table of further long chunks
+    Append(text, 0, 4);  // no table of other long chunks
     AppendChunkHead(text, "fmt ", kFormatBytes);
     Append(text, 3, 2);  // IEEE float
     Append(text, kStereo, 2);
@@ -79,7 +79,7 @@ bool WavWriter::Write(const float* frames, size_t count) {
 }
 
 bool WavWriter::UpdateHeader() {
-    data_.flush();  // the header never promises what is not there
+    data_.flush();  // the header must never promise missing data
     const std::string header = WavHeader(rate_, dataBytes_);
     header_.seekp(0);
     header_.write(header.data(), static_cast<std::streamsize>(header.size()));

@@ -10,9 +10,13 @@ namespace {
 
 constexpr int kFirstId = 100;  // below are the system's own: Enter, Escape
 
+// In units of 1/96 inch.
+constexpr int kLeastLine = 20, kLeastButton = 96, kButtonPadding = 12, kFieldPadding = 14, kCheckBoxWidth = 22;
+constexpr int kArrowWidth = 18, kListHeight = 240, kSliderWidth = 220;
+
 }  // namespace
 
-HWND Dialog::AddControl(const Place& place, const wchar_t* className, std::string_view text, DWORD style,
+HWND Dialog::AddControl(const wchar_t* className, std::string_view text, DWORD style, std::function<FormSize()> size,
                         DWORD extended) {
     const auto id = static_cast<INT_PTR>(kFirstId + controls_.size());
     const HWND control = CreateWindowExW(extended, className, WideFromUtf8(text).c_str(), WS_CHILD | WS_VISIBLE | style,
@@ -20,65 +24,104 @@ HWND Dialog::AddControl(const Place& place, const wchar_t* className, std::strin
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
     controls_.push_back({});
     Last().window = control;
-    Last().place = place;
+    Last().size = std::move(size);
     return control;
 }
 
-HWND Dialog::AddLabel(const Place& place, std::string_view text, DWORD style) {
-    return AddControl(place, L"STATIC", text, style);
+HWND Dialog::AddLabel(std::string_view text, DWORD style) {
+    return AddControl(L"STATIC", text, style, [this, text = std::string(text)] {
+        return FormSize{TextWidth(text), LineHeight()};
+    });
 }
 
-HWND Dialog::AddButton(const Place& place, std::string_view text, Procedure onClick) {
-    const HWND button = AddControl(place, L"BUTTON", text, WS_TABSTOP | BS_PUSHBUTTON);
+HWND Dialog::AddHeading(std::string_view text) {
+    const HWND heading =
+        AddControl(L"STATIC", text, SS_LEFT, [this, text = std::string(text)] { return TextSize(text, headingFont_); });
+    Last().isHeading = true;
+    SendMessageW(heading, WM_SETFONT, reinterpret_cast<WPARAM>(headingFont_), FALSE);
+    return heading;
+}
+
+HWND Dialog::AddParagraph(std::string_view text, int width) {
+    return AddControl(L"STATIC", text, SS_LEFT, [this, text = std::string(text), width] {
+        return FormSize{width, TextSize(text, font_, width).height};
+    });
+}
+
+HWND Dialog::AddLine(std::string_view widest) {
+    return AddControl(L"STATIC", "", kOneLine, [this, widest = std::string(widest)] {
+        return FormSize{TextWidth(widest), LineHeight()};
+    });
+}
+
+HWND Dialog::AddButton(std::string_view text, Procedure onClick) {
+    const HWND button = AddControl(L"BUTTON", text, WS_TABSTOP | BS_PUSHBUTTON, [this, text = std::string(text)] {
+        return FormSize{std::max(TextWidth(text) + 2 * kButtonPadding, kLeastButton), LineHeight() + kGap};
+    });
     Last().onClick = std::move(onClick);
     return button;
 }
 
-HWND Dialog::AddFieldButton(const Place& place, std::string_view text, Procedure onClick, Procedure onLeave) {
-    const HWND button = AddControl(place, L"BUTTON", text, WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY);
+HWND Dialog::AddCloseButton() {
+    return AddButton("&Close", [this] { PostMessageW(window_, WM_CLOSE, 0, 0); });
+}
+
+HWND Dialog::AddFieldButton(std::string_view widest, Procedure onClick, Procedure onLeave) {
+    const HWND button =
+        AddControl(L"BUTTON", "", WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY, [this, widest = std::string(widest)] {
+            return FormSize{TextWidth(widest) + 2 * kButtonPadding, FieldHeight()};
+        });
     Last().onClick = std::move(onClick);
     Last().onLeave = std::move(onLeave);
     return button;
 }
 
-HWND Dialog::AddCheckBox(const Place& place, std::string_view text, bool isChecked, Procedure onClick) {
-    const HWND box = AddControl(place, L"BUTTON", text, WS_TABSTOP | BS_AUTOCHECKBOX);
+HWND Dialog::AddCheckBox(std::string_view text, bool isChecked, Procedure onClick) {
+    const HWND box = AddControl(L"BUTTON", text, WS_TABSTOP | BS_AUTOCHECKBOX, [this, text = std::string(text)] {
+        return FormSize{TextWidth(text) + kCheckBoxWidth, LineHeight()};
+    });
     SetChecked(box, isChecked);
     Last().onClick = std::move(onClick);
     return box;
 }
 
-HWND Dialog::AddEdit(const Place& place, DWORD style, Procedure onChange, Procedure onLeave) {
-    const HWND edit = AddControl(place, L"EDIT", "", WS_TABSTOP | ES_AUTOHSCROLL | style, WS_EX_CLIENTEDGE);
+HWND Dialog::AddEdit(int width, DWORD style, Procedure onChange, Procedure onLeave) {
+    const HWND edit = AddControl(
+        L"EDIT", "", WS_TABSTOP | ES_AUTOHSCROLL | style,
+        [this, width] {
+            return FormSize{width, FieldHeight()};
+        },
+        WS_EX_CLIENTEDGE);
     Last().onChange = std::move(onChange);
     Last().onLeave = std::move(onLeave);
     return edit;
 }
 
-NumberControls Dialog::AddNumber(const Place& place, int lowest, int highest, Procedure onChange, Procedure onLeave) {
-    constexpr int kArrowWidth = 18;
-    Place field = place, arrows = place;
-    field.width -= kArrowWidth;
-    arrows.x += field.width;
-    arrows.width = kArrowWidth;
-    const HWND edit = AddEdit(field, 0, std::move(onChange), std::move(onLeave));
-    const HWND upDown = AddControl(arrows, UPDOWN_CLASSW, "", UDS_SETBUDDYINT | UDS_ARROWKEYS | UDS_NOTHOUSANDS);
-    SendMessageW(upDown, UDM_SETRANGE32, static_cast<WPARAM>(lowest), highest);
-    SendMessageW(upDown, UDM_SETBUDDY, reinterpret_cast<WPARAM>(edit), 0);
-    return {edit, upDown};
+NumberControls Dialog::AddNumber(int lowest, int highest, Procedure onChange, Procedure onLeave) {
+    const int width = std::max(TextWidth(std::to_string(lowest)), TextWidth(std::to_string(highest)));
+    const HWND edit = AddEdit(width + kFieldPadding, 0, std::move(onChange), std::move(onLeave));
+    const HWND arrows = AddControl(UPDOWN_CLASSW, "", UDS_SETBUDDYINT | UDS_ARROWKEYS | UDS_NOTHOUSANDS, [this] {
+        return FormSize{kArrowWidth, FieldHeight()};
+    });
+    SendMessageW(arrows, UDM_SETRANGE32, static_cast<WPARAM>(lowest), highest);
+    SendMessageW(arrows, UDM_SETBUDDY, reinterpret_cast<WPARAM>(edit), 0);
+    return {edit, arrows};
 }
 
-HWND Dialog::AddChoice(const Place& place, Procedure onChange) {
-    constexpr int kListHeight = 240;
-    Place open = place;  // what the system calls its height is that with the list
-    open.height += kListHeight;
-    const HWND choice = AddControl(open, L"COMBOBOX", "", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST);
+HWND Dialog::AddChoice(std::string_view widest, Procedure onChange) {
+    const HWND choice =
+        AddControl(L"COMBOBOX", "", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, [this, widest = std::string(widest)] {
+            return FormSize{TextWidth(widest) + kFieldPadding + kArrowWidth, FieldHeight()};
+        });
+    Last().listHeight = kListHeight;
     Last().onChange = std::move(onChange);
     return choice;
 }
 
-HWND Dialog::AddSlider(const Place& place, int lowest, int highest, int at, Procedure onChange) {
-    const HWND slider = AddControl(place, TRACKBAR_CLASSW, "", WS_TABSTOP | TBS_HORZ | TBS_NOTICKS);
+HWND Dialog::AddSlider(int lowest, int highest, int at, Procedure onChange) {
+    const HWND slider = AddControl(TRACKBAR_CLASSW, "", WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, [this] {
+        return FormSize{kSliderWidth, FieldHeight()};
+    });
     SendMessageW(slider, TBM_SETRANGEMIN, FALSE, lowest);
     SendMessageW(slider, TBM_SETRANGEMAX, FALSE, highest);
     SendMessageW(slider, TBM_SETPAGESIZE, 0, std::max(1, (highest - lowest) / 10));
@@ -87,8 +130,10 @@ HWND Dialog::AddSlider(const Place& place, int lowest, int highest, int at, Proc
     return slider;
 }
 
-HWND Dialog::AddTabs(const Place& place, const std::vector<std::string>& names, std::function<void(int)> onSelect) {
-    const HWND tabs = AddControl(place, WC_TABCONTROLW, "", WS_TABSTOP | WS_CLIPSIBLINGS);
+HWND Dialog::AddTabs(const std::vector<std::string>& names, std::function<void(int)> onSelect) {
+    const HWND tabs = AddControl(WC_TABCONTROLW, "", WS_TABSTOP | WS_CLIPSIBLINGS, [this] {
+        return FormSize{0, LineHeight() + 6};
+    });
     for (size_t i = 0; i < names.size(); ++i) {
         std::wstring name = WideFromUtf8(names[i]);
         TCITEMW item{};
@@ -103,10 +148,11 @@ HWND Dialog::AddTabs(const Place& place, const std::vector<std::string>& names, 
     return tabs;
 }
 
-HWND Dialog::AddTable(const Place& place, const std::vector<std::pair<std::string, int>>& columns,
-                      NoticeHandler onNotice, DWORD style) {
+HWND Dialog::AddTable(FormSize least, const std::vector<std::pair<std::string, int>>& columns, NoticeHandler onNotice,
+                      DWORD style) {
     const HWND table = AddControl(
-        place, WC_LISTVIEWW, "", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | style, WS_EX_CLIENTEDGE);
+        WC_LISTVIEWW, "", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | style,
+        [least] { return least; }, WS_EX_CLIENTEDGE);
     Last().isTable = true;
     SendMessageW(table, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_INFOTIP);
     for (size_t i = 0; i < columns.size(); ++i) {
@@ -122,28 +168,62 @@ HWND Dialog::AddTable(const Place& place, const std::vector<std::pair<std::strin
     return table;
 }
 
-HWND Dialog::AddProgressBar(const Place& place) {
-    return AddControl(place, PROGRESS_CLASSW, "", PBS_MARQUEE);
+HWND Dialog::AddProgressBar() {
+    return AddControl(PROGRESS_CLASSW, "", PBS_MARQUEE, [] { return FormSize{kLeastButton, 14}; });
 }
 
-HWND Dialog::AddIcon(const Place& place) {
-    const HWND icon = AddControl(place, L"STATIC", "", SS_ICON);
+HWND Dialog::AddIcon() {
+    const HWND icon = AddControl(L"STATIC", "", SS_ICON, [] { return FormSize{40, 40}; });
     SendMessageW(icon, STM_SETICON, static_cast<WPARAM>(GetClassLongPtrW(window_, GCLP_HICON)), 0);
     return icon;
 }
 
-HWND Dialog::AddCanvas(const Place& place, Painter paint) {
-    const HWND canvas = AddControl(place, L"STATIC", "", SS_OWNERDRAW);
+HWND Dialog::AddCanvas(FormSize size, Painter paint) {
+    const HWND canvas = AddControl(L"STATIC", "", SS_OWNERDRAW, [size] { return size; });
     Last().paint = std::move(paint);
     return canvas;
 }
 
-void Dialog::UseHeadingFont(HWND control) {
-    if (Control* const found = Find(control)) found->isHeading = true;
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(headingFont_), FALSE);
+void Dialog::AlignWidths(const std::vector<HWND>& controls) {
+    ++widthGroups_;
+    for (const HWND control : controls) Find(control)->sameWidth = widthGroups_;
 }
 
-void Dialog::Enable(HWND control, bool isEnabled, HWND heir) {
+FormSize Dialog::TextSize(std::string_view text, HFONT font, int width) const {
+    const HDC dc = GetDC(window_);
+    const HGDIOBJ before = SelectObject(dc, font);
+    RECT box{0, 0, width == 0 ? 0x7FFF : Pixels(width), 0};
+    const std::wstring wide = WideFromUtf8(text.empty() ? " " : text);
+    DrawTextW(dc, wide.c_str(), -1, &box, DT_CALCRECT | (width == 0 ? DT_SINGLELINE : DT_WORDBREAK));
+    SelectObject(dc, before);
+    ReleaseDC(window_, dc);
+    return {text.empty() ? 0 : Units(box.right), Units(box.bottom)};
+}
+
+int Dialog::TextWidth(std::string_view text) const {
+    return TextSize(text, font_).width;
+}
+
+int Dialog::LineHeight() const {
+    return std::max(TextSize("", font_).height + 2, kLeastLine);
+}
+
+int Dialog::FieldHeight() const {
+    return LineHeight() + 4;
+}
+
+void Dialog::MeasureControls() {
+    std::vector<int> widths(widthGroups_ + 1, 0);
+    for (Control& control : controls_) {
+        control.measured = control.size();
+        widths[control.sameWidth] = std::max(widths[control.sameWidth], control.measured.width);
+    }
+    for (Control& control : controls_) {
+        if (control.sameWidth != 0) control.measured.width = widths[control.sameWidth];
+    }
+}
+
+void EnableControl(HWND control, bool isEnabled, HWND heir) {
     if (!isEnabled && GetFocus() == control) SetFocus(heir);
     EnableWindow(control, isEnabled ? TRUE : FALSE);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 #include "dialogs/table_win.h"
 #include "platform/console.h"
@@ -77,12 +78,14 @@ bool Dialog::Open(HINSTANCE instance, const char* className, const char* title) 
     const std::wstring wideClass = WideFromUtf8(className);
     if (!RegisterWindowClass(instance, wideClass.c_str(), WindowProcedure, COLOR_BTNFACE)) return false;
     window_ = CreateWindowExW(WS_EX_CONTROLPARENT, wideClass.c_str(), WideFromUtf8(title).c_str(),
-                              (ClientSize().canGrow ? kGrowingStyle : kFixedStyle) | WS_CLIPCHILDREN, CW_USEDEFAULT, 0,
-                              CW_USEDEFAULT, 0, nullptr, nullptr, instance, nullptr);
+                              kFixedStyle | WS_CLIPCHILDREN, CW_USEDEFAULT, 0, CW_USEDEFAULT, 0, nullptr, nullptr,
+                              instance, nullptr);
     if (window_ == nullptr) return false;
     TakeScale(static_cast<int>(GetDpiForWindow(window_)));
+    form_ = MakeForm();
+    MeasureControls();
+    SetWindowLongPtrW(window_, GWL_STYLE, static_cast<LONG_PTR>(Style()));
     TakeRoomOnScreen();
-    AddControls();
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     PlaceControls();
     Refresh();
@@ -221,6 +224,10 @@ int Dialog::Pixels(int units) const {
     return MulDiv(units, dpi_, USER_DEFAULT_SCREEN_DPI);
 }
 
+int Dialog::Units(int pixels) const {
+    return (pixels * USER_DEFAULT_SCREEN_DPI + dpi_ - 1) / dpi_;
+}
+
 // The fonts of before are let go when no control uses them any more.
 void Dialog::TakeScale(int dpi) {
     for (const Control& control : controls_) {
@@ -238,25 +245,38 @@ void Dialog::TakeScale(int dpi) {
     DeleteObject(oldHeading);
 }
 
+FormSize Dialog::ClientSize() const {
+    const FormSize size = SizeOfForm(form_, [this](void* control) { return SizeOf(control); });
+    return {size.width + 2 * kMargin, size.height + 2 * kMargin};
+}
+
+DWORD Dialog::Style() const {
+    return (GrowsHigh(form_) ? kGrowingStyle : kFixedStyle) | WS_CLIPCHILDREN;
+}
+
 void Dialog::PlaceControls() {
     RECT client;
     GetClientRect(window_, &client);
-    const Size size = ClientSize();
-    const int wider = std::max(0, static_cast<int>(client.right) - Pixels(size.width));
-    const int higher = std::max(0, static_cast<int>(client.bottom) - Pixels(size.height));
-    for (const Control& control : controls_) {
-        const Place& place = control.place;
-        const auto share = [&](Follow follow, int growth) { return (place.follow & follow) != 0 ? growth : 0; };
-        SetWindowPos(control.window, nullptr, Pixels(place.x) + share(kMoveRight, wider),
-                     Pixels(place.y) + share(kMoveDown, higher), Pixels(place.width) + share(kGrowWide, wider),
-                     Pixels(place.height) + share(kGrowHigh, higher), SWP_NOZORDER | SWP_NOACTIVATE);
+    const FormSize least = ClientSize();
+    const auto inner = [this](LONG pixels, int units) {
+        return std::max(MulDiv(pixels, USER_DEFAULT_SCREEN_DPI, dpi_), units) - 2 * kMargin;
+    };
+    const FormBox box{kMargin, kMargin, inner(client.right, least.width), inner(client.bottom, least.height)};
+    const auto place = [this](void* handle, const FormBox& where) {
+        const Control& control = *Find(static_cast<HWND>(handle));
+        const int left = Pixels(where.x), top = Pixels(where.y);
+        SetWindowPos(control.window, nullptr, left, top, Pixels(where.x + where.width) - left,
+                     Pixels(where.y + where.height + control.listHeight) - top, SWP_NOZORDER | SWP_NOACTIVATE);
         if (control.isTable) FitFirstColumn(control.window, Pixels(80));
-    }
+    };
+    PlaceForm(
+        form_, box, [this](void* control) { return SizeOf(control); }, place);
     InvalidateRect(window_, nullptr, TRUE);
 }
 
 void Dialog::FollowDpi(int dpi, const RECT& proposed) {
     TakeScale(dpi);
+    MeasureControls();
     SetWindowPos(window_, nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
                  proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
     PlaceControls();
@@ -278,17 +298,20 @@ void Dialog::TakeRoomOnScreen() const {
 }
 
 SIZE Dialog::OuterSize() const {
-    const Size size = ClientSize();
+    const FormSize size = ClientSize();
     RECT outer{0, 0, Pixels(size.width), Pixels(size.height)};
-    AdjustWindowRectExForDpi(&outer, size.canGrow ? kGrowingStyle : kFixedStyle, FALSE, WS_EX_CONTROLPARENT,
-                             static_cast<UINT>(dpi_));
+    AdjustWindowRectExForDpi(&outer, Style(), FALSE, WS_EX_CONTROLPARENT, static_cast<UINT>(dpi_));
     return {outer.right - outer.left, outer.bottom - outer.top};
 }
 
-Dialog::Control* Dialog::Find(HWND control) {
+const Dialog::Control* Dialog::Find(HWND control) const {
     const auto found = std::find_if(controls_.begin(), controls_.end(),
                                     [control](const Control& one) { return one.window == control; });
     return found == controls_.end() ? nullptr : &*found;
+}
+
+Dialog::Control* Dialog::Find(HWND control) {
+    return const_cast<Control*>(std::as_const(*this).Find(control));
 }
 
 bool IsDialog(HWND window) {

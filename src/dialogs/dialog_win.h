@@ -1,6 +1,6 @@
-// A top-level window of standard controls for one subject. Its controls are placed in units of 1/96 inch and follow
-// the scale of the monitor and, where they say so, the size of the window. The Tab key walks them in the order in which
-// they were added; Escape closes the window. UI thread.
+// A top-level window of standard controls for one subject. The controls lie in a Form, which fits their texts, the
+// scale of the monitor and the size of the window. The Tab key walks them in the order in which they were added; Escape
+// closes the window. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -13,20 +13,12 @@
 #include <string_view>
 #include <vector>
 
+#include "dialogs/form.h"
+
 namespace hullrider {
 
-// What of a control's place follows when the window is resized; may be combined.
-enum Follow : unsigned { kStay = 0, kMoveRight = 1, kMoveDown = 2, kGrowWide = 4, kGrowHigh = 8 };
-
-// Where a control lies in the client area.
-struct Place {
-    int x = 0, y = 0, width = 0, height = 0;  // units of 1/96 inch
-    unsigned follow = kStay;
-};
-
-// The usual sizes, in units.
-inline constexpr int kMargin = 12, kGap = 8, kLineHeight = 20, kFieldHeight = 24, kButtonHeight = 28,
-                     kButtonWidth = 112;
+// Lengths are in units of 1/96 inch.
+inline constexpr int kMargin = 12, kGap = 8;
 
 // For a line that may be longer than its place, or hold a path: an "&" in it is a letter.
 inline constexpr DWORD kOneLine = SS_LEFT | SS_ENDELLIPSIS | SS_NOPREFIX;
@@ -34,6 +26,8 @@ inline constexpr DWORD kOneLine = SS_LEFT | SS_ENDELLIPSIS | SS_NOPREFIX;
 // A field for a number and the arrows that step it.
 struct NumberControls {
     HWND edit = nullptr, arrows = nullptr;
+
+    Form Together() const { return WithGap(0, Row({edit, arrows})); }
 };
 
 class Dialog {
@@ -49,13 +43,9 @@ public:
     HWND Window() const { return window_; }
 
 protected:
-    struct Size {
-        int width = 0, height = 0;  // of the client area, units
-        bool canGrow = false;       // the user may make it larger, not smaller
-    };
-
-    virtual Size ClientSize() const = 0;
-    virtual void AddControls() = 0;
+    // Adds the controls, and returns how they lie within the window's margins. The window is as large as the form
+    // needs; where something in it grows, the user may make it larger.
+    virtual Form MakeForm() = 0;
 
     // Twice a second while the window is open, and when it comes to the front: shows what was changed elsewhere.
     virtual void Refresh() {}
@@ -72,28 +62,35 @@ protected:
 
     // Texts are UTF-8. "&" before a letter makes Alt and that letter lead to the control or, for a label, to the next
     // one.
-    HWND AddLabel(const Place& place, std::string_view text, DWORD style = SS_LEFT);
-    HWND AddButton(const Place& place, std::string_view text, Procedure onClick);
-    // A button that also tells when the focus leaves it.
-    HWND AddFieldButton(const Place& place, std::string_view text, Procedure onClick, Procedure onLeave);
-    HWND AddCheckBox(const Place& place, std::string_view text, bool isChecked, Procedure onClick);
-    HWND AddEdit(const Place& place, DWORD style, Procedure onChange, Procedure onLeave);
+    HWND AddLabel(std::string_view text, DWORD style = SS_LEFT);
+    HWND AddHeading(std::string_view text);
+    // A text that is broken into lines of that width.
+    HWND AddParagraph(std::string_view text, int width);
+    // A line whose text changes, with room for `widest`; cut off where it needs more.
+    HWND AddLine(std::string_view widest = "");
+    HWND AddButton(std::string_view text, Procedure onClick);
+    HWND AddCloseButton();
+    // A button that shows a value, with room for `widest`, and also tells when the focus leaves it.
+    HWND AddFieldButton(std::string_view widest, Procedure onClick, Procedure onLeave);
+    HWND AddCheckBox(std::string_view text, bool isChecked, Procedure onClick);
+    HWND AddEdit(int width, DWORD style, Procedure onChange, Procedure onLeave);
     // A whole number from `lowest` to `highest`, with arrows to step it.
-    NumberControls AddNumber(const Place& place, int lowest, int highest, Procedure onChange, Procedure onLeave);
-    // One of a few texts, from a list that drops down.
-    HWND AddChoice(const Place& place, Procedure onChange);
-    HWND AddSlider(const Place& place, int lowest, int highest, int at, Procedure onChange);
-    HWND AddTabs(const Place& place, const std::vector<std::string>& names, std::function<void(int)> onSelect);
-    // A list in rows and columns, one row selected at a time. Widths in units; the first column also takes what the
+    NumberControls AddNumber(int lowest, int highest, Procedure onChange, Procedure onLeave);
+    // One of a few texts, from a list that drops down, with room for `widest`.
+    HWND AddChoice(std::string_view widest, Procedure onChange);
+    HWND AddSlider(int lowest, int highest, int at, Procedure onChange);
+    HWND AddTabs(const std::vector<std::string>& names, std::function<void(int)> onSelect);
+    // A list in rows and columns, one row selected at a time, at least so large. The first column also takes what the
     // others leave of the table.
-    HWND AddTable(const Place& place, const std::vector<std::pair<std::string, int>>& columns, NoticeHandler onNotice,
+    HWND AddTable(FormSize least, const std::vector<std::pair<std::string, int>>& columns, NoticeHandler onNotice,
                   DWORD style = 0);
-    HWND AddProgressBar(const Place& place);  // for what takes nobody knows how long
-    HWND AddIcon(const Place& place);         // the program's
+    HWND AddProgressBar();  // for what takes nobody knows how long
+    HWND AddIcon();         // the program's
     // A box that is painted by the window itself, without flicker.
-    HWND AddCanvas(const Place& place, Painter paint);
-    HWND AddControl(const Place& place, const wchar_t* className, std::string_view text, DWORD style,
-                    DWORD extended = 0);
+    HWND AddCanvas(FormSize size, Painter paint);
+
+    // Gives these controls the width of the widest of them, so that they align from one grid to another.
+    void AlignWidths(const std::vector<HWND>& controls);
 
     // A yes-or-no question. Whoever asks must be done when the answer is no: the window may be gone by then.
     bool Confirm(std::string_view question) const;
@@ -102,22 +99,23 @@ protected:
     size_t ControlCount() const { return controls_.size(); }
     void ShowControls(size_t from, size_t to, bool isShown) const;
 
-    // A control that has the focus hands it on to `heir` before it is disabled: the keyboard must not be lost with it.
-    static void Enable(HWND control, bool isEnabled, HWND heir);
-
     // Within OnKey: the key has been held since an earlier call.
     bool KeyIsRepeated() const { return keyIsRepeated_; }
 
-    // A length in pixels of this window's monitor.
+    // A length in pixels of this window's monitor, and back; never too short for what it was measured for.
     int Pixels(int units) const;
+    int Units(int pixels) const;
 
-    void UseHeadingFont(HWND control);
+    int TextWidth(std::string_view text) const;  // units
 
 private:
     struct Control {
         HWND window = nullptr;
-        Place place;
+        std::function<FormSize()> size;  // what it needs at the scale of now, units
+        FormSize measured;               // what it has needed
         bool isHeading = false, isTable = false;
+        int listHeight = 0;    // of a choice: what the system calls its height is that with the list
+        size_t sameWidth = 0;  // those with the same number, other than 0, are equally wide
         Procedure onClick, onChange, onLeave;
         Painter paint;
         NoticeHandler onNotice;
@@ -126,16 +124,26 @@ private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam);
+    HWND AddControl(const wchar_t* className, std::string_view text, DWORD style, std::function<FormSize()> size,
+                    DWORD extended = 0);
     void OnActivate(bool isActive);
     void OnCommand(int id, UINT code);
     LRESULT OnNotice(const NMHDR& notice);
     void Paint(const DRAWITEMSTRUCT& item);
     void TakeScale(int dpi);
+    FormSize TextSize(std::string_view text, HFONT font, int width = 0) const;
+    int LineHeight() const;
+    int FieldHeight() const;
+    void MeasureControls();
+    FormSize SizeOf(void* control) const { return Find(static_cast<HWND>(control))->measured; }
+    FormSize ClientSize() const;
+    DWORD Style() const;
     void PlaceControls();
     void FollowDpi(int dpi, const RECT& proposed);
     SIZE OuterSize() const;
     void TakeRoomOnScreen() const;
     HWND FocusTarget() const;
+    const Control* Find(HWND control) const;
     Control* Find(HWND control);
     Control& Last() { return controls_.back(); }
 
@@ -145,6 +153,8 @@ private:
     HWND window_ = nullptr;
     HINSTANCE instance_ = nullptr;
     std::vector<Control> controls_;
+    Form form_;
+    size_t widthGroups_ = 0;
     HFONT font_ = nullptr, headingFont_ = nullptr;
     int dpi_ = USER_DEFAULT_SCREEN_DPI;
     HWND lastFocus_ = nullptr;
@@ -158,6 +168,9 @@ bool IsDialog(HWND window);
 
 void SetText(HWND control, std::string_view text);  // only when it differs, so that nothing flickers
 std::string TextOf(HWND control);
+
+// A control that has the focus hands it on to `heir` before it is disabled: the keyboard must not be lost with it.
+void EnableControl(HWND control, bool isEnabled, HWND heir);
 
 void SetChecked(HWND checkBox, bool isChecked);
 bool IsChecked(HWND checkBox);

@@ -1,9 +1,7 @@
 #include "dialogs/dialogs_win.h"
 
-#include <array>
-#include <string_view>
+#include <string>
 
-#include "dialogs/dialog_kinds_win.h"
 #include "dialogs/dialog_win.h"
 #include "platform/console.h"
 #include "platform/text_win.h"
@@ -11,24 +9,6 @@
 namespace hullrider {
 
 namespace {
-
-struct DialogKind {
-    std::string_view className;
-    std::unique_ptr<Dialog> (*make)(const SharedHost& host);
-};
-
-constexpr std::array kKinds{
-    DialogKind{"CustomRadioDialogClass", MakeRadioDialog},   DialogKind{"CustomAboutDialogClass", MakeAboutDialog},
-    DialogKind{"CustomFavDialogClass", MakeFavoritesDialog}, DialogKind{"CustomFolderDialogClass", MakeFolderDialog},
-    DialogKind{"CustomHotKeyDialogClass", MakeHotkeyDialog}, DialogKind{"CustomInfoDialogClass", MakeSongInfoDialog},
-};
-
-std::unique_ptr<Dialog> MakeDialog(const SharedHost& host, const char* className, const char* title) {
-    for (const DialogKind& kind : kKinds) {
-        if (kind.className == className) return kind.make(host);
-    }
-    return MakeNoticeDialog(std::string(title) + ": still to come. MusicSettings.json holds the settings.");
-}
 
 struct Search {
     std::wstring className;
@@ -51,7 +31,8 @@ BOOL CALLBACK CloseIfDialog(HWND window, LPARAM) {
 
 }  // namespace
 
-void OpenDialog(HINSTANCE instance, const std::shared_ptr<DialogHost>& host, const char* className, const char* title) {
+void OpenDialog(HINSTANCE instance, const char* className, const char* title,
+                const std::function<std::unique_ptr<Dialog>()>& make) {
     Search search{WideFromUtf8(className), nullptr};
     EnumThreadWindows(GetCurrentThreadId(), MatchClass, reinterpret_cast<LPARAM>(&search));
     if (search.found != nullptr) {
@@ -60,7 +41,7 @@ void OpenDialog(HINSTANCE instance, const std::shared_ptr<DialogHost>& host, con
         return;
     }
     // Deletes itself when its window closes.
-    Dialog* const dialog = MakeDialog(host, className, title).release();
+    Dialog* const dialog = make().release();
     if (dialog->Open(instance, className, title)) return;
     PrintErrorLine("The window could not be created: " + std::string(title));
     delete dialog;

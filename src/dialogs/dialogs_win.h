@@ -1,17 +1,18 @@
-// The option windows, one for each subject, opened from the menu. UI thread.
+// The windows that are open beside the main one. UI thread.
 #pragma once
 
 #include <windows.h>
 
+#include <functional>
 #include <memory>
-
-#include "dialogs/dialog_host.h"
 
 namespace hullrider {
 
-// Opens the window of that class, or brings it forward when it is open. Its controls work on the host, which lives as
-// long as any window does.
-void OpenDialog(HINSTANCE instance, const std::shared_ptr<DialogHost>& host, const char* className, const char* title);
+class Dialog;
+
+// Opens a window of that class, or brings forward the one that is open.
+void OpenDialog(HINSTANCE instance, const char* className, const char* title,
+                const std::function<std::unique_ptr<Dialog>()>& make);
 
 // Closes all that are open, as the user would.
 void CloseDialogs();

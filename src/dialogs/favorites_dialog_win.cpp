@@ -1,9 +1,9 @@
-// Favorite Options: the favourites and how often each is drawn. The table asks for the texts of the rows that it shows,
+// Favorite Options: the favorites and how often each is drawn. The table asks for the texts of the rows that it shows,
 // so that it opens at once however many there are.
 #include <algorithm>
 
-#include "dialogs/dialog_kinds_win.h"
 #include "dialogs/favorites_rows.h"
+#include "dialogs/option_windows_win.h"
 #include "dialogs/table_win.h"
 #include "library/favorites.h"
 #include "library/favorites_file.h"
@@ -14,40 +14,34 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kWidth = 680, kHeight = 440, kWideButton = 140;
-constexpr int kInner = kWidth - 2 * kMargin;
-constexpr int kButtonLeft = kWidth - kMargin - kWideButton;
-constexpr int kListWidth = kButtonLeft - kGap - kMargin;
-constexpr int kListTop = 66, kListHeight = 332;
-constexpr int kAlbumWidth = 160, kKindWidth = 94, kCountWidth = 72;
+constexpr int kSongWidth = 176, kAlbumWidth = 160, kKindWidth = 94, kCountWidth = 72;
+constexpr int kListHeight = 332;
 
 class FavoritesDialog : public Dialog {
 public:
-    explicit FavoritesDialog(SharedHost host) : host_(std::move(host)) {}
+    explicit FavoritesDialog(FavoritesPorts ports) : ports_(std::move(ports)) {}
 
 protected:
-    Size ClientSize() const override { return {kWidth, kHeight, true}; }
-
-    void AddControls() override {
-        UseHeadingFont(AddLabel({kMargin, kMargin, kInner, 26}, "Favourites"));
-        AddLabel({kMargin, 40, kInner, kLineHeight, kGrowWide},
-                 "A favourite with the count 3 is drawn four times as often as a song that is none.");
+    Form MakeForm() override {
+        Form heading = AddHeading("Favorites");
+        Form hint = AddLabel("A favorite with the count 3 is drawn four times as often as a song that is not one.");
         AddList();
-        play_ = AddSideButton(0, "&Play Now", [this] { Play(); });
-        up_ = AddSideButton(1, "Count &Up  (+)", [this] { ChangeCount(1); });
-        down_ = AddSideButton(2, "Count &Down  (\xE2\x88\x92)", [this] { ChangeCount(-1); });
-        remove_ = AddSideButton(3, "&Remove", [this] { Remove(); });
-        AddSideButton(5, "&Merge from File...", [this] { Merge(); });
-        clear_ = AddSideButton(6, "Clear &All Favorites", [this] { Clear(); });
-        status_ = AddLabel({kMargin, kListTop + kListHeight + kGap, kListWidth, kLineHeight, kGrowWide | kMoveDown}, "",
-                           kOneLine);
-        AddButton({kButtonLeft, kHeight - kMargin - kButtonHeight, kWideButton, kButtonHeight, kMoveRight | kMoveDown},
-                  "&Close", [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
+        play_ = AddButton("&Play Now", [this] { Play(); });
+        up_ = AddButton("Count &Up  (+)", [this] { ChangeCount(1); });
+        down_ = AddButton("Count &Down  (\xE2\x88\x92)", [this] { ChangeCount(-1); });
+        remove_ = AddButton("&Remove", [this] { Remove(); });
+        const HWND merge = AddButton("&Merge from File...", [this] { Merge(); });
+        clear_ = AddButton("Clear &All Favorites", [this] { Clear(); });
+        status_ = AddLine();
+        Form ofSong = WithGap(6, Column({play_, up_, down_, remove_}));
+        Form ofAll = WithGap(6, Column({merge, clear_}));
+        Form buttons = WithGap(4 * kGap, Column({ofSong, ofAll}));
+        return Column({heading, hint, Row({Grow(list_), buttons}), Row({GrowWide(status_), AddCloseButton()})});
     }
 
-    // Every change of the favourites, whoever makes it, is followed by a recount.
+    // Every change of the favorites, whoever makes it, is followed by a recount.
     void Refresh() override {
-        if (shownRevision_ != host_->state.library.revision || rows_.size() != Favorites().list.size()) ShowRows();
+        if (shownRevision_ != ports_.library.revision || rows_.size() != Favorites().list.size()) ShowRows();
     }
 
     bool OnKey(WPARAM key) override {
@@ -73,19 +67,14 @@ protected:
     }
 
 private:
-    FavoritesState& Favorites() const { return host_->state.favorites; }
+    FavoritesState& Favorites() const { return ports_.favorites; }
 
     void AddList() {
         list_ = AddTable(
-            {kMargin, kListTop, kListWidth, kListHeight, kGrowWide | kGrowHigh},
-            {{"Song", 200}, {"Album", kAlbumWidth}, {"Kind", kKindWidth}, {"Count", kCountWidth}},
+            {kSongWidth + kAlbumWidth + kKindWidth + kCountWidth, kListHeight},
+            {{"Song", kSongWidth}, {"Album", kAlbumWidth}, {"Kind", kKindWidth}, {"Count", kCountWidth}},
             [this](const NMHDR& notice) { return OnList(notice); }, LVS_OWNERDATA);
         AlignRight(list_, static_cast<int>(FavoriteColumn::kCount));
-    }
-
-    HWND AddSideButton(int row, const char* text, Procedure onClick) {
-        return AddButton({kButtonLeft, kListTop + row * (kButtonHeight + 6), kWideButton, kButtonHeight, kMoveRight},
-                         text, std::move(onClick));
     }
 
     LRESULT OnList(const NMHDR& notice) {
@@ -125,7 +114,7 @@ private:
         lstrcpynW(item.pszText, WideFromUtf8(text).c_str(), item.cchTextMax);
     }
 
-    // What cannot be played now is grey.
+    // What cannot be played now is gray.
     LRESULT Color(NMLVCUSTOMDRAW& draw) const {
         if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
         const size_t at = draw.nmcd.dwItemSpec;
@@ -140,12 +129,12 @@ private:
         return at < 0 || static_cast<size_t>(at) >= rows_.size() ? nullptr : &rows_[static_cast<size_t>(at)];
     }
 
-    // The same favourite stays selected wherever it goes; of one that is gone, the next takes the place.
+    // The same favorite stays selected wherever it goes; of one that is gone, the next takes the place.
     void ShowRows() {
         const int placeBefore = SelectedRow(list_);
         const FavoriteRow* const before = Selected();
         const std::string path = before == nullptr ? std::string() : before->path;
-        shownRevision_ = host_->state.library.revision;
+        shownRevision_ = ports_.library.revision;
         rows_ = MakeFavoriteRows(Favorites(), order_);
         SendMessageW(list_, LVM_SETITEMCOUNT, rows_.size(), LVSICF_NOSCROLL);
         int place = RowOfFavorite(rows_, path);
@@ -162,21 +151,21 @@ private:
 
     void ShowWhatApplies() const {
         const FavoriteRow* const row = Selected();
-        Enable(play_, row != nullptr && row->IsInLibrary(), list_);
-        Enable(up_, row != nullptr, list_);
-        Enable(down_, row != nullptr && row->count > 1, list_);
-        Enable(remove_, row != nullptr, list_);
-        Enable(clear_, !rows_.empty(), list_);
+        EnableControl(play_, row != nullptr && row->IsInLibrary(), list_);
+        EnableControl(up_, row != nullptr, list_);
+        EnableControl(down_, row != nullptr && row->count > 1, list_);
+        EnableControl(remove_, row != nullptr, list_);
+        EnableControl(clear_, !rows_.empty(), list_);
     }
 
     void Play() {
         Refresh();  // a scan may have moved the song since
         const FavoriteRow* const row = Selected();
-        if (row != nullptr && row->IsInLibrary()) host_->playSong(row->position);
+        if (row != nullptr && row->IsInLibrary()) ports_.playSong(row->position);
     }
 
     void TakeChange() {
-        host_->recountSongs();
+        ports_.recountSongs();
         ShowRows();
     }
 
@@ -186,38 +175,38 @@ private:
         if (row == nullptr) return;
         const int64_t count = std::clamp<int64_t>(int64_t{row->count} + step, 1, INT32_MAX);
         if (count == row->count) return;
-        SetFavoriteCountAt(Favorites(), host_->state.library, row->path, static_cast<int32_t>(count));
+        SetFavoriteCountAt(Favorites(), ports_.library, row->path, static_cast<int32_t>(count));
         TakeChange();
     }
 
     void Remove() {
         const FavoriteRow* const row = Selected();
         if (row == nullptr) return;
-        SetFavoriteCountAt(Favorites(), host_->state.library, row->path, 0);
+        SetFavoriteCountAt(Favorites(), ports_.library, row->path, 0);
         TakeChange();
     }
 
     void Clear() {
-        if (!Confirm("Clear all favourites? Every song is drawn as often as any other again. This cannot be undone.")) {
+        if (!Confirm("Clear all favorites? Every song is drawn as often as any other again. This cannot be undone.")) {
             return;
         }
-        ClearFavorites(Favorites(), host_->state.library);
+        ClearFavorites(Favorites(), ports_.library);
         TakeChange();
     }
 
     void Merge() {
         const HWND window = Window();
         const std::optional<std::string> chosen =
-            ChooseFile(window, "Choose a favourites file to merge", "Favourites (favorite.json)", "*.json");
+            ChooseFile(window, "Choose a favorites file to merge", "Favorites (favorite.json)", "*.json");
         if (!chosen || IsWindow(window) == 0) return;
         const size_t before = Favorites().list.size();
         const FavoritesLoad load = LoadFavorites(*chosen, Favorites());
-        MatchFavorites(Favorites(), host_->state.library);
+        MatchFavorites(Favorites(), ports_.library);
         TakeChange();
         ShowStatus(MergeText(load, Favorites().list.size() - before));
     }
 
-    SharedHost host_;
+    FavoritesPorts ports_;
     FavoriteOrder order_;
     std::vector<FavoriteRow> rows_;
     uint64_t shownRevision_ = UINT64_MAX;
@@ -227,8 +216,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Dialog> MakeFavoritesDialog(const SharedHost& host) {
-    return std::make_unique<FavoritesDialog>(host);
+std::unique_ptr<Dialog> MakeFavoritesDialog(FavoritesPorts ports) {
+    return std::make_unique<FavoritesDialog>(std::move(ports));
 }
 
 }  // namespace hullrider

@@ -4,8 +4,8 @@
 #include <tuple>
 #include <utility>
 
-#include "dialogs/kind_names.h"
 #include "library/music_type.h"
+#include "library/type_names.h"
 #include "platform/paths.h"
 
 namespace hullrider {
@@ -24,7 +24,7 @@ std::string_view WithoutExtension(std::string_view name) {
 
 const char* KindOf(int32_t type) {
     const bool isKnown = type >= kMidi && type <= kTracker;
-    return isKnown ? kKindNames[static_cast<size_t>(type)].one : "Unknown";
+    return isKnown ? kTypeNames[static_cast<size_t>(type)].one : "Unknown";
 }
 
 FavoriteRow RowOf(const FavoriteEntry& entry) {
@@ -110,16 +110,16 @@ int RowOfFavorite(const std::vector<FavoriteRow>& rows, std::string_view path) {
 }
 
 std::string MergeText(FavoritesLoad load, size_t added) {
-    if (load == FavoritesLoad::kUnreadable) return "That is no favourites file.";
+    if (load == FavoritesLoad::kUnreadable) return "That is no favorites file.";
     const std::string part = load == FavoritesLoad::kPartly ? "Part of the file was not understood. " : "";
     return part + FormatWithThousands(static_cast<int64_t>(added)) + " added.";
 }
 
 std::string FavoritesSummary(const std::vector<FavoriteRow>& rows) {
-    if (rows.empty()) return "There are no favourites yet.";
+    if (rows.empty()) return "There are no favorites yet.";
     const auto away =
         std::count_if(rows.begin(), rows.end(), [](const FavoriteRow& row) { return !row.IsInLibrary(); });
-    std::string text = Counted(static_cast<int64_t>(rows.size()), "favourite");
+    std::string text = Counted(static_cast<int64_t>(rows.size()), "favorite");
     if (away > 0) text += ", " + FormatWithThousands(away) + " of them not in the library";
     return text;
 }

@@ -1,4 +1,4 @@
-// What the favourites window shows: one row for each favourite, in the order that the user has chosen. Pure; UI thread.
+// What the favorites window shows: one row for each favorite, in the order that the user has chosen. Pure; UI thread.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@
 namespace hullrider {
 
 struct FavoriteRow {
-    std::string path;  // which favourite it is
+    std::string path;  // which favorite it is
     std::string song;  // the file's name without its extension
     std::string album;
     std::string kind;
@@ -45,10 +45,10 @@ int FindFavoriteRow(const std::vector<FavoriteRow>& rows, std::string_view text,
 // The row of that path, -1: none.
 int RowOfFavorite(const std::vector<FavoriteRow>& rows, std::string_view path);
 
-// What came of merging a file that had `added` favourites which the list lacked.
+// What came of merging a file that had `added` favorites which the list lacked.
 std::string MergeText(FavoritesLoad load, size_t added);
 
-// "12 favourites, 2 of them not in the library".
+// "12 favorites, 2 of them not in the library".
 std::string FavoritesSummary(const std::vector<FavoriteRow>& rows);
 
 }  // namespace hullrider

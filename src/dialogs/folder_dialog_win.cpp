@@ -1,8 +1,8 @@
 // Folder Information: the music folders, in the order in which they are scanned, and the folder of the SoundFonts.
 #include <algorithm>
 
-#include "dialogs/dialog_kinds_win.h"
 #include "dialogs/folder_rows.h"
+#include "dialogs/option_windows_win.h"
 #include "dialogs/table_win.h"
 #include "platform/file_chooser_win.h"
 #include "platform/folder.h"
@@ -11,35 +11,26 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kWidth = 600, kHeight = 468, kHoldsWidth = 172;
-constexpr int kInner = kWidth - 2 * kMargin;
-constexpr int kButtonLeft = kWidth - kMargin - kButtonWidth;
-constexpr int kListWidth = kButtonLeft - kGap - kMargin;
-constexpr int kListTop = 66, kListHeight = 190;
-constexpr int kUnderList = kListTop + kListHeight + kGap;
-constexpr int kFontTop = 322;
+constexpr int kFolderWidth = 260, kHoldsWidth = 172, kListHeight = 190;
 
 class FolderDialog : public Dialog {
 public:
-    explicit FolderDialog(SharedHost host) : host_(std::move(host)) {}
+    explicit FolderDialog(FolderPorts ports) : ports_(std::move(ports)) {}
 
 protected:
-    Size ClientSize() const override { return {kWidth, kHeight, true}; }
-
-    void AddControls() override {
-        AddMusicFolders();
-        AddSoundFonts();
-        AddButton({kButtonLeft, kHeight - kMargin - kButtonHeight, kButtonWidth, kButtonHeight, kMoveRight | kMoveDown},
-                  "&Close", [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
+    Form MakeForm() override {
+        Form music = AddMusicFolders();
+        Form fonts = AddSoundFonts();
+        return Column({music, fonts, Row({Spring(), AddCloseButton()})});
     }
 
     void Refresh() override {
-        const std::optional<int32_t> found = host_->songsFoundByScan();
-        SetText(status_, LibraryText(found, host_->state.library));
+        const std::optional<int32_t> found = ports_.songsFoundByScan();
+        SetText(status_, LibraryText(found, ports_.library));
         if (found.has_value() != isScanning_) ShowProgress(found.has_value());
-        if (Folders() != shownFolders_ || host_->state.library.revision != shownRevision_) ShowFolders();
-        SetText(fontFolder_, host_->state.folders.soundFontDirectoryPath);
-        if (fontRemark_.empty()) SetText(fontStatus_, SoundFontText(host_->state.soundFonts.soundFontFiles.size()));
+        if (Folders() != shownFolders_ || ports_.library.revision != shownRevision_) ShowFolders();
+        SetText(fontFolder_, ports_.soundFontFolder);
+        if (fontRemark_.empty()) SetText(fontStatus_, SoundFontText(ports_.soundFonts.size()));
     }
 
     bool OnKey(WPARAM key) override {
@@ -49,42 +40,35 @@ protected:
     }
 
 private:
-    std::vector<std::string>& Folders() const { return host_->state.settings.directoryPaths; }
+    std::vector<std::string>& Folders() const { return ports_.musicFolders; }
 
-    void AddMusicFolders() {
-        UseHeadingFont(AddLabel({kMargin, kMargin, kInner, 26}, "Music folders"));
-        AddLabel({kMargin, 40, kInner, kLineHeight, kGrowWide},
-                 "Every folder within a music folder is an album; the songs that lie in it are played.");
-        list_ = AddTable({kMargin, kListTop, kListWidth, kListHeight, kGrowWide | kGrowHigh},
-                         {{"Folder", kListWidth - kHoldsWidth - 24}, {"Holds", kHoldsWidth}},
-                         [this](const NMHDR& notice) { return OnList(notice); });
+    Form AddMusicFolders() {
+        Form heading = AddHeading("Music folders");
+        Form hint = AddLabel("Every folder within a music folder is an album; the songs that lie in it are played.");
+        list_ =
+            AddTable({kFolderWidth + kHoldsWidth + 24, kListHeight}, {{"Folder", kFolderWidth}, {"Holds", kHoldsWidth}},
+                     [this](const NMHDR& notice) { return OnList(notice); });
         table_ = TextTable(list_);
-        AddFolderButton(0, "&Add...", [this] { Add(); });
-        remove_ = AddFolderButton(1, "&Remove", [this] { Remove(); });
-        up_ = AddFolderButton(2, "Move &Up", [this] { Move(-1); });
-        down_ = AddFolderButton(3, "Move &Down", [this] { Move(1); });
-        rescan_ = AddFolderButton(4, "Re&scan", [this] { Scan(); });
-        status_ = AddLabel({kMargin, kUnderList, kListWidth, kLineHeight, kMoveDown}, "", kOneLine);
-        bar_ = AddProgressBar({kButtonLeft, kUnderList + 2, kButtonWidth, 14, kMoveRight | kMoveDown});
-        remarkLine_ =
-            AddLabel({kMargin, kUnderList + kLineHeight, kInner, kLineHeight, kGrowWide | kMoveDown}, "", kOneLine);
+        const HWND add = AddButton("&Add...", [this] { Add(); });
+        remove_ = AddButton("&Remove", [this] { Remove(); });
+        up_ = AddButton("Move &Up", [this] { Move(-1); });
+        down_ = AddButton("Move &Down", [this] { Move(1); });
+        rescan_ = AddButton("Re&scan", [this] { Scan(); });
+        status_ = AddLine();
+        bar_ = AddProgressBar();
+        remarkLine_ = AddLine();
         ShowProgress(false);
+        Form buttons = WithGap(6, Column({add, remove_, up_, down_, rescan_}));
+        return Column({heading, hint, Row({Grow(list_), buttons}), Row({GrowWide(status_), bar_}), remarkLine_});
     }
 
-    HWND AddFolderButton(int row, const char* text, Procedure onClick) {
-        return AddButton({kButtonLeft, kListTop + row * (kButtonHeight + 6), kButtonWidth, kButtonHeight, kMoveRight},
-                         text, std::move(onClick));
-    }
-
-    void AddSoundFonts() {
-        UseHeadingFont(AddLabel({kMargin, kFontTop, kInner, 26, kMoveDown}, "SoundFonts"));
-        AddLabel({kMargin, kFontTop + 28, kInner, kLineHeight, kMoveDown},
-                 "MIDI songs sound through the SoundFonts (.sf2) that lie in this &folder:");
-        fontFolder_ =
-            AddEdit({kMargin, kFontTop + 52, kListWidth, kFieldHeight, kGrowWide | kMoveDown}, ES_READONLY, {}, {});
-        AddButton({kButtonLeft, kFontTop + 50, kButtonWidth, kButtonHeight, kMoveRight | kMoveDown}, "&Browse...",
-                  [this] { BrowseSoundFonts(); });
-        fontStatus_ = AddLabel({kMargin, kFontTop + 82, kListWidth, kLineHeight, kGrowWide | kMoveDown}, "", kOneLine);
+    Form AddSoundFonts() {
+        Form heading = AddHeading("SoundFonts");
+        Form hint = AddLabel("MIDI songs sound through the SoundFonts (.sf2) that lie in this &folder:");
+        fontFolder_ = AddEdit(kFolderWidth, ES_READONLY, {}, {});
+        const HWND browse = AddButton("&Browse...", [this] { BrowseSoundFonts(); });
+        fontStatus_ = AddLine();
+        return Column({heading, hint, Row({GrowWide(fontFolder_), browse}), fontStatus_});
     }
 
     LRESULT OnList(const NMHDR& notice) {
@@ -104,8 +88,8 @@ private:
 
     void ShowFolders() {
         shownFolders_ = Folders();
-        shownRevision_ = host_->state.library.revision;
-        rows_ = MakeFolderRows(shownFolders_, host_->state.library, isScanning_);
+        shownRevision_ = ports_.library.revision;
+        rows_ = MakeFolderRows(shownFolders_, ports_.library, isScanning_);
         TextTable::Rows cells;
         for (const FolderRow& row : rows_) cells.push_back({row.path, row.holds});
         isFilling_ = true;
@@ -122,19 +106,19 @@ private:
         const bool isSelected = at >= 0 && at < count;
         const std::string found = isSelected ? rows_[static_cast<size_t>(at)].remark : std::string();
         SetText(remarkLine_, remark_.empty() || (isTaken_ && !found.empty()) ? found : remark_);
-        Enable(remove_, isSelected, list_);
-        Enable(up_, isSelected && at > 0, list_);
-        Enable(down_, isSelected && at + 1 < count, list_);
-        Enable(rescan_, count > 0, list_);
+        EnableControl(remove_, isSelected, list_);
+        EnableControl(up_, isSelected && at > 0, list_);
+        EnableControl(down_, isSelected && at + 1 < count, list_);
+        EnableControl(rescan_, count > 0, list_);
     }
 
     void Scan() {
-        host_->scanMusicFolders(true);
+        ports_.scanMusicFolders(true);
         Refresh();
     }
 
     void TakeChange(int toSelect) {
-        host_->scanMusicFolders(false);
+        ports_.scanMusicFolders(false);
         Refresh();
         isFilling_ = true;
         SelectRow(list_, std::min(toSelect, static_cast<int>(rows_.size()) - 1));
@@ -172,17 +156,17 @@ private:
     void BrowseSoundFonts() {
         const HWND window = Window();
         const std::optional<std::string> chosen =
-            ChooseFolder(window, "Choose the folder of the SoundFonts", host_->state.folders.soundFontDirectoryPath);
+            ChooseFolder(window, "Choose the folder of the SoundFonts", ports_.soundFontFolder);
         if (!chosen || IsWindow(window) == 0) return;
-        const SharedHost host = host_;
-        const bool isTaken = host->takeSoundFonts(*chosen);
+        const auto takeSoundFonts = ports_.takeSoundFonts;
+        const bool isTaken = takeSoundFonts(*chosen);
         if (IsWindow(window) == 0) return;  // while an error box was open
         fontRemark_ = isTaken ? "" : "The folder stays as it was: no usable SoundFont (.sf2) in " + *chosen;
         SetText(fontStatus_, fontRemark_);
         Refresh();
     }
 
-    SharedHost host_;
+    FolderPorts ports_;
     TextTable table_;
     std::vector<FolderRow> rows_;
     std::vector<std::string> shownFolders_;
@@ -195,8 +179,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Dialog> MakeFolderDialog(const SharedHost& host) {
-    return std::make_unique<FolderDialog>(host);
+std::unique_ptr<Dialog> MakeFolderDialog(FolderPorts ports) {
+    return std::make_unique<FolderDialog>(std::move(ports));
 }
 
 }  // namespace hullrider

@@ -5,14 +5,12 @@
 #include <exception>
 
 #include "dialogs/choice_win.h"
-#include "dialogs/dialog_kinds_win.h"
 #include "dialogs/hotkey_rows.h"
 #include "dialogs/number_field_win.h"
+#include "dialogs/option_windows_win.h"
 #include "input/hotkey_file.h"
 #include "input/key_names.h"
 #include "platform/folder.h"
-#include "platform/paths.h"
-#include "platform/state_files.h"
 
 namespace hullrider {
 
@@ -21,26 +19,11 @@ namespace {
 constexpr char kWaiting[] = "Press a key...";
 constexpr int kNobody = -1;
 
-// Two columns of eleven actions each.
-constexpr int kRows = kHotkeyActions / 2, kRow = 30, kTop = 52;
-constexpr int kLabelWidth = 138, kFieldWidth = 150, kRemarkWidth = 174;
-constexpr int kColumnWidth = kLabelWidth + kFieldWidth + kRemarkWidth + 2 * kGap;
-constexpr int kWidth = 2 * kColumnWidth + 3 * kMargin;
-constexpr int kHintTop = kTop + kRows * kRow + 4;
-constexpr int kButtonTop = kHintTop + 74, kHeight = kButtonTop + kButtonHeight + kMargin;
-constexpr int kButtonChoiceWidth = 116, kTriggerChoiceWidth = 104, kNumberWidth = 76;
-constexpr int kLongestMs = 60000;
-
-Place PlaceOf(int32_t action, int offset, int width, int height) {
-    const int column = action / kRows, row = action % kRows;
-    return {kMargin + column * (kColumnWidth + kMargin) + offset, kTop + row * kRow, width, height};
-}
-
-Place TextPlaceOf(int32_t action, int offset, int width) {
-    Place place = PlaceOf(action, offset, width, kLineHeight);
-    place.y += 3;
-    return place;
-}
+constexpr int32_t kRows = kHotkeyActions / 2;  // in each of two columns
+constexpr int kLongestMs = 60000, kHintWidth = 760;
+constexpr char kKeyHint[] =
+    "Click a field and press a key, with Ctrl, Alt or Shift if you like: it then works in every program. Delete clears "
+    "the field, Escape leaves it as it is. Ctrl+Shift+J and the media keys work without being set here.";
 
 bool IsHeld(int key) {
     return GetKeyState(key) < 0;
@@ -48,22 +31,20 @@ bool IsHeld(int key) {
 
 class HotkeyDialog : public Dialog {
 public:
-    explicit HotkeyDialog(SharedHost host) : host_(std::move(host)) {}
+    explicit HotkeyDialog(HotkeyPorts ports) : ports_(std::move(ports)) {}
 
 protected:
-    Size ClientSize() const override { return {kWidth, kHeight}; }
-
-    void AddControls() override {
-        tabs_ = AddTabs({kMargin, kMargin, kWidth - 2 * kMargin, 26}, {"Key Board", "Game Controller"},
-                        [this](int tab) { ShowTab(tab); });
+    Form MakeForm() override {
+        tabs_ = AddTabs({"Key Board", "Game Controller"}, [this](int tab) { ShowTab(tab); });
         pageBegins_[0] = ControlCount();
-        AddKeys();
+        Form keys = AddKeys();
         pageBegins_[1] = ControlCount();
-        AddController();
+        Form controller = AddController();
         pageBegins_[2] = ControlCount();
-        AddButtons();
+        Form buttons = AddButtons();
         saved_ = SavedBindings();
         ShowTab(0);
+        return WithGap(kMargin, Column({tabs_, Stack({keys, controller}), buttons}));
     }
 
     void Refresh() override {
@@ -94,85 +75,87 @@ protected:
     void OnClose() override { StopWaiting(); }
 
 private:
-    Settings& Settings_() const { return host_->state.settings; }
-    std::string FilePath() const { return StatePath(host_->state.shell.dataDirectory, kHotkeysFile); }
+    Settings& Settings_() const { return ports_.settings; }
 
-    void AddKeys() {
-        for (int32_t action = 0; action < kHotkeyActions; ++action) {
-            const auto at = static_cast<size_t>(action);
-            AddLabel(TextPlaceOf(action, 0, kLabelWidth), HotkeyLabel(action));
-            keys_[at] = AddFieldButton(
-                PlaceOf(action, kLabelWidth, kFieldWidth, kFieldHeight), "",
-                [this, action] { action == waiting_ ? StopWaiting() : WaitForKey(action); }, [this] { StopWaiting(); });
-            if (action >= kActionsWithKeys) EnableWindow(keys_[at], FALSE);
-            keyRemarks_[at] =
-                AddLabel(TextPlaceOf(action, kLabelWidth + kFieldWidth + kGap, kRemarkWidth), "", kOneLine);
-        }
-        AddLabel(
-            {kMargin, kHintTop + 8, kWidth - 2 * kMargin, 2 * kLineHeight},
-            "Click a field and press a key, with Ctrl, Alt or Shift if you like: it then works in every program. "
-            "Delete clears the field, Escape leaves it as it is. Ctrl+Shift+J and the media keys work without being "
-            "set here.");
+    // The rows of all actions, in two grids beside each other.
+    template <typename AddRow>
+    Form AddActions(size_t columns, const AddRow& addRow) {
+        std::vector<Form> left, right;
+        for (int32_t action = 0; action < kHotkeyActions; ++action) addRow(action, action < kRows ? left : right);
+        AlignWidths(labels_);
+        labels_.clear();
+        return WithGap(2 * kMargin,
+                       Row({WithGap(6, Grid(columns, std::move(left))), WithGap(6, Grid(columns, std::move(right)))}));
     }
 
-    void AddController() {
-        for (int32_t action = 0; action < kHotkeyActions; ++action) {
+    void AddActionLabel(int32_t action, std::vector<Form>& grid) {
+        labels_.push_back(AddLabel(HotkeyLabel(action)));
+        grid.push_back(labels_.back());
+    }
+
+    Form AddKeys() {
+        Form actions = AddActions(3, [this](int32_t action, std::vector<Form>& grid) {
+            AddActionLabel(action, grid);
             const auto at = static_cast<size_t>(action);
-            AddLabel(TextPlaceOf(action, 0, kLabelWidth), HotkeyLabel(action));
-            buttons_[at] = AddChoice(PlaceOf(action, kLabelWidth, kButtonChoiceWidth, kFieldHeight),
-                                     [this, action] { TakeController(action); });
+            keys_[at] = AddFieldButton(
+                "Ctrl+Alt+Shift+Num 0", [this, action] { action == waiting_ ? StopWaiting() : WaitForKey(action); },
+                [this] { StopWaiting(); });
+            if (action >= kActionsWithKeys) EnableWindow(keys_[at], FALSE);
+            keyRemarks_[at] = AddLine("No longer shows the player");
+            grid.insert(grid.end(), {keys_[at], keyRemarks_[at]});
+        });
+        return Column({actions, AddParagraph(kKeyHint, kHintWidth)});
+    }
+
+    Form AddController() {
+        Form actions = AddActions(4, [this](int32_t action, std::vector<Form>& grid) {
+            AddActionLabel(action, grid);
+            const auto at = static_cast<size_t>(action);
+            buttons_[at] = AddChoice("Right shoulder", [this, action] { TakeController(action); });
             AddToChoice(buttons_[at], "No button", -1);
             for (int32_t i = 0; i < kControllerButtons; ++i) AddToChoice(buttons_[at], ControllerButtonName(i), i);
-            triggers_[at] =
-                AddChoice(PlaceOf(action, kLabelWidth + kButtonChoiceWidth + kGap, kTriggerChoiceWidth, kFieldHeight),
-                          [this, action] { TakeController(action); });
+            triggers_[at] = AddChoice("Right trigger", [this, action] { TakeController(action); });
             AddToChoice(triggers_[at], "No trigger", -1);
             for (int32_t i = 0; i < kControllerTriggers; ++i) AddToChoice(triggers_[at], ControllerTriggerName(i), i);
-            constexpr int kRemarkLeft = kLabelWidth + kButtonChoiceWidth + kTriggerChoiceWidth + 2 * kGap;
-            controllerRemarks_[at] =
-                AddLabel(TextPlaceOf(action, kRemarkLeft, kColumnWidth - kRemarkLeft), "", kOneLine);
-        }
-        AddRumble();
+            controllerRemarks_[at] = AddLine("Also Volume Toggle");
+            grid.insert(grid.end(), {buttons_[at], triggers_[at], controllerRemarks_[at]});
+        });
+        return WithGap(kMargin, Column({actions, AddRumble()}));
     }
 
-    // Two lines of settings, in step with the columns above.
-    void AddRumble() {
-        constexpr int kFirst = kHintTop + 4, kSecond = kFirst + kRow, kLeft = kMargin,
-                      kRight = kColumnWidth + 2 * kMargin;
-        rumble_ = AddCheckBox({kLeft, kFirst + 2, kLabelWidth, kLineHeight}, "&Button rumble", false,
-                              [this] { Take(Settings_().useRumble, IsChecked(rumble_) ? 1 : 0); });
-        AddMilliseconds(kLeft + kLabelWidth, kFirst, &Settings::rumbleTime);
-        toggleRumble_ = AddCheckBox({kRight, kFirst + 2, kLabelWidth, kLineHeight}, "&Toggle rumble", false,
+    Form AddRumble() {
+        std::vector<Form> grid;
+        rumble_ =
+            AddCheckBox("&Button rumble", false, [this] { Take(Settings_().useRumble, IsChecked(rumble_) ? 1 : 0); });
+        AddMilliseconds(grid, rumble_, &Settings::rumbleTime);
+        toggleRumble_ = AddCheckBox("&Toggle rumble", false,
                                     [this] { Take(Settings_().useRumbleToggle, IsChecked(toggleRumble_) ? 1 : 0); });
-        AddMilliseconds(kRight + kLabelWidth, kFirst, &Settings::rumbleTimeToggle);
-        latch_ = AddCheckBox({kLeft, kSecond + 2, kLabelWidth, kLineHeight}, "&Latch, after holding", false,
+        AddMilliseconds(grid, toggleRumble_, &Settings::rumbleTimeToggle);
+        latch_ = AddCheckBox("&Latch, after holding", false,
                              [this] { Take(Settings_().toggleLatchMode, IsChecked(latch_)); });
-        AddMilliseconds(kLeft + kLabelWidth, kSecond, &Settings::toggleLatchDurationMs);
-        AddLabel({kRight, kSecond + 3, kLabelWidth, kLineHeight}, "Latch st&ays active");
-        AddMilliseconds(kRight + kLabelWidth, kSecond, &Settings::toggleLatchActiveTimeMs);
+        AddMilliseconds(grid, latch_, &Settings::toggleLatchDurationMs);
+        AddMilliseconds(grid, AddLabel("Latch st&ays active"), &Settings::toggleLatchActiveTimeMs);
+        return Grid(8, std::move(grid));
     }
 
-    void AddMilliseconds(int x, int y, int32_t Settings::*setting) {
+    void AddMilliseconds(std::vector<Form>& grid, HWND label, int32_t Settings::*setting) {
         const size_t at = fields_.size();
         const NumberControls controls = AddNumber(
-            {x, y, kNumberWidth, kFieldHeight}, 0, kLongestMs, [this, at] { fields_[at].OnChange(); },
-            [this, at] { fields_[at].OnLeave(); });
-        AddLabel({x + kNumberWidth + kGap, y + 3, 78, kLineHeight}, "milliseconds");
-        const HWND remark = AddLabel({x + kNumberWidth + 86 + kGap, y + 3, 120, kLineHeight}, "");
+            0, kLongestMs, [this, at] { fields_[at].OnChange(); }, [this, at] { fields_[at].OnLeave(); });
+        const HWND unit = AddLabel("milliseconds");
+        const HWND remark = AddLine("0 to " + std::to_string(kLongestMs));
+        grid.insert(grid.end(), {label, controls.Together(), unit, remark});
         fields_.push_back(NumberField(controls, remark,
                                       {0, kLongestMs, [this, setting] { return Settings_().*setting; },
                                        [this, setting](int32_t value) { Take(Settings_().*setting, value); }}));
     }
 
-    void AddButtons() {
-        constexpr int kStep = kButtonWidth + kGap;
-        AddButton({kMargin, kButtonTop, kButtonWidth, kButtonHeight}, "&Save", [this] { Save(); });
-        AddButton({kMargin + kStep, kButtonTop, kButtonWidth, kButtonHeight}, "&Reload", [this] { Reload(); });
-        AddButton({kMargin + 2 * kStep, kButtonTop, kButtonWidth, kButtonHeight}, "Cl&ear All", [this] { ClearAll(); });
-        constexpr int kStatusLeft = kMargin + 3 * kStep, kCloseLeft = kWidth - kMargin - kButtonWidth;
-        status_ = AddLabel({kStatusLeft, kButtonTop + 5, kCloseLeft - kStatusLeft - kGap, kLineHeight}, "", kOneLine);
-        AddButton({kCloseLeft, kButtonTop, kButtonWidth, kButtonHeight}, "&Close",
-                  [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
+    Form AddButtons() {
+        const HWND save = AddButton("&Save", [this] { Save(); });
+        const HWND reload = AddButton("&Reload", [this] { Reload(); });
+        const HWND clear = AddButton("Cl&ear All", [this] { ClearAll(); });
+        status_ = AddLine();
+        return Row({save, reload, clear, GrowWide(status_), AddCloseButton()});
     }
 
     void ShowTab(int tab) {
@@ -186,9 +169,9 @@ private:
 
     void ShowAction(int32_t action) const {
         const auto at = static_cast<size_t>(action);
-        const HotkeyBindings& bindings = host_->hotkeys;
+        const HotkeyBindings& bindings = ports_.bindings;
         SetText(keys_[at], action == waiting_ ? kWaiting : KeyFieldText(bindings, action));
-        SetText(keyRemarks_[at], action == waiting_ ? "" : KeyRemark(bindings, host_->refusedHotkeys, action));
+        SetText(keyRemarks_[at], action == waiting_ ? "" : KeyRemark(bindings, ports_.refused, action));
         const HotkeyBinding binding = BindingOf(bindings, action);
         if (SendMessageW(buttons_[at], CB_GETDROPPEDSTATE, 0, 0) == 0) {
             Choose(buttons_[at], std::max(binding.gameControllerButton, -1), ControllerButtonName);
@@ -200,7 +183,7 @@ private:
     }
 
     void ShowStatus() const {
-        const bool isSaved = HaveSameBindings(saved_, host_->hotkeys);
+        const bool isSaved = HaveSameBindings(saved_, ports_.bindings);
         SetText(status_, !trouble_.empty() ? trouble_
                          : isSaved         ? ""
                                            : "In force, but not saved yet: forgotten when the player ends.");
@@ -210,26 +193,26 @@ private:
     void WaitForKey(int32_t action) {
         StopWaiting();
         waiting_ = action;
-        host_->releaseHotkeys();
+        ports_.releaseHotkeys();
         Refresh();
     }
 
     void StopWaiting() {
         if (waiting_ == kNobody) return;
         waiting_ = kNobody;
-        host_->takeHotkeys();
+        ports_.takeHotkeys();
         Refresh();
     }
 
     void TakeKey(int32_t key) {
         const HotkeyBinding pressed{key, IsHeld(VK_CONTROL), IsHeld(VK_MENU), IsHeld(VK_SHIFT)};
-        if (!TakePressedKey(BindingToChange(host_->hotkeys, waiting_), pressed)) return;
+        if (!TakePressedKey(BindingToChange(ports_.bindings, waiting_), pressed)) return;
         trouble_.clear();
         StopWaiting();
     }
 
     void TakeController(int32_t action) {
-        HotkeyBinding& binding = BindingToChange(host_->hotkeys, action);
+        HotkeyBinding& binding = BindingToChange(ports_.bindings, action);
         binding.gameControllerButton = ChosenIn(buttons_[static_cast<size_t>(action)]);
         binding.gameControllerTrigger = ChosenIn(triggers_[static_cast<size_t>(action)]);
         trouble_.clear();
@@ -242,9 +225,9 @@ private:
     }
 
     void Save() {
-        const bool isSaved = SaveHotkeyConfig(FilePath(), host_->hotkeys);
-        trouble_ = isSaved ? "" : "Could not be saved: " + FilePath();
-        if (isSaved) saved_ = host_->hotkeys;
+        const bool isSaved = SaveHotkeyConfig(ports_.file, ports_.bindings);
+        trouble_ = isSaved ? "" : "Could not be saved: " + ports_.file;
+        if (isSaved) saved_ = ports_.bindings;
         ShowStatus();
     }
 
@@ -252,8 +235,8 @@ private:
         HotkeyBindings loaded;
         if (!Load(loaded)) return ShowStatus();
         saved_ = loaded;
-        host_->hotkeys = loaded;
-        host_->takeHotkeys();
+        ports_.bindings = loaded;
+        ports_.takeHotkeys();
         Refresh();
     }
 
@@ -261,45 +244,46 @@ private:
     bool Load(HotkeyBindings& loaded) {
         trouble_.clear();
         try {
-            if (!LoadHotkeyConfig(FilePath(), loaded)) trouble_ = "Nothing has been saved yet.";
+            if (!LoadHotkeyConfig(ports_.file, loaded)) trouble_ = "Nothing has been saved yet.";
         } catch (const std::exception&) {
-            trouble_ = "The file cannot be understood: " + FilePath();
+            trouble_ = "The file cannot be understood: " + ports_.file;
         }
         return trouble_.empty();
     }
 
     HotkeyBindings SavedBindings() {
         HotkeyBindings loaded;
-        const bool isLoaded = IsFile(FilePath()) && Load(loaded);
+        const bool isLoaded = IsFile(ports_.file) && Load(loaded);
         return isLoaded ? loaded : BuiltInHotkeys();
     }
 
     void ClearAll() {
         trouble_.clear();
         if (tab_ == 0) {
-            ClearKeys(host_->hotkeys);
+            ClearKeys(ports_.bindings);
         } else {
-            ClearControllers(host_->hotkeys);
+            ClearControllers(ports_.bindings);
         }
-        host_->takeHotkeys();
+        ports_.takeHotkeys();
         Refresh();
     }
 
-    SharedHost host_;
+    HotkeyPorts ports_;
     HotkeyBindings saved_;  // as in the file
     std::string trouble_;
     int32_t waiting_ = kNobody;  // the action whose field waits for a key
     int tab_ = 0;
     std::array<size_t, 3> pageBegins_{};  // the controls of the pages, and the end of the last one
     std::array<HWND, kHotkeyActions> keys_{}, keyRemarks_{}, buttons_{}, triggers_{}, controllerRemarks_{};
+    std::vector<HWND> labels_;  // of the page that is being made
     std::vector<NumberField> fields_;
     HWND tabs_ = nullptr, rumble_ = nullptr, toggleRumble_ = nullptr, latch_ = nullptr, status_ = nullptr;
 };
 
 }  // namespace
 
-std::unique_ptr<Dialog> MakeHotkeyDialog(const SharedHost& host) {
-    return std::make_unique<HotkeyDialog>(host);
+std::unique_ptr<Dialog> MakeHotkeyDialog(HotkeyPorts ports) {
+    return std::make_unique<HotkeyDialog>(std::move(ports));
 }
 
 }  // namespace hullrider

@@ -1,5 +1,5 @@
 // A window with one line of text.
-#include "dialogs/dialog_kinds_win.h"
+#include "dialogs/option_windows_win.h"
 
 namespace hullrider {
 
@@ -10,11 +10,9 @@ public:
     explicit NoticeDialog(std::string text) : text_(std::move(text)) {}
 
 protected:
-    Size ClientSize() const override { return {460, 120}; }
-
-    void AddControls() override {
-        AddLabel({kMargin, kMargin, 436, 2 * kLineHeight}, text_);
-        AddButton({336, 80, kButtonWidth, kButtonHeight}, "&Close", [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
+    Form MakeForm() override {
+        Form text = AddParagraph(text_, 436);
+        return WithGap(kMargin, Column({text, Row({Spring(), AddCloseButton()})}));
     }
 
 private:

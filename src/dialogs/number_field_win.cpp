@@ -36,4 +36,9 @@ void NumberField::SetBounds(int32_t lowest, int32_t highest) {
     SendMessageW(controls_.arrows, UDM_SETRANGE32, static_cast<WPARAM>(lowest), highest);
 }
 
+void NumberField::Enable(bool isEnabled, HWND heir) const {
+    EnableControl(controls_.edit, isEnabled, heir);
+    EnableWindow(controls_.arrows, isEnabled ? TRUE : FALSE);
+}
+
 }  // namespace hullrider

@@ -26,7 +26,8 @@ public:
     // New bounds of what makes sense, for the arrows too.
     void SetBounds(int32_t lowest, int32_t highest);
 
-    const NumberControls& Controls() const { return controls_; }
+    // A field that is disabled hands the focus on to `heir`.
+    void Enable(bool isEnabled, HWND heir) const;
 
 private:
     NumberControls controls_;

@@ -3,8 +3,8 @@
 #include <array>
 #include <cmath>
 
-#include "dialogs/dialog_kinds_win.h"
 #include "dialogs/number_field_win.h"
+#include "dialogs/option_windows_win.h"
 #include "dialogs/share_bar_win.h"
 #include "library/song_counts.h"
 #include "platform/text_win.h"
@@ -15,13 +15,6 @@ namespace hullrider {
 
 namespace {
 
-// Two columns: how long and how often at the left, what and how loud at the right. The second headings are in step.
-constexpr int kLabelWidth = 164, kNumberWidth = 76, kUnitWidth = 128, kRemarkWidth = 80, kRow = 30;
-constexpr int kUnitLeft = kMargin + kLabelWidth + kNumberWidth + kGap, kRemarkLeft = kUnitLeft + kUnitWidth + kGap;
-constexpr int kRight = kRemarkLeft + kRemarkWidth + 2 * kMargin;
-constexpr int kSliderLeft = kRight + 120, kSliderWidth = 220, kPercentLeft = kSliderLeft + kSliderWidth + kGap;
-constexpr int kWidth = kPercentLeft + 48 + kMargin, kRightWidth = kWidth - kMargin - kRight;
-constexpr int kSecondTop = 232, kButtonTop = 364, kHeight = kButtonTop + kButtonHeight + kMargin;
 constexpr int kLongestSec = 36000, kLongestFadeMs = 60000, kMostSongsAFont = 1000;
 constexpr int kWholeSongs = 0;      // as songPlayDurationMax
 constexpr int kUsualLongest = 110;  // when songs are not to play whole any more
@@ -40,50 +33,49 @@ constexpr std::array<Weight, 5> kWeights{{
     {"&MIDI", kMidiCategory, &Settings::rawMIDI, kMidiColor},
     {"A&udio files", kMp3Category, &Settings::rawMP3, kAudioFileColor},
     {"&Tracker modules", kTrackerCategory, &Settings::rawTracker, kTrackerColor},
-    {"Fa&vourites", kFavoritesCategory, &Settings::rawFav, kFavoriteColor},
+    {"Fa&vorites", kFavoritesCategory, &Settings::rawFav, kFavoriteColor},
     {"&Internet radio", kRadioCategory, &Settings::rawRadio, kStationColor},
 }};
 
 class RadioDialog : public Dialog {
 public:
-    explicit RadioDialog(SharedHost host) : host_(std::move(host)) {}
+    explicit RadioDialog(RadioPorts ports) : ports_(std::move(ports)) {}
 
 protected:
-    Size ClientSize() const override { return {kWidth, kHeight}; }
-
-    void AddControls() override {
-        AddPlayTimes();
-        AddRepeats();
-        AddMix();
-        AddVolumes();
-        AddButton({kWidth - kMargin - kButtonWidth, kButtonTop, kButtonWidth, kButtonHeight}, "&Close",
-                  [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
+    // How long and how often at the left, what and how loud at the right.
+    Form MakeForm() override {
+        std::vector<Form> left{AddPlayTimes(), AddVariety()};
+        std::vector<Form> right{AddMix(), AddVolumes()};
+        for (const auto& column : {labels_, edits_, units_, mixLabels_}) AlignWidths(column);
+        Form columns = WithGap(3 * kMargin, Row({WithGap(kMargin, Column(std::move(left))),
+                                                 GrowWide(WithGap(kMargin, Column(std::move(right))))}));
+        return Column({columns, Row({Spring(), AddCloseButton()})});
     }
 
     void Refresh() override {
         for (const NumberField& field : fields_) field.Show();
         SetChecked(whole_, Settings_().songPlayDurationMax <= kWholeSongs);
         SetChecked(noRepeat_, Settings_().historyDepth >= 0);
-        SetChecked(follow_, host_->state.playback.realTimeVolume);
+        SetChecked(follow_, ports_.app.playback.volume->realTimeVolume);
         ShowWhatApplies();
         ShowVolumes();
         ShowShares();
     }
 
 private:
-    Settings& Settings_() const { return host_->state.settings; }
+    Settings& Settings_() const { return ports_.app.settings; }
 
-    void AddHeading(int x, int y, const char* text) { UseHeadingFont(AddLabel({x, y, kRightWidth, 26}, text)); }
-
-    // A labelled number with its unit, and room for a remark at its right.
-    size_t AddField(int y, const char* label, const char* unit, int lowest, int highest, int32_t Settings::*setting) {
-        AddLabel({kMargin, y + 3, kLabelWidth, kLineHeight}, label);
+    // A labeled number with its unit, and room for a remark at its right: a row of a grid with four columns.
+    size_t AddField(std::vector<Form>& grid, const char* label, const char* unit, int lowest, int highest,
+                    int32_t Settings::*setting) {
+        labels_.push_back(AddLabel(label));
         const size_t at = fields_.size();
         const NumberControls controls = AddNumber(
-            {kMargin + kLabelWidth, y, kNumberWidth, kFieldHeight}, lowest, highest,
-            [this, at] { fields_[at].OnChange(); }, [this, at] { fields_[at].OnLeave(); });
-        AddLabel({kUnitLeft, y + 3, kUnitWidth, kLineHeight}, unit);
-        const HWND remark = AddLabel({kRemarkLeft, y + 3, kRemarkWidth, kLineHeight}, "");
+            lowest, highest, [this, at] { fields_[at].OnChange(); }, [this, at] { fields_[at].OnLeave(); });
+        edits_.push_back(controls.edit);
+        units_.push_back(AddLabel(unit));
+        const HWND remark = AddLine("0 to " + std::to_string(kLongestFadeMs));
+        grid.insert(grid.end(), {labels_.back(), controls.Together(), units_.back(), remark});
         fields_.push_back(NumberField(controls, remark,
                                       {lowest, highest, [this, setting] { return Settings_().*setting; },
                                        [this, setting](int32_t value) {
@@ -93,58 +85,62 @@ private:
         return at;
     }
 
-    void AddPlayTimes() {
-        AddHeading(kMargin, kMargin, "Play time");
-        whole_ = AddCheckBox({kMargin, 40, 300, kLineHeight}, "Play songs &whole", false, [this] { ToggleWhole(); });
-        least_ = AddField(66, "Songs play at &least", "seconds", 0, kLongestSec, &Settings::songPlayDurationMin);
-        most_ = AddField(66 + kRow, "and at m&ost", "seconds", 1, kLongestSec, &Settings::songPlayDurationMax);
-        stationLeast_ = AddField(66 + 2 * kRow, "&Stations play at least", "seconds", 0, kLongestSec,
-                                 &Settings::iSongPlayDurationMin);
-        stationMost_ =
-            AddField(66 + 3 * kRow, "a&nd at most", "seconds", 1, kLongestSec, &Settings::iSongPlayDurationMax);
-        AddField(66 + 4 * kRow, "Cross-&fade", "milliseconds", 0, kLongestFadeMs, &Settings::FADE_DURATION_MS);
+    Form AddPlayTimes() {
+        Form heading = AddHeading("Play time");
+        whole_ = AddCheckBox("Play songs &whole", false, [this] { ToggleWhole(); });
+        std::vector<Form> grid;
+        least_ = AddField(grid, "Songs play at &least", "seconds", 0, kLongestSec, &Settings::songPlayDurationMin);
+        most_ = AddField(grid, "and at m&ost", "seconds", 1, kLongestSec, &Settings::songPlayDurationMax);
+        stationLeast_ =
+            AddField(grid, "&Stations play at least", "seconds", 0, kLongestSec, &Settings::iSongPlayDurationMin);
+        stationMost_ = AddField(grid, "a&nd at most", "seconds", 1, kLongestSec, &Settings::iSongPlayDurationMax);
+        AddField(grid, "Cross-&fade", "milliseconds", 0, kLongestFadeMs, &Settings::FADE_DURATION_MS);
+        return Column({heading, whole_, Grid(4, std::move(grid))});
     }
 
-    void AddMix() {
-        AddHeading(kRight, kMargin, "Mix");
-        int y = 40;
-        for (size_t i = 0; i < kWeights.size(); ++i, y += 26) {
-            AddCanvas({kRight, y + 5, 12, 12}, [i](HDC dc, const RECT& box) { FillWith(dc, box, kWeights[i].color); });
-            AddLabel({kRight + 20, y + 2, kSliderLeft - kRight - 20, kLineHeight}, kWeights[i].label);
-            sliders_[i] = AddSlider({kSliderLeft, y, kSliderWidth, 24}, 0, kHighestWeight,
-                                    Settings_().*kWeights[i].setting, [this, i] { TakeWeight(i); });
-            shares_[i] = AddPercent(y);
-        }
-        bar_ = AddCanvas({kRight, y + 4, kRightWidth, 22}, [this](HDC dc, const RECT& box) { PaintBar(dc, box); });
-    }
-
-    void AddRepeats() {
-        AddHeading(kMargin, kSecondTop, "Variety");
-        noRepeat_ = AddCheckBox({kMargin, kSecondTop + 28, 300, kLineHeight}, "No song &repeat", false,
-                                [this] { ToggleNoRepeat(); });
-        depth_ =
-            AddField(kSecondTop + 54, "A son&g comes again after", "others", 0, kLongestSec, &Settings::historyDepth);
-        AddField(kSecondTop + 54 + kRow, "New Soun&dFont every", "MIDI songs; 0: never", 0, kMostSongsAFont,
+    Form AddVariety() {
+        Form heading = AddHeading("Variety");
+        noRepeat_ = AddCheckBox("No song &repeat", false, [this] { ToggleNoRepeat(); });
+        std::vector<Form> grid;
+        depth_ = AddField(grid, "A son&g comes again after", "others", 0, kLongestSec, &Settings::historyDepth);
+        AddField(grid, "New Soun&dFont every", "MIDI songs; 0: never", 0, kMostSongsAFont,
                  &Settings::songsBeforeSoundfontChange);
+        return Column({heading, noRepeat_, Grid(4, std::move(grid))});
     }
 
-    void AddVolumes() {
-        AddHeading(kRight, kSecondTop, "Volume");
+    Form AddMix() {
+        Form heading = AddHeading("Mix");
+        std::vector<Form> grid;
+        for (size_t i = 0; i < kWeights.size(); ++i) {
+            const Weight& weight = kWeights[i];
+            const HWND swatch =
+                AddCanvas({12, 12}, [i](HDC dc, const RECT& box) { FillWith(dc, box, kWeights[i].color); });
+            mixLabels_.push_back(AddLabel(weight.label));
+            sliders_[i] = AddSlider(0, kHighestWeight, Settings_().*weight.setting, [this, i] { TakeWeight(i); });
+            shares_[i] = AddLine("100 %");
+            grid.insert(grid.end(), {Row({swatch, mixLabels_.back()}), GrowWide(sliders_[i]), shares_[i]});
+        }
+        bar_ = AddCanvas({0, 22}, [this](HDC dc, const RECT& box) { PaintBar(dc, box); });
+        return Column({heading, WithGap(4, Grid(3, std::move(grid))), bar_});
+    }
+
+    Form AddVolumes() {
+        Form heading = AddHeading("Volume");
         follow_ =
-            AddCheckBox({kRight, kSecondTop + 28, kRightWidth, kLineHeight},
-                        "Play every song e&qually loud, however it was mastered", false, [this] { ToggleFollow(); });
-        high_ = AddPreset(kSecondTop + 56, "&High preset", highText_);
-        low_ = AddPreset(kSecondTop + 56 + 26, "Low &preset", lowText_);
+            AddCheckBox("Play every song e&qually loud, however it was mastered", false, [this] { ToggleFollow(); });
+        std::vector<Form> grid;
+        high_ = AddPreset(grid, "&High preset", highText_);
+        low_ = AddPreset(grid, "Low &preset", lowText_);
+        return Column({heading, follow_, WithGap(4, Grid(3, std::move(grid)))});
     }
 
-    HWND AddPreset(int y, const char* label, HWND& percent) {
-        AddLabel({kRight, y + 2, kSliderLeft - kRight, kLineHeight}, label);
-        const HWND slider = AddSlider({kSliderLeft, y, kSliderWidth, 24}, 0, 100, 0, [this] { TakePresets(); });
-        percent = AddPercent(y);
+    HWND AddPreset(std::vector<Form>& grid, const char* label, HWND& percent) {
+        mixLabels_.push_back(AddLabel(label));
+        const HWND slider = AddSlider(0, 100, 0, [this] { TakePresets(); });
+        percent = AddLine("100 %");
+        grid.insert(grid.end(), {mixLabels_.back(), GrowWide(slider), percent});
         return slider;
     }
-
-    HWND AddPercent(int y) { return AddLabel({kPercentLeft, y + 2, kWidth - kMargin - kPercentLeft, kLineHeight}, ""); }
 
     void ToggleWhole() {
         int32_t& longest = Settings_().songPlayDurationMax;
@@ -157,13 +153,11 @@ private:
         Refresh();
     }
 
-    void ToggleFollow() {
-        SetLoudnessFollowing(host_->state, IsChecked(follow_));
-    }
+    void ToggleFollow() { SetLoudnessFollowing(ports_.app, IsChecked(follow_)); }
 
     // So many others that one song is left to be drawn.
     int32_t DeepestHistory() const {
-        return static_cast<int32_t>(std::clamp<int64_t>(SongCountOf(host_->state.library) - 1, 0, kLongestSec));
+        return static_cast<int32_t>(std::clamp<int64_t>(SongCountOf(ports_.app.library) - 1, 0, kLongestSec));
     }
 
     // The least is at most the most, and a song can come again only after as many others as there are.
@@ -179,20 +173,14 @@ private:
     void ShowWhatApplies() {
         TakeBounds();
         const bool isWindowed = Settings_().songPlayDurationMax > kWholeSongs;
-        EnableField(least_, isWindowed, whole_);
-        EnableField(most_, isWindowed, whole_);
-        EnableField(depth_, Settings_().historyDepth >= 0, noRepeat_);
-    }
-
-    void EnableField(size_t at, bool isEnabled, HWND heir) {
-        const NumberControls& controls = fields_[at].Controls();
-        Enable(controls.edit, isEnabled, heir);
-        EnableWindow(controls.arrows, isEnabled ? TRUE : FALSE);
+        fields_[least_].Enable(isWindowed, whole_);
+        fields_[most_].Enable(isWindowed, whole_);
+        fields_[depth_].Enable(Settings_().historyDepth >= 0, noRepeat_);
     }
 
     void TakeWeight(size_t i) {
         Settings_().*kWeights[i].setting = static_cast<int32_t>(SendMessageW(sliders_[i], TBM_GETPOS, 0, 0));
-        host_->recountSongs();
+        ports_.recountSongs();
         ShowShares();
     }
 
@@ -214,7 +202,7 @@ private:
 
     // What the mix comes to with the music that there is.
     void ShowShares() {
-        const std::array<double, 5> promised = CategoryShares(host_->state, draws_);
+        const std::array<double, 5> promised = CategoryShares(ports_.app, picker_);
         if (promised != promised_) InvalidateRect(bar_, nullptr, FALSE);
         promised_ = promised;
         for (size_t i = 0; i < kWeights.size(); ++i) {
@@ -234,20 +222,21 @@ private:
         PaintShareBar(dc, box, parts);
     }
 
-    SharedHost host_;
+    RadioPorts ports_;
     std::vector<NumberField> fields_;
     size_t least_ = 0, most_ = 0, stationLeast_ = 0, stationMost_ = 0, depth_ = 0;
+    std::vector<HWND> labels_, edits_, units_, mixLabels_;  // each to be equally wide
     std::array<HWND, 5> sliders_{}, shares_{};
     std::array<double, 5> promised_{};
-    Draws draws_;  // its lists serve the shares
+    PickerState picker_;  // its lists serve the shares
     HWND whole_ = nullptr, noRepeat_ = nullptr, follow_ = nullptr, bar_ = nullptr;
     HWND high_ = nullptr, highText_ = nullptr, low_ = nullptr, lowText_ = nullptr;
 };
 
 }  // namespace
 
-std::unique_ptr<Dialog> MakeRadioDialog(const SharedHost& host) {
-    return std::make_unique<RadioDialog>(host);
+std::unique_ptr<Dialog> MakeRadioDialog(RadioPorts ports) {
+    return std::make_unique<RadioDialog>(std::move(ports));
 }
 
 }  // namespace hullrider

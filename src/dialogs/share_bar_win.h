@@ -1,4 +1,4 @@
-// A bar that shows the shares of a whole, and the colours of the kinds of music in all such pictures. UI thread.
+// A bar that shows the shares of a whole, and the colors of the kinds of music in all such pictures. UI thread.
 #pragma once
 
 #include <windows.h>

@@ -6,8 +6,8 @@
 #include <span>
 #include <utility>
 
-#include "dialogs/kind_names.h"
 #include "library/song_counts.h"
+#include "library/type_names.h"
 #include "platform/paths.h"
 
 namespace hullrider {
@@ -42,12 +42,12 @@ std::vector<TextRow> KindRows(const MusicLibrary& library, const StatisticsCount
     const std::array<int64_t, 4> inLibrary{library.midiSongCount, library.mp3SongCount, library.trackerSongCount,
                                            library.internetStationCount};
     std::vector<TextRow> rows;
-    for (size_t i = 0; i < kKindNames.size(); ++i) {
-        rows.push_back(KindRow(kKindNames[i].many, inLibrary[i], run.byType[i], all.byType[i]));
+    for (size_t i = 0; i < kTypeNames.size(); ++i) {
+        rows.push_back(KindRow(kTypeNames[i].many, inLibrary[i], run.byType[i], all.byType[i]));
     }
     rows.push_back(
         KindRow("All", int64_t{library.typedSongCount} + library.internetStationCount, Total(run), Total(all)));
-    rows.push_back(KindRow("Favourites among them", library.favoriteSongCount, run.favorites, all.favorites));
+    rows.push_back(KindRow("Favorites among them", library.favoriteSongCount, run.favorites, all.favorites));
     return rows;
 }
 
@@ -92,15 +92,15 @@ std::string StationName(const RadioState& radio, const std::string& url) {
     return found == radio.stations.end() ? url : found->name;
 }
 
-std::vector<TextRow> Recent(const AppState& state, int64_t now) {
-    const SongHistory& history = state.history;
+std::vector<TextRow> Recent(const AppState& app, int64_t now) {
+    const SongHistory& history = app.history;
     std::vector<TextRow> rows;
     for (size_t at = history.records.size(); at-- > 0 && rows.size() < kMostRows;) {
         const HistoryRecord& record = history.records[at];
-        const bool plays = at == history.cursor && state.playback.item.kind != PlayItem::Kind::kNone;
+        const bool plays = at == history.cursor && app.playback.item.kind != PlayItem::Kind::kNone;
         TextRow row{plays ? "now" : WhenText(record.startedAt, now)};
         if (record.type == kInternetRadio) {
-            row.insert(row.end(), {StationName(state.radio, record.path), kKindNames[kInternetRadio].many});
+            row.insert(row.end(), {StationName(app.radio, record.path), kTypeNames[kInternetRadio].many});
         } else {
             row.insert(row.end(), {record.title.empty() ? TitleOf(record.path) : record.title, AlbumOf(record.path)});
         }
@@ -145,26 +145,26 @@ std::string WhenText(int64_t seconds, int64_t now) {
     return text.data();
 }
 
-SongInfo MakeSongInfo(const AppState& state, const Statistics& statistics, int64_t now) {
+SongInfo MakeSongInfo(const AppState& app, const Statistics& statistics, int64_t now) {
     SongInfo info;
-    UpdateSongInfo(info, state, statistics, now);
+    UpdateSongInfo(info, app, statistics, now);
     return info;
 }
 
-void UpdateSongInfo(SongInfo& info, const AppState& state, const Statistics& statistics, int64_t now) {
-    const MusicLibrary& library = state.library;
+void UpdateSongInfo(SongInfo& info, const AppState& app, const Statistics& statistics, int64_t now) {
+    const MusicLibrary& library = app.library;
     const StatisticsCounts& run = statistics.thisRun;
     const StatisticsCounts& all = statistics.allTime;
     info.kinds = KindRows(library, run, all);
     info.timeShare = TimeShare(all);
     info.library = "Library: " + Counted(library.typedSongCount, "song") + " in " +
                    Counted(library.numberOfPlaylists, "playlist") + ", " +
-                   Counted(library.favoriteSongCount, "favourite");
+                   Counted(library.favoriteSongCount, "favorite");
     info.thisRun = "This run: " + Counted(run.skips, "item") + " skipped";
     info.allTime = "All time: started " + Counted(all.starts, "time") + ", " + Counted(all.skips, "item") + " skipped";
-    info.recent = Recent(state, now);
+    info.recent = Recent(app, now);
     if (const int64_t plays = Total(all).count; info.plays != plays) {
-        info.mostPlayed = MostPlayed(state.playCounts);
+        info.mostPlayed = MostPlayed(app.playCounts);
         info.plays = plays;
     }
 }

@@ -28,11 +28,11 @@ inline constexpr std::array kKindColumns{"Kind", "In library", "This run", "Hour
 inline constexpr std::array kMostPlayedColumns{"Most played", "Album", "Plays"};
 inline constexpr std::array kRecentColumns{"Time", "Recently heard", "Album"};
 
-// Everything as of `now`, in seconds since 1970. Of `state` the statistics are left aside, for those given.
-SongInfo MakeSongInfo(const AppState& state, const Statistics& statistics, int64_t now);
+// Everything as of `now`, in seconds since 1970. `statistics` replaces those of `app`.
+SongInfo MakeSongInfo(const AppState& app, const Statistics& statistics, int64_t now);
 
 // Brings it up to date. The counts of all songs are gone through only when one was played since.
-void UpdateSongInfo(SongInfo& info, const AppState& state, const Statistics& statistics, int64_t now);
+void UpdateSongInfo(SongInfo& info, const AppState& app, const Statistics& statistics, int64_t now);
 
 // All of it as lines of text, for the clipboard.
 std::string SongInfoText(const SongInfo& info);

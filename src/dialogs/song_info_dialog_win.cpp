@@ -2,11 +2,11 @@
 #include <cmath>
 #include <ctime>
 
-#include "dialogs/dialog_kinds_win.h"
-#include "dialogs/kind_names.h"
+#include "dialogs/option_windows_win.h"
 #include "dialogs/share_bar_win.h"
 #include "dialogs/song_info.h"
 #include "dialogs/table_win.h"
+#include "library/type_names.h"
 #include "platform/clipboard_win.h"
 #include "platform/text_win.h"
 #include "playback/listening.h"
@@ -15,12 +15,12 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kWidth = 760, kHeight = 548, kInner = kWidth - 2 * kMargin;
-constexpr int kMostPlayedWidth = 330, kRecentWidth = kInner - kMostPlayedWidth - kMargin;
+constexpr int kMostPlayedWidth = 330, kRecentWidth = 394, kKindsWidth = kMostPlayedWidth + kMargin + kRecentWidth;
+constexpr int kKindsHeight = 140, kListHeight = 212;
 constexpr int kBarHeight = 20, kSwatch = 12, kLegendWidth = 172;
 
 // In the order of their names.
-constexpr std::array<COLORREF, kKindNames.size()> kKindColors{kMidiColor, kAudioFileColor, kTrackerColor,
+constexpr std::array<COLORREF, kTypeNames.size()> kKindColors{kMidiColor, kAudioFileColor, kTrackerColor,
                                                               kStationColor};
 
 template <size_t count>
@@ -33,18 +33,15 @@ std::vector<std::pair<std::string, int>> Columns(const std::array<const char*, c
 
 class SongInfoDialog : public Dialog {
 public:
-    explicit SongInfoDialog(SharedHost host) : host_(std::move(host)) {}
+    explicit SongInfoDialog(const AppState& app) : app_(app) {}
 
 protected:
-    Size ClientSize() const override { return {kWidth, kHeight, true}; }
-
-    void AddControls() override {
-        AddTotals();
-        AddSongs();
-        AddButton({kMargin, kHeight - 40, kButtonWidth, kButtonHeight, kMoveDown}, "Co&py", [this] { Copy(); });
-        copied_ = AddLabel({kMargin + kButtonWidth + kGap, kHeight - 36, 300, kLineHeight, kMoveDown}, "");
-        AddButton({kWidth - kMargin - kButtonWidth, kHeight - 40, kButtonWidth, kButtonHeight, kMoveRight | kMoveDown},
-                  "&Close", [this] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
+    Form MakeForm() override {
+        Form totals = AddTotals();
+        Form songs = AddSongs();
+        const HWND copy = AddButton("Co&py", [this] { Copy(); });
+        copied_ = AddLine();
+        return Column({totals, songs, Row({copy, GrowWide(copied_), AddCloseButton()})});
     }
 
     void Refresh() override {
@@ -59,34 +56,32 @@ protected:
     }
 
 private:
-    void TakeInfo() {
-        UpdateSongInfo(info_, host_->state, StatisticsSoFar(host_->state), static_cast<int64_t>(std::time(nullptr)));
-    }
+    void TakeInfo() { UpdateSongInfo(info_, app_, StatisticsSoFar(app_), static_cast<int64_t>(std::time(nullptr))); }
 
-    void AddTotals() {
-        const HWND kinds = AddTable({kMargin, kMargin, kInner, 140, kGrowWide},
-                                    Columns(kKindColumns, {222, 104, 104, 96, 110, 96}), {});
+    Form AddTotals() {
+        const HWND kinds =
+            AddTable({kKindsWidth, kKindsHeight}, Columns(kKindColumns, {222, 104, 104, 96, 110, 96}), {});
         for (int column = 1; column < static_cast<int>(kKindColumns.size()); ++column) AlignRight(kinds, column);
         kinds_ = TextTable(kinds);
-        AddLabel({kMargin, 160, kInner, kLineHeight}, "Time heard, by kind");
-        chart_ = AddCanvas({kMargin, 180, kInner, 2 * kBarHeight + kGap, kGrowWide},
-                           [this](HDC dc, const RECT& box) { PaintChart(dc, box); });
-        library_ = AddLabel({kMargin, 236, kInner, kLineHeight, kGrowWide}, "");
-        runs_ = AddLabel({kMargin, 256, kInner, kLineHeight, kGrowWide}, "");
+        Form caption = AddLabel("Time heard, by kind");
+        chart_ =
+            AddCanvas({kKindsWidth, 2 * kBarHeight + kGap}, [this](HDC dc, const RECT& box) { PaintChart(dc, box); });
+        library_ = AddLine();
+        runs_ = AddLine();
+        return WithGap(2, Column({kinds, caption, chart_, library_, runs_}));
     }
 
-    void AddSongs() {
-        constexpr int kTop = 284, kTableHeight = kHeight - kTop - 52;
-        const HWND mostPlayed = AddTable({kMargin, kTop, kMostPlayedWidth, kTableHeight, kGrowHigh},
-                                         Columns(kMostPlayedColumns, {150, 104, 52}), {});
+    Form AddSongs() {
+        const HWND mostPlayed =
+            AddTable({kMostPlayedWidth, kListHeight}, Columns(kMostPlayedColumns, {150, 104, 52}), {});
         AlignRight(mostPlayed, 2);
         mostPlayed_ = TextTable(mostPlayed);
-        recent_ = TextTable(
-            AddTable({2 * kMargin + kMostPlayedWidth, kTop, kRecentWidth, kTableHeight, kGrowWide | kGrowHigh},
-                     Columns(kRecentColumns, {112, 146, 114}), {}));
+        const HWND recent = AddTable({kRecentWidth, kListHeight}, Columns(kRecentColumns, {112, 146, 114}), {});
+        recent_ = TextTable(recent);
+        return WithGap(kMargin, Row({Grow(mostPlayed), Grow(recent)}));
     }
 
-    // The bar, and below it what its colours mean.
+    // The bar, and below it what its colors mean.
     void PaintChart(HDC dc, const RECT& box) const {
         std::array<BarPart, kKindColors.size()> parts;
         for (size_t i = 0; i < parts.size(); ++i) parts[i] = {info_.timeShare[i], kKindColors[i]};
@@ -100,7 +95,7 @@ private:
             RECT text{left + Pixels(kSwatch + kGap), bar.bottom + Pixels(kGap), left + Pixels(kLegendWidth),
                       box.bottom};
             const std::string percent = std::to_string(std::lround(info_.timeShare[i] * 100.0)) + " %";
-            const std::wstring wide = WideFromUtf8(std::string(kKindNames[i].many) + "  " + percent);
+            const std::wstring wide = WideFromUtf8(std::string(kTypeNames[i].many) + "  " + percent);
             DrawTextW(dc, wide.c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
         }
     }
@@ -111,7 +106,7 @@ private:
         SetText(copied_, isCopied ? "Copied as text." : "Another program keeps the clipboard.");
     }
 
-    SharedHost host_;
+    const AppState& app_;
     TextTable kinds_, mostPlayed_, recent_;
     SongInfo info_;
     std::array<double, 4> painted_{};  // the shares in the chart
@@ -120,8 +115,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Dialog> MakeSongInfoDialog(const SharedHost& host) {
-    return std::make_unique<SongInfoDialog>(host);
+std::unique_ptr<Dialog> MakeSongInfoDialog(const AppState& app) {
+    return std::make_unique<SongInfoDialog>(app);
 }
 
 }  // namespace hullrider

@@ -16,7 +16,7 @@ struct Brush {
     const PanelTheme& theme;
 };
 
-// An element's place in the window. Painters think in design units from its top left; `extraY` centres what does not
+// An element's place in the window. Painters think in design units from its top left; `extraY` centers what does not
 // stretch in a box that does.
 struct Frame {
     Frame(const PanelScale& panelScale, const Box& box);

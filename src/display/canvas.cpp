@@ -18,7 +18,7 @@ uint32_t Packed(Rgb color) {
     return static_cast<uint32_t>(color.r) << 16U | static_cast<uint32_t>(color.g) << 8U | color.b;
 }
 
-// The shade's colour in row `row` of `rows`.
+// The shade's color in row `row` of `rows`.
 uint32_t ColorInRow(const Shade& shade, int32_t row, int32_t rows) {
     if (shade.top == shade.bottom || rows < 2) return Packed(shade.top);
     return Packed(Mix(shade.top, shade.bottom, static_cast<float>(row) / static_cast<float>(rows - 1)));

@@ -9,7 +9,7 @@
 
 namespace hullrider {
 
-// A colour that goes from the top to the bottom of what is painted.
+// A color that goes from the top to the bottom of what is painted.
 struct Shade {
     Shade(Rgb color, float opacity = 1.0F) : top(color), bottom(color), alpha(opacity) {}
     Shade(Rgb topColor, Rgb bottomColor, float opacity = 1.0F) : top(topColor), bottom(bottomColor), alpha(opacity) {}

@@ -1,47 +1,11 @@
 #include "display/controls.h"
 
-#include <optional>
-
-#include "display/icons.h"
-
 namespace hullrider {
 
 namespace {
 
 constexpr Rgb kBlack{0, 0, 0};
 constexpr Rgb kWhite{255, 255, 255};
-
-Icon IconOf(PanelElement key, const PanelModel& model) {
-    switch (key) {
-        case PanelElement::kPrevious:
-            return Icon::kPrevious;
-        case PanelElement::kNext:
-            return Icon::kNext;
-        case PanelElement::kPlayPause:
-            return model.transport == Transport::kPlaying ? Icon::kPause : Icon::kPlay;
-        case PanelElement::kPlaylistBack:
-            return Icon::kBack;
-        case PanelElement::kPlaylistForward:
-            return Icon::kForward;
-        case PanelElement::kShuffle:
-            return Icon::kShuffle;
-        case PanelElement::kFilter:
-            return Icon::kFilter;
-        case PanelElement::kFavoriteDown:
-            return Icon::kFewer;
-        case PanelElement::kFavoriteUp:
-            return Icon::kMore;
-        default:
-            return Icon::kPower;
-    }
-}
-
-// Whether the lamp of a key that switches something is lit; keys without a lamp have none.
-std::optional<bool> LampOf(PanelElement key, const PanelModel& model) {
-    if (key == PanelElement::kShuffle) return model.shuffle;
-    if (key == PanelElement::kFilter) return model.filter != FavoriteFilter::kNone;
-    return std::nullopt;
-}
 
 void PaintRounded(Brush& brush, const Frame& frame, const Box& box, float corner, const Shade& shade) {
     Coverage coverage = frame.NewCoverage();
@@ -150,15 +114,14 @@ void PaintKnob(Brush& brush, const Frame& frame, Point center, ControlState stat
 
 }  // namespace
 
-void PaintKey(Brush& brush, const Frame& frame, PanelElement key, const PanelModel& model, ControlState state) {
+void PaintKey(Brush& brush, const Frame& frame, const KeyFace& face, ControlState state) {
     PaintCap(brush, frame, state);
-    const std::optional<bool> lamp = LampOf(key, model);
-    if (lamp) PaintLamp(brush, frame, *lamp, state.enabled);
+    if (face.isLit) PaintLamp(brush, frame, *face.isLit, state.enabled);
     Point center{frame.WidthUnits() / 2.0F, frame.HeightUnits() / 2.0F};
-    if (lamp) center.y += 2.2F;
+    if (face.isLit) center.y += 2.2F;
     if (state.pressed) center.y += 0.7F;
     Coverage icon = frame.NewCoverage();
-    AddIcon(icon, frame.scale, IconOf(key, model), center);
+    AddIcon(icon, frame.scale, face.icon, center);
     const PanelTheme& theme = brush.theme;
     const Rgb color = state.hover || state.pressed ? Mix(theme.keyIcon, theme.song, 0.75F) : theme.keyIcon;
     if (state.enabled) {

@@ -1,7 +1,10 @@
 // What the hand is for: keys and the volume knob. They paint within their frames, over the bare metal.
 #pragma once
 
+#include <optional>
+
 #include "display/brush.h"
+#include "display/icons.h"
 #include "display/panel.h"
 
 namespace hullrider {
@@ -10,9 +13,17 @@ struct ControlState {
     bool enabled = true;
     bool hover = false;
     bool pressed = false;
+
+    bool operator==(const ControlState&) const = default;
 };
 
-void PaintKey(Brush& brush, const Frame& frame, PanelElement key, const PanelModel& model, ControlState state);
+// What is on a key. Keys that switch something have a lamp.
+struct KeyFace {
+    Icon icon = Icon::kPower;
+    std::optional<bool> isLit = std::nullopt;
+};
+
+void PaintKey(Brush& brush, const Frame& frame, const KeyFace& face, ControlState state);
 void PaintVolume(Brush& brush, const Frame& frame, const PanelModel& model, ControlState state);
 
 }  // namespace hullrider

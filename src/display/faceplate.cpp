@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "display/panel_elements.h"
+
 namespace hullrider {
 
 namespace {
@@ -19,7 +21,7 @@ public:
         drawn_ += (noise - drawn_) * 0.06F;
         return drawn_;
     }
-    // How bright a whole row is beside its neighbours.
+    // How bright a whole row is beside its neighbors.
     float NextRow() {
         for (int i = 0; i < 3; ++i) Next();
         return drawn_;

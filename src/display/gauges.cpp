@@ -1,11 +1,13 @@
 #include "display/gauges.h"
 
+#include "display/panel_elements.h"
+
 namespace hullrider {
 
 namespace {
 
 constexpr float kMeterLeft = 9.0F;
-constexpr int32_t kMiddleFrom = 24;  // segments of the louder colours
+constexpr int32_t kMiddleFrom = 24;  // segments of the louder colors
 constexpr int32_t kHighFrom = 33;
 
 Rgb SegmentColor(const PanelTheme& theme, int32_t segment) {

@@ -8,7 +8,7 @@ namespace {
 
 constexpr float kPi = 3.1415927F;
 
-// Draws in units around the icon's own centre.
+// Draws in units around the icon's own center.
 class IconPen {
 public:
     IconPen(Coverage& coverage, float scale, Point center) : coverage_(coverage), scale_(scale), center_(center) {}

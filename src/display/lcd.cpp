@@ -117,7 +117,7 @@ void PaintStatus(Brush& brush, const Frame& frame, const PanelModel& model) {
 void PaintClock(Brush& brush, const Frame& frame, const PanelModel& model) {
     constexpr float kRightInset = 2.0F;
     constexpr float kTop = 3.6F;
-    const std::string text = model.turnPlayed.empty() ? ":" : model.turnPlayed;
+    const std::string text = model.timePlayed.empty() ? ":" : model.timePlayed;
     std::string ghost;
     for (const char c : text.size() < 5 ? std::string("00:00") : text) ghost += c == ':' ? ':' : '8';
     const float right = frame.WidthUnits() - kRightInset;
@@ -158,10 +158,10 @@ void PaintFavorite(Brush& brush, const Frame& frame, const PanelModel& model) {
               frame.X(12.5F), frame.Y(kValueBaseline));
 }
 
-void PaintTurnLeft(Brush& brush, const Frame& frame, const PanelModel& model) {
-    if (model.turnLeft.empty()) return;
+void PaintTimeLeft(Brush& brush, const Frame& frame, const PanelModel& model) {
+    if (model.timeLeft.empty()) return;
     const TextLook look = TitleLook(frame, kValueSize, brush.theme.text, 0.2F);
-    PaintText(brush, model.turnLeft, look, frame.RightX(0.0F), frame.Y(kValueBaseline), Align::kRight);
+    PaintText(brush, model.timeLeft, look, frame.RightX(0.0F), frame.Y(kValueBaseline), Align::kRight);
     PaintText(brush, "NEXT IN", LabelLook(frame, kLabelSize, brush.theme.text, kDim), frame.RightX(42.0F),
               frame.Y(kValueBaseline), Align::kRight);
 }

@@ -2,14 +2,9 @@
 #pragma once
 
 #include "display/brush.h"
-#include "display/panel.h"
+#include "display/panel_look.h"
 
 namespace hullrider {
-
-// How long the song's names have been shown, which is how far they have scrolled.
-struct LineMotion {
-    double shownSec = 0.0;
-};
 
 void PaintKind(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintAlbum(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion);
@@ -19,7 +14,7 @@ void PaintClock(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintSoundFont(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintPlaylist(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintFavorite(Brush& brush, const Frame& frame, const PanelModel& model);
-void PaintTurnLeft(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintTimeLeft(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintModes(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintSongPosition(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintSongLeft(Brush& brush, const Frame& frame, const PanelModel& model);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "audio/bass.h"
+#include "library/type_names.h"
 #include "platform/paths.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
@@ -35,38 +35,30 @@ std::string ShortLine(const std::string& text) {
     return line;
 }
 
-// "FLAC" for a file of that name; "MP3" stands for all of its type.
-std::string FileKind(const std::string& path) {
-    constexpr size_t kLongestKind = 4;
-    std::string kind;
-    for (const char8_t c : PathFromUtf8(path).extension().u8string()) {
-        if (c != u8'.') kind += static_cast<char>(c >= u8'a' && c <= u8'z' ? c - 32 : c);
-    }
-    const bool plain = std::all_of(kind.begin(), kind.end(), [](char c) { return c > ' ' && c < 127; });
-    return kind.empty() || kind.size() > kLongestKind || !plain ? "MP3" : kind;
+std::string InCapitals(std::string text) {
+    for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    return text;
 }
 
+// The extension of an audio file, "FLAC", if it is short and plain; the name of the type otherwise.
 std::string KindOf(const PlayItem& item) {
-    switch (item.type) {
-        case kMidi:
-            return "MIDI";
-        case kTracker:
-            return "TRACKER";
-        case kInternetRadio:
-            return "RADIO";
-        default:
-            return FileKind(item.address);
-    }
+    constexpr size_t kLongestExtension = 4;
+    const auto type = static_cast<size_t>(item.type);
+    if (type < kTypeNames.size() && item.type != kMp3) return InCapitals(kTypeNames[type].brief);
+    const std::u8string extension = PathFromUtf8(item.address).extension().u8string();
+    const std::string kind = InCapitals({extension.begin() + (extension.empty() ? 0 : 1), extension.end()});
+    const bool isPlain = std::all_of(kind.begin(), kind.end(), [](char c) { return c > ' ' && c < 127; });
+    return kind.empty() || kind.size() > kLongestExtension || !isPlain ? kTypeNames[kMp3].brief : kind;
 }
 
 void TellTimes(PanelModel& model, const PlaybackState& playback, double positionSec) {
-    // A station has no length: its turn is all there is of it.
+    // A station has no length: its play window is all there is of it.
     const bool endless = playback.songLengthSec <= 0.0;
     const double lengthSec = std::max(endless ? playback.endSec : playback.songLengthSec, 0.001);
     const double played = std::max(std::floor(positionSec - playback.startSec), 0.0);
-    const double turn = std::round(playback.endSec - playback.startSec);
-    model.turnPlayed = FormatTime(played);
-    model.turnLeft = FormatTime(std::max(turn - played, 0.0));
+    const double windowSec = std::round(playback.endSec - playback.startSec);
+    model.timePlayed = FormatTime(played);
+    model.timeLeft = FormatTime(std::max(windowSec - played, 0.0));
     model.songPosition = FormatTime(positionSec);
     if (!endless) {
         model.songLeft = '-';
@@ -75,6 +67,7 @@ void TellTimes(PanelModel& model, const PlaybackState& playback, double position
     model.windowFrom = OnPanel(playback.startSec / lengthSec);
     model.windowTo = OnPanel(playback.endSec / lengthSec);
     model.position = OnPanel(positionSec / lengthSec);
+    model.canSeek = !endless && playback.item.canBePositioned;
 }
 
 void TellDraw(PanelModel& model, const SelectionState& selection) {
@@ -105,20 +98,6 @@ void TellSong(PanelModel& model, const AppState& app) {
 
 }  // namespace
 
-ChannelReading ReadChannel(const PlaybackState& playback) {
-    const StreamSlot handle = CurrentHandle(playback);
-    if (handle == 0) return {};
-    return {PositionSec(handle), BASS_ChannelIsActive(handle) == BASS_ACTIVE_PAUSED};
-}
-
-StereoLevel ReadLevel(const PlaybackState& playback) {
-    constexpr float kFull = 32768.0F;
-    const StreamSlot handle = CurrentHandle(playback);
-    const uint32_t level = handle == 0 ? BASS_LEVEL_ERROR : BASS_ChannelGetLevel(handle);
-    if (level == BASS_LEVEL_ERROR) return {};
-    return {static_cast<float>(level & 0xFFFFU) / kFull, static_cast<float>(level >> 16U) / kFull};
-}
-
 PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
     PanelModel model;
     TellDraw(model, app.selection);
@@ -131,71 +110,6 @@ PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
     TellSong(model, app);
     TellTimes(model, app.playback, channel.positionSec);
     return model;
-}
-
-ElementSet ElementsThatDiffer(const PanelModel& before, const PanelModel& after) {
-    ElementSet elements;
-    const auto check = [&](PanelElement element, bool differs) { elements.set(IndexOf(element), differs); };
-    const bool transport = before.transport != after.transport;
-    check(PanelElement::kPlayPause, transport);
-    check(PanelElement::kStatus, transport);
-    check(PanelElement::kClock, transport || before.turnPlayed != after.turnPlayed);
-    check(PanelElement::kShuffle, before.shuffle != after.shuffle);
-    check(PanelElement::kFilter, before.filter != after.filter);
-    check(PanelElement::kVolume, before.volume != after.volume);
-    check(PanelElement::kSongBar, transport || before.windowFrom != after.windowFrom ||
-                                      before.windowTo != after.windowTo || before.position != after.position);
-    check(PanelElement::kKind, before.kind != after.kind);
-    check(PanelElement::kAlbum, before.album != after.album);
-    check(PanelElement::kTitle, transport || before.title != after.title);
-    check(PanelElement::kSoundFont, before.soundFont != after.soundFont);
-    check(PanelElement::kPlaylist, before.playlist != after.playlist);
-    check(PanelElement::kFavorite, transport || before.favoriteCount != after.favoriteCount);
-    check(PanelElement::kTurnLeft, before.turnLeft != after.turnLeft);
-    check(PanelElement::kModes, before.shuffle != after.shuffle || before.filter != after.filter ||
-                                    before.range != after.range || before.relaxed != after.relaxed);
-    check(PanelElement::kSongPosition, before.songPosition != after.songPosition);
-    check(PanelElement::kSongLeft, before.songLeft != after.songLeft);
-    return elements;
-}
-
-std::string TooltipOf(PanelElement element, const PanelModel& model) {
-    switch (element) {
-        case PanelElement::kPrevious:
-            return "Previous song";
-        case PanelElement::kPlayPause:
-            return model.transport == Transport::kPlaying ? "Pause" : "Play";
-        case PanelElement::kNext:
-            return "Next song";
-        case PanelElement::kPlaylistBack:
-            return "Previous playlist";
-        case PanelElement::kPlaylistForward:
-            return "Next playlist";
-        case PanelElement::kShuffle:
-            if (model.relaxed == Relaxation::kHistory) return "Shuffle is on; all songs of this kind were heard lately";
-            return model.shuffle ? "Shuffle is on" : "Shuffle is off";
-        case PanelElement::kFilter:
-            if (model.filter == FavoriteFilter::kNone) return "All songs are played";
-            if (model.relaxed == Relaxation::kFilter) {
-                return model.filter == FavoriteFilter::kFavorites
-                           ? "Only favorites are wanted, but none can be played: others are"
-                           : "Favorites are not wanted, but nothing else can be played";
-            }
-            return model.filter == FavoriteFilter::kFavorites ? "Only favorites are played"
-                                                              : "Favorites are not played";
-        case PanelElement::kFavoriteDown:
-            return "Play this song less often";
-        case PanelElement::kFavoriteUp:
-            return "Play this song more often";
-        case PanelElement::kExit:
-            return "Exit";
-        case PanelElement::kVolume:
-            return "Volume " + std::to_string(std::lround(model.volume * 100.0F)) + " %";
-        case PanelElement::kSongBar:
-            return "The song, and the part of it that is played";
-        default:
-            return {};
-    }
 }
 
 }  // namespace hullrider

@@ -1,51 +1,9 @@
-// Where everything on the panel is: elements, their boxes in the design space, and how that space meets a window's
-// pixels. Pure.
+// The panel's design space, and how it meets a window's pixels. Pure.
 #pragma once
 
-#include <bitset>
-#include <cstddef>
 #include <cstdint>
-#include <optional>
 
 namespace hullrider {
-
-// Everything that is drawn and redrawn by itself. The first ones can be clicked.
-enum class PanelElement : uint8_t {
-    kPrevious,
-    kPlayPause,
-    kNext,
-    kPlaylistBack,
-    kPlaylistForward,
-    kShuffle,
-    kFilter,
-    kFavoriteDown,
-    kFavoriteUp,
-    kExit,
-    kVolume,
-    kSongBar,
-    // What follows only shows.
-    kKind,
-    kAlbum,
-    kStatus,
-    kTitle,
-    kClock,
-    kSoundFont,
-    kPlaylist,
-    kFavorite,
-    kTurnLeft,
-    kMeter,
-    kModes,
-    kSongPosition,
-    kSongLeft,
-};
-inline constexpr size_t kElementCount = 25;
-inline constexpr size_t kClickableCount = 12;
-
-using ElementSet = std::bitset<kElementCount>;
-
-inline constexpr size_t IndexOf(PanelElement element) {
-    return static_cast<size_t>(element);
-}
 
 // A box in design units: the panel is 500 wide and 155 high.
 struct Box {
@@ -81,14 +39,5 @@ PanelScale FitPanel(int32_t widthPx, int32_t heightPx);
 
 inline constexpr Box kLcdBox{14.0F, 11.0F, 392.0F, 93.0F};
 inline constexpr Box kWordmarkBox{338.0F, 115.0F, 68.0F, 23.0F};
-
-// The box of an element in the design space; it holds all that the element draws.
-Box BoxOf(PanelElement element);
-
-// The bar within kSongBar's box, from end to end of the song.
-Box SongTrack();
-
-// The element that a click at a place of the design space means.
-std::optional<PanelElement> ElementAt(DesignPoint place);
 
 }  // namespace hullrider

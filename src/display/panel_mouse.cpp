@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "state/command_ids.h"
+
 namespace hullrider {
 
 namespace {
@@ -22,7 +24,7 @@ std::optional<PanelAction> PanelMouse::Move(DesignPoint place) {
     // Up and to the right is louder, as one turns a knob without looking.
     const float moved = place.x - pressedAt_.x - (place.y - pressedAt_.y);
     const double volume = volumeAtPress_ + static_cast<double>(moved) / kUnitsFromSilentToFull;
-    return PanelAction{PanelElement::kVolume, std::clamp(volume, 0.0, 1.0)};
+    return PanelAction{kSetVolumeCommand, std::clamp(volume, 0.0, 1.0)};
 }
 
 std::optional<PanelAction> PanelMouse::Press(DesignPoint place, double volume) {
@@ -31,7 +33,7 @@ std::optional<PanelAction> PanelMouse::Press(DesignPoint place, double volume) {
     pressedAt_ = place;
     volumeAtPress_ = volume;
     if (held_ != PanelElement::kSongBar) return std::nullopt;
-    return PanelAction{PanelElement::kSongBar, PlaceInSong(place)};
+    return PanelAction{kSeekCommand, PlaceInSong(place)};
 }
 
 std::optional<PanelAction> PanelMouse::Release(DesignPoint place) {
@@ -39,12 +41,12 @@ std::optional<PanelAction> PanelMouse::Release(DesignPoint place) {
     held_.reset();
     hover_ = EnabledAt(place);
     if (!held || hover_ != held || held == PanelElement::kVolume || held == PanelElement::kSongBar) return std::nullopt;
-    return PanelAction{*held, 0.0};
+    return PanelAction{CommandOf(*held)};
 }
 
 std::optional<PanelAction> PanelMouse::Wheel(double notches, double volume) const {
     if (!enabled_.test(IndexOf(PanelElement::kVolume))) return std::nullopt;
-    return PanelAction{PanelElement::kVolume, std::clamp(volume + notches * kVolumePerNotch, 0.0, 1.0)};
+    return PanelAction{kSetVolumeCommand, std::clamp(volume + notches * kVolumePerNotch, 0.0, 1.0)};
 }
 
 // While something is held, nothing else answers.

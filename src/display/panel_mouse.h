@@ -3,13 +3,13 @@
 
 #include <optional>
 
-#include "display/panel_layout.h"
+#include "display/panel_elements.h"
 
 namespace hullrider {
 
-// What the user wants. `value` is the new volume for kVolume and the place in the song for kSongBar, 0 to 1; else 0.
+// What the user wants: a CommandId, with the value from 0 to 1 of those that have one.
 struct PanelAction {
-    PanelElement element = PanelElement::kPrevious;
+    int32_t command = 0;
     double value = 0.0;
 
     bool operator==(const PanelAction&) const = default;

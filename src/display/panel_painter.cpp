@@ -1,23 +1,9 @@
 #include "display/panel_painter.h"
 
-#include "display/controls.h"
 #include "display/faceplate.h"
+#include "display/lcd.h"
 
 namespace hullrider {
-
-ElementSet ElementsToRepaint(const PanelLook& before, const PanelLook& after) {
-    ElementSet elements = ElementsThatDiffer(before.model, after.model);
-    elements |= before.enabled ^ after.enabled;
-    const auto noteChange = [&](const std::optional<PanelElement>& from, const std::optional<PanelElement>& to) {
-        if (from == to) return;
-        if (from) elements.set(IndexOf(*from));
-        if (to) elements.set(IndexOf(*to));
-    };
-    noteChange(before.hover, after.hover);
-    noteChange(before.pressed, after.pressed);
-    if (before.meter != after.meter) elements.set(IndexOf(PanelElement::kMeter));
-    return elements;
-}
 
 void PanelPainter::Begin(const Canvas& canvas, const PanelTheme& theme) {
     canvas_ = canvas;
@@ -48,7 +34,7 @@ void PanelPainter::Paint(const ElementSet& elements, const PanelLook& look) {
         const PixelBox box = scale_.ToPixels(BoxOf(element));
         canvas_->CopyFrom(bare, box);
         canvas_->Clip(box);
-        PaintElement(brush, element, look);
+        PaintElement(brush, scale_, element, look);
     }
 }
 
@@ -62,46 +48,6 @@ ElementSet PanelPainter::MovedLines(const PanelModel& model, LineMotion from, Li
     lines.set(IndexOf(PanelElement::kTitle),
               TitleOffset(brush, title, model, from) != TitleOffset(brush, title, model, to));
     return lines;
-}
-
-void PanelPainter::PaintElement(Brush& brush, PanelElement element, const PanelLook& look) {
-    const Frame frame(scale_, BoxOf(element));
-    const PanelModel& model = look.model;
-    const ControlState state{look.enabled.test(IndexOf(element)), look.hover == element, look.pressed == element};
-    switch (element) {
-        case PanelElement::kVolume:
-            return PaintVolume(brush, frame, model, state);
-        case PanelElement::kSongBar:
-            return PaintSongBar(brush, frame, model);
-        case PanelElement::kKind:
-            return PaintKind(brush, frame, model);
-        case PanelElement::kAlbum:
-            return PaintAlbum(brush, frame, model, look.motion);
-        case PanelElement::kStatus:
-            return PaintStatus(brush, frame, model);
-        case PanelElement::kTitle:
-            return PaintTitle(brush, frame, model, look.motion);
-        case PanelElement::kClock:
-            return PaintClock(brush, frame, model);
-        case PanelElement::kSoundFont:
-            return PaintSoundFont(brush, frame, model);
-        case PanelElement::kPlaylist:
-            return PaintPlaylist(brush, frame, model);
-        case PanelElement::kFavorite:
-            return PaintFavorite(brush, frame, model);
-        case PanelElement::kTurnLeft:
-            return PaintTurnLeft(brush, frame, model);
-        case PanelElement::kMeter:
-            return PaintMeter(brush, frame, look.meter);
-        case PanelElement::kModes:
-            return PaintModes(brush, frame, model);
-        case PanelElement::kSongPosition:
-            return PaintSongPosition(brush, frame, model);
-        case PanelElement::kSongLeft:
-            return PaintSongLeft(brush, frame, model);
-        default:
-            return PaintKey(brush, frame, element, model, state);
-    }
 }
 
 }  // namespace hullrider

@@ -5,25 +5,12 @@
 #include <optional>
 #include <vector>
 
-#include "display/gauges.h"
-#include "display/lcd.h"
-#include "display/panel.h"
+#include "display/brush.h"
+#include "display/panel_look.h"
 #include "display/panel_theme.h"
 #include "display/text_raster.h"
 
 namespace hullrider {
-
-// All that the picture depends on beside size and theme.
-struct PanelLook {
-    PanelModel model;
-    ElementSet enabled;
-    std::optional<PanelElement> hover, pressed;
-    MeterBars meter;
-    LineMotion motion;
-};
-
-// The elements that must be painted anew when one look takes the place of another, but for lines that scroll.
-ElementSet ElementsToRepaint(const PanelLook& before, const PanelLook& after);
 
 class PanelPainter {
 public:
@@ -45,8 +32,6 @@ public:
     const PanelScale& Scale() const { return scale_; }
 
 private:
-    void PaintElement(Brush& brush, PanelElement element, const PanelLook& look);
-
     TextCache texts_;
     std::optional<Canvas> canvas_;
     PanelTheme theme_;

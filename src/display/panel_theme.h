@@ -1,4 +1,4 @@
-// The panel's colours. Everything that is painted takes its colours from here. Pure.
+// The panel's colors. Everything that is painted takes its colors from here. Pure.
 #pragma once
 
 #include <cstdint>
@@ -31,7 +31,7 @@ struct PanelTheme {
     bool operator==(const PanelTheme&) const = default;
 };
 
-// The theme that the user's three colours make.
+// The theme that the user's three colors make.
 PanelTheme MakePanelTheme(const Settings& settings);
 
 }  // namespace hullrider

@@ -9,7 +9,8 @@ void PanelTooltips::Create(HWND window) {
     tips_ =
         CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
                         CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window, nullptr, nullptr, nullptr);
-    for (size_t i = 0; i < kClickableCount; ++i) {
+    for (size_t i = 0; i < kElementCount; ++i) {
+        if (CommandOf(static_cast<PanelElement>(i)) == 0) continue;
         TTTOOLINFOW tool = Tool(i);
         SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     }
@@ -21,7 +22,8 @@ void PanelTooltips::Destroy() {
 }
 
 void PanelTooltips::Place(const PanelScale& scale) {
-    for (size_t i = 0; i < kClickableCount; ++i) {
+    for (size_t i = 0; i < kElementCount; ++i) {
+        if (CommandOf(static_cast<PanelElement>(i)) == 0) continue;
         const PixelBox box = scale.ToPixels(BoxOf(static_cast<PanelElement>(i)));
         TTTOOLINFOW tool = Tool(i);
         tool.rect = {box.x, box.y, box.x + box.width, box.y + box.height};
@@ -41,7 +43,7 @@ void PanelTooltips::Relay(UINT message, WPARAM wParam, LPARAM lParam) const {
 const NMTTDISPINFOW* PanelTooltips::Request(LPARAM lParam) const {
     const auto* const notice = reinterpret_cast<const NMTTDISPINFOW*>(lParam);
     const bool asks = tips_ != nullptr && notice->hdr.hwndFrom == tips_ && notice->hdr.code == TTN_GETDISPINFOW;
-    return asks && notice->hdr.idFrom < kClickableCount ? notice : nullptr;
+    return asks && notice->hdr.idFrom < kElementCount ? notice : nullptr;
 }
 
 void PanelTooltips::Answer(LPARAM lParam, const std::string& text) {

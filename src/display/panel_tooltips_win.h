@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "display/panel_layout.h"
+#include "display/panel_elements.h"
 
 namespace hullrider {
 

@@ -15,10 +15,8 @@ constexpr double kLongestStepSec = 0.25;  // after a pause of the timer nothing 
 
 }  // namespace
 
-void PanelView::Attach(HWND window, const ElementSet& enabled) {
+void PanelView::Attach(HWND window) {
     window_ = window;
-    look_.enabled = enabled;
-    mouse_.Enable(enabled);
     tooltips_.Create(window);
 }
 
@@ -39,6 +37,7 @@ void PanelView::Show(const PanelModel& model, const PanelTheme& theme) {
     if (model.title != look.model.title || model.album != look.model.album) look.motion.shownSec = 0.0;
     look.model = model;
     Look(look);
+    mouse_.Enable(EnabledElements(model));
     if (model.transport == Transport::kPlaying) StartMotion();
 }
 

@@ -34,8 +34,8 @@ public:
     PanelView(const PanelView&) = delete;
     PanelView& operator=(const PanelView&) = delete;
 
-    // Takes a window's client area. Elements that are not enabled are shown as such and do not answer.
-    void Attach(HWND window, const ElementSet& enabled);
+    // Takes a window's client area.
+    void Attach(HWND window);
 
     // Whether there is anyone to show something to. If not, nothing moves until the next Show.
     bool CanBeSeen();

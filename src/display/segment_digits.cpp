@@ -35,7 +35,7 @@ constexpr std::array<SegmentLine, 7> kSegmentLines{{
     {{kLeft, kMiddle}, {kRight, kMiddle}},
 }};
 
-// A bar with pointed ends, so that neighbours meet along a slanted gap.
+// A bar with pointed ends, so that neighbors meet along a slanted gap.
 std::array<Point, 6> CornersOf(const SegmentLine& line) {
     const float half = kStroke / 2.0F;
     if (line.from.y == line.to.y) {

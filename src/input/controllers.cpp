@@ -32,7 +32,7 @@ ControllerSlot* FindSlot(ControllerSlots& slots, SDL_JoystickID device) {
     return found == slots.end() ? nullptr : &*found;
 }
 
-// `index` counts the joysticks that are there now, so its slot may hold another one.
+// `index` counts the joysticks present now, so its slot may hold another one.
 void Connect(ControllerSlots& slots, int index) {
     if (FindSlot(slots, SDL_JoystickGetDeviceInstanceID(index)) != nullptr) return;  // opened at start-up
     const auto isFree = [](const ControllerSlot& slot) { return slot.controller == nullptr; };
@@ -57,8 +57,8 @@ void Disconnect(ControllerSlots& slots, SDL_JoystickID device) {
 
 void OpenControllers(ControllerSlots& slots) {
     SDL_SetMainReady();
-    // The player is in the background while its user plays: presses must arrive all the same. And ending the program on
-    // Ctrl+C is ours.
+    // The player is in the background while its user plays a game, so presses must arrive there too. The program
+    // handles Ctrl+C itself.
     SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     if (SDL_Init(SDL_INIT_GAMECONTROLLER) != 0) {
@@ -85,7 +85,8 @@ void CloseControllers(ControllerSlots& slots) {
         if (slot.controller != nullptr) SDL_GameControllerClose(slot.controller);
         slot = {};
     }
-    // SDL itself ends with the process: it would unload the system's controller libraries, whose threads may still run.
+    // SDL is left running until the process ends: quitting would unload controller libraries whose threads may still
+    // run.
 }
 
 }  // namespace hullrider

@@ -18,12 +18,12 @@ struct ControllerSlot {
 
 using ControllerSlots = std::array<ControllerSlot, kControllerSlots>;
 
-// Starts SDL's game-controller subsystem and opens every controller that is there. Without SDL the player runs without
-// controllers; both outcomes are told on the console, silence means that none is attached.
+// Starts SDL's game-controller subsystem and opens every connected controller, each with a line. When SDL fails, a line
+// says so and the player runs without controllers.
 void OpenControllers(ControllerSlots& slots);
 
-// Takes in what has happened since the last call: opens controllers that were plugged in and closes those that are
-// gone, each with a line.
+// Handles what has happened since the last call: opens controllers that were plugged in and closes those that were
+// removed, each with a line.
 void PumpControllers(ControllerSlots& slots);
 
 void CloseControllers(ControllerSlots& slots);

@@ -19,7 +19,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-// A number's whole part, put into 32 bits; a boolean is 0 or 1.
+// A number's whole part, clamped to 32 bits; a boolean is 0 or 1.
 int32_t NumberIn(const Json& element, const char* key) {
     const Json& value = element.at(key);
     if (value.is_boolean()) return value.get<bool>() ? 1 : 0;
@@ -39,7 +39,7 @@ HotkeyBinding BindingFrom(const Json& element) {
     return binding;
 }
 
-// True when the file was there, good or bad.
+// True when the file exists, good or bad.
 bool LoadOrMend(const std::string& path, HotkeyBindings& bindings) {
     try {
         return LoadHotkeyConfig(path, bindings);

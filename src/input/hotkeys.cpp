@@ -37,7 +37,7 @@ std::string_view HotkeyLabel(int32_t action) {
 std::vector<Hotkey> HotkeysToRegister(const HotkeyBindings& bindings) {
     std::vector<Hotkey> hotkeys;
     for (size_t i = 0; i < std::min<size_t>(bindings.size(), kActionsWithKeys); ++i) {
-        // Without a key there is nothing to press, but the system would take it.
+        // A binding without a key can never be pressed, but the system would register it.
         if (bindings[i].vkKey == 0) continue;
         hotkeys.push_back({static_cast<int32_t>(i), ModifiersOf(bindings[i], i), bindings[i].vkKey});
     }

@@ -1,5 +1,5 @@
-// Keys that work while another program has the focus: the table of bindings, and what of it is registered with the
-// system. A binding's place in the table says which action it drives, whether by key or by game controller. UI thread.
+// Keys that work while another program has the focus: the table of bindings, and which of them are registered with the
+// system. A binding's place in the table is its action, for keys and game controllers alike. UI thread.
 #pragma once
 
 #include <cstdint>
@@ -32,9 +32,9 @@ enum HotkeyAction : int32_t {
     kJoystickToggleKey,
     kButtonRumbleKey,
     kToggleRumbleKey,
-    kHotkeyActions,  // how many there are
+    kHotkeyActions,  // their number
 
-    // Beyond the table: always there.
+    // Not in the table and not configurable.
     kShowPlayerKey = 199,
     kMediaNextKey,
     kMediaPreviousKey,
@@ -44,7 +44,7 @@ enum HotkeyAction : int32_t {
 
 struct HotkeyBinding {
     int32_t vkKey = 0;  // virtual-key code; 0: no key
-    bool ctrl = false;  // these must be held
+    bool ctrl = false;  // modifiers to hold
     bool alt = false;
     bool shift = false;
     int32_t gameControllerButton = -1;   // bound to the same action; -1: none
@@ -55,30 +55,30 @@ struct HotkeyBinding {
 
 using HotkeyBindings = std::vector<HotkeyBinding>;  // by HotkeyAction; may be shorter or longer
 
-// How many actions, from the first on, can be had by key; the others by game controller only.
+// How many actions, from the first on, can have a key; the others only a game controller's button.
 inline constexpr int32_t kActionsWithKeys = 16;
 
-// Thirty of them, more than there are actions, none with a key.
+// Thirty, more than there are actions, all without a key.
 HotkeyBindings BuiltInHotkeys();
 
-// The action's label in the option window; empty for what is no action of the table.
+// The action's label in the option window; empty when there is no such action.
 std::string_view HotkeyLabel(int32_t action);
 
 // What is registered with the system.
 struct Hotkey {
     int32_t action = 0;      // also its identifier
-    uint32_t modifiers = 0;  // the system's bits: 1 Alt, 2 Ctrl, 4 Shift, 0x4000 not again while it is held
+    uint32_t modifiers = 0;  // the system's bits: 1 Alt, 2 Ctrl, 4 Shift, 0x4000 no auto-repeat
     int32_t vkKey = 0;
 };
 
-// What the system did not take, as a rule because another program has that key.
+// A hotkey that the system refused, as a rule because another program uses the key.
 struct RefusedHotkey {
     Hotkey hotkey;
     std::string reason;  // the system's text
 };
 
-// The bindings of the first sixteen actions as far as they have a key, Ctrl+Shift+J to show the player, and the
-// keyboard's media keys.
+// The bindings of the first sixteen actions that have a key, Ctrl+Shift+J to show the player, and the keyboard's media
+// keys.
 std::vector<Hotkey> HotkeysToRegister(const HotkeyBindings& bindings);
 
 }  // namespace hullrider

@@ -1,4 +1,4 @@
-// Registers hotkeys with the system, for a window that is sent a WM_HOTKEY with the action. UI thread.
+// Registers hotkeys with the system for a window, which then receives a WM_HOTKEY with the action. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -9,17 +9,17 @@
 
 namespace hullrider {
 
-// Registers all that it can and returns the others.
+// Registers all that it can and returns the rest.
 std::vector<RefusedHotkey> RegisterHotkeys(HWND window, const HotkeyBindings& bindings);
 
-// Lets the first fifteen bindings go. The others go with the window.
+// Unregisters the first fifteen bindings. The system unregisters the others with the window.
 void UnregisterHotkeys(HWND window);
 
-// Lets every one go while the program goes on, so that each key reaches the window that has the focus, or so that other
-// bindings can be registered: a second key of an action would be added to its first one.
+// Unregisters all of them while the program goes on, so that each key reaches the focused window, or so that other
+// bindings can be registered: a second key for an action would be added to the first one.
 void UnregisterAllHotkeys(HWND window);
 
-// The action that a media key or button sends to the window that has the focus (the parameter of WM_APPCOMMAND), or -1.
+// The action of a media key or button (the parameter of WM_APPCOMMAND); -1 for none.
 int32_t ActionOfAppCommand(LPARAM parameter);
 
 }  // namespace hullrider

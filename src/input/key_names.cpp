@@ -14,7 +14,7 @@ struct NamedKey {
     std::string_view name;
 };
 
-// Those whose name does not follow from their number.
+// Keys whose names do not follow from their codes.
 constexpr std::array kNamedKeys{
     NamedKey{0x03, "Break"},
     NamedKey{0x08, "Backspace"},

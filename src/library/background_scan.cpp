@@ -16,7 +16,7 @@ struct BackgroundScan::Shared {
     std::vector<std::string> directoryPaths;
     Haste haste = Haste::kWaitedFor;
     ScanProgress progress;
-    std::optional<FoundMusic> found;  // the worker's until the scan is over
+    std::optional<FoundMusic> found;  // the worker's while the scan runs
     std::atomic<bool> isOver{false};
     std::mutex mutex;
     std::condition_variable over;

@@ -16,28 +16,28 @@
 namespace hullrider {
 
 struct FoundMusic {
-    MusicLibrary library;                     // what the scan fills, counted from 0
-    std::vector<std::string> favoritesFiles;  // that it has met, in their order
+    MusicLibrary library;                     // filled by the scan, its counters from 0
+    std::vector<std::string> favoritesFiles;  // found on the way, in order
 };
 
-// Scans the folders at once, on the calling thread.
+// Scans the folders on the calling thread.
 FoundMusic FindMusic(const std::vector<std::string>& directoryPaths, ScanProgress* progress = nullptr);
 
 class BackgroundScan {
 public:
-    // A scan that nobody waits for leaves the processor and the disk to others.
+    // A scan that nobody waits for leaves the processor and the disk to other threads.
     enum class Haste { kWaitedFor, kBeside };
-    // Its end gives the scan up without waiting for it: the worker touches nothing but what it owns.
+    // The destructor abandons the scan without waiting for it: the worker touches only what it owns.
     BackgroundScan(std::vector<std::string> directoryPaths, Haste haste);
     BackgroundScan(const BackgroundScan&) = delete;
     BackgroundScan& operator=(const BackgroundScan&) = delete;
 
     int32_t SongsFound() const;
     bool IsOver() const;
-    bool WaitUntilOver(std::chrono::milliseconds timeout) const;  // false when it is not by then
+    bool WaitUntilOver(std::chrono::milliseconds timeout) const;  // false after a timeout
 
-    // What was found, once it is over. Nothing when the scan has failed, which is one line on the error stream, or was
-    // stopped because the program ends.
+    // What was found, once it is over. Nothing when the scan failed, with a line on the error stream, or was stopped
+    // because the program ends.
     std::optional<FoundMusic> Take();
 
 private:

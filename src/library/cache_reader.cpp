@@ -11,11 +11,11 @@ namespace hullrider {
 
 namespace {
 
-// Records in lists that grow: an empty object of the text is a whole record in memory.
+// Including the growth of lists: even an empty object of the text is a whole record in memory.
 constexpr size_t kPlaylistBytes = 3 * sizeof(Playlist);
 constexpr size_t kSongBytes = 2 * sizeof(Song);
 
-// Where in the cache the parser is. Each place lies inside the one before.
+// The parser's place in the cache. Each place lies inside the one before.
 enum class Place { kOutside, kRoot, kPlaylists, kPlaylist, kSongs, kSong };
 
 Place Inside(Place place) {
@@ -34,7 +34,7 @@ int32_t Int32From(Number value) {
 }
 
 // Builds the playlists while the parser runs: a tree of the whole text would take several times their memory. Every
-// function returns whether the parser is to go on.
+// function returns whether the parser should go on.
 class CacheHandler final : public nlohmann::json_sax<nlohmann::json> {
 public:
     CacheHandler(CacheReading& reading, size_t textBytes) : reading_(reading), bounds_(textBytes) {}
@@ -54,7 +54,7 @@ public:
         if (!bounds_.Enter()) return false;
         if (passedOver_ > 0 || !TakesArray()) return PassOver();
         place_ = Inside(place_);
-        // A key that comes twice: the last one counts.
+        // Of a repeated key the last one counts.
         if (place_ == Place::kPlaylists) {
             reading_.playlists.clear();
             reading_.isCache = true;
@@ -74,7 +74,7 @@ public:
 
     bool string(std::string& text) override {
         std::string* const field = TextField();
-        if (field != nullptr) field->assign(text);  // not moved: the parser's buffer is as large as its longest text
+        if (field != nullptr) field->assign(text);  // copied: the parser's buffer is as large as its longest text
         return true;
     }
 
@@ -136,7 +136,7 @@ private:
         return true;
     }
 
-    // The field that a value at this place belongs to, or null.
+    // The field for a value at this place; null when there is none.
     std::string* TextField() {
         if (passedOver_ > 0) return nullptr;
         if (place_ == Place::kSong && key_ == "songPath") return &song_.songPath;
@@ -163,8 +163,8 @@ private:
     CacheReading& reading_;
     JsonBounds bounds_;
     Place place_ = Place::kOutside;
-    size_t passedOver_ = 0;  // objects and lists open that are not the cache's
-    std::string key_;  // the last one of the object at place_
+    size_t passedOver_ = 0;  // open objects and lists that are not the cache's
+    std::string key_;        // the latest key of the object at place_
     Song song_;
 };
 

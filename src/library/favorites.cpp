@@ -11,7 +11,7 @@ namespace hullrider {
 
 namespace {
 
-// Most songs differ already in their length, so this is far quicker than two copies in lower case.
+// Most paths differ in length already, so this is far faster than two copies in lower case.
 bool IsSamePath(std::string_view a, std::string_view b) {
     return a.size() == b.size() && (a == b || ToLower(a) == ToLower(b));
 }
@@ -45,7 +45,7 @@ void MarkSongsAt(MusicLibrary& library, const std::string& path, int32_t count) 
     }
 }
 
-// The first song at a path is the one that the entry points to.
+// The entry points to the first song at its path.
 void PlaceEntry(FavoriteEntry& entry, const Song& song, size_t playlist, size_t index) {
     if (entry.plistIndex >= 0) return;
     entry.songType = song.musicType;

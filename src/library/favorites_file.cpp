@@ -20,7 +20,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr size_t kEntryBytes = 200;  // of an entry, in a list that grows and in the list that it is merged into
+constexpr size_t kEntryBytes = 200;  // of an entry in a growing list, and in the list that it is merged into
 constexpr const char* kListKey = "favorites";
 constexpr const char* kTypeKey = "songType";
 constexpr const char* kSongKey = "songIndex";
@@ -81,7 +81,7 @@ FavoritesReading ReadFavorites(std::string_view text) {
     const JsonWalk walk = WalkJson(text, kListKey, JsonKind::kList, take);
     reading.isFavorites = walk.found;
     reading.error = walk.error;
-    if (!walk.found && walk.error.empty()) reading.error = "it holds no favorites";
+    if (!walk.found && walk.error.empty()) reading.error = "it contains no list of favorites";
     return reading;
 }
 

@@ -11,7 +11,7 @@ namespace hullrider {
 
 namespace {
 
-// A form in which the same folder is always the same text.
+// A normal form: the same text for the same folder.
 std::string Plain(std::string_view folder) {
     while (!folder.empty() && (folder.back() == '/' || folder.back() == '\\')) folder.remove_suffix(1);
     std::string plain = ToLower(folder);
@@ -59,7 +59,7 @@ bool IsElsewhere(const Playlist& playlist, const std::unordered_set<std::string>
     return !playlist.songs.empty() && !folders.contains(MusicFolderOf(playlist));
 }
 
-// By the place of their music folders in the list.
+// By the order of their music folders in the list.
 void SortByFolder(std::vector<Playlist>& playlists, const std::vector<std::string>& folders) {
     std::unordered_map<std::string, size_t> places;
     for (const std::string& folder : folders) places.try_emplace(Plain(folder), places.size());

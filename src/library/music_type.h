@@ -1,4 +1,4 @@
-// Which files are songs, and of which kind. Pure.
+// Which files are songs, and of which type. Pure.
 #pragma once
 
 #include <string>
@@ -8,11 +8,11 @@
 
 namespace hullrider {
 
-// The kind of a file from its extension, lower-case and with its dot; kUnsupported for anything else.
+// The type for an extension, in lower case and with its dot; kUnsupported for any other.
 MusicType GetMusicType(std::string_view extension);
 
-// The kind of the file at a path or of that name; the extension's case does not matter. A name that only begins with a
-// dot has no extension.
+// The type for a path or file name; the extension's case does not matter. A name whose only dot is its first character
+// has no extension.
 MusicType MusicTypeOf(std::string_view path);
 
 // A copy with every ASCII letter in lower case.

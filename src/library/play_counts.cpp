@@ -11,7 +11,7 @@ namespace hullrider {
 
 namespace {
 
-// A record in the store, beside a path too long to lie in it.
+// A record in the store, apart from a path too long to be stored inside it.
 constexpr size_t kRecordBytes = 88;
 constexpr size_t kShortPath = 15;
 
@@ -31,7 +31,7 @@ StateReading ReadPlayCounts(std::string_view text, PlayCounts& counts, std::stri
     };
     const JsonWalk walk = WalkJson(text, "playCounts", JsonKind::kObject, take);
     error = walk.error;
-    if (!walk.found && error.empty()) error = "it holds no play counts";
+    if (!walk.found && error.empty()) error = "it contains no play counts";
     if (error.empty()) return StateReading::kWhole;
     return walk.found ? StateReading::kPartly : StateReading::kUnreadable;
 }

@@ -28,7 +28,7 @@ std::string NotText(std::string_view folder) {
     return "a name in " + std::string(folder) + " is not valid text";
 }
 
-// The song that a file is, or nothing when it is none.
+// Nothing when the file is not a song.
 std::optional<Song> SongFrom(const std::string& folder, std::string_view name) {
     const MusicType type = MusicTypeOf(name);
     if (type == kUnsupported) return std::nullopt;
@@ -59,8 +59,8 @@ bool ScanAlbum(const std::string& folder, const FavoritesFound& favoritesFound, 
     });
 }
 
-// Adds the names of the album folders, and tells of the favourites files on the way; false when the folder was not read
-// to its end.
+// Adds the names of the album folders and reports favorites files on the way; false when the folder was not read to its
+// end.
 bool FindAlbums(const std::string& path, const FavoritesFound& favoritesFound, std::vector<std::string>& names) {
     return ListOrReport(path, [&](const FolderEntry& entry) {
         if (entry.kind == EntryKind::kFile && entry.nameIsText) TellFavorites(path, entry.name, favoritesFound);

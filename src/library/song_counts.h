@@ -1,4 +1,4 @@
-// How many songs of which kind the library holds. UI thread.
+// How many songs of each type the library holds. UI thread.
 #pragma once
 
 #include <cstdint>
@@ -10,22 +10,22 @@
 
 namespace hullrider {
 
-// The recount: brings the library's counters up to date and sets the weight of every kind that has nothing to play to
-// 0; other weights stay. Due after every change of the library or of the station list.
+// The recount: updates the library's counters and sets the weight of every category that has nothing to play to 0;
+// other weights stay. Due after every change of the library or of the station list.
 void UpdateSongCounts(MusicLibrary& library, SelectionWeights& weights, int32_t internetStationCount);
 
-// Where a song stands.
+// A song's place in the library.
 struct SongPosition {
     int32_t playlist = 0;
     int32_t song = 0;  // within the playlist
 };
 
-// The song that stands there; null when none does.
+// The song at that place; null when there is none.
 const Song* FindSong(const MusicLibrary& library, SongPosition position);
 Song* FindSong(MusicLibrary& library, SongPosition position);
 
-// All songs of the library as it stands, whether scanned or loaded: the range for a draw over every song. The songs are
-// numbered from 0 in library order; there is no position for a number outside the range.
+// The number of songs in the library as it stands, whether scanned or loaded, and the place of each: they are numbered
+// from 0 in library order. Nothing for a number outside the range.
 int64_t SongCountOf(const MusicLibrary& library);
 std::optional<SongPosition> SongAt(const MusicLibrary& library, int64_t number);
 

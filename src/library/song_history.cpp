@@ -23,7 +23,7 @@ bool IsSong(const HistoryRecord& record) {
     return record.type >= kMidi && record.type <= kTracker;
 }
 
-// The number of the pick that stands at that index.
+// The number of the pick at that index.
 uint64_t PickAt(const SongHistory& history, size_t index) {
     return history.picks - history.records.size() + index + 1;
 }
@@ -106,12 +106,12 @@ StateReading ReadSongHistory(std::string_view text, SongHistory& history, std::s
         if (record) read.records.push_back(std::move(*record));
         dropped += record ? 0 : 1;
         if (read.records.size() > kMostHistory) read.records.pop_front();
-        return size_t{0};  // they are limited by their number
+        return size_t{0};  // their number is limited instead
     };
     const JsonWalk walk = WalkJson(text, "songs", JsonKind::kList, take);
     error = walk.error;
-    if (error.empty() && !walk.found) error = "it holds no list of songs";
-    if (error.empty() && dropped > 0) error = "entries that make no sense: " + std::to_string(dropped);
+    if (error.empty() && !walk.found) error = "it contains no list of songs";
+    if (error.empty() && dropped > 0) error = "invalid entries: " + std::to_string(dropped);
     if (!walk.found) return StateReading::kUnreadable;
     read.picks = read.records.size();
     read.cursor = read.records.size();

@@ -1,4 +1,4 @@
-// Numbers out of state files. Internal to the room.
+// Numbers in state files. Internal to the room.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,8 @@
 
 namespace hullrider {
 
-// A number, or one of the object; 0 when it is missing or none. Put into the range of the type; never below 0.
+// The value, or that of the object's key, as a number: at least 0 and within the type's range; 0 when it is missing or
+// not a number.
 int64_t CountOf(const nlohmann::json& value);
 int64_t CountIn(const nlohmann::json& object, const char* key);
 double SecondsIn(const nlohmann::json& object, const char* key);

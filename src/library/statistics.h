@@ -11,15 +11,15 @@
 
 namespace hullrider {
 
-// Each counts for this run and for all time.
+// Counts a start of the program, or a skip, for this run and for all time.
 void CountStart(Statistics& statistics);
 void CountSkip(Statistics& statistics);
-// One more thing of that type, as PlayItem has it, and later the seconds of it that were heard.
+// Counts an item of that type (PlayItem::type) when it starts; later the seconds of it that were heard.
 void CountStarted(Statistics& statistics, int32_t type, bool isFavorite);
 void CountHeard(Statistics& statistics, int32_t type, bool isFavorite, double seconds);
 
-// Adds the file's numbers to those of all time. A file that is none is kept as "PATH.bad". False when there is nothing
-// to take.
+// Adds the file's numbers to those of all time. A file that is not understood is kept as "PATH.bad". False when there
+// is nothing to take.
 bool LoadStatistics(const std::string& path, Statistics& statistics);
 bool SaveStatistics(const std::string& path, const Statistics& statistics);
 

@@ -45,7 +45,7 @@ bool IsTrail(uint8_t byte) {
     return byte >= 0x40 && byte <= 0xFC && byte != 0x7F;
 }
 
-// Kana and kanji; the marks of row 0x81 stand between them, and tell nothing by themselves.
+// Kana and kanji. The punctuation of row 0x81 may stand between them but proves nothing by itself.
 bool IsJapaneseLetter(uint8_t lead, uint8_t trail) {
     if (lead == 0x82) return trail >= 0x9F && trail <= 0xF1;
     if (lead == 0x83) return trail <= 0x96;
@@ -54,10 +54,10 @@ bool IsJapaneseLetter(uint8_t lead, uint8_t trail) {
 
 struct ShiftJisReading {
     bool isValid = true;
-    bool hasCommonLead = false;  // kana or a kanji of level 1: their leads are no letters of ISO 8859-1
+    bool hasCommonLead = false;  // kana or a level 1 kanji: their lead bytes are not letters in ISO 8859-1
     size_t letters = 0;          // kana and kanji of two bytes
-    size_t longestRun = 0;       // of those and marks, next to each other
-    size_t halfWidth = 0;        // katakana of one byte
+    size_t longestRun = 0;       // of consecutive letters and punctuation
+    size_t halfWidth = 0;        // one-byte katakana
     size_t asciiLetters = 0;
 };
 
@@ -67,7 +67,7 @@ ShiftJisReading ReadShiftJis(std::string_view bytes) {
     for (size_t at = 0; at < bytes.size(); ++at) {
         const uint8_t byte = ByteAt(bytes, at);
         if (IsLead(byte)) {
-            if (at + 1 == bytes.size()) break;  // broken off at the end
+            if (at + 1 == bytes.size()) break;  // cut off at the end
             const uint8_t trail = ByteAt(bytes, ++at);
             if (!IsTrail(trail)) return {false};
             const bool isLetter = IsJapaneseLetter(byte, trail);
@@ -96,7 +96,7 @@ std::string_view WithoutBrokenShiftJis(std::string_view bytes) {
     return bytes.substr(0, at);
 }
 
-// --- The other readings.
+// --- The other encodings.
 
 std::optional<std::string> Utf8FromUtf16(std::string_view bytes) {
     const bool isBigEndian = bytes.starts_with("\xFE\xFF");
@@ -136,7 +136,7 @@ std::optional<std::string> Utf8FromWindows1252(std::string_view bytes) {
     return text;
 }
 
-// The bytes whose reading as ISO 8859-1 is this UTF-8 text, or nothing when it holds any other character.
+// The bytes that read as this UTF-8 text in ISO 8859-1; nothing when the text holds any other character.
 std::optional<std::string> Latin1FromUtf8(std::string_view text) {
     std::string bytes;
     for (size_t at = 0; at < text.size(); ++at) {
@@ -147,13 +147,13 @@ std::optional<std::string> Latin1FromUtf8(std::string_view text) {
     return bytes;
 }
 
-// Without a sequence of UTF-8 that breaks off at the end.
+// Without an incomplete UTF-8 sequence at the end.
 std::string_view WithoutBrokenUtf8(std::string_view bytes) {
     size_t end = bytes.size();
     while (end > 0 && bytes.size() - end < 3 && (ByteAt(bytes, end - 1) & 0xC0) == 0x80) --end;
     if (IsUtf8(bytes) || end == 0 || ByteAt(bytes, end - 1) < 0xC0) return bytes;
     const std::string_view rest = bytes.substr(0, end - 1);
-    return IsAscii(rest) ? bytes : rest;  // one accented letter at the end of a text is no UTF-8
+    return IsAscii(rest) ? bytes : rest;  // ASCII plus one accented letter at the end is not UTF-8
 }
 
 std::optional<std::string> FromOldEncoding(std::string_view bytes) {

@@ -1,4 +1,4 @@
-// Text of unknown encoding, as the tags of old files have it. Told apart by which readings are valid. Callable from any
+// Text of unknown encoding, as in the tags of old files, recognized by which decodings are valid. Callable from any
 // thread.
 #pragma once
 
@@ -8,16 +8,16 @@
 
 namespace hullrider {
 
-// As UTF-8: what is UTF-8, or UTF-16 behind a byte order mark, as it is; otherwise Shift-JIS where that reads as
-// Japanese; otherwise Windows-1252, which holds ISO 8859-1. UTF-8 that came about by reading any of these as ISO 8859-1
-// is put right. A character that broke off at the end of a full field is left out. Nothing when no reading is valid.
+// As UTF-8. UTF-8, and UTF-16 with a byte order mark, come first; then Shift-JIS where it reads as Japanese; then
+// Windows-1252, a superset of ISO 8859-1. UTF-8 that was once decoded as ISO 8859-1 is repaired. A character cut off at
+// the end of a full field is dropped. Nothing when no decoding is valid.
 std::optional<std::string> ReadableText(std::string_view bytes);
 
-// Whether the bytes are Shift-JIS that reads as Japanese: kana or kanji that are not the accented letters and box
-// drawings of another encoding.
+// Whether the bytes are Shift-JIS that reads as Japanese: kana or kanji, not the accented letters and box drawings of
+// another encoding.
 bool IsJapanese(std::string_view bytes);
 
-// Shift-JIS (code page 932) to UTF-8 by the system; nothing when the system does not know it or the bytes are invalid.
+// Shift-JIS (code page 932) to UTF-8 by the system's converter; nothing when there is none or the bytes are invalid.
 std::optional<std::string> Utf8FromShiftJis(std::string_view bytes);
 
 }  // namespace hullrider

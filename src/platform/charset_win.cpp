@@ -8,7 +8,7 @@ namespace hullrider {
 std::optional<std::string> Utf8FromShiftJis(std::string_view bytes) {
     constexpr UINT kShiftJis = 932;
     if (bytes.empty()) return std::string();
-    std::wstring wide(bytes.size(), L'\0');  // no character takes fewer bytes there
+    std::wstring wide(bytes.size(), L'\0');  // every character takes at least one byte there
     const auto size = static_cast<int>(bytes.size());
     const int length =
         MultiByteToWideChar(kShiftJis, MB_ERR_INVALID_CHARS, bytes.data(), size, wide.data(), size);

@@ -9,7 +9,7 @@ namespace hullrider {
 
 namespace {
 
-// The text as the clipboard wants it; null without memory.
+// The text in the clipboard's format; null without memory.
 HGLOBAL ClipboardCopy(std::string_view text) {
     std::string lines;
     for (const char c : text) {

@@ -7,7 +7,8 @@
 
 namespace hullrider {
 
-// Replaces what is there by a UTF-8 text, whose lines end with "\n". False when another program keeps it for itself.
+// Replaces the clipboard by a UTF-8 text whose lines end with "\n". False when another program holds the clipboard
+// open.
 bool CopyToClipboard(HWND owner, std::string_view text);
 
 }  // namespace hullrider

@@ -13,30 +13,29 @@ namespace hullrider {
 void PrintLine(std::string_view text);
 void PrintErrorLine(std::string_view text);
 
-// A program without a console of its own writes to that of the program that started it, if there is one, until the
-// console is let go. Output that was redirected stays redirected. No effect on systems where every program has streams.
+// A program without a console of its own writes to that of its parent process, if it has one, until ReleaseConsole.
+// Redirected output stays redirected. No effect on systems where every program has streams.
 void AttachParentConsole();
 void ReleaseConsole();
 
-// Calls `handler` on a thread of its own when the user or the system asks the program to end (Ctrl+C, a closed console,
-// a termination signal), instead of ending at once. Once, at start-up.
+// Calls `handler` on a thread of its own, instead of ending at once, when the user or the system asks the program to
+// end (Ctrl+C, a closed console, a termination signal). Call once, at start-up.
 void OnInterrupt(void (*handler)());
 
-// Lines typed at the console, for a front without windows. Not on Windows, whose front has a window.
+// Lines typed at the console, for the front without a window. Not on Windows, whose front has one.
 class ConsoleInput {
 public:
-    // The next line without its end, as soon as there is one. Nothing once `timeout` has passed, or earlier when only
-    // part of a line has arrived or the wait was ended. The end of the input is not an event: from then on nothing
-    // arrives.
+    // The next line without its end, as soon as there is one. Nothing when `timeout` has passed, when only part of a
+    // line has arrived or when the wait was ended. At the end of the input it keeps waiting: nothing arrives any more.
     std::optional<std::string> WaitForLine(std::chrono::milliseconds timeout);
 
-    // Ends the wait under way, or else the next one. Any thread, even while the program ends.
+    // Ends the current wait, or else the next one. Any thread, even while the program ends.
     static void EndWait();
 
 private:
     void Read();
 
-    static constexpr size_t kLongestLine = 65536;  // what is longer is no command and is dropped
+    static constexpr size_t kLongestLine = 65536;  // no command is longer: such a line is dropped
     std::string pending_;
     bool ended_ = false;
 };

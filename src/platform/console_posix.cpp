@@ -23,7 +23,7 @@ void WriteLine(std::FILE* stream, std::string_view text) {
     std::fflush(stream);
 }
 
-// A byte in it ends the wait for a line. Never closed: other threads may still write into it.
+// A byte in it ends the wait for a line. Never closed, because other threads may still write to it.
 struct WakePipe {
     int readEnd = -1, writeEnd = -1;
 
@@ -31,7 +31,7 @@ struct WakePipe {
         int ends[2];
         if (pipe(ends) != 0) return;
         for (const int end : ends) {
-            fcntl(end, F_SETFL, O_NONBLOCK);  // when it is full, a wake-up is on its way
+            fcntl(end, F_SETFL, O_NONBLOCK);  // a full pipe already holds a wake-up
             fcntl(end, F_SETFD, FD_CLOEXEC);
         }
         readEnd = ends[0];
@@ -62,16 +62,16 @@ void PrintErrorLine(std::string_view text) {
 void AttachParentConsole() {}
 void ReleaseConsole() {}
 
-// The signals are blocked for every thread started from now on and waited for on one of our own, so that the handler
-// runs as ordinary code and not inside a signal. A second signal ends the program at once.
+// The signals are blocked for every thread started from now on, and a thread of our own waits for them, so that the
+// handler runs as ordinary code. A second signal ends the program at once.
 void OnInterrupt(void (*handler)()) {
-    signal(SIGPIPE, SIG_IGN);  // a reader of our output that goes away must not end the music
+    signal(SIGPIPE, SIG_IGN);  // a closed pipe on our output must not end the music
     sigset_t signals;
     sigemptyset(&signals);
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         struct sigaction before {};
         sigaction(number, nullptr, &before);
-        if (before.sa_handler != SIG_IGN) sigaddset(&signals, number);  // nohup and shells want some ignored
+        if (before.sa_handler != SIG_IGN) sigaddset(&signals, number);  // nohup and shells have some ignored
     }
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     std::thread([signals, handler] {
@@ -100,7 +100,7 @@ std::optional<std::string> ConsoleInput::WaitForLine(std::chrono::milliseconds t
 
 void ConsoleInput::EndWait() {
     const char byte = 0;
-    // A full pipe has the same effect.
+    // A full pipe already holds a wake-up.
     if (write(TheWakePipe().writeEnd, &byte, 1) < 0) return;
 }
 

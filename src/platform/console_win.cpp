@@ -11,9 +11,9 @@ namespace hullrider {
 namespace {
 
 void (*interruptHandler)() = nullptr;
-UINT codePageBefore = 0;  // of the console that we attached to; it is not ours
+UINT codePageBefore = 0;  // of the parent's console, to be restored
 
-// Straight to the handle: the C streams of a program without a console are bound to nothing at start, and stay so.
+// Straight to the handle: the C streams of a program started without a console stay unbound.
 void WriteLine(DWORD stream, std::string_view text) {
     static std::mutex oneLineAtATime;
     const HANDLE handle = GetStdHandle(stream);
@@ -35,7 +35,8 @@ void OpenConsoleFor(DWORD stream) {
 
 BOOL WINAPI HandleConsoleEvent(DWORD event) {
     interruptHandler();
-    // After the answer to a closing console or session Windows ends the process: leave the orderly end some time.
+    // When this handler returns from a closing console or session, Windows ends the process: allow time for an orderly
+    // end.
     if (event == CTRL_CLOSE_EVENT || event == CTRL_LOGOFF_EVENT || event == CTRL_SHUTDOWN_EVENT) Sleep(4000);
     return TRUE;
 }

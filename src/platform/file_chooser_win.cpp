@@ -19,7 +19,7 @@ struct Releaser {
 template <typename T>
 using ComPtr = std::unique_ptr<T, Releaser>;
 
-// COM on this thread, for as long as the object lives.
+// Initializes COM on this thread for its lifetime.
 class ComSession {
 public:
     ComSession() : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
@@ -38,7 +38,7 @@ ComPtr<IFileOpenDialog> MakeChooser(const std::string& title, FILEOPENDIALOGOPTI
     const HRESULT result = CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileOpenDialog,
                                             reinterpret_cast<void**>(&chooser));
     if (FAILED(result)) {
-        PrintErrorLine("Failed to open the window for choosing: " + SystemErrorText(static_cast<DWORD>(result)));
+        PrintErrorLine("Failed to open the file dialog: " + SystemErrorText(static_cast<DWORD>(result)));
         return nullptr;
     }
     FILEOPENDIALOGOPTIONS options = 0;
@@ -58,7 +58,7 @@ std::optional<std::string> PathOf(IShellItem& item) {
 
 std::optional<std::string> Ask(HWND owner, IFileOpenDialog& chooser) {
     const ModalOperation modal;
-    if (FAILED(chooser.Show(owner))) return std::nullopt;  // also when the user has cancelled
+    if (FAILED(chooser.Show(owner))) return std::nullopt;  // also when the user has canceled
     IShellItem* item = nullptr;
     if (FAILED(chooser.GetResult(&item))) return std::nullopt;
     return PathOf(*ComPtr<IShellItem>(item));

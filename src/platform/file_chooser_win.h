@@ -1,5 +1,5 @@
-// The system's own windows for choosing a folder or a file. Windows sources only; UI thread. They return when the user
-// is done; timers go on meanwhile, and the owner may be gone then.
+// The system's dialogs for choosing a folder or a file. Windows sources only; UI thread. They return when the user is
+// done; timers keep running meanwhile and may have destroyed the owner.
 #pragma once
 
 #include <windows.h>
@@ -9,11 +9,11 @@
 
 namespace hullrider {
 
-// The full path of what was chosen, UTF-8; nothing when the user chose nothing. `startAt` is the folder that is shown
-// first; empty or missing: the one that was shown last.
+// The full path of what was chosen, UTF-8; nothing when the user canceled. `startAt` is the folder shown first; empty
+// or missing: the one shown last.
 std::optional<std::string> ChooseFolder(HWND owner, const std::string& title, const std::string& startAt);
 
-// One file that is there, of those whose names match `pattern` ("*.json") unless the user wants to see all.
+// An existing file. Those whose names match `pattern` ("*.json") are listed, unless the user asks for all.
 std::optional<std::string> ChooseFile(HWND owner, const std::string& title, const std::string& kind,
                                       const std::string& pattern);
 

@@ -1,4 +1,4 @@
-// What a safe write needs and each system does in its own way. For files.cpp.
+// The system calls behind a safe write. For files.cpp.
 #pragma once
 
 #include <filesystem>
@@ -9,7 +9,7 @@
 
 namespace hullrider {
 
-// Creates or truncates `path`, writes `text` and waits until it is on the disk.
+// Creates or truncates `path`, writes `text` and waits until it is on disk.
 WriteResult WriteThrough(const std::filesystem::path& path, std::string_view text);
 
 // Moves `from` over `to`, replacing it, across volumes if need be. `error` receives the system's text on failure.

@@ -33,7 +33,7 @@ WriteResult WriteThrough(const std::filesystem::path& path, std::string_view tex
 
 bool MoveOver(const std::filesystem::path& from, const std::filesystem::path& to, std::string& error) {
     constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH;
-    // A virus scanner or an indexer may look at a file for a moment just after it was written.
+    // A virus scanner or an indexer may open a file for a moment right after it was written.
     for (int attempt = 0; attempt < kMoveAttempts; ++attempt) {
         if (attempt > 0) Sleep(kMoveRetryMs);
         if (MoveFileExW(from.c_str(), to.c_str(), kFlags) != 0) return true;

@@ -18,7 +18,7 @@ namespace {
 
 constexpr uintmax_t kMostCopiedBytes = uintmax_t{64} << 20;
 
-// Files that were not understood and could not be kept either. They are not written over before they are.
+// Files that were not understood and could not be kept. They must be kept before they are overwritten.
 class UnkeptFiles {
 public:
     bool Holds(const std::string& path) {
@@ -59,7 +59,7 @@ std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxByte
         std::string text(static_cast<size_t>(size), '\0');
         in.read(text.data(), static_cast<std::streamsize>(text.size()));
         if (in.bad()) return std::nullopt;
-        text.resize(static_cast<size_t>(in.gcount()));  // it may have shrunk meanwhile
+        text.resize(static_cast<size_t>(in.gcount()));  // the file may have shrunk meanwhile
         return text;
     } catch (const std::bad_alloc&) {
         return std::nullopt;
@@ -69,7 +69,7 @@ std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxByte
 WriteResult WriteWholeFile(const std::string& path, const std::string& temporaryPath, std::string_view text,
                            std::string& moveError) {
     if (TheUnkeptFiles().Holds(path) && IsFile(path) && !KeepBadFile(path)) {
-        moveError = "The old file could not be understood, and could not be kept beside it.";
+        moveError = "The old file could not be understood, and no copy of it could be kept.";
         return WriteResult::kCannotMove;
     }
     const std::filesystem::path temporary = PathFromUtf8(temporaryPath);
@@ -94,7 +94,7 @@ bool KeepBadFile(const std::string& path) {
     const std::string kept = path + ".bad";
     const std::filesystem::path copy = PathFromUtf8(kept + ".tmp");
     std::string moveError;
-    // Copying what is too large to be read would take as long as reading it.
+    // Copying a file that is too large to read would take as long as reading it.
     std::error_code ignored;
     const bool isLarge = std::filesystem::file_size(PathFromUtf8(path), ignored) > kMostCopiedBytes && !ignored;
     bool good = !isLarge && CopyOver(PathFromUtf8(path), copy) && MoveOver(copy, PathFromUtf8(kept), moveError);

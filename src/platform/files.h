@@ -1,5 +1,4 @@
-// State files are read and written whole. Callable from any thread; two writers of the same file are the caller's to
-// keep apart.
+// State files are read and written whole. Callable from any thread; callers keep two writers of one file apart.
 #pragma once
 
 #include <cstddef>
@@ -9,16 +8,16 @@
 
 namespace hullrider {
 
-// The whole file, or nothing when it cannot be opened, cannot be read to its end, is not a regular file holds more than
+// The whole file. Nothing when it cannot be opened or read to its end, is not a regular file, holds more than
 // `maxBytes`, or there is no memory for it.
 std::optional<std::string> ReadWholeFile(const std::string& path, size_t maxBytes);
 
-// What became of an attempt to write a file; each failure leaves the old file as it was.
+// The result of a write. Each failure leaves the old file as it was.
 enum class WriteResult { kWritten, kCannotOpen, kCannotWrite, kCannotMove };
 
-// Writes `text` to `temporaryPath`, flushes it to the disk and moves it over `path`, so that a crash, a kill or a full
-// disk at any moment leaves the old file or the new one. On kCannotMove `moveError` receives the system's text. A file
-// that KeepBadFile could not keep is kept first, or else not written over.
+// Writes `text` to `temporaryPath`, flushes it to disk and moves it over `path`, so that a crash, a kill or a full disk
+// leaves either the old file or the new one. On kCannotMove `moveError` receives the system's text. A file that
+// KeepBadFile could not keep is kept first; when that fails again, nothing is written.
 WriteResult WriteWholeFile(const std::string& path, const std::string& temporaryPath, std::string_view text,
                            std::string& moveError);
 
@@ -26,8 +25,8 @@ WriteResult WriteWholeFile(const std::string& path, const std::string& temporary
 bool WriteWholeFile(const std::string& path, std::string_view text);
 
 // Keeps a copy of a file that could not be understood beside it, as "NAME.bad", so that the next save loses nothing. An
-// older .bad gives way. A file that is large or cannot even be read is moved there. False, with a line on the error stream, when
-// that was not possible (another program holds it): then WriteWholeFile tries again before it writes there.
+// older .bad is replaced. A file that is too large or cannot be read is moved instead. False, with a line on the error
+// stream, when that failed (another program holds it): then WriteWholeFile tries again before it writes.
 bool KeepBadFile(const std::string& path);
 
 }  // namespace hullrider

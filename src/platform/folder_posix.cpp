@@ -17,7 +17,7 @@ EntryKind KindOf(const struct stat& status) {
     return S_ISDIR(status.st_mode) ? EntryKind::kFolder : EntryKind::kOther;
 }
 
-// Most file systems tell the kind along with the name; only links, and every entry of those that do not, cost a call.
+// Most file systems give the kind along with the name. Links, and all entries on other file systems, cost a call.
 EntryKind KindOf(int folder, const dirent& entry) {
     switch (entry.d_type) {
         case DT_REG:

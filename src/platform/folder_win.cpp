@@ -9,7 +9,7 @@ namespace hullrider {
 
 namespace {
 
-// The full path in the form that lifts the limit of 260 characters.
+// The full path in the form without the limit of 260 characters.
 std::wstring LongPath(const std::string& path) {
     const std::wstring wide = WideFromUtf8(path);
     const DWORD size = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
@@ -26,7 +26,7 @@ EntryKind KindOf(DWORD attributes) {
     return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? EntryKind::kFolder : EntryKind::kFile;
 }
 
-// Where a link or junction leads.
+// The kind of a link's or junction's target.
 EntryKind KindOfTarget(const std::wstring& path) {
     constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const HANDLE target =
@@ -43,13 +43,13 @@ bool IsLink(const WIN32_FIND_DATAW& entry) {
     return reparse && (entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK || entry.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
 }
 
-// Other reparse points than links (files kept in the cloud, compressed files) are what their attributes say: opening
-// them to look could download them.
+// Reparse points other than links (cloud files, compressed files) are what their attributes say: opening them could
+// start a download.
 EntryKind KindOf(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
     return IsLink(entry) ? KindOfTarget(folder + L'\\' + entry.cFileName) : KindOf(entry.dwFileAttributes);
 }
 
-// A file kept in the cloud counts as what it is and is not opened.
+// A cloud file is not opened either.
 EntryKind KindOf(const std::string& path) {
     if (path.empty() || path.find('\0') != std::string::npos) return EntryKind::kOther;
     WIN32_FIND_DATAW entry{};

@@ -29,7 +29,7 @@ List MakeList(const std::vector<std::string>& lines) {
     return list;
 }
 
-// A line end inside would begin a header of its own.
+// A line end inside would begin another header.
 bool IsOneLine(const std::string& text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos;
 }
@@ -47,8 +47,8 @@ void SetLimits(CURL* handle, const HttpRequest& request) {
     curl_easy_setopt(handle, CURLOPT_MAXREDIRS, static_cast<long>(request.maxRedirects));
     curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(request.connectTimeout.count()));
     curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(request.wholeTimeout.count()));
-    curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);    // signals are no matter of one thread
-    curl_easy_setopt(handle, CURLOPT_QUICK_EXIT, 1L);  // else canceling waits for a name server that does not answer
+    curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);    // signals affect the whole process
+    curl_easy_setopt(handle, CURLOPT_QUICK_EXIT, 1L);  // or canceling would wait for a name server that does not answer
 }
 
 void Ask(CURL* handle, const HttpRequest& request, const List& headers) {
@@ -93,7 +93,7 @@ HttpResponse Collect(HttpConnections& connections, const HttpRequest& request, c
 }  // namespace
 
 HttpFetch MakeHttpFetch() {
-    // Made with the first request: until then libcurl and the system's TLS take no memory.
+    // Created with the first request: until then libcurl and the system's TLS take no memory.
     return [kept = std::make_shared<std::optional<HttpConnections>>()](const HttpRequest& request,
                                                                        const std::stop_token& stop) {
         if (!*kept) kept->emplace();

@@ -87,7 +87,7 @@ bool HttpTransfer::TakeBody(std::string_view bytes) {
     } else if (isTooLong) {
         End(HttpEnd::kTooLarge, CURLE_FILESIZE_EXCEEDED);
     }
-    lastArrival_ = Clock::now();  // the receiver's own time is not the server's
+    lastArrival_ = Clock::now();  // the receiver's time does not count against the server
     return !isOver_;
 }
 
@@ -132,7 +132,7 @@ bool HttpTransfer::IsToEnd(const std::stop_token& stop) {
     return isOver_;
 }
 
-// The first reason stays: what libcurl says afterwards only follows from it.
+// The first reason stays; what libcurl reports later is only its consequence.
 void HttpTransfer::End(HttpEnd end, CURLcode code) {
     if (isOver_) return;
     isOver_ = true;

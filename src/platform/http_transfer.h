@@ -1,4 +1,4 @@
-// One request on its way, within its limits. The thread of the request.
+// One request in progress, within its limits. On the request's thread.
 #pragma once
 
 #include <curl/curl.h>
@@ -14,7 +14,7 @@ namespace hullrider {
 
 using HttpEasy = std::unique_ptr<CURL, decltype(&curl_easy_cleanup)>;
 
-// Open connections, which a next request may use. Null within when memory is short.
+// Open connections for later requests to reuse. Null inside when memory is short.
 class HttpConnections {
 public:
     HttpConnections();
@@ -33,10 +33,10 @@ bool IsStatusLine(std::string_view line);
 
 class HttpTransfer {
 public:
-    // On a handle that knows what to ask for. All must outlive it.
+    // `handle` is set up for the request. All three must outlive the transfer.
     HttpTransfer(const HttpRequest& request, const HttpReceiver& receiver, CURL* handle);
 
-    // Neither the headers nor the body of the answer are filled.
+    // The response's headers and body stay empty.
     HttpResponse Run(const HttpConnections& connections, const std::stop_token& stop);
 
 private:

@@ -15,17 +15,17 @@ using Json = nlohmann::json;
 constexpr size_t kAlwaysAllowed = size_t{16} << 20;
 constexpr size_t kMaxErrorBytes = 1000;
 
-// What a value costs beside its text: its place in a list that grows, or the node of an object with its name.
+// The cost of a value besides its text: its place in a growing list, or an object's node with its name.
 constexpr size_t kListedBytes = 48;
 constexpr size_t kNamedBytes = 128;
 constexpr size_t kContainerBytes = 48;
-constexpr size_t kTextBytes = 48;  // beside its letters
+constexpr size_t kTextBytes = 48;  // besides its characters
 
 bool EndsToken(char c) {
     return std::string_view(" \t\r\n,:[]{}").find(c) != std::string_view::npos;
 }
 
-// Whether some string or number is longer than the parser may be given. A rough cut: it need not be JSON.
+// Whether some string or number exceeds the parser's limit. A rough scan: the text need not be JSON.
 bool HasLongToken(std::string_view text) {
     size_t length = 0;
     bool isString = false;
@@ -44,13 +44,13 @@ bool HasLongToken(std::string_view text) {
     return length > kLongestJsonToken;
 }
 
-// Builds values while the parser runs: the whole text as one tree, or one value after the other of a list or object
-// within the root. Every function returns whether the parser is to go on.
+// Builds values while the parser runs: the whole text as one tree, or one value after another from a list or object in
+// the root. Every function returns whether the parser should go on.
 class ValueBuilder final : public nlohmann::json_sax<Json> {
 public:
     using Take = std::function<size_t(const std::string& name, Json& value)>;
 
-    // Values at that depth are handed over; those above it only lead there.
+    // Values at that depth are handed over; those above only lead there.
     ValueBuilder(size_t textBytes, size_t depth, Take take)
         : bounds_(textBytes), valueDepth_(depth), take_(std::move(take)) {}
 
@@ -90,7 +90,7 @@ public:
     }
 
 private:
-    // Whether what is being read belongs to a value that is handed over.
+    // Whether the current position is inside a value that will be handed over.
     bool IsWanted() const { return valueDepth_ == 0 || isInside_; }
 
     bool Charge(size_t bytes) {
@@ -103,7 +103,7 @@ private:
         return isOpened && bounds_.Enter();
     }
 
-    // The root, the list or object that is looked for, or something else that is passed over.
+    // A container outside of any wanted value: the root, the wanted list or object, or one to skip.
     bool OpenWay(JsonKind kind) {
         if (bounds_.Depth() == 0) rootIsObject_ = kind == JsonKind::kObject;
         isInside_ = bounds_.Depth() == 1 && rootIsObject_ && rootKeyIsWanted_ && kind == wantedKind_;
@@ -125,7 +125,7 @@ private:
         return bounds_.Take(0);
     }
 
-    // Where the value is now; null when there is no room for it. No open value moves: only the innermost grows.
+    // The value's place in the tree; null when the limit is reached. No open value moves: only the innermost grows.
     Json* Put(Json value) {
         if (open_.empty()) {
             value_ = std::move(value);
@@ -167,11 +167,11 @@ private:
     bool rootKeyIsWanted_ = false;
     bool isInside_ = false;
     bool found_ = false;
-    Json value_;               // the one that is being built
+    Json value_;               // the value being built
     std::string valueName_;    // empty within a list
-    std::string name_;         // the last one within the value
-    std::vector<Json*> open_;  // its containers that have not ended, from the outside in
-    size_t charged_ = 0;       // for that value
+    std::string name_;         // the latest one within the value
+    std::vector<Json*> open_;  // its open containers, outermost first
+    size_t charged_ = 0;       // its memory
     std::string parseError_;
 };
 
@@ -186,7 +186,7 @@ JsonBounds::JsonBounds(size_t textBytes) : most_(std::max(kAlwaysAllowed, textBy
 
 bool JsonBounds::Enter() {
     ++depth_;
-    if (depth_ > kMostJsonNesting) refusal_ = "it is nested too deep";
+    if (depth_ > kMostJsonNesting) refusal_ = "it is nested too deeply";
     return *refusal_ == '\0';
 }
 
@@ -203,7 +203,7 @@ std::string JsonErrorText(const std::exception& failure) {
 bool RunJsonParser(std::string_view text, nlohmann::json_sax<Json>& handler, std::string& error) {
     error = "it cannot be read";
     if (HasLongToken(text)) {
-        error = "a text in it is too long";
+        error = "a string or number in it is too long";
         return false;
     }
     try {
@@ -232,7 +232,7 @@ std::optional<Json> ParseJson(std::string_view text, std::string& error) {
 std::optional<Json> ParseJsonObject(std::string_view text, std::string& error) {
     std::optional<Json> root = ParseJson(text, error);
     if (!root || root->is_object()) return root;
-    error = "it holds no object";
+    error = "it is not a JSON object";
     return std::nullopt;
 }
 

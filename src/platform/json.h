@@ -1,5 +1,5 @@
-// Reading JSON that anyone may have written. Nesting, the length of a text and the memory of a reading are bounded, so
-// that no file can hang or starve the player. Nothing here throws. Callable from any thread.
+// Reading untrusted JSON. Nesting depth, token length and memory are bounded, so that no file can hang or starve the
+// player. Nothing here throws. Callable from any thread.
 #pragma once
 
 #include <cstddef>
@@ -12,15 +12,15 @@
 namespace hullrider {
 
 inline constexpr size_t kMostJsonNesting = 64;
-inline constexpr size_t kLongestJsonToken = size_t{1} << 20;  // the parser holds its token several times
+inline constexpr size_t kLongestJsonToken = size_t{1} << 20;  // the parser keeps several copies of a token
 
-// How deep a reading is, and how much memory it has taken: at most three times the text's size, or what is little on
-// any machine. Estimates, on the high side.
+// The depth of a reading and the memory it has taken, by a high estimate. The limit is three times the text's size, and
+// never less than an amount that is small on any machine.
 class JsonBounds {
 public:
     explicit JsonBounds(size_t textBytes);
 
-    // False when the reading must end: `Refusal` says why.
+    // False when the reading must end; Refusal says why.
     bool Enter();
     bool Take(size_t bytes);
     void Leave() { --depth_; }
@@ -37,29 +37,29 @@ private:
     const char* refusal_ = "";
 };
 
-// Runs the parser over the text. False, with one line why, when the text is no JSON, holds a token beyond the limit, or
-// the handler has ended the reading; then the caller knows better why.
+// Runs the parser over the text. False, with one line in `error`, when the text is not JSON or holds too long a token.
+// False too when the handler has ended the reading; it knows why.
 bool RunJsonParser(std::string_view text, nlohmann::json_sax<nlohmann::json>& handler, std::string& error);
 
-// What the parser says, without the whole of the text that it quotes.
+// The parser's message, without the whole text that it quotes.
 std::string JsonErrorText(const std::exception& failure);
 
-// The whole text as a tree. Nothing when it cannot be read within the bounds: `error` says why.
+// The whole text as a tree. Nothing when it cannot be read within the bounds; `error` says why.
 std::optional<nlohmann::json> ParseJson(std::string_view text, std::string& error);
 
-// The same for a text that must be an object.
+// The same for a text whose root must be an object.
 std::optional<nlohmann::json> ParseJsonObject(std::string_view text, std::string& error);
 
 enum class JsonKind { kList, kObject };
 
 struct JsonWalk {
     bool found = false;  // the root is an object that holds such a list or object
-    std::string error;   // why the reading ended early; what was taken before stands
+    std::string error;   // why the reading ended early; the values taken so far stand
 };
 
 // Hands over each value of the list or object `key` of the root object as soon as it is read, with its name within an
-// object, and forgets it: a text of any size takes no more memory than its largest value. `take` returns the bytes that
-// it keeps, which count too.
+// object, and then forgets it: a text of any size takes no more memory than its largest value. `take` returns the
+// number of bytes that it keeps; they count toward the limit.
 JsonWalk WalkJson(std::string_view text, std::string_view key, JsonKind kind,
                   const std::function<size_t(const std::string& name, nlohmann::json& value)>& take);
 

@@ -1,9 +1,9 @@
-// Memory that the program has freed.
+// Memory that the program no longer uses.
 #pragma once
 
 namespace hullrider {
 
-// Gives what is free back to the system. Worth its milliseconds after much was freed at once. Any thread.
+// Gives free memory back to the system. Takes milliseconds: worth it after much was freed at once. Any thread.
 void ReturnFreeMemory();
 
 }  // namespace hullrider

@@ -1,6 +1,6 @@
 #include "platform/memory.h"
 
-#include <cstdlib>  // defines __GLIBC__, where that is the library
+#include <cstdlib>  // defines __GLIBC__ on glibc
 
 #ifdef __GLIBC__
 #include <malloc.h>

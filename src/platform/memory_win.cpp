@@ -2,7 +2,7 @@
 
 namespace hullrider {
 
-// The system's heap gives large pieces back by itself.
+// The system's heap returns large blocks by itself.
 void ReturnFreeMemory() {}
 
 }  // namespace hullrider

@@ -1,19 +1,19 @@
-// What the user must see and confirm. UI thread.
+// Messages that the user must see and confirm. UI thread.
 #pragma once
 
 #include <string_view>
 
 namespace hullrider {
 
-// A message box with the title "Error" and the error icon; returns when it is closed. Without a window system the text
-// goes to the error stream.
+// A message box with the title "Error" and the error icon; returns when it is closed. Without a window system it prints
+// the text to the error stream.
 void ShowErrorBox(std::string_view text);
 
-// True while a box waits for the user; timers go on meanwhile.
+// True while a box is open; timers keep running meanwhile.
 bool IsErrorBoxOpen();
 
-// For as long as it lives, a window that must be answered before anything else is open: a question, a window for
-// choosing a file.
+// Marks that a window which blocks the others is open, such as a question or a file chooser, for as long as the object
+// lives.
 class ModalOperation {
 public:
     ModalOperation();
@@ -22,10 +22,10 @@ public:
     ModalOperation& operator=(const ModalOperation&) = delete;
 };
 
-// True while there is one, or an error box.
+// True while such a window or an error box is open.
 bool IsModalOperationOpen();
 
-// Where error boxes go instead, for a front that has no windows; null restores the box.
+// Receives error boxes instead, for a front without windows; null restores the box.
 void SetErrorBoxHandler(void (*handler)(std::string_view text));
 
 }  // namespace hullrider

@@ -1,4 +1,4 @@
-// The box of the system itself. For message_box.cpp.
+// The system's own box. For message_box.cpp.
 #pragma once
 
 #include <string_view>

@@ -4,8 +4,8 @@
 
 namespace hullrider {
 
-// XDG_DOCUMENTS_DIR where the desktop exports it, else Documents in the home folder, else the home folder itself: a
-// machine without a desktop has no Documents.
+// XDG_DOCUMENTS_DIR if the desktop exports it, else Documents in the home folder, else the home folder itself, because
+// a machine without a desktop has no Documents.
 std::optional<std::string> DocumentsFolder() {
     const char* configured = std::getenv("XDG_DOCUMENTS_DIR");
     if (configured != nullptr && *configured == '/') return std::string(configured);

@@ -1,5 +1,4 @@
-// The time that the player goes by: the system's, or that of a test, which passes as fast as the test wants.
-// Any thread.
+// The player's time: the system's, or a test's, which passes as fast as the test wants. Any thread.
 #pragma once
 
 #include <chrono>
@@ -15,17 +14,17 @@ public:
     virtual PlayTime Now() = 0;
     virtual bool SleepFor(std::chrono::milliseconds time, const std::stop_token& stop) = 0;
 
-    // What waits for the clock: called before a worker's thread starts, and as the last thing on it.
+    // Keeps a test's clock from advancing past workers: called before a worker's thread starts and last on that thread.
     virtual void OnWorkerStart() = 0;
     virtual void OnWorkerEnd() = 0;
 };
 
 PlayTime PlayNow();
 
-// False when the calling thread is a worker and was told to stop; the sleep ends early then.
+// False, and the sleep ends early, when the calling thread is a worker that was told to stop.
 bool SleepFor(std::chrono::milliseconds time);
 
-// Until the next call; null restores the system's clock. Not while a worker runs.
+// Takes effect until the next call; null restores the system's clock. Not while a worker runs.
 void SetPlayClock(PlayClock* clock);
 PlayClock* ClockOfTest();  // null: the system's
 

@@ -18,18 +18,18 @@ namespace {
 
 struct Posted {
     std::function<void()> work;
-    std::stop_token stop;  // of the worker that has posted it
+    std::stop_token stop;  // of the worker that posted it
 };
 
 struct Door {
     std::mutex mutex;
     std::deque<Posted> queue;
     std::shared_ptr<const std::function<void()>> waker;
-    bool isWoken = false;  // since the last RunPosted; a window's message queue is not endless
+    bool isWoken = false;  // since the last RunPosted; one wake-up is enough, and a message queue has a limit
 };
 
 Door& TheDoor() {
-    static Door& door = *new Door;  // workers may post while the program ends
+    static Door& door = *new Door;  // never destroyed: workers may post while the program ends
     return door;
 }
 
@@ -82,7 +82,7 @@ void RunPosted() {
 }
 
 void DropPosted() {
-    std::deque<Posted> dropped;  // what it holds may post again as it goes
+    std::deque<Posted> dropped;  // destroyed unlocked: its destructors may post again
     const std::lock_guard lock(TheDoor().mutex);
     dropped.swap(TheDoor().queue);
 }

@@ -6,9 +6,9 @@
 
 namespace hullrider {
 
-// Starts a program in a folder with the rights of an administrator, for which the system asks the user, and lets it go
-// its own way. False when that failed; `error` receives the system's text. `onEnd` is run when the program has ended,
-// where the system tells.
+// Starts a program in a folder with administrator rights, for which the system asks the user, and does not wait for it.
+// False when that failed; `error` receives the system's text. `onEnd` runs when the program has ended, on systems that
+// report it.
 bool StartElevated(const std::string& program, const std::string& folder, std::string& error,
                    std::function<void()> onEnd);
 

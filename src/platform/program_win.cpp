@@ -56,7 +56,7 @@ bool StartElevated(const std::string& program, const std::string& folder, std::s
 bool ShowFolder(const std::string& folder) {
     const HINSTANCE shown =
         ShellExecuteW(nullptr, L"open", WideFromUtf8(folder).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-    return reinterpret_cast<INT_PTR>(shown) > 32;  // what is below are error codes
+    return reinterpret_cast<INT_PTR>(shown) > 32;  // lower values are error codes
 }
 
 }  // namespace hullrider

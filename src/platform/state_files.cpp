@@ -19,7 +19,7 @@ bool IsLargerThan(const std::string& path, size_t maxBytes) {
     return !error && size > maxBytes;
 }
 
-// The file is there and is not too large.
+// For an existing file that is not too large.
 std::optional<std::string> ReadPatiently(const std::string& path, size_t maxBytes) {
     constexpr int kAttempts = 5;
     constexpr std::chrono::milliseconds kRetry(40);

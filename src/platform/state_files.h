@@ -1,5 +1,5 @@
-// The files that the player keeps in its data directory: their names, and reading and writing them. Callable from any
-// thread; two writers of the same file are the caller's to keep apart.
+// The state files in the player's data directory: their names, and reading and writing them. Callable from any thread;
+// callers keep two writers of one file apart.
 #pragma once
 
 #include <cstddef>
@@ -23,9 +23,8 @@ inline constexpr const char* kHotkeysFile = "hotkeyConfig.json";
 inline constexpr size_t kMostStateBytes = size_t{64} << 20;
 inline constexpr size_t kMostCacheBytes = size_t{512} << 20;
 
-// The whole file. Nothing when it cannot be had: `error` says why and is empty when the file is missing. Waits for up
-// to 160 ms for one that is there and cannot be opened, because a virus scanner or a backup may have it for itself for
-// a moment.
+// The whole file. Nothing on failure: `error` says why, and is empty when the file is missing. An existing file that
+// cannot be opened is tried for up to 160 ms, because a virus scanner or a backup may hold it for a moment.
 std::optional<std::string> ReadStateFile(const std::string& path, size_t maxBytes, std::string& error);
 
 enum class StateReading {
@@ -34,14 +33,13 @@ enum class StateReading {
     kUnreadable,  // the file is missing, or nothing was taken from it
 };
 
-// Hands the file's text to `read`, which sets its second argument where it answers anything but kWhole. What is not
-// understood wholly is told on the error stream, and the file is kept as "PATH.bad", because the next save replaces it.
-// A file that cannot be opened, a missing one included, is told as `cannotOpen`; when that is empty, a missing file is
-// no fault.
+// Hands the file's text to `read`, which sets its second argument to the reason when it returns anything but kWhole.
+// The reason goes to the error stream, and the file is kept as "PATH.bad", because the next save replaces it. When a
+// file cannot be opened or is missing, `cannotOpen` is printed; when that is empty, a missing file is no error.
 StateReading LoadStateFile(const std::string& path, const std::string& cannotOpen,
                            const std::function<StateReading(std::string_view text, std::string& error)>& read);
 
-// Writes the file whole. False, with `cannotWrite` on the error stream, when that failed; the old file stays.
+// Writes the whole file. False, with `cannotWrite` on the error stream, when that failed; the old file stays.
 bool SaveStateFile(const std::string& path, std::string_view text, std::string_view cannotWrite);
 
 // The same with "Failed to open file for writing: PATH".

@@ -5,8 +5,7 @@
 
 namespace hullrider {
 
-// While it lives, the calling thread works for whoever may stop it by the token, which must outlive it. Null: for
-// nobody.
+// While it lives, the calling thread works for the owner of the token, which must outlive it. Null: for nobody.
 class StopScope {
 public:
     explicit StopScope(const std::stop_token* stop);
@@ -18,7 +17,7 @@ private:
     const std::stop_token* const outer_;
 };
 
-// On a thread that is no worker, a token that never stops anything.
+// On a thread that is not a worker, a token that never requests a stop.
 std::stop_token CurrentStopToken();
 
 }  // namespace hullrider

@@ -1,18 +1,18 @@
-// What the calling thread is worth beside others. One that sound waits for must not be starved by a program beside this
-// one, such as a game that uses every processor.
+// The calling thread's priority. A thread that sound waits for must not be starved by another program, such as a game
+// that uses every processor.
 #pragma once
 
 namespace hullrider {
 
 enum class Urgency {
-    kAhead,  // works ahead of what is heard
-    kSound,  // what it is late with is not heard
+    kAhead,  // decodes ahead of playback
+    kSound,  // mixes: anything late is lost
 };
 
-// As far as the system allows it; there is nothing to be done about a refusal.
+// As far as the system allows; a refusal is ignored.
 void RaiseThreadPriority(Urgency urgency);
 
-// For work that nobody waits for: everything else goes before the calling thread, at the disk too where the system can.
+// For work that nobody waits for: the thread yields to all others, also at the disk where the system supports it.
 void LowerThreadPriority();
 
 }  // namespace hullrider

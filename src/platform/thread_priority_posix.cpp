@@ -4,7 +4,7 @@
 
 namespace hullrider {
 
-// On Linux niceness belongs to a thread, and 0 is the calling one.
+// On Linux niceness belongs to a thread; 0 means the calling one.
 void RaiseThreadPriority(Urgency urgency) {
 #ifdef __linux__
     constexpr int kAheadNice = -5, kSoundNice = -11;

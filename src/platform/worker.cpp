@@ -20,7 +20,7 @@ namespace hullrider {
 
 namespace {
 
-// Of all that run.
+// All running workers.
 struct Workers {
     std::mutex mutex;
     std::condition_variable oneEnded;
@@ -28,7 +28,7 @@ struct Workers {
 };
 
 Workers& TheWorkers() {
-    static Workers& workers = *new Workers;  // they may outlive the end of main
+    static Workers& workers = *new Workers;  // never destroyed: workers may outlive main
     return workers;
 }
 
@@ -39,11 +39,11 @@ void RunTask(const WorkerTask& task, const std::stop_token& stop) {
     try {
         task(stop);
     } catch (const std::exception& failure) {
-        PrintErrorLine(std::string("Work in the background failed: ") + failure.what());
+        PrintErrorLine(std::string("Background work failed: ") + failure.what());
     }
 }
 
-// From before a worker's thread starts until its end.
+// Counts a worker from before its thread starts until it ends.
 class Running {
 public:
     explicit Running(const std::stop_source& stop) : clock_(ClockOfTest()) {
@@ -73,7 +73,7 @@ bool StartThread(WorkerTask task, const std::stop_source& stop) {
     try {
         std::thread([running = std::make_unique<Running>(stop), task = std::move(task), stop]() mutable {
             RunTask(task, stop.get_token());
-            task = nullptr;  // what it owns must be gone when the worker counts as ended
+            task = nullptr;  // destroy what it owns before the worker counts as ended
             running.reset();
         }).detach();
         return true;
@@ -108,7 +108,7 @@ void EndWorkers(std::chrono::milliseconds longestWait) {
     std::unique_lock lock(workers.mutex);
     const std::list<std::stop_source> told = workers.running;
     lock.unlock();
-    // Unlocked: what a worker does when it is told to stop is its own matter.
+    // Unlocked, because stop callbacks may do anything.
     for (std::stop_source stop : told) stop.request_stop();
     lock.lock();
     workers.oneEnded.wait_for(lock, longestWait, [&] { return workers.running.empty(); });

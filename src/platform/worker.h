@@ -1,5 +1,5 @@
-// Work beside the UI thread. A worker takes values, may be told to stop at any moment, and hands its result back by
-// Post ("platform/post.h").
+// Work off the UI thread. A worker takes values, may be told to stop at any moment, and returns its result by Post
+// ("platform/post.h").
 #pragma once
 
 #include <chrono>
@@ -8,8 +8,8 @@
 
 namespace hullrider {
 
-// Runs on a thread of its own and owns all that it touches. It should look at the token often enough to end within half
-// a second. An exception ends it with one line on the error stream.
+// Runs on a thread of its own and owns all that it touches. It checks the token often enough to end within half a
+// second. An exception ends it with one line on the error stream.
 using WorkerTask = std::function<void(const std::stop_token& stop)>;
 
 // One job at a time. UI thread.
@@ -20,24 +20,24 @@ public:
     Worker(Worker&&) noexcept = default;
     Worker& operator=(Worker&& other) noexcept;
 
-    // Cancels the job under way and starts another one. False when the system has no thread left.
+    // Cancels the current job and starts a new one. False when the system has no thread left.
     bool Start(WorkerTask task);
 
-    // Tells the job to stop and does not wait for it. Nothing that it posted runs from now on.
+    // Tells the job to stop without waiting for it. Nothing that it has posted runs any more.
     void Cancel() { stop_.request_stop(); }
 
 private:
     std::stop_source stop_{std::nostopstate};
 };
 
-// The same for a job that nobody cancels before the program ends. Any thread.
+// The same for a job that only the end of the program cancels. Any thread.
 bool StartWorker(std::function<void()> work);
 
-// For the end of the program: tells every worker to stop, waits for them, together no longer than `longestWait`, and
-// drops what was posted. One that hangs in the system stays behind; nothing that it posts is run. UI thread.
+// At the end of the program: tells every worker to stop, waits for all of them for `longestWait` at most, and drops
+// what was posted. A worker that hangs in the system is left behind, and what it posts never runs. UI thread.
 void EndWorkers(std::chrono::milliseconds longestWait = std::chrono::seconds(1));
 
-// For tests: from now on Worker::Start runs the job itself before it returns. Jobs of StartWorker keep their threads.
+// For tests: from now on Worker::Start runs the job before it returns. Jobs of StartWorker keep their threads.
 void RunWorkersInline(bool isInline);
 
 }  // namespace hullrider

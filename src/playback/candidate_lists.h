@@ -1,4 +1,4 @@
-// Songs to draw from, each with a weight.
+// Weighted lists of songs to draw from.
 #pragma once
 
 #include <array>
@@ -10,20 +10,19 @@
 
 namespace hullrider {
 
-// Not one entry for each time that a song may be drawn: the weights are added up instead, so that a favourite of any
-// count takes one entry.
+// A song takes one entry whatever its weight, because weights are kept as a running sum.
 struct WeightedSongs {
     std::vector<SongChoice> songs;
-    std::vector<int64_t> upTo;  // the sum of the weights of the songs up to and including this one
+    std::vector<int64_t> upTo;  // sum of the weights up to and including this song
 };
 
-// What can be drawn from the whole library, kept because building it takes longer than many draws.
+// The lists of the whole library, kept because building them takes longer than many draws.
 struct CandidateLists {
-    std::array<WeightedSongs, 4> byCategory;  // MIDI to favourites, those that are away left out
-    std::array<int32_t, 4> songsOf{};         // songs of each, whatever the filter and wherever they are
-    int64_t weightOfAll = 0;                  // of all songs but those that are never drawn
+    std::array<WeightedSongs, 4> byCategory;  // MIDI to favorites, without songs that are away
+    std::array<int32_t, 4> songsOf{};         // songs of each category, including filtered ones and those away
+    int64_t weightOfAll = 0;                  // of all songs
 
-    // What they were built from.
+    // The state they were built from.
     const void* playlists = nullptr;
     uint64_t playlistCount = 0;
     uint64_t libraryRevision = 0;

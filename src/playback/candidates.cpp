@@ -9,7 +9,7 @@ namespace hullrider {
 
 namespace {
 
-// Draws with replacement before the search turns to one without, which costs a pass over the whole list.
+// Draws with replacement before switching to one without, which costs a pass over the whole list.
 constexpr int kDirectDraws = 64;
 
 int64_t WeightOf(const Song& song) {
@@ -35,9 +35,8 @@ bool AreUpToDate(const CandidateLists& lists, const MusicLibrary& library, int32
            lists.unavailableRevision == unavailable;
 }
 
-// The time at which a song's turn would come, if songs came at exponentially distributed times with their weights for
-// rates: the one that comes first is drawn by weight (Efraimidis and Spirakis, "Weighted random sampling with a
-// reservoir", 2006).
+// Gives each song an exponentially distributed arrival time with its weight as the rate: the first arrival is a draw by
+// weight (Efraimidis and Spirakis, "Weighted random sampling with a reservoir", 2006).
 double ArrivalOf(int64_t weight, Random& random) {
     return -std::log1p(-random.Fraction()) / static_cast<double>(weight);
 }
@@ -63,9 +62,9 @@ bool PassesFilter(const Song& song, int32_t filter) {
     return filter != kNoFavorites || !IsFavorite(song);
 }
 
-const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t filter, Draws& draws) {
-    CandidateLists& lists = draws.candidates;
-    const uint64_t unavailable = draws.unavailable.Revision();
+const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t filter, PickerState& picker) {
+    CandidateLists& lists = picker.candidates;
+    const uint64_t unavailable = picker.unavailable.Revision();
     if (AreUpToDate(lists, library, filter, unavailable)) return lists;
     lists = {};
     lists.playlists = library.playlists.data();
@@ -76,7 +75,7 @@ const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t
     for (size_t i = 0; i < library.playlists.size(); ++i) {
         const std::vector<Song>& songs = library.playlists[i].songs;
         for (size_t j = 0; j < songs.size(); ++j) {
-            const bool isAway = draws.unavailable.IsAway(songs[j].songPath);
+            const bool isAway = picker.unavailable.IsAway(songs[j].songPath);
             AddSong(lists, songs[j], {static_cast<int32_t>(i), static_cast<int32_t>(j), 0, 0}, isAway);
         }
     }

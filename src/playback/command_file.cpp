@@ -50,7 +50,7 @@ constexpr std::array<Keyword, 17> kKeywords{{
     {"NEXT_SOUNDFONT", CommandWord::kNextSoundFont, Arguments::kNone},
 }};
 
-// Cuts the next word off the text; empty at its end.
+// Cuts off the next word; empty at the end.
 std::string_view TakeWord(std::string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
     const std::string_view word = text.substr(0, text.find_first_of(kWhiteSpace));
@@ -94,7 +94,7 @@ size_t SizeOf(const std::filesystem::path& file) {
     return error ? 0 : static_cast<size_t>(size);
 }
 
-// Only when it is not longer than what was read: a line that was added meanwhile waits for the next time.
+// Only if it is no longer than what was read: a line added meanwhile waits for the next time.
 bool Empty(const std::filesystem::path& file, size_t readBytes) {
     if (SizeOf(file) != readBytes) return false;
     return static_cast<bool>(std::ofstream(file, std::ios::binary | std::ios::trunc));
@@ -140,8 +140,8 @@ void CommandFile::ReadAndEmpty(const std::string& path) {
         unfinished_ = text->size();
         return;
     }
-    // Before they are executed, which takes its time: what is written meanwhile is a new line in an empty file. A file
-    // that cannot be emptied would be executed again and again.
+    // Emptied before the commands run, which takes time: a line written meanwhile is then not lost. A file that cannot
+    // be emptied would be executed again and again.
     if (!Empty(file, text->size())) return;
     for (size_t begin = 0; begin < text->size();) {
         const size_t end = std::min(text->find('\n', begin), text->size());

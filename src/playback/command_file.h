@@ -1,5 +1,5 @@
-// "commands.txt", the file through which another program, a game that runs beside the player, gives its commands: one a
-// line, a word followed by its numbers. UI thread.
+// "commands.txt", through which a game beside the player sends commands: one a line, a word followed by its numbers. UI
+// thread.
 #pragma once
 
 #include <cstdint>
@@ -33,31 +33,31 @@ enum class CommandWord {
 
 struct CommandLine {
     CommandWord word = CommandWord::kNextSong;
-    double number = 0.0;  // of those that take a fraction
-    int32_t first = 0;    // of those that take whole numbers, whose fraction is cut off
+    double number = 0.0;  // of commands that take a fraction
+    int32_t first = 0;    // of commands that take whole numbers; fractions are truncated
     int32_t second = 0;
 };
 
-// What a line says. Nothing for a line that is no command or lacks one of its numbers: a number must be finite, whole
-// numbers must fit 32 bits. What follows the numbers is passed over. Pure.
+// Parses a line. Nothing for an unknown command or a missing number: numbers must be finite, and whole numbers must fit
+// 32 bits. Anything after the numbers is ignored. Pure.
 std::optional<CommandLine> ParseCommandLine(std::string_view line);
 
-// The command file of one folder, read again and again.
+// The command file of one folder, polled.
 class CommandFile {
 public:
-    // The next few lines in their order; more are there when as many as `kLinesAtOnce` came. Empties the file when it
-    // has taken what stood in it. A last line without its end is taken when it has not grown since the last call, so
-    // that no half line is. An empty folder is the working directory; a missing file is no failure.
+    // The next few lines in order; when kLinesAtOnce come, there may be more. Empties the file once its text has been
+    // read. A last line without a line end is taken only when the file has not grown since the last call, because it
+    // may be half written. An empty folder is the working directory. A missing file is not an error.
     std::vector<std::string> TakeLines(const std::string& commandFolder);
 
-    // Few, so that a file that has waited for long does not stop the window.
+    // Few, so that a long file does not stall the window.
     static constexpr size_t kLinesAtOnce = 10;
 
 private:
     void ReadAndEmpty(const std::string& path);
 
     std::deque<std::string> waiting_;
-    size_t unfinished_ = 0;  // the file's size when it was seen with a last line without its end
+    size_t unfinished_ = 0;  // the file's size when its last line had no line end
 };
 
 }  // namespace hullrider

@@ -21,7 +21,7 @@ std::array<StreamSlot, 2> BothItems(const PlaybackState& playback) {
     return {CurrentHandle(playback), playback.fade->fadeInProgress ? playback.fadingStream : 0};
 }
 
-// What is on its way to another volume stays where it is.
+// Stops a slide at the volume reached.
 void HoldVolume(StreamSlot handle) {
     float volume = 0.0F;
     if (BASS_ChannelGetAttribute(handle, BASS_ATTRIB_VOL, &volume)) {
@@ -44,9 +44,9 @@ OldItem LookAtOldItem(const PlaybackState& playback) {
     return old;
 }
 
-int32_t FadeMsFor(int32_t setMs, const PlayWindow& turn, const OldItem& old) {
+int32_t FadeMsFor(int32_t setMs, const PlayWindow& window, const OldItem& old) {
     double fadeMs = std::max(setMs, 0);
-    fadeMs = std::min(fadeMs, (turn.endSec - turn.startSec) * 1000.0 / 2.0);
+    fadeMs = std::min(fadeMs, (window.endSec - window.startSec) * 1000.0 / 2.0);
     if (old.leftSec >= 0.0 && !old.isCutOff) fadeMs = std::min(fadeMs, old.leftSec * 1000.0);
     return static_cast<int32_t>(std::max(fadeMs, 0.0));
 }
@@ -54,7 +54,7 @@ int32_t FadeMsFor(int32_t setMs, const PlayWindow& turn, const OldItem& old) {
 void LetOldItemGo(PlaybackState& playback, const OldItem& old, int32_t fadeMs) {
     {
         const std::lock_guard lock(StreamMutex());
-        playback.volume->currentHandle = 0;  // no volume worker may slide it up again
+        playback.volume->currentHandle = 0;  // so that no volume worker slides it up again
     }
     playback.fadeEnds = PlayNow() + milliseconds(fadeMs);
     playback.fadeLeft = {};
@@ -70,8 +70,8 @@ void FreeOldItem(PlaybackState& playback, const OldItem& old, StreamSlot newHand
     if (old.isCutOff) {
         CutStreamsBut(playback, newHandle);
         ForgetFade(*playback.fade);
-        if (playback.realTimeVolume) StartVolumeAdjustment(playback.volume, fadeMs);
-    } else if (playback.realTimeVolume) {
+        if (playback.volume->realTimeVolume) StartVolumeAdjustment(playback.volume, fadeMs);
+    } else if (playback.volume->realTimeVolume) {
         FadeOutAndFreeStreamAuto(playback, old.handle, fadeMs);
     } else if (old.handle != 0) {
         FadeOutAndFreeStream(playback.fade, old.handle, fadeMs);

@@ -1,4 +1,4 @@
-// From the old item to the new one: both take the same time. UI thread.
+// The cross-fade from the old item to the new one: both take the same time. UI thread.
 #pragma once
 
 #include <cstdint>
@@ -8,26 +8,26 @@
 
 namespace hullrider {
 
-// The item that gives way. It is looked at before anything is changed.
+// The item to replace, as it was before anything changed.
 struct OldItem {
     StreamSlot handle = 0;
-    bool isCutOff = false;  // another fade is still under way: everything old ends at once
-    double leftSec = -1.0;  // until it ends by itself; below 0: unknown, or it stands still
+    bool isCutOff = false;  // another fade is in progress: everything old ends at once
+    double leftSec = -1.0;  // until its end; below 0: unknown, or not playing
 };
 
 OldItem LookAtOldItem(const PlaybackState& playback);
 
-// How long the fade takes: as is set, but at most half of the new item's turn, so that it comes to its full volume, and
-// no longer than the old item can go on sounding.
-int32_t FadeMsFor(int32_t setMs, const PlayWindow& turn, const OldItem& old);
+// How long the fade takes: as set, but at most half of the new item's window, so that it reaches its full volume, and
+// no longer than the old item lasts.
+int32_t FadeMsFor(int32_t setMs, const PlayWindow& window, const OldItem& old);
 
-// Begins the old item's way to silence.
+// Starts fading out the old item.
 void LetOldItemGo(PlaybackState& playback, const OldItem& old, int32_t fadeMs);
 
-// Has it freed when it is silent; with loudness following on, also starts the correction of the new one.
+// Has it freed when it is silent. With loudness following, also starts the volume correction of the new item.
 void FreeOldItem(PlaybackState& playback, const OldItem& old, StreamSlot newHandle, int32_t fadeMs);
 
-// Both items of a fade stand still and go on together.
+// Pauses and resumes both items of a fade.
 void PauseAll(PlaybackState& playback);
 void ResumeAll(AppState& app);
 

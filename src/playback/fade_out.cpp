@@ -16,13 +16,13 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// The slide begins with the next block that is mixed, so it ends a little after the clock says.
+// The slide begins with the next mixed block, so it ends a little late.
 constexpr milliseconds kSlideMargin{200};
 
-// How soon a worker notices that its fade was cut off. Fades can be set to days.
+// How soon a worker notices that its fade was cut off. Fades may be set to last days.
 constexpr milliseconds kLongestSleep{1000};
 
-// False when the fade was cut off meanwhile. The time of a pause does not count.
+// False when the fade was cut off. Pauses do not count.
 bool WaitForFade(const FadeState& fade, uint32_t serial, PlayTime begin, int32_t fadeMs) {
     while (!fade.closed && fade.serial == serial) {
         const PlayTime end = begin + milliseconds(fadeMs) + kSlideMargin + milliseconds(fade.pausedMs);
@@ -47,7 +47,7 @@ void FinishFade(FadeState& fade, uint32_t serial, StreamSlot handle) {
     if (fade.serial == serial) fade.fadeInProgress = false;
 }
 
-// Prints outside the mutex: a console that does not take lines must not hold up the window.
+// Prints outside the mutex: a blocked console must not hold up the window.
 void FinishFadeAloud(FadeState& fade, uint32_t serial, StreamSlot handle) {
     PrintLine("Freeing streams. Next stream active: " + std::to_string(fade.nextSlotActive ? 1 : 0));
     const bool wasInProgress = fade.fadeInProgress;
@@ -65,7 +65,7 @@ uint32_t BeginFade(FadeState& fade) {
 }  // namespace
 
 std::mutex& StreamMutex() {
-    static std::mutex& mutex = *new std::mutex;  // workers may wait for it while the program ends
+    static std::mutex& mutex = *new std::mutex;  // never destroyed: workers may wait for it while the program ends
     return mutex;
 }
 

@@ -19,7 +19,7 @@ void FindPlayingSong(AppState& app) {
 
 }  // namespace
 
-KeptPlace NotePlace(const AppState& app) {
+KeptPlace KeepPlace(const AppState& app) {
     const SelectionState& selection = app.selection;
     const Song* const first = FindSong(app.library, {selection.currentPlaylist, 0});
     if (first == nullptr) return {};

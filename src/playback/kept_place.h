@@ -1,4 +1,4 @@
-// Where playback stands in the library, kept over a change of the library. UI thread.
+// Keeps the playback's place in the library over a change of the library. UI thread.
 #pragma once
 
 #include <string>
@@ -7,18 +7,18 @@
 
 namespace hullrider {
 
-// The current playlist, and where the walk without shuffle stands in it. Paths with their ASCII letters in lower case:
-// a folder that is added again may be spelt in another case.
+// The current playlist, and the place in it of songs played in order. Paths have their ASCII letters in lower case,
+// because a folder may be added again in another case.
 struct KeptPlace {
     std::string albumFolder;  // empty: nowhere
     std::string songPath;     // empty: before the first song
 };
 
-// Before the change.
-KeptPlace NotePlace(const AppState& app);
+// Call before the change.
+KeptPlace KeepPlace(const AppState& app);
 
-// After the change and the recount. The song that plays is found by its record in the history, so that it is found
-// again too when it comes back with a later change. What is not there any more has no place.
+// Call after the change and the recount. The current song is found by its record in the history, so that it is found
+// even if a later change brings it back. What has left the library has no place.
 void FindPlaceAgain(AppState& app, const KeptPlace& place);
 
 }  // namespace hullrider

@@ -21,7 +21,7 @@ HistoryRecord* PlayingRecord(SongHistory& history) {
     return history.cursor < history.records.size() ? &history.records[history.cursor] : nullptr;
 }
 
-// Since what is heard began, or went on.
+// Since listening began or continued.
 double SecondsHeard(const PlaybackState& playback) {
     return std::chrono::duration<double>(PlayNow() - playback.heardSince).count();
 }

@@ -1,21 +1,21 @@
-// Keeps account of what is heard: the history's times, the play counts and the statistics. UI thread.
+// Records what is heard: the history's times, the play counts and the statistics. UI thread.
 #pragma once
 
 #include "state/app_state.h"
 
 namespace hullrider {
 
-// What was just started becomes what is heard.
+// The item just started is heard from now on.
 void BeginListening(AppState& app);
 
-// Adds the time since it began, or went on, to the account. Due before anything else is started, before a pause and
-// before the end of the program; without effect when nothing is heard.
+// Records the time since the last Begin or Continue. Due before another item starts, before a pause and before the
+// program ends; does nothing when nothing is heard.
 void EndListening(AppState& app);
 
-// Counts on after a pause, or when nothing else could be started after all.
+// After a pause, or when no other item could be started after all.
 void ContinueListening(PlaybackState& playback);
 
-// The statistics with what is being heard now, up to this moment. Changes nothing.
+// The statistics including the current item up to this moment. Changes nothing.
 Statistics StatisticsSoFar(const AppState& app);
 
 }  // namespace hullrider

@@ -8,9 +8,9 @@ namespace hullrider {
 
 namespace {
 
-Pick SelectFreely(const AppState& app, Draws& draws) {
-    if (app.selection.customStationActive) return SelectForCustomStation(app, draws);
-    return SelectNextSong(app, draws, kNoCategory);
+Pick SelectFreely(const AppState& app, PickerState& picker) {
+    if (app.selection.customStationActive) return SelectForCustomStation(app, picker);
+    return SelectNextSong(app, picker, kNoCategory);
 }
 
 Pick PickStation(const AppState& app, int32_t station) {
@@ -39,7 +39,7 @@ Pick PickRequestedSong(const AppState& app, const SongChoice& wanted) {
     return pick;
 }
 
-// What the record stands for, if it is still known.
+// The item of the record, if it is still known.
 Pick PickRecord(const AppState& app, const HistoryRecord& record) {
     if (record.type != kInternetRadio) return PickSong(app, {record.playlist, record.song, 0, 0});
     const std::vector<InternetStation>& stations = app.radio.stations;
@@ -48,18 +48,18 @@ Pick PickRecord(const AppState& app, const HistoryRecord& record) {
     return PickStation(app, found == stations.end() ? -1 : static_cast<int32_t>(found - stations.begin()));
 }
 
-bool MayPlay(const Draws& draws, const PlayItem& item) {
+bool MayPlay(const PickerState& picker, const PlayItem& item) {
     return item.kind != PlayItem::Kind::kSong ||
-           draws.unavailable.MayPlay(item.address, UnavailableSongs::Draw::kSound);
+           picker.unavailable.MayPlay(item.address, UnavailableSongs::Failed::kExcluded);
 }
 
-// The next record from `cursor` on that can be played, the way of `step`, 1 or -1.
-Pick ReplayHistory(const AppState& app, const Draws& draws, size_t cursor, int step) {
+// The next playable record from `cursor` on, in the direction of `step`, 1 or -1.
+Pick ReplayHistory(const AppState& app, const PickerState& picker, size_t cursor, int step) {
     const SongHistory& history = app.history;
     for (int64_t at = static_cast<int64_t>(cursor) + step; at >= 0 && at < static_cast<int64_t>(history.records.size());
          at += step) {
         Pick pick = PickRecord(app, history.records[static_cast<size_t>(at)]);
-        if (pick.result != Selection::kItem || !MayPlay(draws, pick.item)) continue;
+        if (pick.result != Selection::kItem || !MayPlay(picker, pick.item)) continue;
         pick.historyCursor = static_cast<size_t>(at);
         pick.replayStep = step;
         return pick;
@@ -73,7 +73,7 @@ bool HasEarlierSong(const SongHistory& history) {
     return history.cursor > 0;
 }
 
-Pick ChooseNextItem(const AppState& app, Draws& draws, const NextRequest& request) {
+Pick ChooseNextItem(const AppState& app, PickerState& picker, const NextRequest& request) {
     Pick pick;
     switch (request.kind) {
         case NextRequest::kStation:
@@ -83,24 +83,24 @@ Pick ChooseNextItem(const AppState& app, Draws& draws, const NextRequest& reques
             pick = PickRequestedSong(app, request.song);
             break;
         case NextRequest::kEarlierSong:
-            return ReplayHistory(app, draws, app.history.cursor, -1);
+            return ReplayHistory(app, picker, app.history.cursor, -1);
         case NextRequest::kNone:
-            if (app.selection.previousSongMode) pick = ReplayHistory(app, draws, app.history.cursor, 1);
+            if (app.selection.previousSongMode) pick = ReplayHistory(app, picker, app.history.cursor, 1);
             break;
     }
-    return pick.result == Selection::kItem ? pick : SelectFreely(app, draws);
+    return pick.result == Selection::kItem ? pick : SelectFreely(app, picker);
 }
 
-Pick ReplaceItem(const AppState& app, Draws& draws, const Pick& failed) {
+Pick ReplaceItem(const AppState& app, PickerState& picker, const Pick& failed) {
     if (failed.replayStep != 0) {
-        const Pick other = ReplayHistory(app, draws, *failed.historyCursor, failed.replayStep);
+        const Pick other = ReplayHistory(app, picker, *failed.historyCursor, failed.replayStep);
         if (other.result == Selection::kItem || failed.replayStep < 0) return other;
     }
     if (!app.selection.customStationActive && failed.item.kind == PlayItem::Kind::kStation) {
         const auto count = static_cast<int32_t>(app.radio.stations.size());
         return PickStation(app, failed.item.place.playlist + 1 < count ? failed.item.place.playlist + 1 : 0);
     }
-    return SelectFreely(app, draws);
+    return SelectFreely(app, picker);
 }
 
 }  // namespace hullrider

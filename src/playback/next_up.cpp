@@ -9,20 +9,15 @@ namespace hullrider {
 
 namespace {
 
-PlayDurations DurationsFor(const AppState& app, const Pick& pick) {
-    PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
-    if (pick.replayStep != 0) durations.maxSec = 0.0;  // heard again, it plays whole
-    return durations;
-}
-
-OpenRequest RequestFor(const AppState& app, Draws& draws, const Pick& pick) {
+OpenRequest RequestFor(const AppState& app, PickerState& picker, const Pick& pick) {
     OpenRequest request;
     request.item = pick.item;
     request.durations = DurationsFor(app, pick);
     if (!pick.item.hasLength) {
-        request.stationWindow = ChooseStationWindow(app.settings, app.selection.customStationActive, draws.window);
+        request.stationWindow =
+            ChooseStationWindow(app.settings, app.selection.customStationActive, picker.windowRandom);
     }
-    request.windowSeed = draws.window.Seed();
+    request.windowSeed = picker.windowRandom.Seed();
     request.intoMain = app.playback.nextSlotActive;
     request.slotFont = IdleSlotFont(app.playback, app.soundFonts);
     return request;
@@ -30,18 +25,24 @@ OpenRequest RequestFor(const AppState& app, Draws& draws, const Pick& pick) {
 
 }  // namespace
 
-bool OpenNext(AppState& app, Draws& draws, const Wish& wish, const Pick& pick) {
+PlayDurations DurationsFor(const AppState& app, const Pick& pick) {
+    PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
+    if (pick.replayStep != 0) durations.maxSec = 0.0;  // heard again, it plays whole
+    return durations;
+}
+
+bool OpenNext(AppState& app, PickerState& picker, const Wish& wish, const Pick& pick) {
     DropNext(app.playback);
-    OpenRequest open = RequestFor(app, draws, pick);
-    // A song that cuts others off does not count towards the change of the font.
+    OpenRequest open = RequestFor(app, picker, pick);
+    // A song that cuts others off does not count toward the SoundFont change.
     const bool counts = pick.item.type == kMidi && !app.playback.fade->fadeInProgress;
-    const int32_t newFont = counts ? DrawSoundFont(app, draws.font) : -1;
+    const int32_t newFont = counts ? DrawSoundFont(app, picker.fontRandom) : -1;
     if (newFont >= 0) open.newFontFile = app.soundFonts.soundFontFiles[static_cast<size_t>(newFont)];
     const std::string fontFile = open.newFontFile;
     std::shared_ptr<Opening> opening = Opening::Begin(std::move(open));
     if (opening == nullptr) return false;
-    app.playback.next =
-        std::make_shared<NextUp>(NextUp{wish, pick, BasisOf(app), std::move(opening), newFont, fontFile, PlayNow() + kPatience});
+    NextUp next{wish, pick, BasisOf(app), std::move(opening), newFont, fontFile, PlayNow() + kPatience};
+    app.playback.next = std::make_shared<NextUp>(std::move(next));
     if (wish.isUrgent) app.playback.next->opening->Hurry();
     return true;
 }

@@ -22,12 +22,12 @@ constexpr uint32_t kStreamFlags = BASS_SAMPLE_FLOAT | BASS_SAMPLE_LOOP;
 
 std::atomic<int> underWay{0};
 
-// Counts from where it was made, and tells the UI thread when it is over, whatever ended it.
+// Counts a worker while it exists, and wakes the UI thread when it ends in any way.
 struct UnderWayCount {
     UnderWayCount() { ++underWay; }
     ~UnderWayCount() {
         --underWay;
-        Post([] {});  // the poll that comes after it takes the item
+        Post([] {});  // the poll that follows takes the item
     }
     UnderWayCount(const UnderWayCount&) = delete;
     UnderWayCount& operator=(const UnderWayCount&) = delete;
@@ -60,7 +60,7 @@ HMUSIC CreateModule(const std::string& path, bool intoMain) {
     return module;
 }
 
-// The topmost folder of a missing file that is missing too; empty when its own folder is there.
+// The topmost missing folder above a missing file; empty when its own folder exists.
 std::string TopmostMissingFolder(const std::string& path) {
     std::string_view missing;
     for (std::string_view folder = FolderOf(path); !folder.empty() && !IsFolder(std::string(folder));
@@ -125,7 +125,7 @@ bool Opening::OpenStream() {
                                            : CreateFileStream(item.address, request_.intoMain);
     handle_ = opened_.handle;
     if (opened_.handle == 0) return false;
-    BASS_ChannelFlags(opened_.handle, 0, BASS_SAMPLE_LOOP);  // a song plays to its end and no further
+    BASS_ChannelFlags(opened_.handle, 0, BASS_SAMPLE_LOOP);  // a song plays once
     BASS_ChannelSetAttribute(opened_.handle, BASS_ATTRIB_VOL, 0.0F);
     if (item.type == kMidi) AttachFont();
     opened_.title = TitleLine(ReadSongTitle(opened_.handle, item.address));
@@ -134,7 +134,7 @@ bool Opening::OpenStream() {
     return true;
 }
 
-// The slot's own font stays when the new one cannot be used.
+// The slot's font stays when the new one cannot be used.
 void Opening::AttachFont() {
     const auto attach = [this](uint32_t font) {
         const BASS_MIDI_FONT entry{font, -1, 0};
@@ -158,7 +158,7 @@ void Opening::AttachFont() {
     attach(request_.slotFont);
 }
 
-// A song that cannot be positioned plays as long as was drawn, from its start.
+// A song that cannot be positioned plays from its start, for as long as was drawn.
 void Opening::ChooseWindow() {
     Random random(request_.windowSeed);
     const PlayWindow drawn = ChooseSongWindow(opened_.lengthSec, request_.item.type, request_.durations, random);

@@ -1,5 +1,5 @@
-// Opens an item on a worker, because a drive or a network may take its time: the stream is created, positioned where it
-// sounds, and its first seconds are decoded, silently. UI thread, unless a function says otherwise.
+// Opens an item on a worker, because a drive or a network may be slow: creates the stream, positions it where it
+// sounds, and decodes its first seconds silently. UI thread, unless a function says otherwise.
 #pragma once
 
 #include <atomic>
@@ -18,50 +18,50 @@ namespace hullrider {
 struct OpenRequest {
     PlayItem item;
     PlayDurations durations;
-    PlayWindow stationWindow;  // of what has no length
+    PlayWindow stationWindow;  // for an item without a length
     uint64_t windowSeed = 0;   // for the draw of a song's window
-    bool intoMain = true;      // which of the two slots it will be given
+    bool intoMain = true;      // which of the two slots will hold it
     uint32_t slotFont = 0;     // audio handle of the slot's font, 0: none
-    std::string newFontFile;   // of a font to load for the slot instead; empty: none
+    std::string newFontFile;   // a font to load instead of the slot's; empty: none
 };
 
 enum class OpenResult {
     kReady,
-    kAway,    // the file is not there: `awayFolder` is the topmost folder that is missing with it, if one is
-    kBroken,  // it cannot be played; a line has said why
-    kSilent,  // all through
+    kAway,    // the file is missing; `awayFolder` is the topmost missing folder above it, if any
+    kBroken,  // it cannot be played; a line on the console has said why
+    kSilent,  // silent from start to end
 };
 
 struct Opened {
     OpenResult result = OpenResult::kBroken;
     StreamSlot handle = 0;
-    std::string title;       // of the file's own tags, or of its name
+    std::string title;       // from the file's tags, or its name
     double lengthSec = 0.0;  // 0: unknown
     PlayWindow window;
-    std::optional<float> rms;  // the loudness of its first seconds, as BASS_ChannelGetLevel gives levels
-    uint32_t newFont = 0;      // audio handle; 0: none was wanted, or it could not be used
+    std::optional<float> rms;  // loudness of its first seconds, on the scale of BASS_ChannelGetLevel
+    uint32_t newFont = 0;      // audio handle; 0: none requested, or not usable
     std::string awayFolder;
 };
 
 class Opening {
 public:
-    // Starts the worker, which posts something when it is done. Null when the system has no thread left.
+    // Starts the worker, which posts when it is done. Null when the system has no thread left.
     static std::shared_ptr<Opening> Begin(OpenRequest request);
 
-    // How many workers are at it, abandoned ones included.
+    // The number of running workers, including abandoned ones.
     static int UnderWay();
 
     bool IsDone() const { return state_ == State::kDone; }
-    const Opened& Result() const { return opened_; }  // once it is done
+    const Opened& Result() const { return opened_; }  // valid when done
     PlayTime BegunAt() const { return begunAt_; }
     std::chrono::milliseconds Took() const { return took_; }
 
-    // It is wanted now: what only serves its loudness is left out.
+    // The item is wanted now: skip the work that only measures its loudness.
     void Hurry() { isHurried_ = true; }
 
-    // The stream and the font are the caller's from now on; without it they are freed by Abandon.
+    // Hands the stream and the font over to the caller; otherwise Abandon frees them.
     void Release() { isReleased_ = true; }
-    // Nobody wants it any more: what it has opened, or still opens, is freed.
+    // Gives the item up: frees what it has opened or is still opening.
     void Abandon();
 
 private:
@@ -80,7 +80,7 @@ private:
     std::atomic<bool> isHurried_{false};
     std::atomic<StreamSlot> handle_{0};
     bool isReleased_ = false;
-    // Written by the worker before it is done.
+    // Written by the worker before the state becomes kDone.
     Opened opened_;
     std::chrono::milliseconds took_{0};
 };

@@ -1,5 +1,5 @@
-// What was picked to come next. A pick is not yet a fact: what it moves takes effect when the item starts, so that one
-// that is dropped, or cannot be played, has left nothing behind. UI thread.
+// What was picked to come next. A pick takes effect only when its item starts, so that one that is dropped, or cannot
+// be played, leaves nothing behind. UI thread.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +12,8 @@
 namespace hullrider {
 
 enum class Selection {
-    kNothing,  // there is nothing that may be played
-    kRefused,  // the weights say that nothing is to be played
+    kNothing,  // there is nothing to play
+    kRefused,  // the weights forbid everything (their sum is negative)
     kItem,
 };
 
@@ -22,16 +22,16 @@ struct Pick {
     PlayItem item;
     Relaxation relaxed = Relaxation::kNone;
 
-    // What takes effect with it. Nothing here: it stays as it is.
-    std::optional<SelectionWeights> weights;  // as they were drawn from
-    std::optional<int32_t> savedRadioWeight;  // with the first draw
+    // The effects. Nothing: unchanged.
+    std::optional<SelectionWeights> weights;  // as used in the draw
+    std::optional<int32_t> savedRadioWeight;  // set by the first draw
     bool spendsRadioExclusion = false;
-    std::optional<SongPosition> walk;  // where the walk without shuffle stands then
-    std::optional<int32_t> station;    // which internet station is current then
+    std::optional<SongPosition> walk;  // the new place in order, without shuffle
+    std::optional<int32_t> station;    // the new current internet station
     std::optional<int32_t> selectionCalls;
-    bool isReported = true;               // to the history
-    std::optional<size_t> historyCursor;  // it is played again: the record that plays then
-    int replayStep = 0;                   // and the way through the history, 1 or -1
+    bool isReported = true;               // enters the history
+    std::optional<size_t> historyCursor;  // of a replayed record
+    int replayStep = 0;                   // direction of the replay, 1 or -1; 0: none
 };
 
 PlayItem MakeSongItem(const MusicLibrary& library, const SongChoice& place);
@@ -39,7 +39,7 @@ PlayItem MakeStationItem(const RadioState& radio, int32_t station);
 
 void TakeEffect(AppState& app, const Pick& pick);
 
-// The song that plays, or played last; null for anything else, and when a rescan has taken its place away.
+// The song that plays, or played last; null for anything else, and after a rescan that no longer finds it.
 const Song* PlayingSong(const AppState& app);
 Song* PlayingSong(AppState& app);
 

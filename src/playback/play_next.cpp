@@ -12,10 +12,10 @@
 #include "platform/paths.h"
 #include "playback/cross_fade.h"
 #include "playback/listening.h"
-#include "playback/loudness.h"
 #include "playback/next_item.h"
 #include "playback/next_up.h"
 #include "playback/sound_fonts.h"
+#include "playback/stream_loudness.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
 #include "playback/volume.h"
@@ -26,19 +26,18 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// A library of songs that end at once, or of none that can be played, must not keep the player busy.
-constexpr milliseconds kShortestTurn{1000};
+// Songs that end at once, or cannot be played, must not keep the player busy.
 constexpr milliseconds kRetryAfter{15000};
 constexpr milliseconds kPrepareAgainAfter{2000};
 
-// How long before it is needed the next item is prepared.
+// The next item is prepared this long before it is needed.
 constexpr double kPrepareLeadSec = 12.0;
 
-// A turn that falls silent for so long is over; the next item is prepared before.
+// An item that is silent for this long is over; the next one is prepared earlier.
 constexpr double kLongestSilenceSec = 1.5;
 constexpr double kSuspiciousSilenceSec = 0.5;
 
-constexpr int kMostOpenings = 8;  // a drive that has gone may hold each worker for long
+constexpr int kMostOpenings = 8;  // a lost drive may hold each worker for long
 
 constexpr milliseconds kShortestPoll{10}, kLongestPoll{250};
 
@@ -47,7 +46,7 @@ PlaybackTrouble TroubleWith(const AppState& app, Selection failed) {
     return SongCountOf(app.library) > 0 ? PlaybackTrouble::kNothingPlayable : PlaybackTrouble::kNoMusic;
 }
 
-// Better the same song again than silence.
+// Repeating the song is better than silence.
 void PlayOldItemRound(const PlaybackState& playback) {
     const StreamSlot handle = CurrentHandle(playback);
     if (handle == 0 || !playback.item.hasLength) return;
@@ -55,11 +54,11 @@ void PlayOldItemRound(const PlaybackState& playback) {
     if (BASS_ChannelIsActive(handle) == BASS_ACTIVE_STOPPED) BASS_ChannelPlay(handle, true);
 }
 
-// Nothing can be picked although it is wanted.
+// Nothing can be picked although an item is wanted.
 void GiveUp(AppState& app, Selection result, const NextRequest& request) {
     PlaybackState& playback = app.playback;
     if (request.kind == NextRequest::kEarlierSong && result == Selection::kNothing) return;
-    // What plays has been taken out of the library with everything else: it must not go round for ever.
+    // The current song was removed with the rest of the library: it must not repeat forever.
     const bool isGone = result == Selection::kNothing && SongCountOf(app.library) == 0;
     if (result == Selection::kRefused || isGone) {
         EndListening(app);
@@ -77,8 +76,8 @@ bool IsWanted(const PlaybackState& playback) {
 }
 
 // False when there is nothing to open; then nothing is next.
-bool Pursue(AppState& app, Draws& draws, const Wish& wish, const Pick& pick) {
-    if (pick.result == Selection::kItem && OpenNext(app, draws, wish, pick)) return true;
+bool Pursue(AppState& app, PickerState& picker, const Wish& wish, const Pick& pick) {
+    if (pick.result == Selection::kItem && OpenNext(app, picker, wish, pick)) return true;
     DropNext(app.playback);
     app.playback.prepareFrom = PlayNow() + kPrepareAgainAfter;
     if (wish.isUrgent) GiveUp(app, pick.result, wish.request);
@@ -86,40 +85,40 @@ bool Pursue(AppState& app, Draws& draws, const Wish& wish, const Pick& pick) {
 }
 
 // A drive that was away may be back.
-Pick ChooseUrgently(const AppState& app, Draws& draws, const NextRequest& request) {
-    Pick pick = ChooseNextItem(app, draws, request);
+Pick ChooseUrgently(const AppState& app, PickerState& picker, const NextRequest& request) {
+    Pick pick = ChooseNextItem(app, picker, request);
     const bool looksAgain = pick.result == Selection::kNothing && request.kind != NextRequest::kEarlierSong;
-    if (looksAgain && draws.unavailable.LookAgain()) pick = ChooseNextItem(app, draws, request);
+    if (looksAgain && picker.unavailable.LookAgain()) pick = ChooseNextItem(app, picker, request);
     return pick;
 }
 
-void NoteFailure(Draws& draws, const PlayItem& item, const Opened& opened) {
+void NoteFailure(PickerState& picker, const PlayItem& item, const Opened& opened) {
     if (opened.result != OpenResult::kAway) {
-        draws.unavailable.NoteBroken(item.address);
+        picker.unavailable.NoteBroken(item.address);
         if (item.kind == PlayItem::Kind::kSong) PrintErrorLine("Cannot play " + item.address);
     } else if (opened.awayFolder.empty()) {
-        draws.unavailable.NoteMissingFile(item.address);
+        picker.unavailable.NoteMissingFile(item.address);
     } else {
-        draws.unavailable.NoteAwayFolder(opened.awayFolder);
+        picker.unavailable.NoteAwayFolder(opened.awayFolder);
     }
 }
 
-// False when nothing can take its place.
-bool ReplaceNext(AppState& app, Draws& draws) {
+// False when there is no replacement.
+bool ReplaceNext(AppState& app, PickerState& picker) {
     const NextUp failed = *app.playback.next;
-    NoteFailure(draws, failed.pick.item, failed.opening->Result());
-    return Pursue(app, draws, failed.wish, ReplaceItem(app, draws, failed.pick));
+    NoteFailure(picker, failed.pick.item, failed.opening->Result());
+    return Pursue(app, picker, failed.wish, ReplaceItem(app, picker, failed.pick));
 }
 
-// A drive that does not answer is left alone for a while, if there is anything else to play.
-void TryAnother(AppState& app, Draws& draws) {
+// Leaves a drive that does not answer alone for a while, if there is anything else to play.
+void TryAnother(AppState& app, PickerState& picker) {
     NextUp& slow = *app.playback.next;
     slow.patientUntil = PlayNow() + kPatience;
     if (Opening::UnderWay() >= kMostOpenings) return;
-    draws.unavailable.NoteAwayFolder(std::string(FolderOf(FolderOf(slow.pick.item.address))));
-    const Pick other = ReplaceItem(app, draws, slow.pick);
+    picker.unavailable.NoteAwayFolder(std::string(FolderOf(FolderOf(slow.pick.item.address))));
+    const Pick other = ReplaceItem(app, picker, slow.pick);
     const Wish wish = slow.wish;
-    if (other.result == Selection::kItem) Pursue(app, draws, wish, other);
+    if (other.result == Selection::kItem) Pursue(app, picker, wish, other);
 }
 
 // --- Starting.
@@ -142,7 +141,7 @@ void LeaveHistoryAtItsEnd(AppState& app) {
     if (app.history.cursor + 1 >= app.history.records.size()) app.selection.previousSongMode = false;
 }
 
-// Puts the opened item in the old one's place, silent and not yet started.
+// Puts the opened item in the old one's place, silent and not started yet.
 void TakeOver(AppState& app, NextUp& next) {
     PlaybackState& playback = app.playback;
     const Opened& opened = next.opening->Result();
@@ -162,7 +161,7 @@ void CountForSoundFont(AppState& app, const NextUp& next, const OldItem& old) {
     ApplySoundFontRule(app, next.newFont, next.newFontFile, next.opening->Result().newFont);
 }
 
-void StartItem(AppState& app, Draws& draws, NextUp& next) {
+void StartItem(AppState& app, PickerState& picker, NextUp& next) {
     PlaybackState& playback = app.playback;
     const Opened& opened = next.opening->Result();
     const OldItem old = LookAtOldItem(playback);
@@ -181,27 +180,27 @@ void StartItem(AppState& app, Draws& draws, NextUp& next) {
     playback.previousType = playback.currentType;
     playback.nextSlotActive = !playback.nextSlotActive;
     playback.fade->nextSlotActive = playback.nextSlotActive;
-    draws.unavailable.NotePlayed(playback.item.address);
+    picker.unavailable.NotePlayed(playback.item.address);
     BeginListening(app);
 }
 
-// Starts the item that is wanted if it is open. True when it was started.
-bool TakeWhatIsOpen(AppState& app, Draws& draws) {
+// Starts the wanted item if it is open. True when it was started.
+bool TakeWhatIsOpen(AppState& app, PickerState& picker) {
     while (app.playback.next != nullptr && app.playback.next->opening->IsDone()) {
         const std::shared_ptr<NextUp> next = app.playback.next;
         if (next->opening->Result().result != OpenResult::kReady) {
-            if (!ReplaceNext(app, draws)) return false;
+            if (!ReplaceNext(app, picker)) return false;
             continue;
         }
         if (!next->wish.isUrgent) return false;
-        StartItem(app, draws, *next);
+        StartItem(app, picker, *next);
         app.playback.next.reset();
         return true;
     }
     return false;
 }
 
-// --- What the poll looks at.
+// --- Conditions for the poll.
 
 double SecondsLeft(const PlaybackState& playback) {
     return playback.endSec - PositionSec(CurrentHandle(playback));
@@ -217,7 +216,7 @@ bool IsTimeToPrepare(const PlaybackState& playback) {
 }
 
 bool HasFallenSilent(const PlaybackState& playback) {
-    return playback.item.hasLength && PlayNow() - playback.lastAttempt >= kShortestTurn &&
+    return playback.item.hasLength && PlayNow() - playback.lastAttempt >= kShortestPlay &&
            QuietSec(CurrentHandle(playback)) >= kLongestSilenceSec;
 }
 
@@ -249,11 +248,11 @@ void TellTrouble(PlaybackState& playback, PlaybackTrouble trouble) {
     PrintLine(TroubleText(trouble));
 }
 
-bool PlayNext(AppState& app, Draws& draws) {
-    return PlayNext(app, draws, {});
+bool PlayNext(AppState& app, PickerState& picker) {
+    return PlayNext(app, picker, {});
 }
 
-bool PlayNext(AppState& app, Draws& draws, const NextRequest& request) {
+bool PlayNext(AppState& app, PickerState& picker, const NextRequest& request) {
     PlaybackState& playback = app.playback;
     const bool skips = CurrentHandle(playback) != 0 && !IsSongOver(playback) && !HasFallenSilent(playback);
     playback.lastAttempt = PlayNow();
@@ -263,26 +262,26 @@ bool PlayNext(AppState& app, Draws& draws, const NextRequest& request) {
     if (isPrepared) {
         MakeUrgent(*playback.next, skips);
     } else {
-        draws.unavailable.BeginAttempt();
-        if (!Pursue(app, draws, {request, true, skips}, ChooseUrgently(app, draws, request))) return false;
+        picker.unavailable.BeginAttempt();
+        if (!Pursue(app, picker, {request, true, skips}, ChooseUrgently(app, picker, request))) return false;
     }
-    return TakeWhatIsOpen(app, draws);
+    return TakeWhatIsOpen(app, picker);
 }
 
-bool PollPlayback(AppState& app, Draws& draws) {
+bool PollPlayback(AppState& app, PickerState& picker) {
     PlaybackState& playback = app.playback;
     CorrectVolumeOnceHeard(playback);
-    if (TakeWhatIsOpen(app, draws)) return true;
+    if (TakeWhatIsOpen(app, picker)) return true;
     if (IsWanted(playback)) {
-        if (PlayNow() >= playback.next->patientUntil) TryAnother(app, draws);
-        return TakeWhatIsOpen(app, draws);
+        if (PlayNow() >= playback.next->patientUntil) TryAnother(app, picker);
+        return TakeWhatIsOpen(app, picker);
     }
-    if (IsSongOver(playback) || HasFallenSilent(playback)) return PlayNext(app, draws);
+    if (IsSongOver(playback) || HasFallenSilent(playback)) return PlayNext(app, picker);
     if (playback.next != nullptr && !StillFits(app, *playback.next)) DropNext(playback);
-    if (IsTimeToPrepare(playback)) Pursue(app, draws, {}, ChooseNextItem(app, draws, {}));
+    if (IsTimeToPrepare(playback)) Pursue(app, picker, {}, ChooseNextItem(app, picker, {}));
     if (playback.next != nullptr && NeedsItSoon(playback) && PlayNow() >= playback.next->patientUntil &&
         !playback.next->opening->IsDone()) {
-        TryAnother(app, draws);
+        TryAnother(app, picker);
     }
     return false;
 }
@@ -303,7 +302,7 @@ bool IsSongOver(const PlaybackState& playback) {
     const uint32_t active = BASS_ChannelIsActive(handle);
     if (active == BASS_ACTIVE_PAUSED) return false;
     const bool ended = active == BASS_ACTIVE_STOPPED || PositionSec(handle) >= playback.endSec;
-    return ended && sinceAttempt >= (playback.trouble == PlaybackTrouble::kNone ? kShortestTurn : kRetryAfter);
+    return ended && sinceAttempt >= (playback.trouble == PlaybackTrouble::kNone ? kShortestPlay : kRetryAfter);
 }
 
 }  // namespace hullrider

@@ -11,7 +11,7 @@ namespace {
 constexpr double kShortFileSec = 30.0;
 constexpr double kShortFileTailSec = 2.0;
 constexpr double kLeastPlaySec = 3.0;
-constexpr double kUnknownLengthSec = 180.0;  // at least, for a song that does not tell its length
+constexpr double kUnknownLengthSec = 180.0;  // at least, for a song of unknown length
 
 constexpr double kDemonstrationMinSec = 25.0;
 constexpr double kDemonstrationMaxSec = 40.0;
@@ -24,7 +24,7 @@ bool IsShortFile(double lengthSec, int32_t musicType) {
     return musicType != kTracker && lengthSec < kShortFileSec;
 }
 
-// The fade in force: a longer one would leave no turn before it.
+// The fade in force: at most half of the stretch, so that something plays before it.
 double FadeSecWithin(double stretchSec, const PlayDurations& durations) {
     return std::clamp(durations.fadeSec, 0.0, std::max(stretchSec / 2.0, 0.0));
 }

@@ -17,14 +17,14 @@ public:
 
     // Uniform in 0 .. count - 1; `count` is at least 1.
     uint64_t Index(uint64_t count) {
-        // The numbers below the largest multiple of `count`; the rest would favour the low indices.
+        // Draws from the remainder above the largest multiple of `count` would favor low indices.
         const uint64_t tooHigh = UINT64_MAX - UINT64_MAX % count;
         uint64_t drawn = engine_();
         while (drawn >= tooHigh) drawn = engine_();
         return drawn % count;
     }
 
-    // For another source of chance.
+    // Seeds another generator.
     uint64_t Seed() { return engine_(); }
 
 private:

@@ -1,4 +1,4 @@
-// Tells the companion game whether the player runs, in a file of one word in the game's folder.
+// Tells the companion game whether the player is running, by a file of one word in the game's folder.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace hullrider {
 
-// Writes `text` into "/MusicRunning.txt" of the command folder, or of the working directory when `commandFolder` is
-// empty. Says on the console where it tries to write and what came of it.
+// Writes `text` into "MusicRunning.txt" of the command folder, or of the working directory when `commandFolder` is
+// empty. Prints the path and the outcome.
 void WriteRunningMarker(const std::string& commandFolder, std::string_view text);
 
 }  // namespace hullrider

@@ -1,5 +1,5 @@
-// All that a pick and its opening went by: what was prepared is no longer what would be picked when any of it has
-// changed. UI thread.
+// Everything that a pick and its opening depend on: when any of it changes, a prepared item is no longer what would be
+// picked. UI thread.
 #pragma once
 
 #include <cstdint>

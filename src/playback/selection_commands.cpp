@@ -18,14 +18,14 @@ void ReturnToLibrary(SelectionState& selection) {
     selection.radioPlaying = selection.customStationActive = selection.previousSongMode = false;
 }
 
-bool StepStation(AppState& app, Draws& draws, int32_t step) {
+bool StepStation(AppState& app, PickerState& picker, int32_t step) {
     const auto count = static_cast<int32_t>(app.radio.stations.size());
     if (count == 0) return false;
     SelectionState& selection = app.selection;
     selection.currentInternetStation = ((selection.currentInternetStation + step) % count + count) % count;
     selection.playMode = kStationMode;
     selection.customStationActive = false;
-    return PlayStation(app, draws);
+    return PlayStation(app, picker);
 }
 
 }  // namespace hullrider

@@ -1,22 +1,22 @@
-// What the user changes about how music is chosen, while it plays. UI thread.
+// The user's commands that change how music is chosen. UI thread.
 #pragma once
 
-#include "playback/draws.h"
+#include "playback/picker_state.h"
 #include "state/app_state.h"
 
 namespace hullrider {
 
-// From random order to one song after the other, and back.
+// Toggles between random order and songs in order.
 void ToggleShuffle(SelectionState& selection);
 
-// All songs, favourites only, all but favourites, and round again; of the whole library.
+// Cycles through all songs, only favorites, and all but favorites, of the whole library.
 void CycleFavoritesFilter(SelectionState& selection);
 
-// Leaves playlist, station and custom station for the mix of the whole library.
+// Leaves a playlist, station or custom station for the mix of the whole library.
 void ReturnToLibrary(SelectionState& selection);
 
-// Plays the internet station `step` places after the last one that played, round and round, and stays with stations.
-// False when there are none.
-bool StepStation(AppState& app, Draws& draws, int32_t step);
+// Plays the internet station `step` places after the last one played, wrapping around, and stays with stations. False
+// when there are none.
+bool StepStation(AppState& app, PickerState& picker, int32_t step);
 
 }  // namespace hullrider

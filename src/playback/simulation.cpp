@@ -6,16 +6,16 @@
 #include "library/song_counts.h"
 #include "playback/candidates.h"
 #include "playback/next_item.h"
+#include "playback/next_up.h"
 #include "playback/play_window.h"
 
 namespace hullrider {
 
 namespace {
 
-constexpr double kShortestTurnSec = 1.0;
 constexpr int kMostTries = 1000;
 
-// Null for what is not in the library.
+// Null for an item that is not in the library.
 const Song* SongOf(const AppState& app, const Pick& pick) {
     if (pick.item.kind != PlayItem::Kind::kSong) return nullptr;
     return FindSong(app.library, {pick.item.place.playlist, pick.item.place.song});
@@ -26,33 +26,33 @@ struct Play {
     double lengthSec = 0.0;
 };
 
-// Chooses until something can be played, which then counts as played.
-Play ChoosePlay(AppState& app, Draws& draws, const LengthOf& lengthOf, int64_t& unplayable) {
+// Chooses until an item can be played, which then counts as played.
+Play ChoosePlay(AppState& app, PickerState& picker, const LengthOf& lengthOf, int64_t& unplayable) {
     Play play;
-    draws.unavailable.BeginAttempt();
+    picker.unavailable.BeginAttempt();
     for (int tried = 0; tried < kMostTries; ++tried) {
-        play.pick = ChooseNextItem(app, draws, {});
+        play.pick = ChooseNextItem(app, picker, {});
         if (play.pick.result != Selection::kItem) return play;
         const Song* const song = SongOf(app, play.pick);
         play.lengthSec = song == nullptr ? 0.0 : lengthOf(*song);
         if (play.lengthSec >= 0.0) break;
         ++unplayable;
-        draws.unavailable.NoteBroken(play.pick.item.address);
+        picker.unavailable.NoteBroken(play.pick.item.address);
         play.pick.result = Selection::kNothing;
     }
     if (play.pick.result == Selection::kItem) TakeEffect(app, play.pick);
     return play;
 }
 
-double PlaySecondsOf(const AppState& app, Draws& draws, const Play& play) {
+double PlaySecondsOf(const AppState& app, PickerState& picker, const Play& play) {
     PlayWindow window;
     if (play.pick.item.hasLength) {
-        const PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
-        window = ChooseSongWindow(play.lengthSec, play.pick.item.type, durations, draws.window);
+        window =
+            ChooseSongWindow(play.lengthSec, play.pick.item.type, DurationsFor(app, play.pick), picker.windowRandom);
     } else {
-        window = ChooseStationWindow(app.settings, app.selection.customStationActive, draws.window);
+        window = ChooseStationWindow(app.settings, app.selection.customStationActive, picker.windowRandom);
     }
-    return std::max(window.endSec - window.startSec, kShortestTurnSec);
+    return std::max(window.endSec - window.startSec, std::chrono::duration<double>(kShortestPlay).count());
 }
 
 void AddSong(RotationShares& shares, const Song& song, double share) {
@@ -61,7 +61,7 @@ void AddSong(RotationShares& shares, const Song& song, double share) {
     if (IsFavorite(song)) shares.favorites += share;
 }
 
-// Finds songs that come again too soon. Looks at nothing that the selection itself goes by.
+// Finds songs that repeat too soon, independently of the selection's own bookkeeping.
 class RepeatFinder {
 public:
     explicit RepeatFinder(int32_t depth) : depth_(depth) {}
@@ -86,7 +86,7 @@ void Divide(RotationShares& shares, double by) {
     shares.favorites /= by;
 }
 
-// What is drawn when a category has nothing to draw from: any song that the filter lets through.
+// The fallback for a category without songs: any song that passes the filter.
 void AddUniformly(const AppState& app, RotationShares& shares, double share) {
     WeightedSongs any = EverySong(app.library, app.selection.favoritesFilter);
     if (IsEmpty(any)) any = EverySong(app.library, kAllSongs);
@@ -115,15 +115,15 @@ void AddCategory(const AppState& app, const CandidateLists& lists, Category cate
 
 }  // namespace
 
-Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const LengthOf& lengthOf) {
+Rotation SimulateRotation(AppState& app, PickerState& picker, int64_t plays, const LengthOf& lengthOf) {
     Rotation rotation;
     RepeatFinder repeats(app.settings.historyDepth);
     double playedSec = 0.0;
     while (rotation.plays < plays) {
-        const Play play = ChoosePlay(app, draws, lengthOf, rotation.unplayable);
+        const Play play = ChoosePlay(app, picker, lengthOf, rotation.unplayable);
         if (play.pick.result != Selection::kItem) break;
         ++rotation.plays;
-        playedSec += PlaySecondsOf(app, draws, play);
+        playedSec += PlaySecondsOf(app, picker, play);
         const Song* const song = SongOf(app, play.pick);
         if (song == nullptr) rotation.drawn.byType[static_cast<size_t>(play.pick.item.type)] += 1.0;
         if (song != nullptr) AddSong(rotation.drawn, *song, 1.0);
@@ -135,8 +135,8 @@ Rotation SimulateRotation(AppState& app, Draws& draws, int64_t plays, const Leng
     return rotation;
 }
 
-std::array<double, 5> CategoryShares(const AppState& app, Draws& draws) {
-    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, draws);
+std::array<double, 5> CategoryShares(const AppState& app, PickerState& picker) {
+    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, picker);
     const SelectionWeights weights = PreparedWeights(app.weights, app.selection, CountsOf(lists, app.radio));
     std::array<double, 5> shares{};
     for (int32_t percent = 0; percent < 100; ++percent) {
@@ -146,9 +146,9 @@ std::array<double, 5> CategoryShares(const AppState& app, Draws& draws) {
     return shares;
 }
 
-RotationShares PromisedShares(const AppState& app, Draws& draws) {
-    const std::array<double, 5> byCategory = CategoryShares(app, draws);
-    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, draws);
+RotationShares PromisedShares(const AppState& app, PickerState& picker) {
+    const std::array<double, 5> byCategory = CategoryShares(app, picker);
+    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, picker);
     RotationShares shares;
     for (size_t i = 0; i < byCategory.size(); ++i) {
         if (byCategory[i] > 0.0) AddCategory(app, lists, static_cast<Category>(i), byCategory[i], shares);

@@ -7,9 +7,9 @@ namespace hullrider {
 
 namespace {
 
-// The built-in mix of a player without any weight.
+// The built-in mix for a player without any weight.
 constexpr int32_t kDefaultMidi = 50, kDefaultMp3 = 1, kDefaultTracker = 1, kDefaultRadio = 30;
-// The mix of a player without music folders.
+// The mix for a player without music folders.
 constexpr int32_t kUnmixedMidi = 1, kUnmixedRadio = 25;
 
 int64_t SumOf(const SelectionWeights& weights) {

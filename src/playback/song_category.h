@@ -1,4 +1,4 @@
-// Which kind of music comes next. Pure: reads and writes only what it is given.
+// Draws the category of the next item. Pure: reads and writes only what it is given.
 #pragma once
 
 #include "playback/random.h"
@@ -7,29 +7,29 @@
 
 namespace hullrider {
 
-// How many things of each kind there are to play.
+// How much there is to play.
 struct CategoryCounts {
     int32_t midi = 0;
     int32_t mp3 = 0;
     int32_t tracker = 0;
     int32_t stations = 0;
-    int32_t lastCandidateCount = 0;  // how often songs can be drawn from the list, as far as 32 bits go
+    int32_t lastCandidateCount = 0;  // total weight of the songs, limited to 32 bits
 };
 
-// The category at `percent`, 0 to 99, of the cumulative shares of MIDI, MP3, favourites and radio in this order;
-// tracker modules are the remainder. So shares are whole per cent.
+// The category at `percent`, 0 to 99, of the cumulative shares of MIDI, MP3, favorites and radio in this order; tracker
+// modules are the remainder. Shares are thus whole percents.
 Category CategoryAt(const SelectionWeights& weights, int32_t percent);
 
-// The weights in the form that is drawn from: kinds that cannot play, and favorites without any candidate, are 0;
-// without any weight the built-in mix of what there is; without music folders MIDI and radio only. `excludeRadioOnce`
-// forbids the radio.
+// The weights as drawn from. Categories with nothing to play are 0, and so are favorites when there is no song. Without
+// any weight, the built-in mix of what there is; without music folders, only MIDI and radio. `excludeRadioOnce`
+// excludes the radio.
 SelectionWeights PreparedWeights(const SelectionWeights& weights, const SelectionState& selection,
                                  const CategoryCounts& counts);
 
 struct CategoryDraw {
-    Category category = kNoCategory;  // that: the weights sum up to less than nothing, nothing is to be played
-    SelectionWeights weights;         // as drawn from, but with the radio's weight back when it was excluded once
-    int32_t savedRadioWeight = 0;     // what that goes back to
+    Category category = kNoCategory;  // kNoCategory: the weights forbid everything
+    SelectionWeights weights;         // as drawn from, with the radio's weight restored
+    int32_t savedRadioWeight = 0;     // the radio's weight to restore
 };
 
 CategoryDraw PickCategory(const SelectionWeights& weights, const SelectionState& selection,

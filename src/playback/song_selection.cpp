@@ -14,11 +14,11 @@ namespace {
 
 constexpr int32_t kMostCalls = 10000;
 
-// What one selection goes by.
+// What one selection depends on.
 struct Rules {
     const AppState& app;
-    Draws& draws;
-    UnavailableSongs::Draw may = UnavailableSongs::Draw::kSound;
+    PickerState& picker;
+    UnavailableSongs::Failed failed = UnavailableSongs::Failed::kExcluded;
 };
 
 const Playlist* CurrentPlaylist(const AppState& app) {
@@ -48,28 +48,28 @@ Pick TakeStation(const AppState& app, Pick pick, int32_t station) {
 }
 
 bool MayPlay(const Rules& rules, const SongChoice& place) {
-    return rules.draws.unavailable.MayPlay(SongAtPlace(rules.app, place).songPath, rules.may);
+    return rules.picker.unavailable.MayPlay(SongAtPlace(rules.app, place).songPath, rules.failed);
 }
 
 HistoryKey KeyOf(const AppState& app, const SongChoice& place) {
     return {SongAtPlace(app, place).musicType, place.playlist, place.song};
 }
 
-// One of the list that was not heard lately, or else the one that was heard least recently.
+// A song of the list that was not heard lately; otherwise the one heard least recently.
 std::optional<SongChoice> DrawFrom(const Rules& rules, const WeightedSongs& list, Relaxation& relaxed) {
     const AppState& app = rules.app;
     const auto mayPlay = [&](const SongChoice& place) { return MayPlay(rules, place); };
     const auto isNew = [&](const SongChoice& place) {
         return !WasPickedLately(app.history, KeyOf(app, place), app.settings.historyDepth) && mayPlay(place);
     };
-    if (std::optional<SongChoice> drawn = DrawPassing(list, rules.draws.song, isNew)) return drawn;
+    if (std::optional<SongChoice> drawn = DrawPassing(list, rules.picker.songRandom, isNew)) return drawn;
     const auto lastPick = [&](const SongChoice& place) { return LastPickOf(app.history, KeyOf(app, place)); };
     std::optional<SongChoice> oldest = LowestPassing(list, mayPlay, lastPick);
     if (oldest && relaxed == Relaxation::kNone) relaxed = Relaxation::kHistory;
     return oldest;
 }
 
-// From the category, from all that the filter lets through, from all there is.
+// From the category; otherwise from all songs that pass the filter; otherwise from all songs.
 Pick DrawRelaxing(const Rules& rules, const WeightedSongs& ofCategory, const Pick& pick) {
     const AppState& app = rules.app;
     Relaxation relaxed = Relaxation::kNone;
@@ -85,14 +85,14 @@ Pick DrawRelaxing(const Rules& rules, const WeightedSongs& ofCategory, const Pic
     return drawn ? TakeSong(app, pick, *drawn, relaxed) : pick;
 }
 
-// Songs that have failed come last.
-Pick DrawRelaxing(const AppState& app, Draws& draws, const WeightedSongs& ofCategory, const Pick& pick) {
-    Pick drawn = DrawRelaxing({app, draws}, ofCategory, pick);
+// Songs that have failed to play come last.
+Pick DrawRelaxing(const AppState& app, PickerState& picker, const WeightedSongs& ofCategory, const Pick& pick) {
+    Pick drawn = DrawRelaxing({app, picker}, ofCategory, pick);
     if (drawn.result == Selection::kItem) return drawn;
-    return DrawRelaxing({app, draws, UnavailableSongs::Draw::kAll}, ofCategory, pick);
+    return DrawRelaxing({app, picker, UnavailableSongs::Failed::kAllowed}, ofCategory, pick);
 }
 
-// The next place of the walk; song 0 of the first playlist that has songs when it stood nowhere.
+// The next song in order; the first song of all when there is no current place.
 SongPosition StepWalk(const std::vector<Playlist>& playlists, SongPosition at) {
     const auto exists = [&] { return at.playlist >= 0 && static_cast<size_t>(at.playlist) < playlists.size(); };
     if (!exists()) at = {0, -1};
@@ -114,76 +114,76 @@ std::optional<SongPosition> WalkUntilPlayable(const Rules& rules) {
     return std::nullopt;
 }
 
-// One after the other, through all playlists and round again.
-Pick WalkOn(const AppState& app, Draws& draws, Pick pick) {
-    std::optional<SongPosition> at = WalkUntilPlayable({app, draws});
-    if (!at) at = WalkUntilPlayable({app, draws, UnavailableSongs::Draw::kAll});
+// Songs in order, through all playlists and around.
+Pick WalkOn(const AppState& app, PickerState& picker, Pick pick) {
+    std::optional<SongPosition> at = WalkUntilPlayable({app, picker});
+    if (!at) at = WalkUntilPlayable({app, picker, UnavailableSongs::Failed::kAllowed});
     if (!at) return pick;
     pick.walk = at;
     return TakeSong(app, pick, {at->playlist, at->song, 0, 0});
 }
 
-Pick SelectUniformly(const AppState& app, Draws& draws, Pick pick) {
+Pick SelectUniformly(const AppState& app, PickerState& picker, Pick pick) {
     pick.selectionCalls = 0;
-    const Pick uniform = PickUniformSong(app, draws);
+    const Pick uniform = PickUniformSong(app, picker);
     if (uniform.result != Selection::kItem) return pick;
     const SongChoice& place = uniform.item.place;
     const bool passes = PassesFilter(SongAtPlace(app, place), app.selection.favoritesFilter);
-    if (passes && MayPlay({app, draws}, place)) return TakeSong(app, pick, place);
-    return DrawRelaxing(app, draws, {}, pick);
+    if (passes && MayPlay({app, picker}, place)) return TakeSong(app, pick, place);
+    return DrawRelaxing(app, picker, {}, pick);
 }
 
-Pick ShufflePlaylist(const AppState& app, Draws& draws, const Pick& pick) {
+Pick ShufflePlaylist(const AppState& app, PickerState& picker, const Pick& pick) {
     const Playlist* const playlist = CurrentPlaylist(app);
     if (playlist == nullptr || playlist->songs.empty()) return pick;
-    if (pick.selectionCalls >= kMostCalls) return SelectUniformly(app, draws, pick);
+    if (pick.selectionCalls >= kMostCalls) return SelectUniformly(app, picker, pick);
     const WeightedSongs songs = EverySongOf(app.library, app.selection.currentPlaylist);
-    const Rules rules{app, draws};
+    const Rules rules{app, picker};
     const auto mayPlay = [&](const SongChoice& place) { return MayPlay(rules, place); };
-    if (const auto drawn = DrawPassing(songs, draws.song, mayPlay)) return TakeSong(app, pick, *drawn);
-    return DrawRelaxing(app, draws, {}, pick);
+    if (const auto drawn = DrawPassing(songs, picker.songRandom, mayPlay)) return TakeSong(app, pick, *drawn);
+    return DrawRelaxing(app, picker, {}, pick);
 }
 
-Pick ShuffleLibrary(const AppState& app, Draws& draws, int32_t category, const Pick& pick) {
-    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, draws);
+Pick ShuffleLibrary(const AppState& app, PickerState& picker, int32_t category, const Pick& pick) {
+    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, picker);
     if (lists.weightOfAll == 0) return pick;
     if (!LibraryHasCategory(lists, category) || pick.selectionCalls >= kMostCalls) {
-        return SelectUniformly(app, draws, pick);
+        return SelectUniformly(app, picker, pick);
     }
-    return DrawRelaxing(app, draws, lists.byCategory[static_cast<size_t>(category)], pick);
+    return DrawRelaxing(app, picker, lists.byCategory[static_cast<size_t>(category)], pick);
 }
 
-// The kind of the current playlist, which is that of its first song.
+// The category of the current playlist is the type of its first song.
 int32_t CategoryOfPlaylist(const AppState& app) {
     const Playlist* const playlist = CurrentPlaylist(app);
     if (playlist == nullptr || playlist->songs.empty()) return kNoCategory;
     return MusicTypeOf(playlist->songs.front().songPath);
 }
 
-Pick SelectBy(const AppState& app, const SelectionWeights& weights, Draws& draws, int32_t category);
+Pick SelectBy(const AppState& app, const SelectionWeights& weights, PickerState& picker, int32_t category);
 
 // A song of a playlist that stands for internet radio.
-Pick SelectFromRadioPlaylist(const AppState& app, Draws& draws, int32_t index, Pick pick) {
+Pick SelectFromRadioPlaylist(const AppState& app, PickerState& picker, int32_t index, Pick pick) {
     const std::vector<Song>& songs = app.library.playlists[static_cast<size_t>(index)].songs;
     if (songs.empty()) return pick;
-    const SongChoice drawn{index, static_cast<int32_t>(draws.song.Index(songs.size())), 0, 0};
-    if (MayPlay({app, draws}, drawn)) return TakeSong(app, pick, drawn);
-    if (pick.selectionCalls >= kMostCalls) return SelectUniformly(app, draws, pick);
-    return SelectBy(app, *pick.weights, draws, kRadioCategory);
+    const SongChoice drawn{index, static_cast<int32_t>(picker.songRandom.Index(songs.size())), 0, 0};
+    if (MayPlay({app, picker}, drawn)) return TakeSong(app, pick, drawn);
+    if (pick.selectionCalls >= kMostCalls) return SelectUniformly(app, picker, pick);
+    return SelectBy(app, *pick.weights, picker, kRadioCategory);
 }
 
-Pick SelectRadio(const AppState& app, Draws& draws, int32_t category, const Pick& pick) {
+Pick SelectRadio(const AppState& app, PickerState& picker, int32_t category, const Pick& pick) {
     const SelectionState& selection = app.selection;
     if (selection.playMode == kStationMode || selection.stationPreview) {
         const Pick station = TakeStation(app, pick, selection.currentInternetStation);
-        return station.result == Selection::kItem ? station : ShuffleLibrary(app, draws, category, pick);
+        return station.result == Selection::kItem ? station : ShuffleLibrary(app, picker, category, pick);
     }
     const WeightedSongs stations = BuildStationList(app.radio, app.library);
-    if (IsEmpty(stations)) return ShuffleLibrary(app, draws, category, pick);
-    const int32_t drawn = DrawSong(stations, draws.song).playlist;
+    if (IsEmpty(stations)) return ShuffleLibrary(app, picker, category, pick);
+    const int32_t drawn = DrawSong(stations, picker.songRandom).playlist;
     const auto stationCount = static_cast<int32_t>(app.radio.stations.size());
     if (drawn < stationCount) return TakeStation(app, pick, drawn);
-    return SelectFromRadioPlaylist(app, draws, drawn - stationCount, pick);
+    return SelectFromRadioPlaylist(app, picker, drawn - stationCount, pick);
 }
 
 bool WantsRadio(const AppState& app, int32_t category, bool radioPlaying) {
@@ -192,7 +192,7 @@ bool WantsRadio(const AppState& app, int32_t category, bool radioPlaying) {
            (radioPlaying && !app.radio.stations.empty()) || selection.stationPreview;
 }
 
-Pick SelectBy(const AppState& app, const SelectionWeights& weights, Draws& draws, int32_t category) {
+Pick SelectBy(const AppState& app, const SelectionWeights& weights, PickerState& picker, int32_t category) {
     const SelectionState& selection = app.selection;
     Pick pick;
     pick.weights = weights;
@@ -203,8 +203,9 @@ Pick SelectBy(const AppState& app, const SelectionWeights& weights, Draws& draws
         category = CategoryOfPlaylist(app);
     } else {
         pick.selectionCalls = 0;
-        const CandidateLists& lists = BuildWeightedSongList(app.library, selection.favoritesFilter, draws);
-        const CategoryDraw drawn = PickCategory(*pick.weights, selection, CountsOf(lists, app.radio), draws.category);
+        const CandidateLists& lists = BuildWeightedSongList(app.library, selection.favoritesFilter, picker);
+        const CategoryDraw drawn =
+            PickCategory(*pick.weights, selection, CountsOf(lists, app.radio), picker.categoryRandom);
         pick.weights = drawn.weights;
         pick.savedRadioWeight = drawn.savedRadioWeight;
         pick.spendsRadioExclusion = true;
@@ -216,10 +217,10 @@ Pick SelectBy(const AppState& app, const SelectionWeights& weights, Draws& draws
         if (selection.playMode != kStationMode) radioPlaying = false;
     }
     pick.selectionCalls = std::min(*pick.selectionCalls + 1, kMostCalls);
-    if (WantsRadio(app, category, radioPlaying)) return SelectRadio(app, draws, category, pick);
-    if (!selection.shuffle) return WalkOn(app, draws, pick);
-    if (selection.playMode == kPlaylistMode) return ShufflePlaylist(app, draws, pick);
-    return ShuffleLibrary(app, draws, category, pick);
+    if (WantsRadio(app, category, radioPlaying)) return SelectRadio(app, picker, category, pick);
+    if (!selection.shuffle) return WalkOn(app, picker, pick);
+    if (selection.playMode == kPlaylistMode) return ShufflePlaylist(app, picker, pick);
+    return ShuffleLibrary(app, picker, category, pick);
 }
 
 }  // namespace
@@ -235,20 +236,20 @@ bool LibraryHasCategory(const CandidateLists& lists, int32_t category) {
            lists.songsOf[static_cast<size_t>(category)] > 0;
 }
 
-Pick SelectNextSong(const AppState& app, Draws& draws, int32_t category) {
-    return SelectBy(app, app.weights, draws, category);
+Pick SelectNextSong(const AppState& app, PickerState& picker, int32_t category) {
+    return SelectBy(app, app.weights, picker, category);
 }
 
-Pick SelectForCustomStation(const AppState& app, Draws& draws) {
-    Pick pick = SelectBy(app, app.radio.activeCustomStation.weights, draws, kNoCategory);
-    pick.weights.reset();  // the user's own stay
+Pick SelectForCustomStation(const AppState& app, PickerState& picker) {
+    Pick pick = SelectBy(app, app.radio.activeCustomStation.weights, picker, kNoCategory);
+    pick.weights.reset();  // keep the user's own
     return pick;
 }
 
-Pick PickUniformSong(const AppState& app, Draws& draws) {
+Pick PickUniformSong(const AppState& app, PickerState& picker) {
     const int64_t count = SongCountOf(app.library);
     if (count == 0) return {};
-    const auto drawn = static_cast<int64_t>(draws.song.Index(static_cast<uint64_t>(count)));
+    const auto drawn = static_cast<int64_t>(picker.songRandom.Index(static_cast<uint64_t>(count)));
     const std::optional<SongPosition> at = SongAt(app.library, drawn);
     if (!at) return {};
     return TakeSong(app, {}, {at->playlist, at->song, static_cast<int32_t>(drawn), 0});

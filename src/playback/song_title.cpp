@@ -13,17 +13,17 @@ namespace hullrider {
 
 namespace {
 
-constexpr size_t kMaxBytes = 300;  // whatever is longer is no title
+constexpr size_t kMaxBytes = 300;  // anything longer is not a title
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 
-// What programs write where nobody gave a title, before a number or none.
+// What programs write when there is no title, possibly followed by a number.
 constexpr std::array<std::string_view, 20> kNoTitles{
     "",           "track",  "audio track", "audiotrack", "untitled", "untitled track", "unknown",
     "no title",   "noname", "no name",     "unnamed",    "new song", "unknown title",  "<unknown>",
     "sin titulo", "piste",  "pista",       "titel",      "titre",    "unbenannt"};
 constexpr std::array<std::string_view, 6> kNoArtists{"unknown artist", "unknown", "<unknown>",
                                                      "no artist",      "artist",  "n/a"};
-// What sequencers call the first track, and what stands there for an instrument.
+// What sequencers call the first track, and instrument names found there.
 constexpr std::array<std::string_view, 36> kNoSongNames{
     "",          "conductor", "conductor track", "tempo",        "tempo track",    "tempo map", "control track",
     "master",    "sequence",  "master track",    "seq",          "midi",           "midi out",  "midi track",
@@ -48,7 +48,7 @@ bool IsAmong(std::span<const std::string_view> words, std::string_view text) {
     return std::find(words.begin(), words.end(), text) != words.end();
 }
 
-// "Track 01", "01.", "Untitled (3)": one of the words, or nothing, and a number. A number alone may be a title.
+// "Track 01", "01.", "Untitled (3)": one of the words, or none, with a number. A bare number may be a title.
 bool IsNumbered(std::span<const std::string_view> words, std::string_view text) {
     const std::string lowered = Lowered(text);
     const std::string_view word = Trimmed(lowered, " #()[]._-0123456789");
@@ -56,7 +56,7 @@ bool IsNumbered(std::span<const std::string_view> words, std::string_view text) 
     return IsAmong(words, word) && (!isNumber || lowered.front() == '0');
 }
 
-// Control characters, C1 among them, and those that change the direction of what is written around them.
+// Control characters, including C1, and those that change the writing direction.
 bool HasControls(std::string_view text) {
     for (size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
@@ -77,7 +77,7 @@ bool SaysSomething(std::string_view text) {
     });
 }
 
-// Without the blanks around it; empty for what is no name at all.
+// Trimmed; empty when the text is not a usable name.
 std::string_view NameIn(std::string_view text) {
     const std::string_view name = Trimmed(text, kBlanks);
     const bool isName = name.size() <= kMaxBytes && IsUtf8(name) && !HasControls(name) && SaysSomething(name);
@@ -89,7 +89,7 @@ std::string FileTitle(const std::string& path) {
     return {stem.begin(), stem.end()};
 }
 
-// The value of the first "NAME=value" in a block of texts that each end with a zero.
+// The value of the first "NAME=value" in a block of zero-terminated texts.
 std::string_view ValueIn(const char* block, std::string_view name) {
     for (; block != nullptr && *block != '\0'; block += std::strlen(block) + 1) {
         const std::string_view pair = block;

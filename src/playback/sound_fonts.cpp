@@ -17,7 +17,7 @@ namespace {
 
 void ReplaceFont(uint32_t& slotFont, HSOUNDFONT font, StreamSlot stream) {
     const BASS_MIDI_FONT entry{font, -1, 0};
-    BASS_MIDI_StreamSetFonts(stream, &entry, 1);  // refused by an empty slot and by a stream that is not MIDI
+    BASS_MIDI_StreamSetFonts(stream, &entry, 1);  // fails harmlessly for an empty slot or a stream that is not MIDI
     if (slotFont != 0) BASS_MIDI_FontFree(slotFont);
     slotFont = font;
 }
@@ -46,7 +46,7 @@ std::vector<std::string> FindSoundFonts(const std::string& folder) {
             std::string path = Utf8FromPath(entry->path());
             if (ToLower(path).ends_with(".sf2")) files.push_back(std::move(path));
         } catch (const std::exception&) {
-            continue;  // a name that is not text cannot be kept in the settings either
+            continue;  // a name that is not valid text could not be saved in the settings
         }
     }
     std::sort(files.begin(), files.end());

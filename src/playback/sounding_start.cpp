@@ -19,7 +19,7 @@ bool GoTo(StreamSlot handle, double seconds) {
     return BASS_ChannelSetPosition(handle, BASS_ChannelSeconds2Bytes(handle, seconds), BASS_POS_BYTE);
 }
 
-// What sounds from where the stream stands, up to kLookAheadMs.
+// The peaks from the stream's position on, for up to kLookAheadMs.
 std::vector<StereoPeak> LookAhead(StreamSlot handle, const std::atomic<bool>& isHurried) {
     std::vector<StereoPeak> peaks;
     for (const uint32_t ms : {kLookAheadMs / 8, kLookAheadMs / 2, kLookAheadMs}) {
@@ -70,7 +70,7 @@ bool SettleOnSound(StreamSlot handle, double lengthSec, double fadeSec, PlayWind
             return true;
         }
         placeSec += first ? static_cast<double>(*first) * kPeakSec : kStepSec;
-        // Also when the file breaks off before the place that was gone to.
+        // No peaks: the file breaks off before this place.
         if (peaks.empty() || placeSec >= lengthSec) placeSec = 0.0;
         if (!GoTo(handle, placeSec)) return false;
     }

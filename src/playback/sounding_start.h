@@ -1,4 +1,4 @@
-// Where a song begins to sound: nobody should wait for music through a silence. Any thread.
+// Finds where a song begins to sound, so that nobody waits through silence. Any thread.
 #pragma once
 
 #include <atomic>
@@ -12,24 +12,23 @@
 
 namespace hullrider {
 
-// A start is silent when nothing louder than -60 dB of full scale sounds for this long.
+// A start is silent when it stays below -60 dBFS for this long.
 inline constexpr double kLongestSilentStartSec = 1.0;
 
-// What is looked at in one go, and the length of one of its peaks.
+// How much is decoded ahead at once, and the length of one peak.
 inline constexpr uint32_t kLookAheadMs = 2000;
 inline constexpr uint32_t kPeakMs = 50;
 
-// The first of the peaks that sounds; nothing when none does.
+// The first peak above the threshold; nothing when there is none.
 std::optional<size_t> FirstSounding(std::span<const StereoPeak> peaks);
 
-// The loudness as the levels of a playing stream would give it: the mean of the first ten root mean squares above 0,
-// 0 to 32768. Nothing when all is silent.
+// The loudness as measured from a playing stream's levels: the mean of the first ten RMS values above 0, 0 to 32768.
+// Nothing when all is silent.
 std::optional<float> RmsOfPeaks(std::span<const StereoPeak> peaks);
 
-// Decodes ahead from the window's start, where the stream stands, and moves on to the next place that sounds when the
-// start is silent, round the song's end if need be; the window is moved with it. When `isHurried` becomes true, no more
-// is decoded than to know that it sounds. False when the song is silent all through, or the stream was freed; `rms`
-// says how loud its beginning is.
+// Decodes ahead from the window's start, the stream's position, and moves on past silence to the next place that
+// sounds, wrapping around the song's end; the window moves along. Once `isHurried`, it decodes only until something
+// sounds. False when the whole song is silent or the stream was freed. `rms` receives the loudness of the beginning.
 bool SettleOnSound(StreamSlot handle, double lengthSec, double fadeSec, PlayWindow& window,
                    const std::atomic<bool>& isHurried, std::optional<float>& rms);
 

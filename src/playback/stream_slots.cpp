@@ -62,11 +62,11 @@ void FreeAllStreams(PlaybackState& playback, SoundFontState& fonts) {
     BASS_MIDI_FontFree(fonts.midiStreamNextFont);
     fonts.midiStreamFont = fonts.midiStreamNextFont = 0;
     BASS_Free();
-    const float targetRms = playback.volume->targetRms;
     playback.fade = std::make_shared<FadeState>();
-    playback.volume = std::make_shared<VolumeState>();
-    playback.volume->targetRms = targetRms;
-    playback.volume->isFollowing = playback.realTimeVolume;
+    const auto volume = std::make_shared<VolumeState>();
+    volume->targetRms = playback.volume->targetRms.load();
+    volume->realTimeVolume = playback.volume->realTimeVolume.load();
+    playback.volume = volume;
     playback.fadingStream = 0;
 }
 

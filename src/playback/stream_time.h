@@ -1,4 +1,4 @@
-// Where a stream is, in seconds, and times as a person reads them. Any thread.
+// A stream's position and length in seconds, and times as text. Any thread.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 
 namespace hullrider {
 
-// 0 for an empty slot. The length may shrink while a damaged file plays: it is then that of what can be played.
+// 0 for an empty slot. The length of a damaged file may shrink while it plays, to the part that can be played.
 double PositionSec(StreamSlot handle);
 double LengthSec(StreamSlot handle);
 
-// Minutes and seconds, hours when there are any: "1:05", "12:00:07". Negative and absurd times are 0:00.
+// Minutes and seconds, with hours if there are any: "1:05", "12:00:07". 0:00 for negative and absurdly large times.
 std::string FormatTime(double seconds);
 
 }  // namespace hullrider

@@ -10,33 +10,33 @@
 
 namespace hullrider {
 
-bool PlaySong(AppState& app, Draws& draws, int32_t playlist, int32_t song) {
-    return PlayNext(app, draws, {NextRequest::kSong, {playlist, song, 0, 0}});
+bool PlaySong(AppState& app, PickerState& picker, int32_t playlist, int32_t song) {
+    return PlayNext(app, picker, {NextRequest::kSong, {playlist, song, 0, 0}});
 }
 
-bool PlayStation(AppState& app, Draws& draws) {
-    return PlayNext(app, draws, {NextRequest::kStation, {}});
+bool PlayStation(AppState& app, PickerState& picker) {
+    return PlayNext(app, picker, {NextRequest::kStation, {}});
 }
 
-bool PlayPreviousSong(AppState& app, Draws& draws) {
+bool PlayPreviousSong(AppState& app, PickerState& picker) {
     if (HasEarlierSong(app.history)) {
-        if (PlayNext(app, draws, {NextRequest::kEarlierSong, {}})) return true;
+        if (PlayNext(app, picker, {NextRequest::kEarlierSong, {}})) return true;
         if (app.playback.next != nullptr) return false;  // it is being opened
     }
-    // Out of silence any song is better than none.
-    return CurrentHandle(app.playback) == 0 && PlayNext(app, draws);
+    // After silence, any song is better than none.
+    return CurrentHandle(app.playback) == 0 && PlayNext(app, picker);
 }
 
-void NextPlaylist(AppState& app, Draws& draws) {
+void NextPlaylist(AppState& app, PickerState& picker) {
     StepPlaylistForward(app);
     app.selection.previousSongMode = false;
-    PlayNext(app, draws);
+    PlayNext(app, picker);
 }
 
-void PreviousPlaylist(AppState& app, Draws& draws) {
+void PreviousPlaylist(AppState& app, PickerState& picker) {
     StepPlaylistBack(app);
     app.selection.previousSongMode = false;
-    PlayNext(app, draws);
+    PlayNext(app, picker);
 }
 
 void TogglePause(AppState& app) {

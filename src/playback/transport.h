@@ -1,24 +1,24 @@
-// What the user may ask for beside the next song. UI thread.
+// The user's commands besides play-next. UI thread.
 #pragma once
 
-#include "playback/draws.h"
+#include "playback/picker_state.h"
 #include "state/app_state.h"
 
 namespace hullrider {
 
-// Play that song of the library, or the current internet station, now. As PlayNext.
-bool PlaySong(AppState& app, Draws& draws, int32_t playlist, int32_t song);
-bool PlayStation(AppState& app, Draws& draws);
+// Plays that song of the library, or the current internet station, now. As PlayNext.
+bool PlaySong(AppState& app, PickerState& picker, int32_t playlist, int32_t song);
+bool PlayStation(AppState& app, PickerState& picker);
 
-// Back to the song before, along the history; play-next then goes forward along it until its end. False when there is
-// none.
-bool PlayPreviousSong(AppState& app, Draws& draws);
+// Goes back to the previous song of the history; play-next then replays the history forward to its end. False when
+// there is none.
+bool PlayPreviousSong(AppState& app, PickerState& picker);
 
-// Move through playlists, custom stations and internet stations, and start the next item from there.
-void NextPlaylist(AppState& app, Draws& draws);
-void PreviousPlaylist(AppState& app, Draws& draws);
+// Steps through playlists, custom stations and internet stations, and starts the next item from there.
+void NextPlaylist(AppState& app, PickerState& picker);
+void PreviousPlaylist(AppState& app, PickerState& picker);
 
-// Toggles pause of what plays, and of what is fading out.
+// Pauses or resumes the current item and the one that is fading out.
 void TogglePause(AppState& app);
 
 }  // namespace hullrider

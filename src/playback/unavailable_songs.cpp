@@ -10,11 +10,11 @@ constexpr std::chrono::minutes kForgetAfter{1};
 
 }  // namespace
 
-bool UnavailableSongs::MayPlay(const std::string& path, Draw draw) const {
+bool UnavailableSongs::MayPlay(const std::string& path, Failed failed) const {
     if (IsAway(path) || missingFiles_.contains(path)) return false;
     const auto broken = broken_.find(path);
     if (broken == broken_.end()) return true;
-    return draw == Draw::kAll && broken->second != attempt_;
+    return failed == Failed::kAllowed && broken->second != attempt_;
 }
 
 void UnavailableSongs::NoteAwayFolder(const std::string& folder) {

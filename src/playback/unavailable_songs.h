@@ -1,5 +1,5 @@
-// Songs that cannot be played now, as far as openings have shown, so that the draw passes them over without asking a
-// drive: a disk or a network share that went away takes its time for every answer. UI thread.
+// Songs known to be unplayable from failed openings, so that draws skip them without touching the drive: a disk or
+// network share that went away is slow to answer. UI thread.
 #pragma once
 
 #include <cstdint>
@@ -13,26 +13,26 @@ namespace hullrider {
 
 class UnavailableSongs {
 public:
-    // Which songs may be drawn: those that are not known to be unavailable, or also those that have failed to play, but
-    // for the ones that failed in the attempt under way.
-    enum class Draw { kSound, kAll };
-    bool MayPlay(const std::string& path, Draw draw) const;
-    // Whether it lies below a folder that is away.
+    // What becomes of songs that have failed to play. Even when allowed, those that failed in the current attempt are
+    // excluded.
+    enum class Failed { kExcluded, kAllowed };
+    bool MayPlay(const std::string& path, Failed failed) const;
+    // Whether it lies below a missing folder.
     bool IsAway(std::string_view path) const;
 
-    // What lies below the folder, or the one file, is away. For a minute.
+    // Everything below the folder, or the one file, is away: skipped for a minute.
     void NoteAwayFolder(const std::string& folder);
     void NoteMissingFile(const std::string& path);
-    // The file is there and cannot be played. For the whole run.
+    // The file exists but cannot be played: avoided for the whole run.
     void NoteBroken(const std::string& path) { broken_[path] = attempt_; }
     void NotePlayed(const std::string& path) { broken_.erase(path); }
-    // The user, or the end of a song, wants an item: what failed before may fail once more.
+    // The user, or the end of a song, asks for an item: songs that failed earlier may be tried once more.
     void BeginAttempt() { ++attempt_; }
 
-    // Forgets what was away, because nothing else can be played. False when nothing was.
+    // Forgets what was away, because nothing else can be played. False when nothing was away.
     bool LookAgain();
 
-    // Changes with every folder that goes away or is looked for again. Forgets what was away for more than a minute.
+    // Changes with every folder that goes away or is forgotten. Forgets what has been away for more than a minute.
     uint64_t Revision();
 
 private:
@@ -43,7 +43,7 @@ private:
     using Until = std::unordered_map<std::string, PlayTime, TextHash, std::equal_to<>>;
 
     Until awayFolders_, missingFiles_;
-    std::unordered_map<std::string, uint64_t> broken_;  // the attempt in which each failed last
+    std::unordered_map<std::string, uint64_t> broken_;  // the attempt in which each last failed
     uint64_t attempt_ = 1;
     uint64_t revision_ = 0;
 };

@@ -13,7 +13,7 @@
 #include "platform/play_clock.h"
 #include "platform/worker.h"
 #include "playback/fade_out.h"
-#include "playback/loudness.h"
+#include "playback/stream_loudness.h"
 #include "playback/stream_slots.h"
 
 namespace hullrider {
@@ -37,7 +37,7 @@ std::string Text(float value) {
     return text;
 }
 
-// The volume at which a stream of that loudness comes out as loud as wanted.
+// The volume that gives a stream of that loudness the target loudness.
 float VolumeFor(float targetRms, float rms) {
     if (std::isnan(rms) || rms == 0.0F) return 1.0F;
     return std::clamp(targetRms / rms, 0.0F, 1.0F);
@@ -47,10 +47,10 @@ void Slide(StreamSlot handle, float volume, int32_t ms) {
     BASS_ChannelSlideAttribute(handle, BASS_ATTRIB_VOL, volume, static_cast<uint32_t>(std::max(ms, 0)));
 }
 
-// The worker's slide must not reach a stream that was replaced meanwhile and is fading out, nor one whose volume is no
-// longer to follow its loudness.
+// A worker must not slide a stream that was replaced meanwhile and is fading out, nor slide one after loudness
+// following was turned off.
 bool MaySlide(const VolumeState& volume, StreamSlot handle) {
-    return !volume.closed && volume.isFollowing && volume.currentHandle == handle;
+    return !volume.closed && volume.realTimeVolume && volume.currentHandle == handle;
 }
 
 void SlideIfCurrent(const VolumeState& volume, StreamSlot handle, float level, int32_t ms) {
@@ -86,7 +86,7 @@ void CorrectVolume(VolumeState& volume, StreamSlot handle, int32_t slideMs) {
 
 void AdjustVolume(VolumeState& volume, int32_t fadeMs) {
     PrintLine("Volume adjustment thread started, waiting for " + std::to_string(fadeMs / 2) + " ms");
-    // The item after it is not measured long enough to be corrected then.
+    // The next item would not be measured long enough to be corrected then.
     const StreamSlot handle = volume.currentHandle;
     SleepFor(kAdjustAfter);
     CorrectVolume(volume, handle, fadeMs / 2);
@@ -129,7 +129,7 @@ float TargetRmsOf(float volume) {
 
 float WantedVolume(const AppState& app) {
     const VolumeState& volume = *app.playback.volume;
-    if (!app.playback.realTimeVolume) return app.settings.volumeLevel;
+    if (!volume.realTimeVolume) return app.settings.volumeLevel;
     return VolumeFor(volume.targetRms, volume.averageMusicRms);
 }
 
@@ -140,8 +140,7 @@ void TakeVolumeFromSettings(AppState& app) {
 void FadeInToTarget(AppState& app, StreamSlot handle, std::optional<float> rms, int32_t fadeMs) {
     VolumeState& volume = *app.playback.volume;
     volume.volumeLevel = app.settings.volumeLevel;
-    volume.isFollowing = app.playback.realTimeVolume;
-    if (!app.playback.realTimeVolume) {
+    if (!volume.realTimeVolume) {
         Slide(handle, app.settings.volumeLevel, fadeMs);
         return;
     }
@@ -157,11 +156,11 @@ void StartVolumeAdjustment(const std::shared_ptr<VolumeState>& volume, int32_t f
 void CorrectVolumeOnceHeard(PlaybackState& playback) {
     if (!playback.correctionDue || PlayNow() < *playback.correctionDue) return;
     playback.correctionDue.reset();
-    if (playback.realTimeVolume) CorrectVolume(*playback.volume, playback.volume->currentHandle, kLateSlideMs);
+    if (playback.volume->realTimeVolume) CorrectVolume(*playback.volume, playback.volume->currentHandle, kLateSlideMs);
 }
 
 void ApplyVolume(AppState& app) {
-    if (app.playback.realTimeVolume) {
+    if (app.playback.volume->realTimeVolume) {
         ApplyFollowedVolume(app);
     } else {
         SetAttribute(app, app.settings.volumeLevel);
@@ -175,16 +174,17 @@ bool SetVolumeLevel(AppState& app, float volume) {
         return false;
     }
     app.settings.volumeLevel = volume;
-    // What the user sets while a preset is on is the volume from now on.
+    // A volume set during a preset becomes the normal volume.
     if (app.playback.savedVolume >= 0.0F) app.playback.savedVolume = volume;
-    if (app.playback.realTimeVolume) TakeVolumeFromSettings(app);
+    if (app.playback.volume->realTimeVolume) TakeVolumeFromSettings(app);
     ApplyVolume(app);
     return true;
 }
 
 float UserVolume(const AppState& app) {
-    const float target = app.playback.volume->targetRms;
-    return app.playback.realTimeVolume && target >= 0.0F ? target / kRmsAtFullVolume : app.settings.volumeLevel;
+    const VolumeState& volume = *app.playback.volume;
+    const bool isKnown = volume.realTimeVolume && volume.targetRms >= 0.0F;
+    return isKnown ? volume.targetRms / kRmsAtFullVolume : app.settings.volumeLevel;
 }
 
 float NormalVolume(const AppState& app) {
@@ -192,12 +192,11 @@ float NormalVolume(const AppState& app) {
 }
 
 void SetLoudnessFollowing(AppState& app, bool isOn) {
-    if (isOn == app.playback.realTimeVolume) return;
+    if (isOn == app.playback.volume->realTimeVolume) return;
     const float volume = UserVolume(app);
-    app.playback.realTimeVolume = isOn;
     {
         const std::lock_guard lock(StreamMutex());  // a worker may be about to slide
-        app.playback.volume->isFollowing = isOn;
+        app.playback.volume->realTimeVolume = isOn;
     }
     SetVolumeLevel(app, std::clamp(volume, 0.0F, 1.0F));
 }
@@ -218,7 +217,7 @@ void ToggleHighLowVolume(AppState& app) {
         settings.volumeLevel = settings.highVolume;
     }
     float level = settings.volumeLevel;
-    if (playback.realTimeVolume) {
+    if (playback.volume->realTimeVolume) {
         VolumeState& volume = *playback.volume;
         volume.targetRms = TargetRmsOf(settings.volumeLevel);
         level = VolumeFor(volume.targetRms, volume.averageMusicRms);

@@ -1,8 +1,8 @@
-// The volume that a stream is played at. Without loudness following it is the user's volume. With it, the volume is
-// chosen so that the stream comes out as loud as the user wants, at most at full volume: roughly as soon as the stream
-// was measured, and again from its average loudness 2.5 s later.
+// The volume of a stream. Without loudness following, it is the user's volume. With it, the volume is chosen so that
+// the stream sounds as loud as the user wants, up to full volume: first from a short measurement, and again from its
+// average loudness 2.5 s later.
 //
-// Every volume outside 0 to 1 is refused with a line on the error stream.
+// A volume outside 0 to 1 is refused with a line on the error stream.
 #pragma once
 
 #include <memory>
@@ -12,43 +12,43 @@
 
 namespace hullrider {
 
-// The loudness that belongs to a volume; -1 when the volume is refused.
+// The loudness for a volume; -1 when the volume is refused.
 float TargetRmsOf(float volume);
 
-// The settings' volume becomes the loudness to follow, until a preset is chosen. At start-up.
+// Takes the settings' volume as the loudness to follow, until a preset is chosen. At start-up.
 void TakeVolumeFromSettings(AppState& app);
 
-// The volume that what plays should have by now.
+// The volume that the current item should have.
 float WantedVolume(const AppState& app);
 
-// Fades in a stream that was just started, silent. With loudness following it is measured before, on a worker, unless
-// `rms` tells how loud it is.
+// Fades in a stream that was just started silently. With loudness following, a worker measures it first, unless `rms`
+// gives its loudness.
 void FadeInToTarget(AppState& app, StreamSlot handle, std::optional<float> rms, int32_t fadeMs);
 
-// Starts the correction of the current stream from its average loudness, on a worker.
+// Starts a worker that corrects the current stream's volume from its average loudness.
 void StartVolumeAdjustment(const std::shared_ptr<VolumeState>& volume, int32_t fadeMs);
 
-// Corrects the volume of an item that was silent at first, when it has been heard for long enough. Due with the poll.
+// Corrects the volume of an item that began silently, once it has been heard long enough. Due with the poll.
 void CorrectVolumeOnceHeard(PlaybackState& playback);
 
-// Makes the settings' volume heard at once on what plays.
+// Applies the settings' volume to the current item at once.
 void ApplyVolume(AppState& app);
 
 // Sets and applies the user's volume. False when it is refused.
 bool SetVolumeLevel(AppState& app, float volume);
 
-// The volume that the user has set. With loudness following it stands for a loudness, and the settings' volume is what
-// that comes to for the song that plays.
+// The volume that the user has set. With loudness following, it stands for a loudness, and the settings' volume is the
+// result for the current song.
 float UserVolume(const AppState& app);
 
-// The user's volume when no preset is on: what the next start begins with.
+// The user's volume without a preset: the next run starts with it.
 float NormalVolume(const AppState& app);
 
 // Turns loudness following on or off; the user's volume stays.
 void SetLoudnessFollowing(AppState& app, bool isOn);
 
-// From the normal volume to the high preset, to the low one, and back to the normal one if toggles are latched, else to
-// the high one again; the change slides.
+// Steps from the normal volume to the high preset, to the low one, and back to the normal one if toggles are latched,
+// otherwise to the high one; the change slides.
 void ToggleHighLowVolume(AppState& app);
 
 }  // namespace hullrider

@@ -1,4 +1,4 @@
-// The user's favourites, as a list of their own beside the marks in the songs. UI thread only.
+// The user's favorites: a list, beside the marks in the songs. UI thread only.
 #pragma once
 
 #include <cstddef>
@@ -11,16 +11,16 @@ namespace hullrider {
 
 struct FavoriteEntry {
     int32_t songType = 0;  // a MusicType
-    // Where the song lies in the library; -1: it is not in the library of this run.
+    // Its place in the library; -1: not in the library of this run.
     int32_t songIndex = -1;
     int32_t plistIndex = -1;
     int32_t favoriteCount = 1;  // 1 or more; below 0: the song is never drawn
-    std::string songPath;       // UTF-8, full path of any length; identifies the entry, whatever its letters' case
+    std::string songPath;       // UTF-8, full path of any length; identifies the entry, in any case of its letters
 };
 
 struct FavoritesState {
-    std::vector<FavoriteEntry> list;                 // in the order in which they were added
-    std::unordered_map<std::string, size_t> byPath;  // the place in the list of each path in lower case
+    std::vector<FavoriteEntry> list;                 // in the order they were added
+    std::unordered_map<std::string, size_t> byPath;  // list index by path in lower case
     uint64_t revision = 0;                           // raised by every change of the list
 };
 

@@ -1,4 +1,4 @@
-// One thing to play, as a value. It is made once, where the pick is made, and read by everything that opens, positions,
+// One thing to play, as a value. It is made where the pick is made, and read by everything that opens, positions,
 // counts or shows it.
 #pragma once
 
@@ -8,15 +8,15 @@
 
 namespace hullrider {
 
-// Where something stands in its list, as a selection yields it.
+// A place in a list, as the selection returns it.
 struct SongChoice {
     int32_t playlist = 0;  // or the station index; -1: not in the list of this run
     int32_t song = 0;      // 0 for a station
     int32_t extra = 0;     // the number drawn, for the uniform pick
-    int32_t reserved = 0;  // always 0
+    int32_t reserved = 0;  // unused, always 0
 };
 
-// What a type code may be beyond the types that a Song can have.
+// Type codes besides MusicType.
 inline constexpr int32_t kInternetRadio = 3;
 inline constexpr int32_t kChapter = 4;  // of an audiobook
 inline constexpr size_t kItemTypes = 5;

@@ -13,40 +13,40 @@
 
 namespace hullrider {
 
-using StreamSlot = uint32_t;  // an audio handle, 0: empty
+using StreamSlot = uint32_t;  // audio handle, 0: empty
 
-// Why nothing is to be heard, for the panel.
+// Why nothing plays, for the panel.
 enum class PlaybackTrouble { kNone, kLookingForMusic, kNoMusic, kNothingPlayable, kNothingWanted };
 
-// Which tests were given up so that something could be played.
+// Which rule was dropped so that something could be played.
 enum class Relaxation { kNone, kHistory, kCategory, kFilter };
 
 struct NextUp;  // playback/next_up.h
 
-// What was asked for instead of a draw.
+// What the user asked for instead of a draw.
 struct NextRequest {
     enum Kind { kNone, kSong, kStation, kEarlierSong } kind = kNone;
     SongChoice song;  // for kSong
 };
 
-// UI thread and the fade workers, which may outlive everything else and so own it together.
+// Shared by the UI thread and the fade workers, which may outlive everything else.
 struct FadeState {
     std::atomic<bool> fadeInProgress{false};
-    std::atomic<uint32_t> serial{0};          // of the latest fade; the worker of an older one leaves the flag alone
+    std::atomic<uint32_t> serial{0};          // of the latest fade; older workers leave the flag alone
     std::atomic<bool> nextSlotActive{false};  // as in PlaybackState
-    std::atomic<bool> closed{false};          // the streams are gone: workers that wake up do nothing
+    std::atomic<bool> closed{false};          // the streams are gone: workers do nothing
     std::atomic<bool> paused{false};          // the fade stands still
-    std::atomic<int64_t> pausedMs{0};         // how long the latest fade has stood still before
+    std::atomic<int64_t> pausedMs{0};         // length of the latest fade's earlier pauses
 };
 
-// Loudness following. UI thread and the volume workers, which own it together as above. Loudness is the root mean
-// square of a stream's two levels, 0 to 32768 each.
+// Loudness following. Shared by the UI thread and the volume workers, as above. Loudness is the root mean square of a
+// stream's two levels, 0 to 32768 each.
 struct VolumeState {
-    std::atomic<StreamSlot> currentHandle{0};  // what the workers are to measure and to correct
-    std::atomic<bool> isFollowing{false};      // loudness following is on
+    std::atomic<StreamSlot> currentHandle{0};  // the stream that workers measure and correct
+    std::atomic<bool> realTimeVolume{false};   // loudness following is on
     std::atomic<float> targetRms{-1.0F};       // the loudness that the user wants; -1: unknown
-    std::atomic<float> averageMusicRms{0.0F};  // of the current item's last seconds, 0: not known yet
-    std::atomic<float> adjustedVolume{0.0F};   // the last volume that a correction has set
+    std::atomic<float> averageMusicRms{0.0F};  // of the current item's last seconds; 0: not known yet
+    std::atomic<float> adjustedVolume{0.0F};   // the volume that the last correction set
     std::atomic<float> volumeLevel{0.0F};      // the user's volume, for what workers print
     std::atomic<bool> levelUnknown{false};     // the current item could not be measured
     std::atomic<bool> closed{false};
@@ -62,29 +62,28 @@ struct PlaybackState {
     int32_t currentType = 0;      // type code of what plays, and of what played before
     int32_t previousType = 0;
     PlayItem item;                           // what plays, or played last
-    Relaxation relaxed = Relaxation::kNone;  // how it came to be picked
+    Relaxation relaxed = Relaxation::kNone;  // which rule was dropped for it
     std::shared_ptr<NextUp> next;            // null: nothing is prepared
     double songLengthSec = 0.0;
     double startSec = 0.0;
     double endSec = 0.0;         // start + play length, in stream time
-    bool demonstration = false;  // plays music that the user has not chosen
+    bool demonstration = false;  // plays music that the user did not choose
     PlaybackTrouble trouble = PlaybackTrouble::kNone;
     std::chrono::steady_clock::time_point lastAttempt;  // when play-next last ran
-    std::chrono::steady_clock::time_point prepareFrom;  // not before: nothing could be prepared
-    std::chrono::milliseconds slowestOpening{0};        // of late
+    std::chrono::steady_clock::time_point prepareFrom;  // earliest next attempt after nothing could be prepared
+    std::chrono::milliseconds slowestOpening{0};        // recently
     StreamSlot fadingStream = 0;                        // the old item's, while the fade is in progress
-    std::chrono::steady_clock::time_point fadeEnds;     // of both, and what was left of it at a pause
+    std::chrono::steady_clock::time_point fadeEnds;     // of both streams; and the time left at a pause
     std::chrono::milliseconds fadeLeft{0};
     std::chrono::steady_clock::time_point pausedAt;
-    bool itemIsHeard = false;  // plays and is not paused: its time is counted
+    bool itemIsHeard = false;  // playing and not paused: its time counts
     std::chrono::steady_clock::time_point heardSince;
 
-    bool realTimeVolume = false;  // loudness following is on
     int32_t volumeMode = kNormalVolume;
-    float savedVolume = -1.0F;  // the normal volume while another one is on, -1: none
+    float savedVolume = -1.0F;  // the normal volume while a preset is on; -1: none
     int32_t levelsTaken = 0;    // for the average loudness, since the item started
     std::chrono::steady_clock::time_point lastLevel;
-    // When the volume is to be corrected once more, because the item was silent at first; none: not at all.
+    // When the volume is due for another correction, because the item began silent.
     std::optional<std::chrono::steady_clock::time_point> correctionDue;
 
     std::shared_ptr<FadeState> fade = std::make_shared<FadeState>();
@@ -96,9 +95,9 @@ struct SoundFontState {
     std::vector<std::string> soundFontFiles;  // UTF-8 paths, sorted
     int32_t currentSoundFont = 0;
     int32_t songsSinceSoundfontChange = 0;
-    uint32_t midiStreamFont = 0;      // audio handle of the font of musicStream, 0: none
-    uint32_t midiStreamNextFont = 0;  // and of musicStreamNext
-    std::string midiStreamFontFile, midiStreamNextFontFile;  // the files that these two were loaded from
+    uint32_t midiStreamFont = 0;                             // audio handle of musicStream's font, 0: none
+    uint32_t midiStreamNextFont = 0;                         // of musicStreamNext's
+    std::string midiStreamFontFile, midiStreamNextFontFile;  // their files
 };
 
 }  // namespace hullrider

@@ -23,7 +23,7 @@ struct InternetStation {
     bool isIncluded = true;  // takes part in the draw
 };
 
-// A mix of its own. The whole library is drawn from, by these weights instead of the user's.
+// A user-defined mix: draws from the whole library by its own weights.
 struct CustomStation {
     std::string name;
     SelectionWeights weights;

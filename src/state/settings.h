@@ -20,7 +20,7 @@ struct Settings {
     int32_t rawTracker = 50;
     int32_t songsBeforeSoundfontChange = 1;  // 0: never
 
-    // Panel colours, 0 to 255 each.
+    // Panel colors, 0 to 255 each.
     int32_t textR = 200, textG = 220, textB = 235;
     int32_t bkGrR = 12, bkGrG = 18, bkGrB = 28;
     int32_t songR = 255, songG = 196, songB = 92;
@@ -40,7 +40,7 @@ struct Settings {
     std::string currentBkTextureName = "Leather";
     std::string currentLCDTextureName = "Leather";
     int32_t bkTextureAlpha = 25;
-    int32_t historyDepth = 20;  // songs that may not come again; -1: off
+    int32_t historyDepth = 20;  // the last songs that may not repeat; -1: off
     bool versionCheck = true;
     int32_t rawRadio = 20;
     std::vector<std::string> audioBookDirectoryPaths;  // UTF-8

@@ -13,13 +13,13 @@ struct HistoryRecord {
     int32_t type = 0;        // of the item
     int32_t playlist = -1;   // or the station index; -1: not in the library of this run
     int32_t song = -1;       // 0 for a station
-    std::string path;        // of the song, or the station's URL
+    std::string path;        // or the station's URL
     int64_t startedAt = 0;   // seconds since 1970
-    double playedSec = 0.0;  // heard, without pauses
-    std::string title;       // as it was shown; empty in histories of before
+    double playedSec = 0.0;  // excluding pauses
+    std::string title;       // as shown; empty in older files
 };
 
-// What tells one item from another in the test for repeats.
+// Identifies an item in the test for repeats.
 struct HistoryKey {
     int32_t type = 0;
     int32_t playlist = 0;
@@ -37,9 +37,9 @@ struct HistoryKeyHash {
 
 struct SongHistory {
     std::deque<HistoryRecord> records;
-    size_t cursor = 0;  // the record that plays; the number of records when none of them does
+    size_t cursor = 0;  // the current record; the number of records when there is none
 
-    // The number of the last pick of each record that could be drawn again, counted from 1 over all picks.
+    // Each record's last pick, numbered from 1 over all picks, if it could be drawn again.
     std::unordered_map<HistoryKey, uint64_t, HistoryKeyHash> lastPick;
     uint64_t picks = 0;
 };

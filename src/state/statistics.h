@@ -10,7 +10,7 @@
 
 namespace hullrider {
 
-// One thing of a kind, started and heard.
+// Items of one type: how many started, and how long they were heard.
 struct Played {
     int64_t count = 0;
     double seconds = 0.0;
@@ -20,9 +20,9 @@ struct Played {
 
 struct StatisticsCounts {
     std::array<Played, kItemTypes> byType;
-    Played favorites;    // those of the songs that are favourites
+    Played favorites;    // the favorites among the songs
     int64_t starts = 0;  // of the program
-    int64_t skips = 0;   // items that the user did not hear to their end
+    int64_t skips = 0;   // items that the user cut short
 
     bool operator==(const StatisticsCounts&) const = default;
 };
@@ -32,7 +32,7 @@ struct Statistics {
     StatisticsCounts allTime;  // this run included
 };
 
-// How often each song was played, by its path. Songs that are not in the library now keep their counts.
+// How often each song was played, by path. Songs that have left the library keep their counts.
 struct PlayCounts {
     std::unordered_map<std::string, int32_t> byPath;
     uint64_t revision = 0;  // raised by every change

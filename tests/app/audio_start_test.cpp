@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "app/commands.h"
+#include "app/heartbeat.h"
 #include "app/startup.h"
 #include "audio/bass.h"
 #include "platform/message_box.h"

@@ -56,7 +56,7 @@ TEST_F(AutosaveTest, WhatChangesIsWrittenAndNothingElse) {
         {"a setting", [&] { state_.settings.historyDepth = 3; }, kSettingsFile},
         {"the window", [&] { state_.shell.options.x = 3; }, kShellOptionsFile},
         {"the volume", [&] { state_.settings.volumeLevel = 0.25F; }, kSettingsFile},
-        {"loudness following", [&] { state_.playback.realTimeVolume = true; }, kShellOptionsFile},
+        {"loudness following", [&] { state_.playback.volume->realTimeVolume = true; }, kShellOptionsFile},
         {"a start", [&] { CountStart(state_.statistics); }, kStatisticsFile},
         {"a play", [&] { CountPlay(song, state_.playCounts); }, kPlayCountsFile},
         {"counts found",

@@ -39,13 +39,9 @@ protected:
     AppState& state_;
 };
 
-TEST(MainMenu, EveryItemIsACommandThatEitherRunsOrHasAWindow) {
+TEST(MainMenu, EveryItemIsACommand) {
     for (const MenuPopup& popup : MainMenu()) {
-        for (const int32_t id : popup.commands) {
-            const Command* const command = FindCommand(id);
-            ASSERT_NE(command, nullptr) << id;
-            EXPECT_NE(command->run == nullptr, command->window.className == nullptr) << id;
-        }
+        for (const int32_t id : popup.commands) EXPECT_NE(FindCommand(id), nullptr) << id;
     }
 }
 

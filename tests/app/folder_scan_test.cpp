@@ -50,7 +50,7 @@ TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
     EXPECT_EQ(state.library.favoriteSongCount, 1);
     EXPECT_EQ(CurrentHandle(state.playback), playing);
     EXPECT_EQ(state.playback.item.title, "demo");
-    EXPECT_EQ(PlayingSong(state), nullptr) << "another song in its place would get its favourite count";
+    EXPECT_EQ(PlayingSong(state), nullptr) << "another song in its place would get its favorite count";
 
     Scan(player, {"music", "demo"});
     ASSERT_TRUE(ScanEnds(player));
@@ -69,7 +69,7 @@ TEST_F(FolderScanTest, WithoutAFolderTheLibraryIsEmptyAndTheMusicEnds) {
     EXPECT_FALSE(player.state.selection.mixedMusic);
     EXPECT_FALSE(folder_.Has("data/musicLibraryCache.json")) << "the songs would be back with the next start";
     EXPECT_NE(CurrentHandle(player.state.playback), 0U);
-    EXPECT_FALSE(PlayNext(player.state, player.draws));
+    EXPECT_FALSE(PlayNext(player.state, player.picker));
     EXPECT_EQ(CurrentHandle(player.state.playback), 0U);
     EXPECT_EQ(player.state.playback.trouble, PlaybackTrouble::kNoMusic);
 

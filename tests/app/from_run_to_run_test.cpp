@@ -38,7 +38,7 @@ TEST_F(FromRunToRun, FavoritesLastAndTakeInWhatAScanFinds) {
     folder_.Write("music/New/five.flac", "x");  // a scan that changes the library, whose cache has the mark too
     EXPECT_EQ(favoritesAfter("lost"), 1);
     EXPECT_EQ(StateFile("favorite.json")["favorites"][0]["favoriteCount"], 2);
-    EXPECT_EQ(favoritesAfter(R"({"favorites":[]})"), 0);  // and does not bring back what is no favourite any more
+    EXPECT_EQ(favoritesAfter(R"({"favorites":[]})"), 0);  // and does not bring back what is no favorite any more
     EXPECT_EQ(favoritesAfter("lost"), 0);
 }
 
@@ -75,7 +75,7 @@ TEST_F(FromRunToRun, TheUsersOwnVolumeLastsWhateverIsMadeOfIt) {
     folder_.Write("data/ShellOptions.json", R"({"equalLoudness": 1, "width": 1e9, "closeToTray": true})");
     {
         Player& player = Start();
-        EXPECT_FALSE(player.state.playback.realTimeVolume);
+        EXPECT_FALSE(player.state.playback.volume->realTimeVolume);
         EXPECT_EQ(player.state.shell.options.width, 0);
         SetVolumeLevel(player.state, 0.25F);
         SetLoudnessFollowing(player.state, true);
@@ -85,7 +85,7 @@ TEST_F(FromRunToRun, TheUsersOwnVolumeLastsWhateverIsMadeOfIt) {
     }
     {
         Player& player = Start();
-        EXPECT_TRUE(player.state.playback.realTimeVolume);
+        EXPECT_TRUE(player.state.playback.volume->realTimeVolume);
         EXPECT_TRUE(player.state.shell.options.closesToTray);
         EXPECT_EQ(UserVolume(player.state), 0.375F);
         SetLoudnessFollowing(player.state, false);

@@ -1,4 +1,5 @@
 #include "app/startup.h"
+#include "app/heartbeat.h"
 
 #include "input/hotkey_file.h"
 #include "playback/stream_slots.h"

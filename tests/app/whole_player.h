@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "app/folder_scan.h"
+#include "app/heartbeat.h"
 #include "app/settings_file.h"
 #include "app/shutdown.h"
 #include "app/startup.h"

@@ -50,7 +50,7 @@ TEST(FavoritesRows, SayWhatAFavoriteIsAndWhetherItCanBePlayed) {
     EXPECT_EQ(CellText(rows[1], FavoriteColumn::kKind), "Tracker module");
     EXPECT_EQ(rows[2].position.playlist, 7);
     EXPECT_EQ(rows[2].position.song, 4);
-    EXPECT_EQ(FavoritesSummary(rows), "4 favourites, 1 of them not in the library");
+    EXPECT_EQ(FavoritesSummary(rows), "4 favorites, 1 of them not in the library");
     EXPECT_EQ(RowOfFavorite(rows, "loose"), 3);
     EXPECT_EQ(RowOfFavorite(rows, "gone"), -1);
 }

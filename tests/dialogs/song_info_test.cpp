@@ -46,10 +46,10 @@ TEST(SongInfo, CountsWhatWasHeardByKindInThisRunAndInAll) {
     EXPECT_EQ(info.kinds[kMidi], (TextRow{"MIDI", "1,234", "1", "0:30", "1,000,001", "3:30"}));
     EXPECT_EQ(info.kinds[kMp3], (TextRow{"Audio files", "0", "0", "0:00", "0", "0:00"}));
     EXPECT_EQ(info.kinds[4], (TextRow{"All", "1,240", "3", "2:30", "1,000,003", "5:30"}));
-    EXPECT_EQ(info.kinds[5], (TextRow{"Favourites among them", "0", "1", "0:30", "1", "0:30"}));
+    EXPECT_EQ(info.kinds[5], (TextRow{"Favorites among them", "0", "1", "0:30", "1", "0:30"}));
     EXPECT_NEAR(info.timeShare[kMidi], 3.5 / 5.5, 1e-9);
     EXPECT_NEAR(info.timeShare[kInternetRadio], 1.5 / 5.5, 1e-9);
-    EXPECT_EQ(info.library, "Library: 1,234 songs in 0 playlists, 0 favourites");
+    EXPECT_EQ(info.library, "Library: 1,234 songs in 0 playlists, 0 favorites");
     EXPECT_EQ(info.allTime, "All time: started 1 time, 1 item skipped");
     EXPECT_EQ(MakeSongInfo(state, {}, kNow).timeShare, (std::array<double, 4>{}));
 }

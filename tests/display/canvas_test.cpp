@@ -46,7 +46,7 @@ TEST(Coverage, AnArcIsItsShareOfTheRing) {
         return DistanceToArc(p, {50.0F, 50.0F}, 30.0F, -kQuarter, kQuarter, 4.0F);
     });
     EXPECT_NEAR(Area(arc) / 4.0, kPi * 30.0 * 4.0 + kPi * 4.0, 5.0);  // half a ring and its round ends
-    EXPECT_GT(arc.At(100, 40), 200);                                  // clockwise from above: over the centre
+    EXPECT_GT(arc.At(100, 40), 200);                                  // clockwise from above: over the center
     EXPECT_EQ(arc.At(100, 160), 0);
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "state/command_ids.h"
+
 namespace hullrider {
 namespace {
 
@@ -27,7 +29,7 @@ TEST_F(PanelMouseTest, EveryKeyActsWhenItIsLetGoWhereItWasPressed) {
         EXPECT_EQ(mouse_.Hover(), key);
         EXPECT_FALSE(mouse_.Press(MiddleOf(key), 0.5));
         EXPECT_EQ(mouse_.Pressed(), key);
-        EXPECT_EQ(mouse_.Release(MiddleOf(key)), (PanelAction{key, 0.0}));
+        EXPECT_EQ(mouse_.Release(MiddleOf(key)), (PanelAction{CommandOf(key), 0.0}));
         EXPECT_FALSE(mouse_.Pressed());
     }
 }
@@ -66,7 +68,7 @@ TEST_F(PanelMouseTest, TheKnobFollowsTheHandEvenOutsideAndStopsAtItsEnds) {
                              Drag{-900.0F, 0.0F, 0.0}, Drag{0.0F, -900.0F, 1.0}, Drag{-5.5F, 5.5F, 0.4}}) {
         const auto action = mouse_.Move({knob_.x + drag.x, knob_.y + drag.y});
         ASSERT_TRUE(action);
-        EXPECT_EQ(action->element, PanelElement::kVolume);
+        EXPECT_EQ(action->command, kSetVolumeCommand);
         EXPECT_NEAR(action->value, drag.volume, 1e-6);
         EXPECT_EQ(mouse_.Pressed(), PanelElement::kVolume);
     }
@@ -87,7 +89,7 @@ TEST_F(PanelMouseTest, AClickInTheSongBarNamesThePlaceInTheSong) {
         const float x = track.x + track.width * static_cast<float>(place);
         const auto action = mouse_.Press({x, track.y + 2.0F}, 0.5);
         ASSERT_TRUE(action);
-        EXPECT_EQ(action->element, PanelElement::kSongBar);
+        EXPECT_EQ(action->command, kSeekCommand);
         EXPECT_NEAR(action->value, place, 1e-5);
         EXPECT_FALSE(mouse_.Release({x, track.y + 2.0F}));
     }

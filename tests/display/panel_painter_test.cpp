@@ -37,8 +37,8 @@ protected:
         model.kind = "MIDI";
         model.album = "Album";
         model.title = "Title";
-        model.turnPlayed = "0:23";
-        model.turnLeft = "0:42";
+        model.timePlayed = "0:23";
+        model.timeLeft = "0:42";
         model.songPosition = "1:05";
         model.songLeft = "-2:07";
         model.windowFrom = 0.2;
@@ -47,7 +47,6 @@ protected:
         model.soundFont = "Grand";
         model.playlist = "2/12";
         model.volume = 0.5F;
-        look_.enabled.set();
     }
 
     std::vector<uint32_t> PaintedWhole(int32_t width, int32_t height, const PanelLook& look) {
@@ -70,8 +69,8 @@ const std::vector<std::function<void(PanelLook&)>> kChanges{
     [](PanelLook& look) { look.model.title = std::string(150, 't'); },
     [](PanelLook& look) { look.motion.shownSec = 7.0; },
     [](PanelLook& look) { look.model.title = ""; },
-    [](PanelLook& look) { look.model.turnPlayed = "1:02:33"; },
-    [](PanelLook& look) { look.model.turnLeft = "12:00:07"; },
+    [](PanelLook& look) { look.model.timePlayed = "1:02:33"; },
+    [](PanelLook& look) { look.model.timeLeft = "12:00:07"; },
     [](PanelLook& look) { look.model.songPosition = "10:01:05"; },
     [](PanelLook& look) { look.model.songLeft = ""; },
     [](PanelLook& look) { look.model.windowFrom = 0.1; },
@@ -91,7 +90,6 @@ const std::vector<std::function<void(PanelLook&)>> kChanges{
     [](PanelLook& look) { look.hover = PanelElement::kNext; },
     [](PanelLook& look) { look.pressed = PanelElement::kNext; },
     [](PanelLook& look) { look.hover = PanelElement::kVolume, look.pressed.reset(); },
-    [](PanelLook& look) { look.enabled.reset(IndexOf(PanelElement::kExit)); },
     [](PanelLook& look) {
         look.meter.left = {20, 25};
     },

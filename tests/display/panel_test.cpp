@@ -6,6 +6,7 @@
 
 #include "audio/bass.h"
 #include "audio/manual_output.h"
+#include "display/panel_look.h"
 #include "tests/bytes.h"
 #include "tests/temporary_folder.h"
 
@@ -43,10 +44,10 @@ protected:
     AppState app_;
 };
 
-TEST_F(PanelTest, TellsTheTimesOfTheTurnAndOfTheSong) {
+TEST_F(PanelTest, TellsTheTimesOfTheWindowAndOfTheSong) {
     const PanelModel model = At(73.4);
-    EXPECT_EQ(model.turnPlayed, "0:23");
-    EXPECT_EQ(model.turnLeft, "0:37");
+    EXPECT_EQ(model.timePlayed, "0:23");
+    EXPECT_EQ(model.timeLeft, "0:37");
     EXPECT_EQ(model.songPosition, "1:13");
     EXPECT_EQ(model.songLeft, "-2:07");
     EXPECT_NEAR(model.windowFrom, 0.25, 1e-3);
@@ -56,15 +57,15 @@ TEST_F(PanelTest, TellsTheTimesOfTheTurnAndOfTheSong) {
     EXPECT_EQ(MakePanelModel(app_, {73.4, true}).transport, Transport::kPaused);
 }
 
-TEST_F(PanelTest, TimesStayWithinTheirBoundsBeforeAndAfterTheTurn) {
-    EXPECT_EQ(At(10.0).turnPlayed, "0:00");
-    EXPECT_EQ(At(10.0).turnLeft, "1:00");
-    EXPECT_EQ(At(500.0).turnLeft, "0:00");
+TEST_F(PanelTest, TimesStayWithinTheirBoundsBeforeAndAfterTheWindow) {
+    EXPECT_EQ(At(10.0).timePlayed, "0:00");
+    EXPECT_EQ(At(10.0).timeLeft, "1:00");
+    EXPECT_EQ(At(500.0).timeLeft, "0:00");
     EXPECT_EQ(At(500.0).songLeft, "-0:00");
     EXPECT_EQ(At(500.0).position, 1.0);
 }
 
-TEST_F(PanelTest, AnEndlessStreamHasOnlyItsTurn) {
+TEST_F(PanelTest, AnEndlessStreamHasOnlyItsWindow) {
     app_.playback.songLengthSec = app_.playback.startSec = 0.0;
     const PanelModel model = At(55.0);
     EXPECT_EQ(model.songLeft, "");
@@ -126,7 +127,7 @@ TEST_F(PanelTest, SaysWhyNothingPlays) {
     const PanelModel model = At(0.0);
     EXPECT_EQ(model.transport, Transport::kNothing);
     EXPECT_EQ(model.title, "None of the songs can be played");
-    EXPECT_EQ(model.turnPlayed + model.songLeft + model.kind + model.playlist, "");
+    EXPECT_EQ(model.timePlayed + model.songLeft + model.kind + model.playlist, "");
     EXPECT_EQ(model.volume, 1.0F);
     EXPECT_EQ(ReadLevel(app_.playback).left, 0.0F);
     EXPECT_EQ(ReadChannel(app_.playback).positionSec, 0.0);
@@ -134,12 +135,12 @@ TEST_F(PanelTest, SaysWhyNothingPlays) {
 
 TEST_F(PanelTest, ASecondLaterOnlyTheTimesAreRepainted) {
     ElementSet times;
-    for (const PanelElement element : {PanelElement::kClock, PanelElement::kTurnLeft, PanelElement::kSongPosition,
+    for (const PanelElement element : {PanelElement::kClock, PanelElement::kTimeLeft, PanelElement::kSongPosition,
                                        PanelElement::kSongLeft, PanelElement::kSongBar}) {
         times.set(IndexOf(element));
     }
-    EXPECT_EQ(ElementsThatDiffer(At(60.0), At(61.0)), times);
-    EXPECT_TRUE(ElementsThatDiffer(At(60.0), At(60.001)).none());
+    EXPECT_EQ(ElementsToRepaint({At(60.0)}, {At(61.0)}), times);
+    EXPECT_TRUE(ElementsToRepaint({At(60.0)}, {At(60.001)}).none());
 }
 
 TEST_F(PanelTest, TellsWhatIsDrawnFrom) {
@@ -175,7 +176,8 @@ TEST_F(PanelTest, TheLevelsAreThoseOfTheirSides) {
 
 TEST_F(PanelTest, EveryElementThatCanBeClickedHasATooltip) {
     for (size_t i = 0; i < kElementCount; ++i) {
-        EXPECT_EQ(TooltipOf(static_cast<PanelElement>(i), At(60.0)).empty(), i >= kClickableCount) << i;
+        const auto element = static_cast<PanelElement>(i);
+        EXPECT_EQ(TooltipOf(element, At(60.0)).empty(), CommandOf(element) == 0) << i;
     }
 }
 

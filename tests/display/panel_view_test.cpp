@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "state/command_ids.h"
+
 namespace hullrider {
 namespace {
 
@@ -34,12 +36,12 @@ protected:
         window_ = CreateWindowW(windowClass.lpszClassName, L"", WS_POPUP, 0, 0, kWidth, kHeight, nullptr, nullptr,
                                 nullptr, nullptr);
         SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&view_));
-        view_.Attach(window_, ElementSet().set());
+        view_.Attach(window_);
         model_.transport = Transport::kPlaying;
         model_.title = "Slow Aurora";
         model_.album = "Lanterns";
         model_.kind = "MIDI";
-        model_.turnPlayed = "0:23";
+        model_.timePlayed = "0:23";
         model_.volume = 0.5F;
         ShowWindow(window_, SW_SHOWNA);
         view_.Show(model_, MakePanelTheme({}));
@@ -90,9 +92,9 @@ TEST_F(PanelViewTest, TurnsClicksAndTheWheelIntoActions) {
     SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MiddleOf(PanelElement::kNext));
     SendMessageW(window_, WM_LBUTTONUP, 0, MiddleOf(PanelElement::kNext));
     ASSERT_EQ(actions_.size(), 1U);
-    EXPECT_EQ(actions_.back().element, PanelElement::kNext);
+    EXPECT_EQ(actions_.back().command, kNextSongCommand);
     SendMessageW(window_, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
-    EXPECT_EQ(actions_.back().element, PanelElement::kVolume);
+    EXPECT_EQ(actions_.back().command, kSetVolumeCommand);
     EXPECT_NEAR(actions_.back().value, 0.45, 1e-6);
     SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MiddleOf(PanelElement::kVolume));
     SendMessageW(window_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(0xFF00, 0));  // far to the left of the window
@@ -160,7 +162,7 @@ DWORD GdiObjectsInUse() {
 TEST_F(PanelViewTest, TenThousandRedrawsLeaveNothingBehind) {
     const auto redraw = [&](int times) {
         for (int i = 0; i < times; ++i) {
-            model_.turnPlayed = std::to_string(i % 10) + ":0" + std::to_string(i / 10 % 10);
+            model_.timePlayed = std::to_string(i % 10) + ":0" + std::to_string(i / 10 % 10);
             model_.songPosition = std::to_string(i);
             model_.position = i % 100 / 100.0;
             model_.volume = static_cast<float>(i / 100 % 7) / 7.0F;

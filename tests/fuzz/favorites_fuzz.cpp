@@ -1,4 +1,4 @@
-// The text of a favourites file: whatever it says, only favourites come out that may stand in the list, and the list
+// The text of a favorites file: whatever it says, only favorites come out that may stand in the list, and the list
 // that they make is written and read again as it is.
 #include <cstdint>
 #include <cstdlib>

@@ -64,7 +64,7 @@ TEST(Scan, WhatIsNoFolderIsOneLineAndNothingElse) {
     }
 }
 
-TEST(Scan, FavouritesFilesAreToldOfTheDirectorysOwnFirstAndAreNoSongs) {
+TEST(Scan, FavoritesFilesAreToldOfTheDirectorysOwnFirstAndAreNoSongs) {
     const TemporaryFolder music;
     const std::string own = music.Write("Favorite.JSON", "{}");
     const std::string album = music.Write("Album/favorite.json", "{}");

@@ -84,7 +84,7 @@ TEST(SongHistory, JunkIsPassedOverAndAFileThatIsNoneIsKept) {
     const std::string odd = R"({"songs":[1, {}, {"path":7}, {"path":"a","type":9}, null, [],
         {"path":"good","type":2,"startedAt":-5,"playedSec":-1}, {"path":"b","type":1.5,"playedSec":"x"}]})";
     ASSERT_EQ(ReadSongHistory(odd, history, error), StateReading::kPartly);
-    EXPECT_EQ(error, "entries that make no sense: 6");
+    EXPECT_EQ(error, "invalid entries: 6");
     ASSERT_EQ(history.records.size(), 2U);
     EXPECT_EQ(history.records[0].path, "good");
     EXPECT_EQ(history.records[0].startedAt, 0);

@@ -63,14 +63,14 @@ TEST(Json, WhatIsReadIsWhatAnyReaderOfJsonWouldRead) {
     }
     std::string error;
     EXPECT_FALSE(ParseJsonObject("[]", error));
-    EXPECT_EQ(error, "it holds no object");
+    EXPECT_EQ(error, "it is not a JSON object");
 }
 
 TEST(Json, NestingIsAllowedAsDeepAsSixtyFour) {
     std::string error;
     EXPECT_TRUE(ParseJson(std::string(64, '[') + std::string(64, ']'), error)) << error;
-    EXPECT_EQ(Error(std::string(65, '[') + std::string(65, ']')), "it is nested too deep");
-    EXPECT_EQ(Error(Repeated("{\"a\":", 1 << 20)), "it is nested too deep");
+    EXPECT_EQ(Error(std::string(65, '[') + std::string(65, ']')), "it is nested too deeply");
+    EXPECT_EQ(Error(Repeated("{\"a\":", 1 << 20)), "it is nested too deeply");
 }
 
 // A few bytes of text can be a large value in memory.

@@ -155,7 +155,7 @@ TEST_F(WorkerTest, AnExceptionEndsOnlyWhatItWasThrownBy) {
     Worker worker;
     worker.Start([](const std::stop_token&) { throw std::runtime_error("no such page"); });
     EndWorkers();
-    EXPECT_EQ(console.Errors(), "no such list\nWork in the background failed: no such page\n");
+    EXPECT_EQ(console.Errors(), "no such list\nBackground work failed: no such page\n");
 }
 
 }  // namespace

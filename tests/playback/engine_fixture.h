@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "playback/draws.h"
+#include "playback/picker_state.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
 #include "tests/console_capture.h"
@@ -31,7 +31,7 @@ protected:
     FakeClock clock_;
     TemporaryFolder folder_;
     AppState app_;
-    Draws draws_{4};
+    PickerState picker_{4};
 };
 
 }  // namespace hullrider

@@ -19,7 +19,7 @@ protected:
     }
 
     void PlayOne() {
-        ASSERT_TRUE(PlayNext(app_, draws_));
+        ASSERT_TRUE(PlayNext(app_, picker_));
         clock_.Advance(std::chrono::seconds(5));
     }
 
@@ -55,7 +55,7 @@ TEST_F(FontChangeTest, ASongThatCutsOthersOffDoesNotCount) {
     PlayOne();
     const uint32_t main = app_.soundFonts.midiStreamFont, next = app_.soundFonts.midiStreamNextFont;
     app_.soundFonts.songsSinceSoundfontChange = 1;
-    for (int i = 0; i < 2; ++i) ASSERT_TRUE(PlayNext(app_, draws_));  // the second one ends the fade of the first
+    for (int i = 0; i < 2; ++i) ASSERT_TRUE(PlayNext(app_, picker_));  // the second one ends the fade of the first
     EXPECT_EQ(app_.soundFonts.songsSinceSoundfontChange, 2);
     EXPECT_EQ(std::pair(app_.soundFonts.midiStreamFont, app_.soundFonts.midiStreamNextFont), std::pair(main, next));
     clock_.Advance(std::chrono::seconds(5));
@@ -65,7 +65,7 @@ TEST_F(FontChangeTest, ASongThatCutsOthersOffDoesNotCount) {
 
 TEST_F(FontChangeTest, AFontThatCameWithADroppedItemIsFreed) {
     app_.settings.songsBeforeSoundfontChange = 1;
-    ASSERT_TRUE(OpenNext(app_, draws_, {}, ChooseNextItem(app_, draws_, {})));
+    ASSERT_TRUE(OpenNext(app_, picker_, {}, ChooseNextItem(app_, picker_, {})));
     EXPECT_EQ(FakeFonts(), 3U);
     DropNext(app_.playback);
     EXPECT_EQ(FakeFonts(), 2U);

@@ -19,7 +19,7 @@ TEST(KeptPlace, IsFoundAgainByItsPathInAnyCase) {
     app.library.playlists = {Album({"D:\\A\\1.mp3"}), Album({"D:\\Rock\\1.mp3", "D:\\Rock\\2.mp3"})};
     app.selection.currentPlaylist = 1;
     app.selection.currentSongInPlaylist = 1;
-    const KeptPlace place = NotePlace(app);
+    const KeptPlace place = KeepPlace(app);
 
     app.library.playlists = {Album({"d:\\ROCK\\0.mp3", "d:\\ROCK\\2.MP3"}), Album({"D:\\Rocky\\2.mp3"})};
     FindPlaceAgain(app, place);

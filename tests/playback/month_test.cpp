@@ -7,9 +7,9 @@
 
 #include "library/song_history.h"
 #include "playback/listening.h"
-#include "playback/loudness.h"
 #include "playback/next_up.h"
 #include "playback/sound_fonts.h"
+#include "playback/stream_loudness.h"
 #include "playback/stream_time.h"
 #include "playback/transport.h"
 #include "playback/volume.h"
@@ -97,14 +97,14 @@ protected:
         mostWorkers_ = std::max(mostWorkers_, clock_.Workers());
     }
 
-    void StartNext() { Settle(PlayNext(app_, draws_)); }
+    void StartNext() { Settle(PlayNext(app_, picker_)); }
 
     // Opening takes no time here, but another thread.
     void Settle(bool started) {
         for (int i = 0; !started && app_.playback.next != nullptr && app_.playback.next->wish.isUrgent; ++i) {
             ASSERT_LT(i, 1000);
             clock_.Advance(1ms);
-            started = PollPlayback(app_, draws_);
+            started = PollPlayback(app_, picker_);
         }
         songs_ += started;
         if (started) startedAt_ = clock_.Now();
@@ -120,17 +120,17 @@ protected:
     // Plays the current item to its end, up to the start of the next one.
     void PlayToTheEnd() {
         const double dueSec = app_.playback.endSec - app_.playback.startSec;
-        const bool isTurn = app_.playback.trouble == PlaybackTrouble::kNone;
+        const bool isWindow = app_.playback.trouble == PlaybackTrouble::kNone;
         bool started = false;
         while (!started) {
             Pass(StrideFrom(app_.playback.endSec - PositionSec(CurrentHandle(app_.playback))));
-            started = PollPlayback(app_, draws_);
+            started = PollPlayback(app_, picker_);
             if (!started && app_.playback.trouble != PlaybackTrouble::kNone) return;
             ASSERT_LT(Seconds(clock_.Now() - startedAt_), dueSec + 20.0) << app_.playback.item.title;
         }
         ++songs_;
         const double playedSec = Seconds(clock_.Now() - std::exchange(startedAt_, clock_.Now()));
-        if (!isTurn) return;
+        if (!isWindow) return;
         ASSERT_GE(playedSec, dueSec - 0.25) << app_.playback.item.title;
         ASSERT_LE(playedSec, std::max(dueSec, 1.0) + 0.45) << app_.playback.item.title;
     }
@@ -147,11 +147,11 @@ protected:
                 startedAt_ += 30s;
             },
             [&] { NextSoundFont(app_); },
-            [&] { Settle(PlayPreviousSong(app_, draws_)); },
+            [&] { Settle(PlayPreviousSong(app_, picker_)); },
             [&] { app_.selection.shuffle = chance_.Index(3) != 0; },
-            [&] { NextPlaylist(app_, draws_), Settle(false), startedAt_ = clock_.Now(); },
+            [&] { NextPlaylist(app_, picker_), Settle(false), startedAt_ = clock_.Now(); },
             [&] { app_.selection.playMode = kLibraryMode; },
-            [&] { SetLoudnessFollowing(app_, !app_.playback.realTimeVolume); },
+            [&] { SetLoudnessFollowing(app_, !app_.playback.volume->realTimeVolume); },
             [&] { ToggleHighLowVolume(app_); },
             [&] { ChangeSettings(); },
             [&] { MoveAlbums(); },

@@ -41,7 +41,7 @@ TEST(PlayWindow, ALongSongStartsAnywhereAndPlaysBetweenTheTwoDurations) {
     EXPECT_GE(shortest, 37.0);
 }
 
-TEST(PlayWindow, ADemonstrationHasShortTurnsUntilTheUserSetsOthers) {
+TEST(PlayWindow, ADemonstrationHasShortWindowsUntilTheUserSetsOthers) {
     Settings settings;
     EXPECT_EQ(ChooseDurations(settings, true).maxSec, 40.0);
     settings.songPlayDurationMin = 60;
@@ -61,7 +61,7 @@ TEST(PlayWindow, StationsAndCustomStationsHaveLengthsOfTheirOwnInEitherOrder) {
     }
 }
 
-TEST(PlayWindow, AFadeLongerThanASongLeavesHalfOfItForTheTurn) {
+TEST(PlayWindow, AFadeLongerThanASongTakesOnlyHalfOfIt) {
     Random random(4);
     const PlayDurations durations = WithDurations(45, 110, 60'000);
     const PlayWindow window = ChooseSongWindow(40.0, kMp3, durations, random);

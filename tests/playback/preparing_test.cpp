@@ -25,14 +25,14 @@ protected:
     void Pass(milliseconds time) {
         for (milliseconds passed{0}; passed < time; passed += 50ms) {
             clock_.Advance(50ms);
-            PollPlayback(app_, draws_);
+            PollPlayback(app_, picker_);
             silence_ = FakeLoudness() > 0.0F ? 0ms : silence_ + 50ms;
             longestSilence_ = std::max(longestSilence_, silence_);
         }
     }
 
     void StartFirst() {
-        PlayNext(app_, draws_);
+        PlayNext(app_, picker_);
         Pass(100ms);
         ASSERT_NE(CurrentHandle(app_.playback), 0U);
         longestSilence_ = 0ms;
@@ -54,7 +54,7 @@ TEST_F(PreparingTest, TheNextItemIsOpenBeforeItIsDueAndLeavesNothingBehindUntilI
     EXPECT_EQ(FakeChannels(), 2U);
     EXPECT_EQ(app_.history.records.size(), 1U);
     EXPECT_EQ(app_.selection.currentPlaylist, 0);
-    EXPECT_TRUE(PlayNext(app_, draws_)) << "at once";
+    EXPECT_TRUE(PlayNext(app_, picker_)) << "at once";
     EXPECT_EQ(Title(), "b");
     EXPECT_EQ(app_.history.records.size(), 2U);
     EXPECT_EQ(app_.selection.currentPlaylist, 1);
@@ -94,7 +94,7 @@ TEST_F(PreparingTest, ADriveThatDoesNotAnswerForTenSecondsMakesNoSilence) {
     const StreamSlot old = CurrentHandle(app_.playback);
     {
         const FakeSlowDrive slow("slow");
-        EXPECT_FALSE(PlayNext(app_, draws_));
+        EXPECT_FALSE(PlayNext(app_, picker_));
         Pass(2s);
         EXPECT_EQ(CurrentHandle(app_.playback), old) << "the old item plays on";
         EXPECT_EQ(FakeSlideTarget(old), app_.settings.volumeLevel);
@@ -119,7 +119,7 @@ TEST_F(PreparingTest, WithoutAnythingElseASlowDriveIsWaitedFor) {
     EXPECT_EQ(longestSilence_, 0ms);
 }
 
-TEST_F(PreparingTest, ATurnNeitherBeginsNorLiesInSilence) {
+TEST_F(PreparingTest, AWindowNeitherBeginsNorLiesInSilence) {
     const double kLengthSec = 120.0, kQuietFrom = 30.0, kQuietTo = 70.0;
     SetLibrary(app_, {{Write("a.mp3", FakeSong(kLengthSec, 10'000, kQuietFrom, kQuietTo))}});
     app_.settings.songPlayDurationMin = app_.settings.songPlayDurationMax = 20;
@@ -161,15 +161,15 @@ TEST_F(PreparingTest, WholeSongsFollowEachOtherAndNoneBeginsAgain) {
         const StreamSlot handle = CurrentHandle(app_.playback);
         const double lengthSec = app_.playback.songLengthSec;
         clock_.Advance(milliseconds(static_cast<int>(lengthSec * 1000.0) - 5000));
-        PollPlayback(app_, draws_);
+        PollPlayback(app_, picker_);
         clock_.Advance(5000ms + 170ms);  // the poll comes late
         EXPECT_EQ(FakeLoudness(), 0.0F) << "it has ended, and has not begun again";
-        PollPlayback(app_, draws_);
+        PollPlayback(app_, picker_);
         EXPECT_NE(CurrentHandle(app_.playback), handle);
     }
 }
 
-TEST_F(PreparingTest, TurnsShorterThanTheFadeComeToFullVolume) {
+TEST_F(PreparingTest, WindowsShorterThanTheFadeComeToFullVolume) {
     SetLibrary(app_, {{Write("a.mp3", FakeSong(300.0)), Write("b.mp3", FakeSong(300.0))}});
     app_.settings.FADE_DURATION_MS = 8000;
     app_.settings.songPlayDurationMin = app_.settings.songPlayDurationMax = 6;
@@ -194,7 +194,7 @@ TEST_F(PreparingTest, BrokenAndMissingSongsArePassedOverAndRememberedAndTheFiles
     songs.push_back(Write("a/good.mp3", FakeSong(300.0)));
     SetLibrary(app_, {songs});
     for (int i = 0; i < 8; ++i) {
-        PlayNext(app_, draws_);
+        PlayNext(app_, picker_);
         Pass(2s);
         EXPECT_EQ(Title(), "good");
     }
@@ -208,11 +208,11 @@ TEST_F(PreparingTest, BrokenAndMissingSongsArePassedOverAndRememberedAndTheFiles
 
 TEST_F(PreparingTest, ADriveThatIsBackIsHeardWithTheNextRequest) {
     SetLibrary(app_, {{MadeSong(folder_.At("drive/a/1.mp3"), kMp3)}});
-    PlayNext(app_, draws_);
+    PlayNext(app_, picker_);
     Pass(2s);
     EXPECT_EQ(CurrentHandle(app_.playback), 0U);
     folder_.Write("drive/a/1.mp3", FakeSong(300.0));
-    PlayNext(app_, draws_);
+    PlayNext(app_, picker_);
     Pass(100ms);
     EXPECT_NE(CurrentHandle(app_.playback), 0U);
 }
@@ -230,14 +230,14 @@ TEST_F(PreparingTest, PreviousSongPassesOverWhatIsBrokenAndOutOfSilencePlaysAnyt
     app_.selection.shuffle = false;
     SetLibrary(app_,
                {{Write("a.mp3", FakeSong(300.0)), Write("b.mp3", FakeSong(300.0)), Write("c.mp3", FakeSong(300.0))}});
-    PlayPreviousSong(app_, draws_);
+    PlayPreviousSong(app_, picker_);
     Pass(100ms);
     EXPECT_EQ(Title(), "a") << "there is no earlier one";
-    for (int i = 0; i < 2; ++i) PlayNext(app_, draws_), Pass(2s);
+    for (int i = 0; i < 2; ++i) PlayNext(app_, picker_), Pass(2s);
     EXPECT_EQ(Title(), "c");
     folder_.Write("b.mp3", "broken meanwhile");
     app_.history.records[0].startedAt = 7;
-    PlayPreviousSong(app_, draws_);
+    PlayPreviousSong(app_, picker_);
     Pass(2s);
     EXPECT_EQ(Title(), "a");
     EXPECT_EQ(app_.history.cursor, 0U);
@@ -251,15 +251,15 @@ TEST_F(PreparingTest, APauseIsNotTimeThatWasHeardWhateverComesAfterIt) {
     Pass(10s);
     TogglePause(app_);
     Pass(60s);
-    PlayNext(app_, draws_);
+    PlayNext(app_, picker_);
     Pass(100ms);
     EXPECT_NEAR(app_.statistics.thisRun.byType[kMp3].seconds, 10.0, 0.2);
 }
 
 TEST_F(PreparingTest, ARequestForNoSongSaysSoAndAnotherOneComes) {
     SetLibrary(app_, {{Write("a.mp3", FakeSong(300.0))}});
-    PlaySong(app_, draws_, 99, 0);
-    PlaySong(app_, draws_, 0, -1);
+    PlaySong(app_, picker_, 99, 0);
+    PlaySong(app_, picker_, 0, -1);
     Pass(100ms);
     EXPECT_EQ(Title(), "a");
     const std::string output = console_->Output();

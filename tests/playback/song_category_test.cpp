@@ -7,7 +7,7 @@
 namespace hullrider {
 namespace {
 
-// In the order of Category: MIDI, MP3, tracker, favourites, radio.
+// In the order of Category: MIDI, MP3, tracker, favorites, radio.
 using Shares = std::array<int32_t, 5>;
 
 std::array<int32_t, 5> AsList(const SelectionWeights& weights) {
@@ -24,7 +24,7 @@ Shares SharesOf(const SelectionWeights& weights) {
 
 TEST(SongCategory, SharesAreWholePerCentInTheirOrderAndTrackersAreTheRest) {
     struct Case {
-        SelectionWeights weights;  // favourites, MIDI, MP3, tracker, radio
+        SelectionWeights weights;  // favorites, MIDI, MP3, tracker, radio
         Shares shares;
     };
     const Case cases[] = {{{50, 50, 50, 50, 0}, {25, 25, 25, 25, 0}},

@@ -34,7 +34,7 @@ protected:
 
     // What is picked counts as played.
     SongChoice PickOne(int32_t category = kNoCategory) {
-        const Pick pick = SelectNextSong(app_, draws_, category);
+        const Pick pick = SelectNextSong(app_, picker_, category);
         EXPECT_EQ(pick.result, Selection::kItem);
         TakeEffect(app_, pick);
         return pick.item.place;
@@ -51,7 +51,7 @@ protected:
     }
 
     AppState app_;
-    Draws draws_{5};
+    PickerState picker_{5};
 };
 
 // What the rules say by themselves, entry by entry: how likely each song is within a category.
@@ -79,13 +79,13 @@ std::map<Place, double> ChancesWithin(const AppState& app, int32_t category) {
 TEST_F(SongSelectionTest, ManyDrawsKeepThePromiseOfTheWeights) {
     struct Case {
         const char* what;
-        SelectionWeights weights;  // favourites, MIDI, MP3, tracker, radio
+        SelectionWeights weights;  // favorites, MIDI, MP3, tracker, radio
         int32_t filter;
     };
     const Case cases[] = {
-        {"built in", {50, 50, 50, 50, 20}, kAllSongs}, {"favourites", {90, 5, 5, 5, 0}, kAllSongs},
+        {"built in", {50, 50, 50, 50, 20}, kAllSongs}, {"favorites", {90, 5, 5, 5, 0}, kAllSongs},
         {"one kind", {0, 0, 7, 0, 0}, kAllSongs},      {"rare", {1, 1, 100, 1, 0}, kAllSongs},
-        {"no weights", {0, 0, 0, 0, 0}, kAllSongs},    {"no favourites", {10, 30, 60, 40, 0}, kNoFavorites},
+        {"no weights", {0, 0, 0, 0, 0}, kAllSongs},    {"no favorites", {10, 30, 60, 40, 0}, kNoFavorites},
     };
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     constexpr int kDraws = 100'000;  // the instrumented program is many times slower
@@ -176,7 +176,7 @@ TEST_F(SongSelectionTest, TheFilterIsGivenUpLastAndOnlyWhenNothingThatPassesItCa
         }
     }
     app_.selection.favoritesFilter = kFavoritesOnly;
-    for (int i = 0; i < 3; ++i) draws_.unavailable.NoteMissingFile(songs[static_cast<size_t>(i)].songPath);
+    for (int i = 0; i < 3; ++i) picker_.unavailable.NoteMissingFile(songs[static_cast<size_t>(i)].songPath);
     for (int i = 0; i < 20; ++i) {
         PickOne();
         EXPECT_EQ(app_.playback.relaxed, Relaxation::kFilter);
@@ -188,27 +188,27 @@ TEST_F(SongSelectionTest, WhatIsAwayIsPassedOverAndWhatIsBrokenComesLast) {
                       {MadeSong("b/1.xm", kTracker), MadeSong("b/2.xm", kTracker)}});
     app_.settings.historyDepth = -1;
     app_.weights = {0, 0, 1, 0, 0};
-    draws_.unavailable.NoteAwayFolder("gone");
-    draws_.unavailable.NoteBroken("b/1.xm");
+    picker_.unavailable.NoteAwayFolder("gone");
+    picker_.unavailable.NoteBroken("b/1.xm");
     for (const bool shuffle : {true, false}) {
         app_.selection.shuffle = shuffle;
         for (int i = 0; i < 10; ++i) EXPECT_EQ(PickOne().song, 1);
     }
     // Within one attempt nothing is tried twice; with the next one it is.
-    draws_.unavailable.NoteBroken("b/2.xm");
-    EXPECT_EQ(SelectNextSong(app_, draws_, kNoCategory).result, Selection::kNothing);
-    draws_.unavailable.BeginAttempt();
+    picker_.unavailable.NoteBroken("b/2.xm");
+    EXPECT_EQ(SelectNextSong(app_, picker_, kNoCategory).result, Selection::kNothing);
+    picker_.unavailable.BeginAttempt();
     EXPECT_EQ(PickOne().playlist, 1);
 }
 
 TEST_F(SongSelectionTest, WithoutShuffleAllIsWalkedInOrderAndAPickChangesNothingUntilItTakesEffect) {
     FillLibrary();
-    draws_.unavailable.NoteMissingFile("b/1.mp3");
+    picker_.unavailable.NoteMissingFile("b/1.mp3");
     app_.selection.shuffle = false;
     const std::vector<Place> expected = {{0, 0}, {0, 1}, {2, 1}, {2, 2}, {3, 0}, {3, 1}, {0, 0}, {0, 1}};
     for (const Place& place : expected) {
         for (int i = 0; i < 3; ++i) {
-            const Pick dropped = SelectNextSong(app_, draws_, kNoCategory);
+            const Pick dropped = SelectNextSong(app_, picker_, kNoCategory);
             EXPECT_EQ(Place(dropped.item.place.playlist, dropped.item.place.song), place);
         }
         const bool isFirst = app_.selection.firstPick;
@@ -294,7 +294,7 @@ TEST_F(SongSelectionTest, ACustomStationDrawsByItsOwnWeights) {
     app_.settings.historyDepth = -1;
     app_.radio.activeCustomStation = {"modules", {0, 0, 0, 1, 0}};
     for (int i = 0; i < 50; ++i) {
-        const Pick pick = SelectForCustomStation(app_, draws_);
+        const Pick pick = SelectForCustomStation(app_, picker_);
         ASSERT_EQ(pick.result, Selection::kItem);
         EXPECT_EQ(pick.item.place.playlist, 3);
         TakeEffect(app_, pick);
@@ -302,14 +302,14 @@ TEST_F(SongSelectionTest, ACustomStationDrawsByItsOwnWeights) {
     EXPECT_EQ(app_.weights.midi, 50);
 }
 
-TEST_F(SongSelectionTest, AnUnknownWeightAndAHugeFavouriteAreStillDrawn) {
+TEST_F(SongSelectionTest, AnUnknownWeightAndAHugeFavoriteAreStillDrawn) {
     SetLibrary(app_, {{MadeSong("a/1.mp3", kMp3, 1, INT32_MAX), MadeSong("a/2.mp3", kMp3, 1, INT32_MAX)}});
     app_.settings.historyDepth = INT32_MAX;
     std::map<Place, int> counts = Counts(1000);
     EXPECT_EQ(counts.size(), 2U);
-    EXPECT_EQ(CountsOf(draws_.candidates, app_.radio).lastCandidateCount, INT32_MAX);
+    EXPECT_EQ(CountsOf(picker_.candidates, app_.radio).lastCandidateCount, INT32_MAX);
     app_.weights = {-1, 0, 0, 0, 0};
-    EXPECT_EQ(SelectNextSong(app_, draws_, kNoCategory).result, Selection::kRefused);
+    EXPECT_EQ(SelectNextSong(app_, picker_, kNoCategory).result, Selection::kRefused);
 }
 
 TEST_F(SongSelectionTest, TheUniformPickReachesEverySongOfALibraryFromTheCacheEquallyOften) {
@@ -319,14 +319,14 @@ TEST_F(SongSelectionTest, TheUniformPickReachesEverySongOfALibraryFromTheCacheEq
     std::map<Place, int> drawn;
     constexpr int kDraws = 40000;
     for (int i = 0; i < kDraws; ++i) {
-        const Pick pick = PickUniformSong(app_, draws_);
+        const Pick pick = PickUniformSong(app_, picker_);
         ASSERT_EQ(pick.result, Selection::kItem);
         ++drawn[{pick.item.place.playlist, pick.item.place.song}];
     }
     ASSERT_EQ(drawn.size(), 4U);
     for (const auto& [where, count] : drawn) EXPECT_NEAR(count, kDraws / 4, Interval(0.25, kDraws));
     app_.library.playlists.clear();
-    EXPECT_EQ(PickUniformSong(app_, draws_).result, Selection::kNothing);
+    EXPECT_EQ(PickUniformSong(app_, picker_).result, Selection::kNothing);
 }
 
 }  // namespace

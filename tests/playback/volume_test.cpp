@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "audio/bass.h"
-#include "playback/loudness.h"
+#include "playback/stream_loudness.h"
 #include "playback/transport.h"
 #include "tests/inline_workers.h"
 #include "tests/playback/engine_fixture.h"
@@ -18,12 +18,12 @@ class VolumeTest : public EngineTest {
 protected:
     VolumeTest() {
         app_.settings.FADE_DURATION_MS = 8000;
-        app_.playback.realTimeVolume = true;
+        app_.playback.volume->realTimeVolume = true;
     }
 
     StreamSlot PlaySongOfLevel(int level) {
         SetLibrary(app_, {{Write("song.mp3", FakeSong(300.0, level))}});
-        EXPECT_TRUE(PlayNext(app_, draws_));
+        EXPECT_TRUE(PlayNext(app_, picker_));
         return CurrentHandle(app_.playback);
     }
 
@@ -55,7 +55,7 @@ protected:
 };
 
 TEST_F(VolumeTest, WithoutFollowingASongFadesInToTheUsersVolume) {
-    app_.playback.realTimeVolume = false;
+    app_.playback.volume->realTimeVolume = false;
     app_.settings.volumeLevel = 0.6F;
     const StreamSlot song = PlaySongOfLevel(10'000);
     EXPECT_EQ(FakeVolume(song), 0.0F);
@@ -108,7 +108,7 @@ TEST_F(VolumeTest, TheCorrectionIsMadeAfterACutToo) {
     PlaySongOfLevel(28'000);
     for (int i = 0; i < 2; ++i) {
         clock_.Advance(200ms);
-        ASSERT_TRUE(PlayNext(app_, draws_));
+        ASSERT_TRUE(PlayNext(app_, picker_));
     }
     Pass(10s);
     EXPECT_NEAR(FakeVolume(CurrentHandle(app_.playback)), 0.5F, 0.001F);
@@ -121,7 +121,7 @@ TEST_F(VolumeTest, ASongThatIsSilentAtFirstIsCorrectedOnceItIsHeard) {
         CutStreamsBut(app_.playback, 0);
         SetLibrary(app_, {{Write("late.mp3", FakeSong(300.0, 28'000, 0.9, 4.0))}});
         app_.settings.songPlayDurationMax = 0;  // from its start
-        ASSERT_TRUE(PlayNext(app_, draws_));
+        ASSERT_TRUE(PlayNext(app_, picker_));
         const StreamSlot song = CurrentHandle(app_.playback);
         RestartLoudness(app_.playback, song);
         clock_.Advance(1s);
@@ -153,10 +153,10 @@ TEST_F(VolumeTest, WhoSwitchesFollowingOffKeepsTheVolume) {
 }
 
 TEST_F(VolumeTest, APauseHoldsBothItemsOfAFadeAndBothGoOn) {
-    app_.playback.realTimeVolume = false;
+    app_.playback.volume->realTimeVolume = false;
     const StreamSlot first = PlaySongOfLevel(10'000);
     Pass(10s);
-    ASSERT_TRUE(PlayNext(app_, draws_));
+    ASSERT_TRUE(PlayNext(app_, picker_));
     const StreamSlot second = CurrentHandle(app_.playback);
     Pass(4s);
     TogglePause(app_);
@@ -178,7 +178,7 @@ TEST_F(VolumeTest, AMeasurementOfASongThatWasLeftDoesNotBringItBack) {
     app_.playback.volume->targetRms = 14'000.0F;
     const StreamSlot first = PlaySongOfLevel(28'000);
     clock_.Advance(200ms);
-    ASSERT_TRUE(PlayNext(app_, draws_));
+    ASSERT_TRUE(PlayNext(app_, picker_));
     EXPECT_EQ(FakeSlideTarget(first), 0.0F);
     Pass(2s);
     EXPECT_EQ(FakeSlideTarget(first), 0.0F);
@@ -205,7 +205,7 @@ TEST_F(VolumeTest, TheVolumesOfTheToggleTakeTurns) {
         std::vector<float> volumes;
     };
     for (const Case& test : {Case{false, {0.8F, 0.1F, 0.8F, 0.1F}}, Case{true, {0.8F, 0.1F, 0.5F, 0.8F}}}) {
-        app_.playback.realTimeVolume = false;
+        app_.playback.volume->realTimeVolume = false;
         app_.playback.volumeMode = kNormalVolume;
         app_.playback.savedVolume = -1.0F;
         app_.settings = {};

@@ -253,7 +253,7 @@ TEST_F(Decoders, AChangeOfRateMidwayIsFollowed) {
     }
 }
 
-TEST_F(Decoders, ACancelledSourceReadsNoMore) {
+TEST_F(Decoders, ACanceledSourceReadsNoMore) {
     for (const char* name : {"a.wav", "a.mp3"}) {
         int error = BASS_OK;
         const std::string path = Encode(Noise(kRate, kRate * 10), name);

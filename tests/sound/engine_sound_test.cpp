@@ -2,8 +2,8 @@
 // it can, and the engine's clock goes along with it.
 #include <cmath>
 
-#include "playback/loudness.h"
 #include "playback/play_next.h"
+#include "playback/stream_loudness.h"
 #include "playback/stream_slots.h"
 #include "playback/transport.h"
 #include "playback/volume.h"
@@ -41,13 +41,13 @@ protected:
     }
 
     // The song of that number in the one playlist.
-    void PlaySongNumber(int32_t song) { ASSERT_TRUE(PlaySong(app_, draws_, 0, song)); }
+    void PlaySongNumber(int32_t song) { ASSERT_TRUE(PlaySong(app_, picker_, 0, song)); }
 
     const ConsoleCapture quiet_;
     InlineWorkers inline_;
     FakeClock clock_;
     AppState app_;
-    Draws draws_{21};
+    PickerState picker_{21};
     unsigned nextSeed_ = 1;
     int ticks_ = 0;
 };
@@ -86,7 +86,7 @@ TEST_F(EngineSound, SongsMasteredFarApartComeOutAlikeFiveSecondsAfterTheirStart)
         songs.push_back(MadeSong(SaveNoise(std::to_string(i) + ".wav", 40.0, std::pow(10.0, db / 20.0)), kMp3));
     }
     SetLibrary(app_, {songs});
-    app_.playback.realTimeVolume = true;
+    app_.playback.volume->realTimeVolume = true;
     app_.playback.volumeMode = kHighVolume;
     app_.settings.highVolume = 0.05F;  // the quietest song reaches it at full volume
     double quietest = 1e9, loudest = 0.0;

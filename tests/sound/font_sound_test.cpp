@@ -86,6 +86,7 @@ TEST_F(FontSound, FontsOfAnyLevelSoundEquallyLoudAndThoseThatLackInstrumentsAreN
     const double common = levelThrough({.amplitude = 0.9});
     EXPECT_NEAR(levelThrough({.amplitude = 0.3}), common, common * 0.05);
     EXPECT_NEAR(levelThrough({.amplitude = 0.1}), common, common * 0.05);
+    EXPECT_LT(levelThrough({.amplitude = 0.005}), common / 5);
     const double soft = levelThrough({.amplitude = 0.0005});
     EXPECT_LT(soft, common / 10);
     EXPECT_GT(soft, 0.0);

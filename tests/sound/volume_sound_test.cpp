@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "audio/ahead.h"
 #include "tests/sound/sound.h"
 
 namespace hullrider {
@@ -161,6 +162,17 @@ TEST_F(VolumeSound, TheLevelForgetsWithinFiftyMilliseconds) {
     Render(4410);
     BASS_ChannelPlay(stream, false);
     EXPECT_EQ(BASS_ChannelGetLevel(stream), 0u);
+}
+
+// A song gives way when it has fallen silent, not when its rests add up.
+TEST_F(VolumeSound, AQuietLastsFromTheLastSoundOn) {
+    TestSound sound = Tone(kRate, 2, 1000.0, 2.0, 0.5);
+    for (const double at : {0.2, 1.0}) std::fill_n(sound.samples.begin() + std::lround(at * kRate) * 2, kRate, 0.0f);
+    const HSTREAM stream = Play(Save("rests.wav", sound));
+    for (const auto& [seconds, quietSec] : {std::pair{0.6, 0.4}, {0.3, 0.0}, {0.3, 0.2}, {0.5, 0.0}}) {
+        Render(static_cast<size_t>(seconds * kRate));
+        EXPECT_NEAR(QuietSec(stream), quietSec, 0.06);
+    }
 }
 
 TEST_F(VolumeSound, TwoStreamsAddUp) {

@@ -1,4 +1,4 @@
-// The folder and the favourites windows of the real program.
+// The folder and the favorites windows of the real program.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -86,12 +86,12 @@ TEST_F(FoldersWindowTest, FoldersAreAddedMovedAndRemovedWhileTheMusicPlays) {
     EXPECT_FALSE(folder_.Has("data/musicLibraryCache.json"));
 }
 
-TEST_F(FoldersWindowTest, FavouritesAreCountedPlayedAndCleared) {
+TEST_F(FoldersWindowTest, FavoritesAreCountedPlayedAndCleared) {
     folder_.Write("data/favorite.json", "{\"favorites\":[{\"songPath\":\"D:\\\\Away\\\\gone.mp3\"},{\"songPath\":" +
                                             Quoted("two/B/second.mp3") + ",\"favoriteCount\":5}]}");
     const HWND window = Open({"one", "two"}, kFavoriteOptionsCommand, L"CustomFavDialogClass");
     ASSERT_NE(window, nullptr);
-    EXPECT_TRUE(Shows(window, L"2 favourites, 1 of them not in the library"));
+    EXPECT_TRUE(Shows(window, L"2 favorites, 1 of them not in the library"));
     Click(window, L"Count &Up  (+)");
     EXPECT_TRUE(FileHolds("data/favorite.json", "\"favoriteCount\":6"));
     const std::string before = player_->Output();
@@ -104,7 +104,7 @@ TEST_F(FoldersWindowTest, FavouritesAreCountedPlayedAndCleared) {
     const HWND question = player_->WaitForWindow(L"#32770", L"Favorite Options");
     ASSERT_NE(question, nullptr);
     PostMessageW(question, WM_COMMAND, IDYES, 0);
-    EXPECT_TRUE(Shows(window, L"There are no favourites yet."));
+    EXPECT_TRUE(Shows(window, L"There are no favorites yet."));
     EXPECT_EQ(Exit(), 0);
     EXPECT_EQ(folder_.Read("data/favorite.json").find("mp3"), std::string::npos);
 }
@@ -113,7 +113,7 @@ TEST_F(FoldersWindowTest, TheProgramCanEndWhileAQuestionIsOpen) {
     folder_.Write("data/favorite.json", "{\"favorites\":[{\"songPath\":" + Quoted("two/B/second.mp3") + "}]}");
     const HWND window = Open({"two"}, kFavoriteOptionsCommand, L"CustomFavDialogClass");
     ASSERT_NE(window, nullptr);
-    EXPECT_TRUE(Shows(window, L"1 favourite"));
+    EXPECT_TRUE(Shows(window, L"1 favorite"));
     Click(window, L"Clear &All Favorites");
     ASSERT_NE(player_->WaitForWindow(L"#32770", L"Favorite Options"), nullptr);
     EXPECT_EQ(Exit(), 0) << player_->Output();

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "display/panel_layout.h"
+#include "display/panel_elements.h"
 #include "input/hotkey_file.h"
 #include "tests/window/window_fixture_win.h"
 
@@ -92,17 +92,28 @@ TEST_F(WindowTest, ClosingItAndTheEndOfItsTimeSaveToo) {
 
 TEST_F(WindowTest, EveryOptionWindowOpensOnceAndCloses) {
     PlayerProcess& player = Start();
-    for (const Command& command : Commands()) {
-        if (command.window.className == nullptr) continue;
-        const std::wstring className = WideFromUtf8(command.window.className);
-        const std::wstring title = WideFromUtf8(command.window.title);
-        Choose(command.id);
-        const HWND opened = player.WaitForWindow(className.c_str(), title.c_str());
-        ASSERT_NE(opened, nullptr) << command.window.title;
-        SendMessageW(window_, WM_COMMAND, static_cast<WPARAM>(command.id), 0);
-        EXPECT_EQ(player.CountWindows(className.c_str()), 1) << "opened twice";
+    const struct {
+        int32_t command;
+        const wchar_t *className, *title;
+    } windows[] = {{kFoldersCommand, L"CustomFolderDialogClass", L"Folder Information"},
+                   {kStationsCommand, L"CustomIFolderDialogClass", L"Internet Folder Information"},
+                   {kRadioOptionsCommand, L"CustomRadioDialogClass", L"Radio Options"},
+                   {kFavoriteOptionsCommand, L"CustomFavDialogClass", L"Favorite Options"},
+                   {kHotkeyOptionsCommand, L"CustomHotKeyDialogClass", L"Hotkey Options"},
+                   {kVisualOptionsCommand, L"CustomVisualDialogClass", L"Visual Options"},
+                   {kEqualizerCommand, L"CustomEQDialogClass", L"Custom User EQ"},
+                   {kCustomStationCommand, L"CustomUserRadioDialogClass", L"Custom User Radio Maker"},
+                   {kSongInfoCommand, L"CustomInfoDialogClass", L"Song Information"},
+                   {kAboutCommand, L"CustomAboutDialogClass", L"About Hullrider Radio"},
+                   {kUpdateCommand, L"CustomSearchDialogClass", L"Update Hullrider"}};
+    for (const auto& [command, className, title] : windows) {
+        Choose(command);
+        const HWND opened = player.WaitForWindow(className, title);
+        ASSERT_NE(opened, nullptr) << command;
+        SendMessageW(window_, WM_COMMAND, static_cast<WPARAM>(command), 0);
+        EXPECT_EQ(player.CountWindows(className), 1) << "opened twice";
         PostMessageW(opened, WM_CLOSE, 0, 0);
-        EXPECT_TRUE(Eventually([&] { return IsWindow(opened) == 0; })) << command.window.title;
+        EXPECT_TRUE(Eventually([&] { return IsWindow(opened) == 0; })) << command;
     }
     EXPECT_NE(IsWindow(window_), 0);
 }

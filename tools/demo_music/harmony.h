@@ -46,7 +46,7 @@ Scale MajorPentatonic(int tonic);
 int StepInScale(const Scale& scale, int key, int steps);
 // A second voice a fixed number of scale steps away.
 Phrase Harmonised(Phrase melody, const Scale& scale, int steps);
-// The melody again with passing figures: long notes become the note, its neighbour and the note again.
+// The melody again with passing figures: long notes become the note, its neighbor and the note again.
 Phrase Embellished(const Phrase& melody, const Scale& scale, double noteBeats);
 
 }  // namespace hullrider::demo

@@ -6,7 +6,7 @@
 namespace hullrider::demo {
 namespace {
 
-void Normalise(std::vector<double>& wave) {
+void Normalize(std::vector<double>& wave) {
     double peak = 1e-9;
     for (const double value : wave) peak = std::max(peak, std::abs(value));
     for (double& value : wave) value *= 0.98 / peak;
@@ -23,11 +23,11 @@ std::vector<double> Resampled(const std::vector<double>& from, double rate) {
     const double ratio = kSampleRate / rate;
     std::vector<double> to(static_cast<size_t>(static_cast<double>(from.size()) / ratio));
     for (size_t i = 0; i < to.size(); ++i) {
-        const double centre = static_cast<double>(i) * ratio;
-        const auto first = static_cast<long>(std::ceil(centre - kSide * ratio));
-        const auto last = static_cast<long>(centre + kSide * ratio);
+        const double center = static_cast<double>(i) * ratio;
+        const auto first = static_cast<long>(std::ceil(center - kSide * ratio));
+        const auto last = static_cast<long>(center + kSide * ratio);
         for (long n = std::max(0L, first); n <= last && n < static_cast<long>(from.size()); ++n) {
-            const double x = (static_cast<double>(n) - centre) / ratio;
+            const double x = (static_cast<double>(n) - center) / ratio;
             const double sinc = std::abs(x) < 1e-9 ? 1 : std::sin(kPi * 0.92 * x) / (kPi * 0.92 * x);
             to[i] += from[static_cast<size_t>(n)] * 0.92 / ratio * sinc * (0.5 + 0.5 * std::cos(kPi * x / kSide));
         }
@@ -44,7 +44,7 @@ Sample ChipWave(std::string name, const std::vector<double>& levels, int key) {
     for (const double level : levels) sample.wave.insert(sample.wave.end(), kHold, level);
     const double mean = std::accumulate(levels.begin(), levels.end(), 0.0) / static_cast<double>(levels.size());
     for (double& value : sample.wave) value -= mean;
-    Normalise(sample.wave);
+    Normalize(sample.wave);
     sample.rate = FrequencyOf(key) * static_cast<double>(sample.wave.size());
     sample.loopLength = sample.wave.size();
     return sample;
@@ -75,7 +75,7 @@ Sample Additive(std::string name, const std::vector<double>& bright, const std::
             sample.wave[i] += strength * std::sin(phase * static_cast<double>(h + 1));
         }
     }
-    Normalise(sample.wave);
+    Normalize(sample.wave);
     sample.rate = hz * static_cast<double>(loop) / static_cast<double>(cycles);
     return sample;
 }
@@ -87,10 +87,10 @@ Sample EndlessPad(std::string name, const std::vector<double>& strengths, double
     Sample sample{std::move(name), std::vector<double>(length), rate, key, 0, length};
     Random random(seed);
     for (size_t h = 0; h < HarmonicsBelow(rate, hz, strengths.size()); ++h) {
-        const double centre = hz * static_cast<double>(h + 1) * seconds;  // in whole cycles of the loop
-        const double width = centre * (std::exp2(widthCents / 1200) - 1) + 0.5;
-        for (long bin = std::lround(centre - 2 * width); bin <= std::lround(centre + 2 * width); ++bin) {
-            const double away = (static_cast<double>(bin) - centre) / width;
+        const double center = hz * static_cast<double>(h + 1) * seconds;  // in whole cycles of the loop
+        const double width = center * (std::exp2(widthCents / 1200) - 1) + 0.5;
+        for (long bin = std::lround(center - 2 * width); bin <= std::lround(center + 2 * width); ++bin) {
+            const double away = (static_cast<double>(bin) - center) / width;
             const double strength = strengths[h] * std::exp(-away * away) / std::sqrt(width);
             const double step = 2 * kPi * static_cast<double>(bin) / static_cast<double>(length);
             // y[n+1] = 2 cos(step) y[n] - y[n-1]: a sine without calling one.
@@ -104,7 +104,7 @@ Sample EndlessPad(std::string name, const std::vector<double>& strengths, double
             }
         }
     }
-    Normalise(sample.wave);
+    Normalize(sample.wave);
     return sample;
 }
 
@@ -120,7 +120,7 @@ Sample Sampled(std::string name, const Instrument& instrument, const std::vector
         mono[i] = 0.5 * (sound.left[i] + sound.right[i]) * end;
     }
     Sample sample{std::move(name), Resampled(mono, rate), rate, key, 0, 0};
-    Normalise(sample.wave);
+    Normalize(sample.wave);
     return sample;
 }
 

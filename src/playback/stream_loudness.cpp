@@ -1,4 +1,4 @@
-#include "playback/loudness.h"
+#include "playback/stream_loudness.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,7 +59,7 @@ void SampleLoudness(PlaybackState& playback) {
     const bool hasBegun = playback.levelsTaken > 0 || (rms && *rms > 0.0F);
     if (!rms || !hasBegun) return;
     const PlayTime now = PlayNow();
-    // What the workers measured then was silence.
+    // The item began silently, so the workers measured only silence.
     if (playback.levelsTaken == 0 && now - playback.lastLevel > kPromptSound) playback.correctionDue = now + kHeardFor;
     const std::chrono::duration<double> since = now - playback.lastLevel;
     playback.lastLevel = now;

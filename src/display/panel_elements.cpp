@@ -1,0 +1,299 @@
+#include "display/panel_elements.h"
+
+#include <array>
+#include <cmath>
+
+#include "display/controls.h"
+#include "display/gauges.h"
+#include "display/lcd.h"
+#include "display/panel_look.h"
+#include "state/command_ids.h"
+
+namespace hullrider {
+
+namespace {
+
+struct ElementRow {
+    PanelElement element;
+    Box box;
+    void (*paint)(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state);
+    // Whether the element looks different beyond what all controls show; null: never.
+    bool (*differs)(const PanelLook& before, const PanelLook& after) = nullptr;
+    std::string (*tooltip)(const PanelModel& model) = nullptr;
+    int32_t command = 0;
+    bool (*isEnabled)(const PanelModel& model) = nullptr;  // null: always
+};
+
+// Painters: a key with a sign that stays, and a part of the display that only needs the model.
+template <Icon icon>
+void Key(Brush& brush, const Frame& frame, const PanelLook&, ControlState state) {
+    PaintKey(brush, frame, {icon}, state);
+}
+
+template <void (*paint)(Brush&, const Frame&, const PanelModel&)>
+void Shows(Brush& brush, const Frame& frame, const PanelLook& look, ControlState) {
+    paint(brush, frame, look.model);
+}
+
+template <void (*paint)(Brush&, const Frame&, const PanelModel&, LineMotion)>
+void Scrolls(Brush& brush, const Frame& frame, const PanelLook& look, ControlState) {
+    paint(brush, frame, look.model, look.motion);
+}
+
+void PlayPauseKey(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state) {
+    PaintKey(brush, frame, {look.model.transport == Transport::kPlaying ? Icon::kPause : Icon::kPlay}, state);
+}
+
+void ShuffleKey(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state) {
+    PaintKey(brush, frame, {Icon::kShuffle, look.model.shuffle}, state);
+}
+
+void FilterKey(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state) {
+    PaintKey(brush, frame, {Icon::kFilter, look.model.filter != FavoriteFilter::kNone}, state);
+}
+
+void VolumeKnob(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state) {
+    PaintVolume(brush, frame, look.model, state);
+}
+
+void Meter(Brush& brush, const Frame& frame, const PanelLook& look, ControlState) {
+    PaintMeter(brush, frame, look.meter);
+}
+
+// One of these parts of the model differs.
+template <auto... parts>
+bool Differ(const PanelLook& before, const PanelLook& after) {
+    return ((before.model.*parts != after.model.*parts) || ...);
+}
+
+bool MeterDiffers(const PanelLook& before, const PanelLook& after) {
+    return before.meter != after.meter;
+}
+
+std::string ShuffleTooltip(const PanelModel& model) {
+    if (model.relaxed == Relaxation::kHistory) return "Shuffle is on; all songs of this kind were heard lately";
+    return model.shuffle ? "Shuffle is on" : "Shuffle is off";
+}
+
+std::string FilterTooltip(const PanelModel& model) {
+    if (model.filter == FavoriteFilter::kNone) return "All songs are played";
+    const bool favorites = model.filter == FavoriteFilter::kFavorites;
+    if (model.relaxed == Relaxation::kFilter) {
+        return favorites ? "Only favorites are wanted, but none can be played: others are"
+                         : "Favorites are not wanted, but nothing else can be played";
+    }
+    return favorites ? "Only favorites are played" : "Favorites are not played";
+}
+
+bool IsSomethingOn(const PanelModel& model) {
+    return model.transport != Transport::kNothing;
+}
+
+bool CanSeek(const PanelModel& model) {
+    return IsSomethingOn(model) && model.canSeek;
+}
+
+constexpr Box KeyBox(float x, float width) {
+    return {x, 115.0F, width, 23.0F};
+}
+
+using Model = PanelModel;
+
+// In the order of PanelElement.
+constexpr std::array<ElementRow, kElementCount> kElements{{
+    {.element = PanelElement::kPrevious,
+     .box = KeyBox(10.5F, 32.0F),
+     .paint = Key<Icon::kPrevious>,
+     .tooltip = [](const Model&) -> std::string { return "Previous song"; },
+     .command = kPreviousSongCommand},
+    {.element = PanelElement::kPlayPause,
+     .box = KeyBox(46.5F, 37.0F),
+     .paint = PlayPauseKey,
+     .differs = Differ<&Model::transport>,
+     .tooltip = [](const Model& m) -> std::string { return m.transport == Transport::kPlaying ? "Pause" : "Play"; },
+     .command = kPlayPauseCommand},
+    {.element = PanelElement::kNext,
+     .box = KeyBox(87.5F, 31.0F),
+     .paint = Key<Icon::kNext>,
+     .tooltip = [](const Model&) -> std::string { return "Next song"; },
+     .command = kNextSongCommand},
+    {.element = PanelElement::kPlaylistBack,
+     .box = KeyBox(132.0F, 26.0F),
+     .paint = Key<Icon::kBack>,
+     .tooltip = [](const Model&) -> std::string { return "Previous playlist"; },
+     .command = kPreviousPlaylistCommand},
+    {.element = PanelElement::kPlaylistForward,
+     .box = KeyBox(162.0F, 26.0F),
+     .paint = Key<Icon::kForward>,
+     .tooltip = [](const Model&) -> std::string { return "Next playlist"; },
+     .command = kNextPlaylistCommand},
+    {.element = PanelElement::kShuffle,
+     .box = KeyBox(202.0F, 26.0F),
+     .paint = ShuffleKey,
+     .differs = Differ<&Model::shuffle>,
+     .tooltip = ShuffleTooltip,
+     .command = kShuffleCommand},
+    {.element = PanelElement::kFilter,
+     .box = KeyBox(232.0F, 26.0F),
+     .paint = FilterKey,
+     .differs = Differ<&Model::filter>,
+     .tooltip = FilterTooltip,
+     .command = kFavoritesFilterCommand},
+    {.element = PanelElement::kFavoriteDown,
+     .box = KeyBox(272.0F, 26.0F),
+     .paint = Key<Icon::kFewer>,
+     .tooltip = [](const Model&) -> std::string { return "Play this song less often"; },
+     .command = kFavoriteDownCommand,
+     .isEnabled = IsSomethingOn},
+    {.element = PanelElement::kFavoriteUp,
+     .box = KeyBox(302.0F, 26.0F),
+     .paint = Key<Icon::kMore>,
+     .tooltip = [](const Model&) -> std::string { return "Play this song more often"; },
+     .command = kFavoriteUpCommand,
+     .isEnabled = IsSomethingOn},
+    {.element = PanelElement::kExit,
+     .box = KeyBox(438.0F, 28.0F),
+     .paint = Key<Icon::kPower>,
+     .tooltip = [](const Model&) -> std::string { return "Exit"; },
+     .command = kExitCommand},
+    {.element = PanelElement::kVolume,
+     .box = {414.0F, 17.0F, 76.0F, 76.0F},
+     .paint = VolumeKnob,
+     .differs = Differ<&Model::volume>,
+     .tooltip = [](const Model& m) { return "Volume " + std::to_string(std::lround(m.volume * 100.0F)) + " %"; },
+     .command = kSetVolumeCommand},
+    {.element = PanelElement::kSongBar,
+     .box = {68.0F, 87.0F, 286.0F, 13.0F},
+     .paint = Shows<PaintSongBar>,
+     .differs = Differ<&Model::transport, &Model::windowFrom, &Model::windowTo, &Model::position>,
+     .tooltip = [](const Model&) -> std::string { return "The song, and the part of it that is played"; },
+     .command = kSeekCommand,
+     .isEnabled = CanSeek},
+    {.element = PanelElement::kKind,
+     .box = {24.0F, 17.0F, 46.0F, 12.0F},
+     .paint = Shows<PaintKind>,
+     .differs = Differ<&Model::kind>},
+    {.element = PanelElement::kAlbum,
+     .box = {76.0F, 16.0F, 206.0F, 14.0F},
+     .paint = Scrolls<PaintAlbum>,
+     .differs = Differ<&Model::album>},
+    {.element = PanelElement::kStatus,
+     .box = {290.0F, 16.0F, 106.0F, 14.0F},
+     .paint = Shows<PaintStatus>,
+     .differs = Differ<&Model::transport>},
+    {.element = PanelElement::kTitle,
+     .box = {20.0F, 30.0F, 264.0F, 28.0F},
+     .paint = Scrolls<PaintTitle>,
+     .differs = Differ<&Model::transport, &Model::title>},
+    {.element = PanelElement::kClock,
+     .box = {288.0F, 30.0F, 110.0F, 28.0F},
+     .paint = Shows<PaintClock>,
+     .differs = Differ<&Model::transport, &Model::timePlayed>},
+    {.element = PanelElement::kSoundFont,
+     .box = {138.0F, 59.0F, 146.0F, 11.0F},
+     .paint = Shows<PaintSoundFont>,
+     .differs = Differ<&Model::soundFont>},
+    {.element = PanelElement::kPlaylist,
+     .box = {24.0F, 59.0F, 66.0F, 11.0F},
+     .paint = Shows<PaintPlaylist>,
+     .differs = Differ<&Model::playlist>},
+    {.element = PanelElement::kFavorite,
+     .box = {92.0F, 59.0F, 44.0F, 11.0F},
+     .paint = Shows<PaintFavorite>,
+     .differs = Differ<&Model::transport, &Model::favoriteCount>},
+    {.element = PanelElement::kTimeLeft,
+     .box = {290.0F, 59.0F, 106.0F, 11.0F},
+     .paint = Shows<PaintTimeLeft>,
+     .differs = Differ<&Model::timeLeft>},
+    {.element = PanelElement::kMeter, .box = {24.0F, 72.5F, 260.0F, 12.0F}, .paint = Meter, .differs = MeterDiffers},
+    {.element = PanelElement::kModes,
+     .box = {290.0F, 72.5F, 106.0F, 12.0F},
+     .paint = Shows<PaintModes>,
+     .differs = Differ<&Model::shuffle, &Model::filter, &Model::range, &Model::relaxed>},
+    {.element = PanelElement::kSongPosition,
+     .box = {24.0F, 88.0F, 42.0F, 11.0F},
+     .paint = Shows<PaintSongPosition>,
+     .differs = Differ<&Model::songPosition>},
+    {.element = PanelElement::kSongLeft,
+     .box = {354.0F, 88.0F, 42.0F, 11.0F},
+     .paint = Shows<PaintSongLeft>,
+     .differs = Differ<&Model::songLeft>},
+}};
+
+constexpr bool IsInOrder() {
+    for (size_t i = 0; i < kElementCount; ++i) {
+        if (IndexOf(kElements[i].element) != i || kElements[i].paint == nullptr) return false;
+    }
+    return true;
+}
+static_assert(IsInOrder());
+
+const ElementRow& RowOf(PanelElement element) {
+    return kElements[IndexOf(element)];
+}
+
+bool IsEnabled(const ElementRow& row, const PanelModel& model) {
+    return row.command != 0 && (row.isEnabled == nullptr || row.isEnabled(model));
+}
+
+ControlState StateOf(const ElementRow& row, const PanelLook& look) {
+    return {IsEnabled(row, look.model), look.hover == row.element, look.pressed == row.element};
+}
+
+bool IsInKnob(const Box& box, DesignPoint place) {
+    const float radius = box.width / 2.0F;
+    return std::hypot(place.x - box.x - radius, place.y - box.y - radius) <= radius;
+}
+
+}  // namespace
+
+Box BoxOf(PanelElement element) {
+    return RowOf(element).box;
+}
+
+Box SongTrack() {
+    constexpr float kInset = 3.0F;  // room for the mark at either end
+    const Box box = BoxOf(PanelElement::kSongBar);
+    return {box.x + kInset, box.y, box.width - 2.0F * kInset, box.height};
+}
+
+int32_t CommandOf(PanelElement element) {
+    return RowOf(element).command;
+}
+
+std::optional<PanelElement> ElementAt(DesignPoint place) {
+    for (const ElementRow& row : kElements) {
+        if (row.command == 0 || !row.box.Contains(place.x, place.y)) continue;
+        if (row.element == PanelElement::kVolume && !IsInKnob(row.box, place)) return std::nullopt;
+        return row.element;
+    }
+    return std::nullopt;
+}
+
+ElementSet EnabledElements(const PanelModel& model) {
+    ElementSet elements;
+    for (const ElementRow& row : kElements) elements.set(IndexOf(row.element), IsEnabled(row, model));
+    return elements;
+}
+
+std::string TooltipOf(PanelElement element, const PanelModel& model) {
+    const ElementRow& row = RowOf(element);
+    return row.tooltip == nullptr ? std::string() : row.tooltip(model);
+}
+
+ElementSet ElementsToRepaint(const PanelLook& before, const PanelLook& after) {
+    ElementSet elements;
+    for (const ElementRow& row : kElements) {
+        const bool differs =
+            StateOf(row, before) != StateOf(row, after) || (row.differs != nullptr && row.differs(before, after));
+        elements.set(IndexOf(row.element), differs);
+    }
+    return elements;
+}
+
+void PaintElement(Brush& brush, const PanelScale& scale, PanelElement element, const PanelLook& look) {
+    const ElementRow& row = RowOf(element);
+    row.paint(brush, Frame(scale, row.box), look, StateOf(row, look));
+}
+
+}  // namespace hullrider

@@ -1,0 +1,40 @@
+// All that the panel's picture depends on, beside its size and theme.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "display/panel.h"
+#include "display/panel_elements.h"
+
+namespace hullrider {
+
+inline constexpr int32_t kMeterSegments = 36;
+
+// What one channel of the meter shows, in segments. `peak` is the one that is held, 0 for none.
+struct MeterBar {
+    int32_t lit = 0;
+    int32_t peak = 0;
+
+    bool operator==(const MeterBar&) const = default;
+};
+
+struct MeterBars {
+    MeterBar left, right;
+
+    bool operator==(const MeterBars&) const = default;
+};
+
+// How long the song's names have been shown, which is how far they have scrolled.
+struct LineMotion {
+    double shownSec = 0.0;
+};
+
+struct PanelLook {
+    PanelModel model;
+    std::optional<PanelElement> hover = std::nullopt, pressed = std::nullopt;
+    MeterBars meter = {};
+    LineMotion motion = {};
+};
+
+}  // namespace hullrider
