@@ -29,7 +29,7 @@ HWND Dialog::AddControl(const wchar_t* className, std::string_view text, DWORD s
 }
 
 HWND Dialog::AddLabel(std::string_view text, DWORD style) {
-    return AddControl(L"STATIC", text, style, [this, text = std::string(text)] {
+    return AddControl(L"STATIC", text, style | SS_CENTERIMAGE, [this, text = std::string(text)] {
         return FormSize{TextWidth(text), LineHeight()};
     });
 }
@@ -49,7 +49,7 @@ HWND Dialog::AddParagraph(std::string_view text, int width) {
 }
 
 HWND Dialog::AddLine(std::string_view widest) {
-    return AddControl(L"STATIC", "", kOneLine, [this, widest = std::string(widest)] {
+    return AddControl(L"STATIC", "", kOneLine | SS_CENTERIMAGE, [this, widest = std::string(widest)] {
         return FormSize{TextWidth(widest), LineHeight()};
     });
 }

@@ -84,7 +84,7 @@ bool Dialog::Open(HINSTANCE instance, const char* className, const char* title) 
     TakeScale(static_cast<int>(GetDpiForWindow(window_)));
     form_ = MakeForm();
     MeasureControls();
-    SetWindowLongPtrW(window_, GWL_STYLE, static_cast<LONG_PTR>(Style()));
+    SetWindowLongPtrW(window_, GWL_STYLE, GetWindowLongPtrW(window_, GWL_STYLE) | static_cast<LONG_PTR>(Style()));
     TakeRoomOnScreen();
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     PlaceControls();
@@ -294,7 +294,7 @@ void Dialog::TakeRoomOnScreen() const {
     const RECT& work = monitor.rcWork;
     const LONG left = std::max(work.left, std::min(box.left, work.right - outer.cx));
     const LONG top = std::max(work.top, std::min(box.top, work.bottom - outer.cy));
-    SetWindowPos(window_, nullptr, left, top, outer.cx, outer.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(window_, nullptr, left, top, outer.cx, outer.cy, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
 SIZE Dialog::OuterSize() const {

@@ -222,7 +222,7 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
 
 constexpr bool IsInOrder() {
     for (size_t i = 0; i < kElementCount; ++i) {
-        if (IndexOf(kElements[i].element) != i || kElements[i].paint == nullptr) return false;
+        if (IndexOf(kElements[i].element) != i) return false;
     }
     return true;
 }

@@ -15,4 +15,7 @@ void RaiseThreadPriority(Urgency urgency);
 // For work that nobody waits for: the thread yields to all others, also at the disk where the system supports it.
 void LowerThreadPriority();
 
+// Undoes LowerThreadPriority. False when the system does not allow it.
+bool RestoreThreadPriority();
+
 }  // namespace hullrider

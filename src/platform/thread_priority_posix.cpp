@@ -1,4 +1,5 @@
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include "platform/thread_priority.h"
 
@@ -18,6 +19,15 @@ void LowerThreadPriority() {
 #ifdef __linux__
     constexpr int kLastNice = 19;
     setpriority(PRIO_PROCESS, 0, kLastNice);
+#endif
+}
+
+bool RestoreThreadPriority() {
+#ifdef __linux__
+    const int usual = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));  // of the main thread
+    return getpriority(PRIO_PROCESS, 0) <= usual || setpriority(PRIO_PROCESS, 0, usual) == 0;
+#else
+    return true;
 #endif
 }
 

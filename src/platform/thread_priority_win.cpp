@@ -13,4 +13,10 @@ void LowerThreadPriority() {
     SetThreadPriority(GetCurrentThread(), THREAD_MODE_BACKGROUND_BEGIN);
 }
 
+bool RestoreThreadPriority() {
+    // Fails where the thread has its usual priority.
+    SetThreadPriority(GetCurrentThread(), THREAD_MODE_BACKGROUND_END);
+    return true;
+}
+
 }  // namespace hullrider

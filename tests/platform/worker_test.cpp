@@ -36,6 +36,17 @@ protected:
     }
 };
 
+// A thread library may lose a thread that starts while another one ends.
+TEST_F(WorkerTest, NoneOfManyShortJobsIsLost) {
+    std::atomic<int> done{0};
+    for (int i = 1; i <= 20'000; ++i) {
+        ASSERT_TRUE(StartWorker([&] { ++done; }));
+        const auto isDone = [&] { return done == i; };
+        for (int spins = 0; spins < 1000 && !isDone(); ++spins) std::this_thread::yield();
+        ASSERT_TRUE(isDone() || Eventually(isDone)) << i;
+    }
+}
+
 TEST_F(WorkerTest, WhatManyThreadsPostRunsOnceEachInTheirOrderOnTheUiThread) {
     constexpr int kThreads = 4, kEach = 500;
     const std::thread::id uiThread = std::this_thread::get_id();
