@@ -24,8 +24,8 @@ TEST(HotkeyRows, RemarksSayWhyAKeyIsNoGoodChoice) {
         {{'J', true, true, true}, ""},
         {{0xB0}, "No longer a media key"},
         {{0xB0, true}, ""},
-        {{'A'}, "Lost to other programs"},
-        {{'A', false, false, true}, "Lost to other programs"},
+        {{'A'}, "Blocked in other programs"},
+        {{'A', false, false, true}, "Blocked in other programs"},
         {{'A', false, true, false}, ""},
     };
     for (const auto& [key, remark] : table) {
@@ -35,7 +35,7 @@ TEST(HotkeyRows, RemarksSayWhyAKeyIsNoGoodChoice) {
         EXPECT_EQ(KeyRemark(bindings, {}, kNextSongKey), remark) << KeyFieldText(bindings, kNextSongKey);
         // Where there is nothing worse to say, what the system said counts, but only of a key that there is.
         const std::string refused = KeyRemark(bindings, {{{kNextSongKey, 0, kF5}, ""}}, kNextSongKey);
-        const bool isFine = *remark == '\0' || std::string(remark).starts_with("Lost");
+        const bool isFine = *remark == '\0' || std::string(remark).starts_with("Blocked");
         EXPECT_EQ(refused, isFine && key.vkKey != 0 ? "Taken by another program" : remark);
     }
 }
