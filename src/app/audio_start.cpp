@@ -54,7 +54,7 @@ bool StartAudioAgain(Player& player) {
     if (!player.stopped) return true;
     if (player.startsAudio) return false;
     if (!IsRecording(player)) {
-        // Until it is open, nothing may be played: its error box lets timers and hotkeys go on.
+        // Timers and hotkeys keep running while InitAudio shows its error box: they must not play anything yet.
         player.startsAudio = true;
         InitAudio(player);
         player.startsAudio = false;

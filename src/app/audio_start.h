@@ -5,19 +5,19 @@
 
 namespace hullrider {
 
-// Opens the sound device, or plays silently when there is none. Throws std::runtime_error when the recording that was
-// asked for cannot be written.
+// Opens the sound device; without one, plays silently. Throws std::runtime_error when the requested recording cannot be
+// written.
 void InitAudio(Player& player);
 
-// Stops what plays and lets the sound device go, until something is started again. A recording stays open and records
-// silence.
+// Stops playback and closes the sound device. A recording stays open and records silence.
 void StopMusic(Player& player);
 
-// After a stop: the device and the SoundFont as they were. Without effect otherwise. Due before anything is played.
-// False when the program was ended meanwhile, which an error box allows: then nothing may be played.
+// Undoes StopMusic: reopens the device and reloads the SoundFont. Does nothing when not stopped. Call it before playing
+// anything. False when nothing may be played: the device is still being opened, or the program was ended during an
+// error box.
 bool StartAudioAgain(Player& player);
 
-// Begins anew with another song, whether it plays or was stopped.
+// Stops the current song, if any, and plays another one.
 void StartMusic(Player& player);
 
 }  // namespace hullrider

@@ -86,7 +86,7 @@ void Autosave::Poll(const AppState& app, Clock::time_point now) {
     Look(app);
 }
 
-// The thread gets copies: making the texts of a large account takes longer than this thread may be held.
+// The writer thread gets copies: formatting a large file would block the UI thread for too long.
 void Autosave::Look(const AppState& app) {
     const auto write = [&](const char* name, auto makeText) {
         writer_.Write(StatePath(app.shell.dataDirectory, name), std::move(makeText));

@@ -1,6 +1,5 @@
-// Writes what the user would miss soon after it has changed, so that a crash or a power cut costs seconds and not the
-// whole run: settings, shell options, favorites, history, play counts and statistics. UI thread, but for the thread
-// that writes.
+// Saves settings, shell options, favorites, history, play counts and statistics soon after they change, so that a crash
+// or a power cut costs seconds and not the whole run. UI thread, except for the writer thread.
 #pragma once
 
 #include <chrono>
@@ -17,8 +16,8 @@
 
 namespace hullrider {
 
-// Makes texts and writes them to their files on a thread of its own, one after the other. What a file holds already is
-// not written again.
+// Formats files and writes them, one after another, on its own thread. A file that already holds the text is not
+// rewritten.
 class FileWriter {
 public:
     FileWriter() = default;
@@ -26,10 +25,11 @@ public:
     FileWriter(const FileWriter&) = delete;
     FileWriter& operator=(const FileWriter&) = delete;
 
-    // `makeText` must hold all that it reads. Takes the place of an earlier order for the file that still waits.
+    // Queues a write and replaces one of the same file that still waits. `makeText` runs on the writer thread and must
+    // own all that it reads.
     void Write(const std::string& path, std::function<std::string()> makeText);
 
-    // Waits for the file that is being written and drops the others: the caller writes them all.
+    // Waits for the write in progress and drops the others: the caller then writes every file.
     void Finish();
 
     bool IsIdle() const;
@@ -55,10 +55,10 @@ public:
     using Clock = std::chrono::steady_clock;
     static constexpr std::chrono::seconds kPeriod{2};
 
-    // Has written what has changed since the last look, no more often than the period says.
+    // Queues what has changed since the last look; looks at most once per kPeriod.
     void Poll(const AppState& app, Clock::time_point now);
 
-    // Due before anyone else writes the files.
+    // Call before anyone else writes the files.
     void Finish() { writer_.Finish(); }
 
     bool IsIdle() const { return writer_.IsIdle(); }
@@ -69,7 +69,7 @@ private:
     FileWriter writer_;
     std::optional<Clock::time_point> lastLook_;
 
-    // As of the last look; nothing before the first one.
+    // As of the last look; empty before the first one.
     std::optional<Settings> settings_;
     std::optional<ShellOptions> shellOptions_;
     std::optional<StatisticsCounts> statistics_;

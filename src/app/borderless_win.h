@@ -1,4 +1,4 @@
-// The main window without its frame and menu bar, by hand or when the mouse has rested for a while. UI thread.
+// Hides the main window's frame and menu bar, on command or while the mouse is idle. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -9,15 +9,15 @@ inline constexpr UINT_PTR kIdleTimer = 101;  // one-shot
 
 class Borderless {
 public:
-    ~Borderless();  // a menu that is not attached is destroyed
+    ~Borderless();  // destroys the menu if it is detached
 
-    // Takes the frame and the menu bar off the window, or gives them back.
+    // Removes the frame and the menu bar, or restores them.
     void Toggle(HWND window);
 
-    // Starts the idle timer anew whenever the mouse has moved since the last call; ends it unless `automatic`.
+    // Restarts the idle timer if the mouse has moved since the last call; stops it unless `automatic`.
     void WatchMouse(HWND window, bool automatic);
 
-    // When the idle timer has run out: takes the frame off if it is there.
+    // On the idle timer: removes the frame if it is shown.
     void OnIdle(HWND window);
 
 private:

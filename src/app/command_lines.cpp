@@ -35,7 +35,7 @@ void ChangePosition(Player& player, double seconds) {
 
 void ChangeVolume(Player& player, double volume) {
     PrintLine("Change volume to " + NumberText(volume) + "...");
-    SetVolumeLevel(player.state, static_cast<float>(std::clamp(volume, -1.0, 2.0)));  // what is outside is refused
+    SetVolumeLevel(player.state, static_cast<float>(std::clamp(volume, -1.0, 2.0)));  // outside 0 to 1 is refused
 }
 
 void ChangeWeight(Player& player, int32_t& weight, int32_t value) {
@@ -144,7 +144,7 @@ void PollCommandFolder(Player& player) {
     const std::string songInfo = SongInfoText(app);
     if (songInfo == player.songInfo) return;
     const std::string& folder = app.folders.hullriderPath;
-    // The game may have the file open: then again at the next poll.
+    // If the game has the file open, the next poll tries again.
     if (WriteWholeFile((folder.empty() ? "." : folder) + "/songInfo.txt", songInfo)) player.songInfo = songInfo;
 }
 

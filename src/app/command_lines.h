@@ -1,4 +1,4 @@
-// Commands given as lines of text: in the command file of the companion game, or at the console. UI thread.
+// Commands as lines of text, from the companion game's command file or from the console. UI thread.
 #pragma once
 
 #include <string_view>
@@ -7,14 +7,14 @@
 
 namespace hullrider {
 
-// Does what the line says. A line that is no command, or whose numbers make no sense, changes nothing.
+// Runs the line's command. Ignores an unknown command and one with invalid numbers.
 void RunCommandLine(Player& player, std::string_view line);
 
-// The same at the console, where "quit" and the texts of the menu do too.
+// The same for the console, which also accepts "quit" and the menu's texts.
 void RunConsoleLine(Player& player, std::string_view line);
 
-// Takes the next lines of the command file, and keeps "songInfo.txt" true to what plays. In the companion edition, once
-// start-up is over, while there is music and no window waits for an answer.
+// Runs the new lines of the command file, and rewrites "songInfo.txt" when the current item changes. Only in the
+// companion edition, after start-up, while the library has music and no modal window is open.
 void PollCommandFolder(Player& player);
 
 }  // namespace hullrider

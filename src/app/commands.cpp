@@ -81,7 +81,6 @@ void Toggle(int32_t& flag) {
     flag = flag == 0 ? 1 : 0;
 }
 
-// A command without a function opens an option window.
 constexpr std::array kCommands{
     Command{kFoldersCommand, "Select Local Folders"},
     Command{kStationsCommand, "Select Internet URL"},

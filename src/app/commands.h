@@ -1,5 +1,5 @@
-// What the player can be told to do. One table serves the menu, the hotkeys, the panel, the command file and the
-// console. UI thread.
+// The player's commands. One table serves the menu, the hotkeys, the panel, the command file and the console. UI
+// thread.
 #pragma once
 
 #include <cstdint>
@@ -13,15 +13,15 @@ namespace hullrider {
 
 struct Command {
     int32_t id = 0;
-    std::string_view text;           // as the menu has it
+    std::string_view text;           // as in the menu
     void (*run)(Player&) = nullptr;  // null: opens an option window
 };
 
 std::span<const Command> Commands();
 const Command* FindCommand(int32_t id);  // null when there is none
 
-// False when there is no such command, when it needs a window that this front does not have, before the end of
-// start-up and after the shutdown.
+// False for an unknown command, for one that needs a window which this front lacks, before start-up is over and after
+// shutdown.
 bool RunCommand(Player& player, int32_t id);
 
 // The menu bar: pop-ups with their commands, in order.
@@ -31,7 +31,7 @@ struct MenuPopup {
 };
 std::span<const MenuPopup> MainMenu();
 
-// The command that a hotkey drives, by its HotkeyAction; 0 for none.
+// The command of a HotkeyAction; 0 for none.
 int32_t CommandOfHotkey(int32_t action);
 
 }  // namespace hullrider

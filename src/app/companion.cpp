@@ -44,7 +44,7 @@ void WriteFavoritesExport(const AppState& app) {
                 Joined(app.favorites.list, [](const FavoriteEntry& entry) { return entry.songPath; }));
 }
 
-// The user's own may be away.
+// The configured folder may be missing, and another one in use.
 std::string SoundFontFolderInUse(const AppState& app) {
     const std::vector<std::string>& files = app.soundFonts.soundFontFiles;
     return files.empty() ? app.folders.soundFontDirectoryPath : std::string(FolderOf(files.front()));

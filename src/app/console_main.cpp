@@ -20,7 +20,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-std::atomic<bool> interrupted{false};  // the player is to end
+std::atomic<bool> interrupted{false};  // asks RunUntilTheEnd to return
 
 void RunUntilTheEnd(Player& player) {
     const Clock::time_point start = Clock::now();

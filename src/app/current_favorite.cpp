@@ -12,7 +12,7 @@ namespace hullrider {
 
 namespace {
 
-// The place of the station that plays in its list; nothing when no station plays, or it has left the list.
+// The index of the station that plays; empty when none plays or it has been removed from the list.
 std::optional<size_t> PlayingStation(const AppState& app) {
     const PlayItem& item = app.playback.item;
     const bool isListed = item.kind == PlayItem::Kind::kStation && item.place.playlist >= 0 &&

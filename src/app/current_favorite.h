@@ -1,4 +1,4 @@
-// How much what plays now is favored. UI thread.
+// The favorite count of the current item. UI thread.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +8,10 @@
 
 namespace hullrider {
 
-// The favorite count of the internet station that plays, or of the song; nothing when nothing plays.
+// Of the internet station or song that plays; empty when nothing plays.
 std::optional<int32_t> CurrentFavoriteCount(const AppState& app);
 
-// Sets it, cut to 32 bits. A song with 0 or less is no favorite any more; a station with less than 0 is never drawn.
+// Clamps the count to 32 bits. A song with 0 or less is no longer a favorite; a station below 0 is never drawn.
 void SetCurrentFavoriteCount(AppState& app, int64_t count);
 
 }  // namespace hullrider

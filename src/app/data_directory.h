@@ -1,4 +1,4 @@
-// Where the state files lie.
+// Where the state files are kept.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@ namespace hullrider {
 // program), else "Hullrider Radio v1.1" under the user's Documents. UTF-8, absolute, without trailing separator.
 std::string ChooseDataDirectory(const RunOptions& options);
 
-// Creates the folder when it is missing, one level. Throws std::filesystem::filesystem_error ("create_directory") when
-// that is not possible: without its folder the player cannot keep what the user sets, so it does not start.
+// Creates the folder if it is missing, but not its parents. Throws std::filesystem::filesystem_error
+// ("create_directory") on failure: without its folder the player cannot save anything, so it does not start.
 void CreateDataDirectory(const std::string& folder);
 
 }  // namespace hullrider

@@ -14,7 +14,7 @@ namespace hullrider {
 
 namespace {
 
-// The place of the playlist of this run: that of the one before, so that no other playlist moves.
+// Replaces the playlist dropped before in place, so that no other playlist moves. Returns its index.
 int32_t PutIntoLibrary(std::vector<Playlist>& playlists, Playlist dropped) {
     auto place = std::find_if(playlists.begin(), playlists.end(), [](const Playlist& one) { return one.isOfThisRun; });
     if (place == playlists.end()) place = playlists.insert(place, Playlist());

@@ -1,4 +1,4 @@
-// Songs that are dropped on the window. UI thread.
+// Songs dropped on the window. UI thread.
 #pragma once
 
 #include <string>
@@ -8,9 +8,9 @@
 
 namespace hullrider {
 
-// Plays the songs among the files and folders now, one playlist of this run; it takes the place of the one dropped
-// before. Songs that cannot be played are passed over as any others. False, and nothing has changed, when there is no
-// music among them; true also when the program was ended meanwhile.
+// Plays the songs among the files and folders at once, as a playlist for this run that replaces the one dropped before.
+// Songs that cannot be played are skipped as usual. False, changing nothing, when there is no music among them; true
+// also when the program was ended meanwhile.
 bool PlayDropped(Player& player, const std::vector<std::string>& paths);
 
 }  // namespace hullrider

@@ -17,7 +17,7 @@ std::string FavoritesPath(const AppState& app) {
 
 void LoadFavoriteFiles(AppState& app) {
     const FavoritesLoad load = LoadOwnFavorites(FavoritesPath(app), app.favorites);
-    // Only then: a song that the user has taken out of the list may still be marked in a library cache of before.
+    // Only then: an older library cache may still mark songs that the user has removed from the list.
     if (load == FavoritesLoad::kUnreadable) AdoptFavorites(app.favorites, app.library);
     LoadFavorites(kFavoritesFile, app.favorites);
     MatchFavorites(app.favorites, app.library);

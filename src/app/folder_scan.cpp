@@ -25,7 +25,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kGraceAtStart{50};
 
-// What was dropped on the window stays, behind what was found.
+// Dropped playlists stay, after those that were found.
 void FillLibraryWith(MusicLibrary& library, MusicLibrary&& found) {
     std::vector<Playlist>& playlists = library.playlists;
     const auto dropped = std::stable_partition(playlists.begin(), playlists.end(),
@@ -37,7 +37,7 @@ void FillLibraryWith(MusicLibrary& library, MusicLibrary&& found) {
     library.playlistCount += found.playlistCount;
 }
 
-// After a scan that the user has asked for, also an empty library is kept as it is.
+// After the start-up scan an empty library is not saved; after the user's own changes it is.
 void KeepLibrary(const AppState& app, ScanReason reason, bool isCacheOld) {
     const std::string& cache = app.shell.libraryCachePath;
     if (cache.empty()) return;
@@ -47,8 +47,8 @@ void KeepLibrary(const AppState& app, ScanReason reason, bool isCacheOld) {
     }
 }
 
-// A scan at every start would bring back for ever what the user has taken out of his favorites: then only the files
-// beside music that is new count.
+// At start-up only the favorites files beside new music are merged: otherwise every start would bring back favorites
+// that the user has removed.
 void MergeFavoritesFiles(AppState& app, const FoundMusic& music, ScanReason reason) {
     for (const std::string& path : music.favoritesFiles) {
         const bool isKnown = reason == ScanReason::kStart && HasMusicOf(app.library.playlists, FolderOf(path));
@@ -74,7 +74,7 @@ void TellSource(AppState& app, MusicSource source) {
     app.playback.demonstration = source == MusicSource::kFallback;
 }
 
-// False when the library is what was found already.
+// False when the library already equals the result.
 bool TakeOver(AppState& app, FoundMusic music, const MusicFolders& folders, ScanReason reason) {
     MusicLibrary& library = app.library;
     if (reason != ScanReason::kAskedFor) KeepMissingMusic(music.library, library.playlists, folders.paths);
@@ -87,7 +87,7 @@ bool TakeOver(AppState& app, FoundMusic music, const MusicFolders& folders, Scan
     return true;
 }
 
-// Where to look when a scan has found nothing to play; nowhere in a run whose library is not the user's.
+// Where to look when a scan has found nothing to play; nowhere if the run's library is not the user's own.
 MusicFolders LastResort(const Player& player, MusicSource source) {
     const AppState& app = player.state;
     const bool isTried = source == MusicSource::kWorkingFolder || source == MusicSource::kNone;
@@ -105,7 +105,7 @@ void Begin(Player& player, MusicFolders folders, ScanReason reason) {
     player.scan.reason = reason;
 }
 
-// The first song, or why there is none. Out of silence a scan that has found music has started one already.
+// Plays the first song or reports why there is none. PollFolderScan may have started one already.
 void PlayFirstSong(Player& player) {
     PlaybackState& playback = player.state.playback;
     if (CurrentHandle(playback) != 0) return;
@@ -122,7 +122,7 @@ void StartFolderScan(Player& player, ScanReason reason) {
     player.scan = {};
     const std::vector<std::string>& configured = player.state.settings.directoryPaths;
     if (reason == ScanReason::kStart) {
-        // What is left over in the cache stays as it is.
+        // Without folders, music left over in the cache stays.
         MusicFolders folders = MusicOfRun(player);
         if (!folders.paths.empty()) Begin(player, std::move(folders), reason);
         return;
@@ -162,7 +162,7 @@ bool IsLookingForMusic(const Player& player) {
 }
 
 void PollFolderScan(Player& player) {
-    // A box that waits for an answer may have been opened in the midst of work on the library.
+    // An error box may have been opened in the middle of work on the library.
     if (player.scan.thread == nullptr || !player.scan.thread->IsOver() || IsErrorBoxOpen()) return;
     const FolderScan scan = std::exchange(player.scan, {});
     std::optional<FoundMusic> found = scan.thread->Take();
@@ -175,7 +175,7 @@ void PollFolderScan(Player& player) {
     }
     MusicFolders other = scan.reason == ScanReason::kStart ? LastResort(player, scan.folders.source) : MusicFolders{};
     if (!other.paths.empty()) return Begin(player, std::move(other), scan.reason);
-    // Music at last: not after the pause that an attempt in vain is followed by.
+    // Music exists now: skip the retry delay.
     const bool isSilent = !player.stopped && CurrentHandle(player.state.playback) == 0;
     const bool isAwaited = player.state.playback.trouble == PlaybackTrouble::kLookingForMusic;
     if (isSilent && (isAwaited || library.typedSongCount > 0)) PlayNext(player.state, player.picker);

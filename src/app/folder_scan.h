@@ -1,4 +1,4 @@
-// The music folders while the player runs. UI thread.
+// Scans of the music folders while the player runs. UI thread.
 #pragma once
 
 #include <cstdint>
@@ -8,27 +8,26 @@
 
 namespace hullrider {
 
-// Has the folders scanned on a thread of its own; a scan that is under way is given up for it. The library stays as it
-// is until PollFolderScan takes over what was found. At the start the folders are those of the run, later the
-// configured ones, without any of which nothing is found.
+// Starts a scan on a worker and abandons a running one. The library stays unchanged until PollFolderScan takes over the
+// result. At start-up the folders are those of the run, later the configured ones; without any, the result is empty.
 void StartFolderScan(Player& player, ScanReason reason);
 
-// The last steps of start-up: plays the first song and has the folders scanned beside it. Without a song to play, waits
-// a moment for the scan, because a small library is found at once.
+// Plays the first song at start-up and starts the scan. Without a song to play, waits a moment for the scan, because a
+// small library is found at once.
 void BeginMusic(Player& player);
 
-// The scan of the start without a thread, for the simulation.
+// The start-up scan without a thread, for the simulation.
 void ScanAtOnce(Player& player);
 
-// The songs that the scan under way has found so far; nothing when none is.
+// The number of songs that the running scan has found so far; empty when none is running.
 std::optional<int32_t> SongsFoundByScan(const Player& player);
 
-// True while the library is empty and a scan may yet find something.
+// True while there is nothing to play and a running scan may still find music.
 bool IsLookingForMusic(const Player& player);
 
-// When the scan is over, puts what it has found in the library's place and saves the cache, if that changes anything.
-// Songs whose folder could not be read stay, unless the user has asked for the scan. What plays goes on; out of silence
-// a first song is started.
+// When the scan is over, replaces the library with the result and saves the cache, if that changes anything. Songs in
+// unreadable folders stay, unless the user asked for the scan. The current item plays on; if nothing plays, a song is
+// started.
 void PollFolderScan(Player& player);
 
 }  // namespace hullrider

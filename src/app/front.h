@@ -1,4 +1,4 @@
-// What both fronts do around their run.
+// What both fronts share: options, exit status, reporting a failure.
 #pragma once
 
 #include <functional>
@@ -10,8 +10,8 @@
 namespace hullrider {
 
 // Reads the arguments (UTF-8, without the program's name), answers --help, --version and --simulate itself, and
-// otherwise calls `run`. Returns the exit status: that of `run`, 2 for a bad option, or 1 when `run` threw; then `tell`
-// receives why.
+// otherwise calls `run`. Returns the exit status: that of `run`, 2 for a bad option, or 1 when `run` threw; `tell` then
+// receives the reason.
 int RunFront(const std::vector<std::string>& arguments, const std::function<int(const RunOptions&)>& run,
              const std::function<void(const std::string&)>& tell);
 

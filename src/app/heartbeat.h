@@ -1,15 +1,15 @@
-// What a running player does by itself, from one poll to the next. UI thread.
+// The player's periodic work. UI thread.
 #pragma once
 
 #include "app/player.h"
 
 namespace hullrider {
 
-// Runs what workers have posted. Nothing before the player was started and after it was shut down.
+// Runs what workers have posted. Does nothing before start-up is over and after shutdown.
 void TakePosted(const Player& player);
 
-// The 30 ms poll: takes what was posted; when the play window has ended, plays the next item; then looks into the
-// command folder and at the controllers, takes over what a scan of the folders has found, and has changes saved.
+// The 30 ms poll: runs posted work, plays the next item when the play window has ended, then polls the command file,
+// the controllers and the folder scan, and has changes saved.
 void PollPlayer(Player& player);
 
 }  // namespace hullrider

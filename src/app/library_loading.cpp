@@ -82,7 +82,7 @@ void FillLibrary(Player& player) {
     app.selection.mixedMusic = isChosen;
     app.playback.demonstration = music.source == MusicSource::kFallback;
     if (!isChosen) return;
-    // A library of his own that the cache still holds is left on the disk.
+    // Do not overwrite a cache that still holds the user's own library.
     const bool isNotTheUsers = app.playback.demonstration && HasMusicElsewhere(app.library.playlists, music.paths);
     if (isNotTheUsers) app.shell.libraryCachePath.clear();
     DropMusicElsewhere(app.library.playlists, music.paths);

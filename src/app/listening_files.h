@@ -1,16 +1,15 @@
-// The files that keep account of what was heard: statistics, play counts and history, each at its place in start-up and
-// shutdown. UI thread.
+// Loads and saves what was heard, during start-up and shutdown: statistics, play counts and history. UI thread.
 #pragma once
 
 #include "state/app_state.h"
 
 namespace hullrider {
 
-// Also count this start of the program.
+// Also counts this start of the program.
 void LoadStatisticsFile(AppState& app);
 void SaveStatisticsFile(const AppState& app);
 
-// Bring the counts and the library into step.
+// Also matches the counts with the library.
 void LoadPlayCountsFile(AppState& app);
 void SavePlayCountsFile(const AppState& app);
 

@@ -70,7 +70,7 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
 
     const SingleInstance instanceOfFolder(ChooseDataDirectory(options));
     if (!instanceOfFolder.IsFirst()) {
-        PrintLine("The player is running already.");
+        PrintLine("The player is already running.");
         return 0;
     }
 
@@ -87,7 +87,7 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
     StartPlayer(player);
     PrintLine("Output: " + OutputDescription());
     if (!player.shutDown) window.Activate();
-    if (player.shutDown) return RunMessageLoop();  // it was ended while an error box was open
+    if (player.shutDown) return RunMessageLoop();  // ended while an error box was open
     showCommand = RestorePlace(window.Handle(), player.state.shell.options, showCommand);
     interruptedWindow = window.Handle();
     OnInterrupt([] { PostMessageW(interruptedWindow, WM_COMMAND, kExitCommand, 0); });

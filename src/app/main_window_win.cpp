@@ -36,7 +36,7 @@ constexpr const char* kName = "Hullrider Radio";
 constexpr float kLargestWidth = 1250.0F;
 constexpr float kLargestHeight = 458.0F;
 constexpr float kScreenShare = 0.9F;
-constexpr UINT kPostedMessage = WM_APP + 2;  // the tray icon has the one before
+constexpr UINT kPostedMessage = WM_APP + 2;  // the tray icon uses WM_APP + 1
 
 enum Timer : UINT_PTR {
     kPanelTimer = 1,     // level meter, redraws the panel
@@ -44,7 +44,7 @@ enum Timer : UINT_PTR {
     kPollTimer = 3,      // song over, next song
     kSlowPollTimer = 4,  // stream titles, audiobook position
     kEndTimer = 1001,    // one-shot: --for
-    kNoticeTimer = 2001  // one-shot: what the panel shows for a moment
+    kNoticeTimer = 2001  // one-shot: ends a short notice on the panel
 };
 
 // The size of the client area: large enough to read from a distance, never larger than the screen.
@@ -123,7 +123,7 @@ LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam,
     try {
         return self->OnMessage(message, wParam, lParam);
     } catch (const std::exception& failure) {
-        // It must not pass through the system's own frames. What was under way is given up; the music goes on.
+        // Exceptions must not unwind through the system's frames. The message is dropped; the music plays on.
         PrintErrorLine(failure.what());
         return 0;
     }
@@ -144,7 +144,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcW(window_, message, wParam, lParam);
 }
 
-// What the user, a timer or a worker wants.
+// Input from the user, timers and workers.
 std::optional<LRESULT> MainWindow::OnInput(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
@@ -176,7 +176,7 @@ std::optional<LRESULT> MainWindow::OnInput(UINT message, WPARAM wParam, LPARAM l
     }
 }
 
-// What becomes of the window.
+// Moving, resizing and closing the window.
 std::optional<LRESULT> MainWindow::OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_EXITSIZEMOVE:
@@ -189,12 +189,12 @@ std::optional<LRESULT> MainWindow::OnPlaceOrEnd(UINT message, WPARAM wParam, LPA
             FollowDpi(*reinterpret_cast<const RECT*>(lParam));
             return 0;
         case WM_CLOSE:
-            NoteWindowPlace(window_, player_.state.shell.options);  // it is hidden before it is destroyed
+            NoteWindowPlace(window_, player_.state.shell.options);  // while it is still visible
             if (!player_.state.shell.options.closesToTray || !tray_.IsShown()) return std::nullopt;
             ShowWindow(window_, SW_HIDE);
             return 0;
         case WM_ENDSESSION:
-            // No destroy message follows when the user logs off.
+            // No WM_DESTROY follows when the user logs off.
             if (wParam != 0) EndProgram();
             return 0;
         case WM_DESTROY:
@@ -249,7 +249,8 @@ void MainWindow::OnPanelAction(const PanelAction& action) {
         default:
             break;
     }
-    // Posted, as the menu bar does it, so that the panel is done with the click when the window goes.
+    // Posted, as from the menu bar: the command may destroy the window, and the panel must be done with the click by
+    // then.
     PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(action.command), 0);
 }
 
@@ -260,20 +261,20 @@ void MainWindow::OnKey(WPARAM key, bool isRepeated) {
 
 void MainWindow::OnDrop(HDROP drop) {
     const std::vector<std::string> paths = TakeDroppedPaths(drop);
-    // A box that waits for an answer may have been opened in the midst of work on the library.
+    // An error box may have been opened in the middle of work on the library.
     if (IsErrorBoxOpen()) return;
-    if (!PlayDropped(player_, paths)) ShowErrorBox("There is no music among what was dropped that can be played.");
+    if (!PlayDropped(player_, paths)) ShowErrorBox("The dropped files contain no music that can be played.");
     RefreshPanel();
 }
 
 void MainWindow::OnTrayClick(TrayIcon::Click click) {
     if (click == TrayIcon::Click::kShow) return BringToFront();
     const int32_t command = tray_.AskMenu(player_.state.shell.options.closesToTray);
-    // Posted, as the menu bar does it: the command may end the program.
+    // Posted, as from the menu bar: the command may end the program.
     if (command != 0) PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
 
-// What has changed is shown at once.
+// Shows the effect at once.
 void MainWindow::Run(int32_t command) {
     if (RunCommand(player_, command)) RefreshPanel();
 }
@@ -291,7 +292,7 @@ void MainWindow::OnSize(WPARAM kind, LPARAM size) {
     InvalidateRect(window_, nullptr, FALSE);
 }
 
-// On a monitor of another scale the system proposes a size at which the window looks as large as before.
+// On a monitor with another scale, the system proposes the size at which the window looks the same.
 void MainWindow::FollowDpi(const RECT& proposed) {
     SetWindowPos(window_, nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
                  proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
@@ -308,7 +309,7 @@ void MainWindow::RefreshPanel() {
     panel_.Show(MakePanelModel(app, ReadChannel(app.playback)), MakePanelTheme(app.settings));
 }
 
-// Ends the program in order: everything is saved and released, then the message loop is left.
+// Saves and releases everything, then leaves the message loop.
 void MainWindow::EndProgram() {
     if (const auto onEnd = std::exchange(onEnd_, nullptr)) onEnd();
     SaveAndShutdown(player_);

@@ -14,19 +14,19 @@
 
 namespace hullrider {
 
-// The window, from its creation to the end of the object. The player must outlive it.
+// The window lives as long as the object. The player must outlive it.
 class MainWindow {
 public:
     // Registers the class and creates the window, hidden and without a menu; stores it and the scales in the player's
     // shell state.
     MainWindow(HINSTANCE instance, Player& player);
-    ~MainWindow();  // what is left of it is destroyed, without saving anything
+    ~MainWindow();  // destroys the window without saving anything
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
 
     HWND Handle() const { return window_; }  // null when the window could not be created
 
-    // Called once when the program is about to end, before anything is saved.
+    // Sets what is called once when the program ends, before anything is saved.
     void OnEnd(std::function<void()> procedure) { onEnd_ = std::move(procedure); }
 
     // The last step of start-up: opacity, timers and menu.

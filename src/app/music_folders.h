@@ -1,4 +1,4 @@
-// Where the music of a run comes from, and the scan of it that is under way.
+// Where the music of a run comes from, and the running scan.
 #pragma once
 
 #include <memory>
@@ -14,7 +14,7 @@ enum class MusicSource {
     kGiven,          // for this run only
     kConfigured,     // by the user
     kFallback,       // for a user who has configured none
-    kWorkingFolder,  // of last resort: "Music" in the folder that the program was started in
+    kWorkingFolder,  // last resort: "Music" in the working directory
 };
 
 struct MusicFolders {
@@ -23,15 +23,15 @@ struct MusicFolders {
 };
 
 enum class ScanReason {
-    kStart,           // every start looks for what came, went or moved
-    kFoldersChanged,  // the user has added a folder or taken one out
-    kAskedFor,        // the user wants the library to be what there is now
+    kStart,           // every start looks for added, removed and moved songs
+    kFoldersChanged,  // the user has added or removed a folder
+    kAskedFor,        // the user asked for a rescan
 };
 
 struct FolderScan {
     MusicFolders folders;
     ScanReason reason = ScanReason::kStart;
-    std::unique_ptr<BackgroundScan> thread;  // null: no scan is under way
+    std::unique_ptr<BackgroundScan> thread;  // null: no scan is running
 };
 
 }  // namespace hullrider

@@ -27,7 +27,7 @@ struct OptionWindow {
     int32_t command;
     const char* className;
     const char* title;
-    DialogPointer (*make)(Player& player);  // null: still to come
+    DialogPointer (*make)(Player& player);  // null: not available yet
 };
 
 std::function<void()> Recounting(Player& player) {
@@ -92,7 +92,7 @@ void OpenOptionWindow(Player& player, int32_t command) {
     if (window == kOptionWindows.end()) return;
     OpenDialog(static_cast<HINSTANCE>(player.state.shell.instance), window->className, window->title, [&] {
         if (window->make != nullptr) return window->make(player);
-        return MakeNoticeDialog(std::string(window->title) + ": still to come. MusicSettings.json holds the settings.");
+        return MakeNoticeDialog(std::string(window->title) + ": not available yet. Edit MusicSettings.json instead.");
     });
 }
 

@@ -13,14 +13,14 @@ constexpr std::string_view kHelp =
     R"(Hullrider Radio: plays your music like a radio station.
 
   --data-dir DIR        keep the settings and all other state in DIR
-  --music DIR           play the albums (folders) in DIR, this time only; may be given again
+  --music DIR           play the albums (folders) in DIR, in this run only; may be repeated
   --fallback-music DIR  the same, if no music folder is configured
   --output OUTPUT       default: the system's sound device
                         null: keep time, make no sound
-                        wav:FILE: record to FILE what would be heard
-  --for SECONDS         end by itself after that time
-  --simulate N          play nothing: choose N songs as the player would, with your library and settings, and tell what
-                        comes how often
+                        wav:FILE: record the sound to FILE
+  --for SECONDS         quit after that time
+  --simulate N          play nothing: draw N songs by your library and settings, and report how
+                        often each type comes
   --version, --help)";
 
 bool ParseOutput(const std::string& value, OutputChoice& output) {
@@ -56,7 +56,7 @@ bool ParseCount(const std::string& value, std::optional<int64_t>& count) {
     return true;
 }
 
-// An option that takes a value. False when the value makes no sense for it.
+// Applies an option that takes a value. False when the value is invalid.
 bool ApplyValue(std::string_view name, const std::string& value, RunOptions& options) {
     if (value.empty()) return false;
     if (name == "--data-dir") {

@@ -16,17 +16,17 @@ struct RunOptions {
     std::vector<std::string> music;            // music directories for this run, not saved
     std::optional<std::string> fallbackMusic;  // music directory for this run if none is configured, not saved
     OutputChoice output;
-    std::optional<double> forSec;     // end orderly after this time
-    std::optional<int64_t> simulate;  // only tell what playing so many songs would be like
+    std::optional<double> forSec;     // quit after this time
+    std::optional<int64_t> simulate;  // only simulate playing so many songs
     bool showVersion = false;
     bool showHelp = false;
 };
 
-// Reads the arguments, UTF-8 and without the program's name. On a bad one `error` receives one line that says what is
-// wrong, and `options` is left alone.
+// Reads the arguments, UTF-8 and without the program's name. On a bad one, `error` receives one line and `options`
+// stays unchanged.
 bool ParseOptions(const std::vector<std::string>& arguments, RunOptions& options, std::string& error);
 
-// What --help prints, and --version.
+// What --help and --version print.
 std::string HelpText();
 std::string VersionText();
 

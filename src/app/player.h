@@ -1,4 +1,4 @@
-// All there is of one running player. The fronts own one each.
+// The whole state of a running player. Each front owns one.
 #pragma once
 
 #include <functional>
@@ -18,7 +18,7 @@
 
 namespace hullrider {
 
-// What start-up has loaded so far: nothing else may be saved, or it would be lost.
+// What start-up has loaded so far. Saving anything else would replace the user's file with defaults.
 struct LoadedFiles {
     bool statistics = false;
     bool library = false;
@@ -36,13 +36,13 @@ struct Player {
     PickerState picker;
     ControllerSlots controllers;
     HotkeyBindings hotkeys = BuiltInHotkeys();
-    std::vector<RefusedHotkey> refusedHotkeys;  // of those that were to be registered
+    std::vector<RefusedHotkey> refusedHotkeys;  // by the last registration
     CommandFile commandFile;
-    std::string songInfo;  // as it was last written
+    std::string songInfo;  // as last written
     FolderScan scan;
     Autosave autosave;
     bool stopped = false;      // by the user: nothing plays until something is started
-    bool startsAudio = false;  // the audio library is being opened, and an error box may wait for the user
+    bool startsAudio = false;  // the audio library is being opened; an error box may be open
 
     // What only a front can do. Each may be empty.
     std::function<void()> takeHotkeys;  // once the bindings are known
@@ -50,11 +50,11 @@ struct Player {
     std::function<void()> bringToFront;
     std::function<void()> endProgram;
 
-    // What the front must let go at its place in the shutdown: timers, drawing objects, hotkeys. May be empty.
+    // Called during shutdown: the front releases its timers, drawing objects and hotkeys. May be empty.
     std::function<void()> releaseFront;
     LoadedFiles loaded;
-    bool started = false;   // start-up is over: before it, nothing may be commanded
-    bool shutDown = false;  // possibly before the end of start-up, which then goes no further
+    bool started = false;   // start-up is over; before, commands are refused
+    bool shutDown = false;  // possibly during start-up, which then stops
 };
 
 }  // namespace hullrider

@@ -18,8 +18,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Puts a value into its field. False when it is of another JSON type than the field wants, or a number that its record
-// type cannot hold.
+// Stores a value in its field. False when it has the wrong JSON type or is a number that the field cannot hold.
 struct Taking {
     const Json& value;
     Settings& settings;
@@ -58,7 +57,7 @@ struct Taking {
     }
 };
 
-// The shortest decimal number that is this float and no other: 0.1 and not 0.10000000149011612.
+// The shortest decimal number that reads back as this float: 0.1, not 0.10000000149011612.
 double ShortestDouble(float value) {
     std::array<char, 32> digits{};
     const std::to_chars_result written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
@@ -73,7 +72,7 @@ struct Giving {
     nlohmann::ordered_json operator()(const WholeNumberField& field) const { return settings.*field.member; }
     nlohmann::ordered_json operator()(const NumberField& field) const {
         const float value = settings.*field.member;
-        // JSON has no infinity: written as null it would end the next reading.
+        // JSON has no infinity: it would be written as null, which would end the next reading.
         return ShortestDouble(std::isfinite(value) ? value : Settings{}.*field.member);
     }
     nlohmann::ordered_json operator()(FlagField field) const { return settings.*field; }
@@ -97,7 +96,7 @@ StateReading TakeAll(const Json& object, Settings& settings, std::string& error)
     for (const SettingsKey& key : RequiredSettingsKeys()) {
         const Taken taken = Take(object, key, settings);
         if (taken == Taken::kYes) continue;
-        error = Complaint(key, taken) + ", what follows it keeps its built-in value";
+        error = Complaint(key, taken) + ", the settings after it keep their built-in values";
         return StateReading::kPartly;
     }
     for (const SettingsKey& key : OptionalSettingsKeys()) {

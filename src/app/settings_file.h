@@ -10,13 +10,13 @@
 
 namespace hullrider {
 
-// Reads the file into `settings`, which are the built-in ones for whatever is not taken from it. The keys are read in
-// their order; a required key that is missing or of another JSON type ends the reading, so that the keys before it come
-// from the file and the rest are built in. Values outside their range are put into it. A failure is one line on the
-// error stream, and a file that is there but not understood wholly is kept as "PATH.bad".
+// Reads the file into `settings`; a setting not read from it gets its built-in value. Keys are read in order. A
+// required key that is missing or has the wrong JSON type ends the reading: the keys before it come from the file, the
+// rest are built in. Values are clamped to their range. A failure prints one line on the error stream, and a file that
+// was not understood completely is kept as "PATH.bad".
 StateReading LoadSettings(const std::string& path, Settings& settings);
 
-// Writes all keys, replacing the file. False, with a line on the error stream, when that failed; the old file stays.
+// Replaces the file with all keys. On failure returns false, prints a line on the error stream and leaves the old file.
 bool SaveSettings(const std::string& path, const Settings& settings);
 
 // The same on the file's text. Pure.

@@ -19,7 +19,7 @@ constexpr NumberField Volume(float Settings::*member) {
     return {member, 0.0F, 1.0F};
 }
 
-// An alpha below it makes a window that nobody finds again.
+// Below this alpha the user might not find the window again.
 constexpr int32_t kFaintestWindow = 40;
 
 using S = Settings;

@@ -14,7 +14,7 @@
 
 namespace hullrider {
 
-// Whole numbers and numbers from a file are put into their range after reading.
+// Numbers from a file are clamped to their range.
 struct WholeNumberField {
     int32_t Settings::*member;
     int32_t lowest = std::numeric_limits<int32_t>::min();
@@ -34,7 +34,7 @@ struct SettingsKey {
     std::variant<WholeNumberField, NumberField, FlagField, TextField, TextListField> field;
 };
 
-// Without a required key the reading ends there; the optional ones came later, and an older file lacks them.
+// A missing required key ends the reading. The optional keys were added later, so older files lack them.
 std::span<const SettingsKey> RequiredSettingsKeys();
 std::span<const SettingsKey> OptionalSettingsKeys();
 

@@ -1,6 +1,6 @@
-// Keys of the main window while it has the focus: Space plays and pauses, the arrow keys go to the next and the
-// previous song and turn the volume, Ctrl+= and Ctrl+- raise and lower the favorite count, once however long they are
-// held. UI thread.
+// Keys of the main window while it has the focus: Space plays and pauses, Right and Left go to the next and the
+// previous song, Up and Down change the volume, Ctrl+= and Ctrl+- raise and lower the favorite count once per press. UI
+// thread.
 #pragma once
 
 #include <windows.h>
@@ -11,10 +11,10 @@ namespace hullrider {
 
 class Shortcuts {
 public:
-    // The command of a key that went down, 0 for none. `isRepeated`: it has been held since an earlier message.
+    // The command of a key press, 0 for none. `isRepeated`: the press is an auto-repeat.
     int32_t CommandOfKey(WPARAM key, bool isRepeated);
 
-    // Notices keys that are no longer held. Ten times a second.
+    // Notices released keys. Call it ten times a second.
     void ReleaseLatches();
 
 private:

@@ -24,8 +24,7 @@ namespace {
 
 constexpr uint32_t kMixingRateHz = 44100;
 
-// Opening a file takes longer than anything else here: lengths of later songs are drawn from those of the same type
-// that were measured.
+// Opening files takes most of the time: later songs get lengths drawn from the measured songs of their type.
 constexpr size_t kMostMeasured = 500;
 
 class SongLengths {
@@ -62,7 +61,7 @@ private:
     std::array<std::vector<double>, 3> ofType_;
 };
 
-// Everything that the draw goes by, as at the start of the player, and nothing that would be saved.
+// Loads all that the selection depends on, as start-up does, and nothing that would be saved.
 void LoadForSimulation(Player& player) {
     AppState& app = player.state;
     app.shell.dataDirectory = ChooseDataDirectory(player.options);

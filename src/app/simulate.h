@@ -7,8 +7,8 @@
 
 namespace hullrider {
 
-// Loads what the player would load, plays `options.simulate` songs in thought only and tells what came how often, as
-// lines of text. Opens no sound device and saves nothing.
+// Loads what the player would load, simulates playing `options.simulate` songs, and returns lines of text on how often
+// each type came. Opens no sound device and saves nothing.
 std::string SimulationText(const RunOptions& options);
 
 }  // namespace hullrider

@@ -10,7 +10,7 @@ namespace {
 
 constexpr DWORD kPatienceMs = 5000, kStepMs = 100;
 
-// FNV-1a, 64 bits (http://www.isthe.com/chongo/tech/comp/fnv/). Letters' case does not make another folder.
+// FNV-1a, 64 bits (http://www.isthe.com/chongo/tech/comp/fnv/). Ignores case, as the file system does.
 uint64_t HashOf(std::wstring path) {
     CharLowerBuffW(path.data(), static_cast<DWORD>(path.size()));
     uint64_t hash = 14695981039346656037ULL;
@@ -38,7 +38,7 @@ SingleInstance::SingleInstance(const std::string& dataDirectory) {
                   static_cast<unsigned long long>(HashOf(WideFromUtf8(dataDirectory))));
     name_ = name;
     mutex_ = CreateMutexW(nullptr, FALSE, (L"Local\\" + name_).c_str());
-    // A player that could not claim its folder is better than none.
+    // Without a mutex, start anyway.
     isFirst_ = mutex_ == nullptr;
     for (DWORD waited = 0; !isFirst_ && waited < kPatienceMs; waited += kStepMs) {
         const DWORD result = WaitForSingleObject(mutex_, kStepMs);
@@ -55,7 +55,7 @@ SingleInstance::~SingleInstance() {
 
 void SingleInstance::Mark(HWND window) const {
     SetPropW(window, name_.c_str(), reinterpret_cast<HANDLE>(INT_PTR{1}));
-    // From a player with fewer rights too.
+    // A player with fewer rights may send it too.
     ChangeWindowMessageFilterEx(window, ShowMessage(), MSGFLT_ALLOW, nullptr);
 }
 

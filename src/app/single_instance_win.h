@@ -1,5 +1,5 @@
-// One player for each data folder: two would overwrite each other's files. A second start brings the first one's window
-// to the front. UI thread.
+// Allows one player per data folder, because two would overwrite each other's files. A second start brings the first
+// one's window to the front. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -10,20 +10,20 @@ namespace hullrider {
 
 class SingleInstance {
 public:
-    // Claims the folder. Waits a few seconds for a player that is just ending.
+    // Claims the folder. Waits a few seconds for a player that is shutting down.
     explicit SingleInstance(const std::string& dataDirectory);
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    // False when another player has the folder. If it shows a window, that has been told to come to the front.
+    // False when another player has the folder. Its window, if any, has been told to come to the front.
     bool IsFirst() const { return isFirst_; }
 
     // Marks the window by which this player is found, until it is about to end.
     void Mark(HWND window) const;
     void Unmark(HWND window) const;
 
-    // What a window is sent that is to come to the front.
+    // The message that tells a window to come to the front.
     static UINT ShowMessage();
 
 private:

@@ -16,7 +16,7 @@ bool TakeSoundFontFolder(Player& player, const std::string& folder) {
     if (files.empty()) return false;
     std::swap(fonts.soundFontFiles, files);
     const int32_t fontBefore = std::exchange(fonts.currentSoundFont, 0);
-    // While the music is stopped there is nothing to load a font into.
+    // While the music is stopped, fonts cannot be loaded.
     if (!player.stopped && !SelectSoundFont(fonts, app.playback, 0)) {
         std::swap(fonts.soundFontFiles, files);
         fonts.currentSoundFont = fontBefore;

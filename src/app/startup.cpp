@@ -25,8 +25,8 @@ namespace hullrider {
 
 namespace {
 
-// The configured folder, that of the companion game and the one beside the program: the first that holds fonts. Where
-// the user's own holds none, because its drive is away, it stays configured.
+// Uses the first folder that holds fonts: the configured one, the companion game's, the one beside the program. A
+// configured folder without fonts stays configured: its drive may be missing.
 void FindSoundFontFolder(Player& player) {
     AppState& app = player.state;
     std::string& configured = app.folders.soundFontDirectoryPath;
@@ -60,7 +60,7 @@ void LoadFoldersAndSoundFonts(Player& player) {
     }
 }
 
-// A font that could not be loaded before is not tried again: its error box has been seen.
+// A font that has failed to load is not tried again: its error box has been shown.
 void SelectDefaultSoundFont(Player& player) {
     SoundFontState& fonts = player.state.soundFonts;
     if (fonts.midiStreamFont != 0) SelectSoundFont(fonts, player.state.playback, fonts.currentSoundFont);
@@ -73,7 +73,7 @@ void TakeCompanionMix(Settings& settings) {
     settings.rawTracker = 50;
 }
 
-// The companion edition, started without any music folder, takes over the game's music.
+// The companion edition adds the game's music when no folder is configured.
 void AddCompanionMusic(Player& player) {
     if (!player.companionEdition) return;
     AppState& app = player.state;
@@ -84,7 +84,7 @@ void AddCompanionMusic(Player& player) {
                 app.settings.directoryPaths.push_back(folder);
             }
         }
-        app.library.playlists.clear();  // what was left over in the cache; the game's folders are scanned
+        app.library.playlists.clear();  // left over in the cache; the game's folders are scanned
         TakeCompanionMix(app.settings);
     }
     app.shell.companionExport = true;
@@ -92,7 +92,7 @@ void AddCompanionMusic(Player& player) {
 }
 
 void NoteCachePath(Player& player) {
-    // Music given for one run must not take the place of the user's own library.
+    // Music given for one run must not replace the cache of the user's own library.
     if (!player.options.music.empty()) return;
     player.state.shell.libraryCachePath = StatePath(player.state.shell.dataDirectory, kLibraryCacheFile);
 }
@@ -128,7 +128,7 @@ void PrintAudiobookSummary(const AudiobookState& audiobooks) {
     PrintLine("Total Duration: " + std::to_string(static_cast<long long>(audiobooks.totalSec)) + " seconds (" + hours);
 }
 
-// A step, and which file it has loaded.
+// A step and the file that it loads.
 struct Step {
     void (*run)(Player&);
     bool LoadedFiles::*loads = nullptr;
@@ -175,7 +175,7 @@ void StartPlayer(Player& player) {
 
 void RunStartupSequence(Player& player) {
     for (const Step& step : kSteps) {
-        // An error box lets messages in, and one of them may have ended the program.
+        // A message handled during an error box may have ended the program.
         if (player.shutDown) return;
         step.run(player);
         if (step.loads != nullptr) player.loaded.*step.loads = true;

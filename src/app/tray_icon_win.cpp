@@ -12,7 +12,7 @@ namespace {
 
 constexpr UINT kIconMessage = WM_APP + 1;
 constexpr UINT kIconId = 1;
-constexpr int32_t kCloseToTrayItem = 300;  // beside the commands
+constexpr int32_t kCloseToTrayItem = 300;  // not a CommandId
 
 void AppendCommand(HMENU menu, int32_t id, const wchar_t* text) {
     AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(id), text);
@@ -53,8 +53,8 @@ void TrayIcon::Remove() {
     taskbarCreated_ = 0;
 }
 
-// The task bar says the same when it starts and when its scale changes; the icon is still there then, and would not be
-// added a second time.
+// The taskbar sends the message when it restarts and when its scale changes. In the latter case the icon still exists,
+// and could not be added again.
 void TrayIcon::ShowAgain() {
     Shell_NotifyIconW(NIM_DELETE, &data_);
     isShown_ = Shell_NotifyIconW(NIM_ADD, &data_) != 0;
@@ -83,10 +83,10 @@ int32_t TrayIcon::AskMenu(bool& closesToTray) const {
     const HMENU menu = BuildTrayMenu(closesToTray);
     POINT mouse{};
     GetCursorPos(&mouse);
-    // Else the menu does not close when the user clicks beside it.
+    // Otherwise the menu does not close on a click outside it.
     SetForegroundWindow(window);
     const int item = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, window, nullptr);
-    PostMessageW(window, WM_NULL, 0, 0);  // else the next menu may vanish at once
+    PostMessageW(window, WM_NULL, 0, 0);  // otherwise the next menu may close at once
     DestroyMenu(menu);
     if (item != kCloseToTrayItem) return item;
     closesToTray = !closesToTray;

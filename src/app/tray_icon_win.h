@@ -18,21 +18,21 @@ public:
 
     ~TrayIcon() { Remove(); }
 
-    // The messages of the icon go to the window.
+    // Shows the icon; its messages go to the window.
     void Add(HWND window);
     void Remove();
 
-    // False when the system shows no icons: then nothing may hide behind it.
+    // False when the system shows no icons: then the window must stay visible.
     bool IsShown() const { return isShown_; }
 
-    // The text beside the mouse, UTF-8; what is too long for the system is cut.
+    // The tooltip, UTF-8, truncated to the system's limit.
     void SetTip(const std::string& text);
 
-    // What a message means, if it is one of the icon's. The icon comes back by itself when the task bar starts anew.
+    // What a message means, if it is one of the icon's. Shows the icon again when the taskbar restarts.
     std::optional<Click> Understand(UINT message, LPARAM lParam);
 
-    // Shows the icon's menu until the user has chosen: a CommandId, or 0 for none. `closesToTray` is one of the menu's
-    // items: that closing the window leaves the player running.
+    // Shows the icon's menu and returns the chosen CommandId, or 0 for none. One menu item toggles `closesToTray`:
+    // closing the window leaves the player running.
     int32_t AskMenu(bool& closesToTray) const;
 
 private:

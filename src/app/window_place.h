@@ -1,4 +1,4 @@
-// Where a window may stand. Pure.
+// Where a window may be placed. Pure.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +9,8 @@ struct ScreenBox {
     int32_t left = 0, top = 0, right = 0, bottom = 0;
 };
 
-// The box, moved so that enough of its title can be seen and caught with the mouse on a screen of that work area; where
-// it is if that is so already. `titleHeight` is that of the window's frame and title.
+// Moves the box, if needed, so that enough of its title bar is visible in the work area to be grabbed with the mouse.
+// `titleHeight` includes the window's frame.
 ScreenBox BringTitleIntoSight(ScreenBox box, const ScreenBox& workArea, int32_t titleHeight);
 
 }  // namespace hullrider

@@ -9,7 +9,7 @@ int RestorePlace(HWND window, const ShellOptions& options, int showCommand) {
     const int show = options.isMaximized && asksForNothing ? SW_SHOWMAXIMIZED : showCommand;
     const RECT box{options.x, options.y, options.x + options.width, options.y + options.height};
     if (options.width <= 0 || options.height <= 0) return show;
-    // The screen that it was on may be gone.
+    // Its screen may be gone.
     const HMONITOR monitor = MonitorFromRect(&box, MONITOR_DEFAULTTONULL);
     MONITORINFO screen{};
     screen.cbSize = sizeof screen;
@@ -18,7 +18,7 @@ int RestorePlace(HWND window, const ShellOptions& options, int showCommand) {
     const int32_t titleHeight = GetSystemMetrics(SM_CYCAPTION) + GetSystemMetrics(SM_CYSIZEFRAME);
     const ScreenBox place = BringTitleIntoSight({box.left, box.top, box.right, box.bottom},
                                                 {work.left, work.top, work.right, work.bottom}, titleHeight);
-    // Twice: on a screen of another scale the system changes the size at the first time.
+    // Twice: on a screen with another scale, the system changes the size the first time.
     for (int i = 0; i < 2; ++i) {
         SetWindowPos(window, nullptr, place.left, place.top, options.width, options.height,
                      SWP_NOZORDER | SWP_NOACTIVATE);

@@ -1,4 +1,4 @@
-// Where the main window stands, from run to run. UI thread.
+// Remembers the main window's place from run to run. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -7,11 +7,11 @@
 
 namespace hullrider {
 
-// Puts the window where it was, if that is still on a screen, and says how it is to be shown: as the system asks, or
+// Moves the window to its saved place, if that is still on a screen. Returns the show command: the system's, or
 // maximized as before.
 int RestorePlace(HWND window, const ShellOptions& options, int showCommand);
 
-// Notes where the window stands. A window that is minimized, hidden or without its frame changes nothing.
+// Saves the window's place in `options`, unless it is minimized, hidden or borderless.
 void NoteWindowPlace(HWND window, ShellOptions& options);
 
 }  // namespace hullrider

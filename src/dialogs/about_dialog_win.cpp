@@ -1,4 +1,4 @@
-// The About window: what the program is, its version, where its files lie, and whose work it stands on.
+// The About window: what the program is, its version, where its files are, and which libraries it uses.
 #include "dialogs/option_windows_win.h"
 #include "platform/program.h"
 
@@ -11,8 +11,8 @@ constexpr const char* kWhatItIs =
     "Radio from your own music: songs from a random point, for a random length, cross-faded into the next, while you "
     "play.";
 constexpr const char* kLibraries =
-    "Made with FFmpeg, FluidSynth, libopenmpt, miniaudio, SoundTouch, SDL and JSON for Modern C++. The licenses are in "
-    "the program's LICENSE file and at the makers'.";
+    "Made with FFmpeg, FluidSynth, libopenmpt, miniaudio, SoundTouch, SDL and JSON for Modern C++. Their licenses are "
+    "in the program's LICENSE file and with each project.";
 
 class AboutDialog : public Dialog {
 public:

@@ -1,4 +1,4 @@
-// A list that drops down, of texts that each stand for a number. UI thread.
+// A drop-down list whose texts each stand for a number. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -10,10 +10,10 @@ namespace hullrider {
 
 void AddToChoice(HWND choice, const std::string& text, int32_t value);
 
-// What the chosen text stands for. Something must have been chosen.
+// The value of the chosen text. A text must be chosen.
 int32_t ChosenIn(HWND choice);
 
-// Chooses the text of that value. A value that is not in the list is added to it, by its name.
+// Chooses the text of that value. A missing value is added to the list under its name.
 void Choose(HWND choice, int32_t value, std::string (*name)(int32_t));
 
 }  // namespace hullrider

@@ -1,4 +1,4 @@
-// The controls of a Dialog, each as the system has it.
+// The standard controls of a Dialog.
 #include <algorithm>
 
 #include "dialogs/dialog_win.h"
@@ -8,7 +8,7 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kFirstId = 100;  // below are the system's own: Enter, Escape
+constexpr int kFirstId = 100;  // lower ids are the system's: Enter, Escape
 
 // In units of 1/96 inch.
 constexpr int kLeastLine = 20, kLeastButton = 96, kButtonPadding = 12, kFieldPadding = 14, kCheckBoxWidth = 22;

@@ -19,7 +19,7 @@ constexpr UINT kRefreshMs = 500;
 constexpr DWORD kFixedStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 constexpr DWORD kGrowingStyle = kFixedStyle | WS_THICKFRAME | WS_MAXIMIZEBOX;
 
-// The font that the system uses for message boxes, which is what its own dialogs are set in.
+// The system's font for message boxes and dialogs.
 HFONT MakeFont(int dpi, int percent, LONG weight) {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
@@ -34,7 +34,7 @@ Dialog* DialogOf(HWND window) {
     return reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
-// What fails is printed: it must not pass through the system's own frames.
+// Prints exceptions, which must not unwind through the system's frames.
 template <typename Call>
 LRESULT Guarded(const Call& call) {
     try {
@@ -45,7 +45,7 @@ LRESULT Guarded(const Call& call) {
     }
 }
 
-// The same picture drawn beside the screen and copied over at once.
+// Paints off screen and copies the result, so that nothing flickers.
 void PaintBuffered(HDC dc, const RECT& box, const std::function<void(HDC, const RECT&)>& paint) {
     const int width = box.right - box.left, height = box.bottom - box.top;
     const HDC memory = CreateCompatibleDC(dc);
@@ -130,7 +130,7 @@ LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-// A window of its own class has to remember its focus itself.
+// The system restores the focus only in dialogs of its own class.
 void Dialog::OnActivate(bool isActive) {
     if (isActive) {
         SetFocus(FocusTarget());
@@ -176,7 +176,7 @@ void Dialog::OnCommand(int id, UINT code) {
     const HWND window = GetDlgItem(window_, id);
     const Control* const control = window == nullptr ? nullptr : Find(window);
     if (control == nullptr) return;
-    // Copied: what is called may close the window and so its controls.
+    // Copied: the call may close the window and destroy its controls.
     const Procedure procedure = code == BN_CLICKED                             ? control->onClick
                                 : code == EN_CHANGE || code == CBN_SELCHANGE   ? control->onChange
                                 : code == EN_KILLFOCUS || code == BN_KILLFOCUS ? control->onLeave
@@ -213,7 +213,7 @@ bool Dialog::Confirm(std::string_view question) const {
     return answer == IDYES && IsWindow(window) != 0;
 }
 
-// Back to the control that had the keyboard, if it can still have it.
+// The control that had the focus last, if it can still have it.
 HWND Dialog::FocusTarget() const {
     const LONG_PTR style = IsChild(window_, lastFocus_) != 0 ? GetWindowLongPtrW(lastFocus_, GWL_STYLE) : 0;
     const bool canHaveFocus = (style & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE;
@@ -228,7 +228,7 @@ int Dialog::Units(int pixels) const {
     return (pixels * USER_DEFAULT_SCREEN_DPI + dpi_ - 1) / dpi_;
 }
 
-// The fonts of before are let go when no control uses them any more.
+// The old fonts are freed once no control uses them.
 void Dialog::TakeScale(int dpi) {
     for (const Control& control : controls_) {
         if (control.isTable) ScaleColumns(control.window, dpi, dpi_);
@@ -282,8 +282,7 @@ void Dialog::FollowDpi(int dpi, const RECT& proposed) {
     PlaceControls();
 }
 
-// The place that the system has chosen knows nothing of the window's size: where the window would stick out of the
-// monitor's work area it is moved.
+// The system has chosen a place without knowing the window's size: moves the window into the monitor's work area.
 void Dialog::TakeRoomOnScreen() const {
     const SIZE outer = OuterSize();
     RECT box;
@@ -328,7 +327,7 @@ bool TranslateDialogMessage(MSG& message) {
     if (isKey && dialog != nullptr) {
         const bool isRepeated = dialog->keyIsRepeated_ = (message.lParam & kWasDown) != 0;
         if (Guarded([&] { return LRESULT{dialog->OnKey(message.wParam) ? 1 : 0}; }) != 0) return true;
-        // A button is pressed once, however long Enter is held.
+        // Holding Enter presses a button only once.
         if (message.wParam == VK_RETURN && isRepeated) return true;
     }
     return IsDialogMessageW(root, &message) != 0;

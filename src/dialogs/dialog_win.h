@@ -1,6 +1,6 @@
-// A top-level window of standard controls for one subject. The controls lie in a Form, which fits their texts, the
-// scale of the monitor and the size of the window. The Tab key walks them in the order in which they were added; Escape
-// closes the window. UI thread.
+// A top-level window of standard controls for one subject. A Form lays the controls out by their texts, the monitor's
+// scale and the window's size. Tab visits them in the order in which they were added; Escape closes the window. UI
+// thread.
 #pragma once
 
 #include <windows.h>
@@ -20,10 +20,10 @@ namespace hullrider {
 // Lengths are in units of 1/96 inch.
 inline constexpr int kMargin = 12, kGap = 8;
 
-// For a line that may be longer than its place, or hold a path: an "&" in it is a letter.
+// For a line that may be too long or hold a path: cut off with an ellipsis, and "&" is plain text.
 inline constexpr DWORD kOneLine = SS_LEFT | SS_ENDELLIPSIS | SS_NOPREFIX;
 
-// A field for a number and the arrows that step it.
+// A number field and its arrows.
 struct NumberControls {
     HWND edit = nullptr, arrows = nullptr;
 
@@ -43,66 +43,64 @@ public:
     HWND Window() const { return window_; }
 
 protected:
-    // Adds the controls, and returns how they lie within the window's margins. The window is as large as the form
-    // needs; where something in it grows, the user may make it larger.
+    // Adds the controls and returns their layout within the window's margins. The window is as large as the form needs;
+    // the user may enlarge it if a part of the form grows.
     virtual Form MakeForm() = 0;
 
-    // Twice a second while the window is open, and when it comes to the front: shows what was changed elsewhere.
+    // Shows changes made elsewhere. Called twice a second while the window is open, and when it comes to the front.
     virtual void Refresh() {}
 
-    // A key before the focused control gets it. True: it is dealt with.
+    // A key, before the focused control gets it. True: it has been handled.
     virtual bool OnKey(WPARAM) { return false; }
 
-    // The window is about to close: the last chance to take what was typed.
+    // The window is about to close: the last chance to apply what was typed.
     virtual void OnClose() {}
 
     using Procedure = std::function<void()>;
     using Painter = std::function<void(HDC dc, const RECT& box)>;
     using NoticeHandler = std::function<LRESULT(const NMHDR& notice)>;
 
-    // Texts are UTF-8. "&" before a letter makes Alt and that letter lead to the control or, for a label, to the next
-    // one.
+    // Texts are UTF-8. "&" before a letter makes Alt and that letter select the control or, for a label, the next one.
     HWND AddLabel(std::string_view text, DWORD style = SS_LEFT);
     HWND AddHeading(std::string_view text);
-    // A text that is broken into lines of that width.
+    // A text wrapped at that width.
     HWND AddParagraph(std::string_view text, int width);
-    // A line whose text changes, with room for `widest`; cut off where it needs more.
+    // A line whose text changes, with room for `widest`; longer texts are cut off.
     HWND AddLine(std::string_view widest = "");
     HWND AddButton(std::string_view text, Procedure onClick);
     HWND AddCloseButton();
-    // A button that shows a value, with room for `widest`, and also tells when the focus leaves it.
+    // A button that shows a value, with room for `widest`, and also reports when it loses the focus.
     HWND AddFieldButton(std::string_view widest, Procedure onClick, Procedure onLeave);
     HWND AddCheckBox(std::string_view text, bool isChecked, Procedure onClick);
     HWND AddEdit(int width, DWORD style, Procedure onChange, Procedure onLeave);
     // A whole number from `lowest` to `highest`, with arrows to step it.
     NumberControls AddNumber(int lowest, int highest, Procedure onChange, Procedure onLeave);
-    // One of a few texts, from a list that drops down, with room for `widest`.
+    // A drop-down list with room for `widest`.
     HWND AddChoice(std::string_view widest, Procedure onChange);
     HWND AddSlider(int lowest, int highest, int at, Procedure onChange);
     HWND AddTabs(const std::vector<std::string>& names, std::function<void(int)> onSelect);
-    // A list in rows and columns, one row selected at a time, at least so large. The first column also takes what the
-    // others leave of the table.
+    // A list in rows and columns with single selection. The first column also takes the width that the others leave.
     HWND AddTable(FormSize least, const std::vector<std::pair<std::string, int>>& columns, NoticeHandler onNotice,
                   DWORD style = 0);
-    HWND AddProgressBar();  // for what takes nobody knows how long
+    HWND AddProgressBar();  // for work of unknown duration
     HWND AddIcon();         // the program's
-    // A box that is painted by the window itself, without flicker.
+    // A box that the window paints itself, without flicker.
     HWND AddCanvas(FormSize size, Painter paint);
 
-    // Gives these controls the width of the widest of them, so that they align from one grid to another.
+    // Gives these controls the width of the widest one, so that they align across grids.
     void AlignWidths(const std::vector<HWND>& controls);
 
-    // A yes-or-no question. Whoever asks must be done when the answer is no: the window may be gone by then.
+    // Asks a yes-or-no question. After a no, the caller must touch nothing: the window may be gone.
     bool Confirm(std::string_view question) const;
 
-    // How many controls there are; those that were added between two such counts can be shown and hidden together.
+    // How many controls there are. ShowControls shows or hides those added between two such counts.
     size_t ControlCount() const { return controls_.size(); }
     void ShowControls(size_t from, size_t to, bool isShown) const;
 
-    // Within OnKey: the key has been held since an earlier call.
+    // Within OnKey: the key is auto-repeated.
     bool KeyIsRepeated() const { return keyIsRepeated_; }
 
-    // A length in pixels of this window's monitor, and back; never too short for what it was measured for.
+    // Converts a length to pixels of this window's monitor, and back; Units rounds up.
     int Pixels(int units) const;
     int Units(int pixels) const;
 
@@ -111,11 +109,11 @@ protected:
 private:
     struct Control {
         HWND window = nullptr;
-        std::function<FormSize()> size;  // what it needs at the scale of now, units
-        FormSize measured;               // what it has needed
+        std::function<FormSize()> size;  // needed at the current scale, units
+        FormSize measured;               // what `size` last returned
         bool isHeading = false, isTable = false;
-        int listHeight = 0;    // of a choice: what the system calls its height is that with the list
-        size_t sameWidth = 0;  // those with the same number, other than 0, are equally wide
+        int listHeight = 0;    // of a choice, whose height includes the open list for the system
+        size_t sameWidth = 0;  // controls with the same number, other than 0, are equally wide
         Procedure onClick, onChange, onLeave;
         Painter paint;
         NoticeHandler onNotice;
@@ -161,7 +159,7 @@ private:
     bool keyIsRepeated_ = false;
 };
 
-// For the message loop: keys between the controls of a dialog. True when the message is dealt with.
+// For the message loop: keyboard navigation in a dialog. True when the message has been handled.
 bool TranslateDialogMessage(MSG& message);
 
 bool IsDialog(HWND window);
@@ -169,7 +167,7 @@ bool IsDialog(HWND window);
 void SetText(HWND control, std::string_view text);  // only when it differs, so that nothing flickers
 std::string TextOf(HWND control);
 
-// A control that has the focus hands it on to `heir` before it is disabled: the keyboard must not be lost with it.
+// A focused control passes the focus to `heir` before it is disabled; otherwise no control would get keys.
 void EnableControl(HWND control, bool isEnabled, HWND heir);
 
 void SetChecked(HWND checkBox, bool isChecked);

@@ -1,4 +1,4 @@
-// The windows that are open beside the main one. UI thread.
+// The open option windows. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,7 @@ void OpenDialog(HINSTANCE instance, const char* className, const char* title,
 // Closes all that are open, as the user would.
 void CloseDialogs();
 
-// For the message loop: keys between the controls of an option window. True when the message is dealt with.
+// For the message loop: keyboard navigation in an option window. True when the message has been handled.
 bool TranslateDialogMessage(MSG& message);
 
 }  // namespace hullrider

@@ -1,5 +1,5 @@
-// Favorite Options: the favorites and how often each is drawn. The table asks for the texts of the rows that it shows,
-// so that it opens at once however many there are.
+// Favorite Options: the favorites and how often each is drawn. The table asks for texts only of visible rows, so that
+// it opens at once with any number of favorites.
 #include <algorithm>
 
 #include "dialogs/favorites_rows.h"
@@ -24,7 +24,7 @@ public:
 protected:
     Form MakeForm() override {
         Form heading = AddHeading("Favorites");
-        Form hint = AddLabel("A favorite with the count 3 is drawn four times as often as a song that is not one.");
+        Form hint = AddLabel("A favorite with the count 3 is drawn four times as often as other songs.");
         AddList();
         play_ = AddButton("&Play Now", [this] { Play(); });
         up_ = AddButton("Count &Up  (+)", [this] { ChangeCount(1); });
@@ -39,7 +39,7 @@ protected:
         return Column({heading, hint, Row({Grow(list_), buttons}), Row({GrowWide(status_), AddCloseButton()})});
     }
 
-    // Every change of the favorites, whoever makes it, is followed by a recount.
+    // Every change of the favorites, here or elsewhere, is followed by a recount.
     void Refresh() override {
         if (shownRevision_ != ports_.library.revision || rows_.size() != Favorites().list.size()) ShowRows();
     }
@@ -114,7 +114,7 @@ private:
         lstrcpynW(item.pszText, WideFromUtf8(text).c_str(), item.cchTextMax);
     }
 
-    // What cannot be played now is gray.
+    // Favorites that cannot be played now are gray.
     LRESULT Color(NMLVCUSTOMDRAW& draw) const {
         if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
         const size_t at = draw.nmcd.dwItemSpec;
@@ -129,7 +129,7 @@ private:
         return at < 0 || static_cast<size_t>(at) >= rows_.size() ? nullptr : &rows_[static_cast<size_t>(at)];
     }
 
-    // The same favorite stays selected wherever it goes; of one that is gone, the next takes the place.
+    // Keeps the same favorite selected when it moves; if it is gone, selects the next one.
     void ShowRows() {
         const int placeBefore = SelectedRow(list_);
         const FavoriteRow* const before = Selected();
@@ -169,7 +169,7 @@ private:
         ShowRows();
     }
 
-    // Down to 1: what has nothing left is removed by its own button only.
+    // Not below 1: only the Remove button removes a favorite.
     void ChangeCount(int step) {
         const FavoriteRow* const row = Selected();
         if (row == nullptr) return;
@@ -187,7 +187,7 @@ private:
     }
 
     void Clear() {
-        if (!Confirm("Clear all favorites? Every song is drawn as often as any other again. This cannot be undone.")) {
+        if (!Confirm("Clear all favorites? All songs will be drawn equally often. This cannot be undone.")) {
             return;
         }
         ClearFavorites(Favorites(), ports_.library);

@@ -39,7 +39,7 @@ FavoriteRow RowOf(const FavoriteEntry& entry) {
     return row;
 }
 
-// A row with what it is sorted by, so that no text is made in lower case more than once.
+// A row with its sort key, so that each text is converted to lower case only once.
 struct SortedRow {
     FavoriteRow row;
     std::string text;
@@ -110,8 +110,8 @@ int RowOfFavorite(const std::vector<FavoriteRow>& rows, std::string_view path) {
 }
 
 std::string MergeText(FavoritesLoad load, size_t added) {
-    if (load == FavoritesLoad::kUnreadable) return "That is no favorites file.";
-    const std::string part = load == FavoritesLoad::kPartly ? "Part of the file was not understood. " : "";
+    if (load == FavoritesLoad::kUnreadable) return "This is not a favorites file.";
+    const std::string part = load == FavoritesLoad::kPartly ? "Part of the file could not be read. " : "";
     return part + FormatWithThousands(static_cast<int64_t>(added)) + " added.";
 }
 

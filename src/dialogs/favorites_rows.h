@@ -13,12 +13,12 @@
 namespace hullrider {
 
 struct FavoriteRow {
-    std::string path;  // which favorite it is
+    std::string path;  // identifies the favorite
     std::string song;  // the file's name without its extension
     std::string album;
     std::string kind;
     int32_t count = 1;
-    SongPosition position{-1, -1};  // in the library; -1: it is not in there
+    SongPosition position{-1, -1};  // -1: not in the library
 
     bool IsInLibrary() const { return position.playlist >= 0; }
 };
@@ -31,21 +31,21 @@ struct FavoriteOrder {
     bool isDescending = true;
 };
 
-// After a click on a column's heading: by that column, and the other way round when it was that one already.
+// The order after a click on a column's heading: by that column, reversed if it already was.
 FavoriteOrder OrderAfterClick(FavoriteOrder order, FavoriteColumn clicked);
 
-// Rows that are alike in the column are in the order of their songs' names.
+// Rows with the same value in the column are sorted by song name.
 std::vector<FavoriteRow> MakeFavoriteRows(const FavoritesState& favorites, FavoriteOrder order);
 
 std::string CellText(const FavoriteRow& row, FavoriteColumn column);
 
-// The next row, from `start` on and round again, whose song's name begins with the text in any case; -1: none.
+// The first row, from `start` on with wrap-around, whose song name begins with the text, ignoring case; -1: none.
 int FindFavoriteRow(const std::vector<FavoriteRow>& rows, std::string_view text, int start);
 
 // The row of that path, -1: none.
 int RowOfFavorite(const std::vector<FavoriteRow>& rows, std::string_view path);
 
-// What came of merging a file that had `added` favorites which the list lacked.
+// The result of merging a file that has added `added` favorites to the list.
 std::string MergeText(FavoritesLoad load, size_t added);
 
 // "12 favorites, 2 of them not in the library".

@@ -44,7 +44,7 @@ private:
 
     Form AddMusicFolders() {
         Form heading = AddHeading("Music folders");
-        Form hint = AddLabel("Every folder within a music folder is an album; the songs that lie in it are played.");
+        Form hint = AddLabel("Every folder inside a music folder is an album; the songs in it are played.");
         list_ =
             AddTable({kFolderWidth + kHoldsWidth + 24, kListHeight}, {{"Folder", kFolderWidth}, {"Holds", kHoldsWidth}},
                      [this](const NMHDR& notice) { return OnList(notice); });
@@ -64,7 +64,7 @@ private:
 
     Form AddSoundFonts() {
         Form heading = AddHeading("SoundFonts");
-        Form hint = AddLabel("MIDI songs sound through the SoundFonts (.sf2) that lie in this &folder:");
+        Form hint = AddLabel("MIDI songs are played with the SoundFonts (.sf2) in this &folder:");
         fontFolder_ = AddEdit(kFolderWidth, ES_READONLY, {}, {});
         const HWND browse = AddButton("&Browse...", [this] { BrowseSoundFonts(); });
         fontStatus_ = AddLine();
@@ -99,7 +99,7 @@ private:
         ShowWhatApplies();
     }
 
-    // What was said of the last change stands until another folder is selected, or the scan has told more of this one.
+    // The remark on the last change stays until another folder is selected or the scan has a remark on this one.
     void ShowWhatApplies() {
         const int at = SelectedRow(list_);
         const auto count = static_cast<int>(rows_.size());
@@ -161,7 +161,7 @@ private:
         const auto takeSoundFonts = ports_.takeSoundFonts;
         const bool isTaken = takeSoundFonts(*chosen);
         if (IsWindow(window) == 0) return;  // while an error box was open
-        fontRemark_ = isTaken ? "" : "The folder stays as it was: no usable SoundFont (.sf2) in " + *chosen;
+        fontRemark_ = isTaken ? "" : "The folder was not changed: no usable SoundFont (.sf2) in " + *chosen;
         SetText(fontStatus_, fontRemark_);
         Refresh();
     }

@@ -13,7 +13,7 @@ namespace hullrider {
 
 namespace {
 
-// A form in which the same folder is always the same text.
+// Normalized, so that the same folder is always the same text.
 std::string Plain(std::string_view path) {
     std::string plain = ToLower(path);
     std::replace(plain.begin(), plain.end(), '\\', '/');
@@ -33,7 +33,7 @@ std::string ContentText(const Content& content) {
     return Counted(content.albums, "album") + ", " + Counted(content.songs, "song");
 }
 
-// By the music folders in their plain form.
+// Keyed by the normalized music folders.
 std::unordered_map<std::string, Content> ContentOfFolders(const MusicLibrary& library) {
     std::unordered_map<std::string, Content> contents;
     for (const Playlist& playlist : library.playlists) {
@@ -52,10 +52,9 @@ bool IsMissing(const std::string& folder, const MusicLibrary& library) {
 
 FolderRow EmptyRow(const std::string& folder, const MusicLibrary& library) {
     if (IsMissing(folder, library)) {
-        return {folder, "Not found", "This folder is not there now. Its songs come with a rescan or start when it is."};
+        return {folder, "Not found", "This folder is missing. When it is back, a rescan or restart finds its songs."};
     }
-    return {folder, "No songs",
-            "No songs in the folders within it. If it is an album, add the folder that it lies in."};
+    return {folder, "No songs", "The folders inside it hold no songs. If it is an album, add its parent folder."};
 }
 
 }  // namespace
@@ -67,7 +66,7 @@ std::vector<FolderRow> MakeFolderRows(const std::vector<std::string>& folders, c
     for (const std::string& folder : folders) {
         const auto found = contents.find(Plain(folder));
         if (found != contents.end()) {
-            const char* const away = "This folder is not there now. Its songs stay in the library until a rescan.";
+            const char* const away = "This folder is missing. Its songs stay in the library until a rescan.";
             rows.push_back({folder, ContentText(found->second), IsMissing(folder, library) ? away : ""});
         } else {
             rows.push_back(isScanning ? FolderRow{folder, "Scanning", ""} : EmptyRow(folder, library));
@@ -82,10 +81,10 @@ FolderVerdict JudgeFolder(const std::vector<std::string>& folders, const std::st
     FolderVerdict verdict{true, ""};
     for (const std::string& folder : folders) {
         const std::string other = Plain(folder);
-        if (other == plain) return {false, "This folder is in the list already."};
-        if (LiesWithin(plain, other)) verdict.remark = "Only its own folders are new; it lies within " + folder;
+        if (other == plain) return {false, "This folder is already in the list."};
+        if (LiesWithin(plain, other)) verdict.remark = "It adds only its own subfolders, as it is inside " + folder;
         if (LiesWithin(other, plain))
-            verdict.remark = "A folder of the list lies within it and keeps its albums: " + folder;
+            verdict.remark = "It contains a folder of the list, which keeps its albums: " + folder;
     }
     return verdict;
 }
@@ -105,7 +104,7 @@ std::string LibraryText(std::optional<int32_t> foundByScan, const MusicLibrary& 
 }
 
 std::string SoundFontText(size_t count) {
-    return count == 0 ? "No SoundFonts (.sf2) there." : Counted(static_cast<int64_t>(count), "SoundFont") + " found";
+    return count == 0 ? "No SoundFonts (.sf2) found." : Counted(static_cast<int64_t>(count), "SoundFont") + " found";
 }
 
 }  // namespace hullrider

@@ -18,7 +18,7 @@ bool Grows(const Form& form, Axis axis) {
     return std::any_of(form.parts.begin(), form.parts.end(), [axis](const Form& part) { return Grows(part, axis); });
 }
 
-// One row or column of parts that share an extent: a line of a grid has as many parts as the grid has lines across.
+// One row or column of a grid.
 struct Line {
     int length = 0;
     bool grows = false;
@@ -44,7 +44,7 @@ int Total(const std::vector<Line>& lines, int gap) {
     return std::accumulate(lines.begin(), lines.end(), gaps, add);
 }
 
-// What is left over goes to the lines that grow, in equal shares.
+// Divides the spare length equally among the lines that grow.
 void Spread(std::vector<Line>& lines, int gap, int length) {
     int left = length - Total(lines, gap);
     auto growing = static_cast<int>(std::count_if(lines.begin(), lines.end(), [](const Line& l) { return l.grows; }));
@@ -72,7 +72,7 @@ FormSize SizeOfStack(const Form& stack, const ControlSize& sizeOf) {
     return size;
 }
 
-// A control that does not grow lies in the middle of its line, at its own height.
+// A control that does not grow keeps its height and is centered in its line.
 FormBox BoxWithin(const Form& part, FormBox box, const ControlSize& sizeOf) {
     if (part.kind != Form::Kind::kControl || part.growsHigh) return box;
     const int height = std::min(SizeOfForm(part, sizeOf).height, box.height);

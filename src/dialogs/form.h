@@ -1,5 +1,5 @@
-// How the controls of a window lie: in rows, columns and grids that fit what is in them. Pure; lengths are in whatever
-// unit the sizes of the controls have.
+// Lays out a window's controls in rows, columns and grids that fit their content. Pure; lengths are in the unit of the
+// controls' sizes.
 #pragma once
 
 #include <cstddef>
@@ -22,20 +22,20 @@ struct FormBox {
 struct Form {
     enum class Kind { kSpace, kControl, kRow, kColumn, kGrid, kStack };
 
-    Form() = default;  // nothing, of no size
+    Form() = default;  // empty
     Form(void* handle) : kind(Kind::kControl), control(handle) {}
     Form(Kind kindOfForm, std::vector<Form> partsOfForm) : kind(kindOfForm), parts(std::move(partsOfForm)) {}
 
     Kind kind = Kind::kSpace;
-    void* control = nullptr;  // whatever the caller knows it by
+    void* control = nullptr;  // the caller's handle
     std::vector<Form> parts;
     size_t columns = 1;  // of a grid
     int gap = 8;         // between parts
-    // Takes its share of the room that is left over; so does everything around it.
+    // Takes its share of the spare room; so does everything around it.
     bool growsWide = false, growsHigh = false;
 };
 
-// Parts side by side, each as wide as it is. A control keeps its height and lies in the middle of the row.
+// Parts side by side, each at its own width. A control keeps its height and is centered in the row.
 Form Row(std::vector<Form> parts);
 
 // Parts below each other, all as wide as the column.
@@ -47,7 +47,7 @@ Form Grid(size_t columns, std::vector<Form> parts);
 // Parts in the same place, of which one is shown at a time.
 Form Stack(std::vector<Form> parts);
 
-// Empty room that pushes what follows it in a row to the right.
+// Empty room that pushes the rest of a row to the right.
 Form Spring();
 
 Form GrowWide(Form form);
@@ -57,10 +57,10 @@ Form WithGap(int gap, Form form);
 using ControlSize = std::function<FormSize(void* control)>;
 using PlaceControl = std::function<void(void* control, const FormBox& box)>;
 
-// Whether the form has a use for more height than it needs.
+// Whether the form can use more height than it needs.
 bool GrowsHigh(const Form& form);
 
-// The least room that the form needs.
+// The least size that the form needs.
 FormSize SizeOfForm(const Form& form, const ControlSize& sizeOf);
 
 // Places every control of the form in a box of at least that size.

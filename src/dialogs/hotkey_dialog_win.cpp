@@ -1,5 +1,5 @@
-// Hotkey Options: for each action a key that works in every program, and a button of a game controller. What is set
-// here works at once and is kept only by "Save".
+// Hotkey Options: for each action a key that works in every program, and a button of a game controller. Changes work at
+// once but are saved only by "Save".
 #include <algorithm>
 #include <array>
 #include <exception>
@@ -22,8 +22,8 @@ constexpr int kNobody = -1;
 constexpr int32_t kRows = kHotkeyActions / 2;  // in each of two columns
 constexpr int kLongestMs = 60000, kHintWidth = 760;
 constexpr char kKeyHint[] =
-    "Click a field and press a key, with Ctrl, Alt or Shift if you like: it then works in every program. Delete clears "
-    "the field, Escape leaves it as it is. Ctrl+Shift+J and the media keys work without being set here.";
+    "Click a field and press a key, alone or with Ctrl, Alt or Shift: it then works in every program. Delete clears "
+    "the field, Escape leaves it unchanged. Ctrl+Shift+J and the media keys are built in.";
 
 bool IsHeld(int key) {
     return GetKeyState(key) < 0;
@@ -77,7 +77,7 @@ protected:
 private:
     Settings& Settings_() const { return ports_.settings; }
 
-    // The rows of all actions, in two grids beside each other.
+    // The rows of all actions, in two grids side by side.
     template <typename AddRow>
     Form AddActions(size_t columns, const AddRow& addRow) {
         std::vector<Form> left, right;
@@ -101,7 +101,7 @@ private:
                 "Ctrl+Alt+Shift+Num 0", [this, action] { action == waiting_ ? StopWaiting() : WaitForKey(action); },
                 [this] { StopWaiting(); });
             if (action >= kActionsWithKeys) EnableWindow(keys_[at], FALSE);
-            keyRemarks_[at] = AddLine("No longer shows the player");
+            keyRemarks_[at] = AddLine("Will no longer reach other programs");
             grid.insert(grid.end(), {keys_[at], keyRemarks_[at]});
         });
         return Column({actions, AddParagraph(kKeyHint, kHintWidth)});
@@ -163,7 +163,7 @@ private:
         const HWND focus = GetFocus();
         ShowControls(pageBegins_[0], pageBegins_[1], tab == 0);
         ShowControls(pageBegins_[1], pageBegins_[2], tab == 1);
-        // The keyboard must not be lost with the page.
+        // The focus must not stay on a hidden page.
         if (IsChild(Window(), focus) != 0 && IsWindowVisible(focus) == 0) SetFocus(tabs_);
     }
 
@@ -186,10 +186,10 @@ private:
         const bool isSaved = HaveSameBindings(saved_, ports_.bindings);
         SetText(status_, !trouble_.empty() ? trouble_
                          : isSaved         ? ""
-                                           : "In force, but not saved yet: forgotten when the player ends.");
+                                           : "In effect, but not saved yet: lost when the player ends.");
     }
 
-    // None of the system's hotkeys is there while a field waits, so that all keys come here.
+    // Unregisters the hotkeys while a field waits, so that all keys arrive here.
     void WaitForKey(int32_t action) {
         StopWaiting();
         waiting_ = action;
@@ -240,13 +240,13 @@ private:
         Refresh();
     }
 
-    // False, with the trouble to show, when there are no bindings to be had from the file.
+    // False, with trouble_ set, when the file yields no bindings.
     bool Load(HotkeyBindings& loaded) {
         trouble_.clear();
         try {
             if (!LoadHotkeyConfig(ports_.file, loaded)) trouble_ = "Nothing has been saved yet.";
         } catch (const std::exception&) {
-            trouble_ = "The file cannot be understood: " + ports_.file;
+            trouble_ = "The file is not a valid hotkey file: " + ports_.file;
         }
         return trouble_.empty();
     }
@@ -273,7 +273,7 @@ private:
     std::string trouble_;
     int32_t waiting_ = kNobody;  // the action whose field waits for a key
     int tab_ = 0;
-    std::array<size_t, 3> pageBegins_{};  // the controls of the pages, and the end of the last one
+    std::array<size_t, 3> pageBegins_{};  // each page's first control, and the end of the last page
     std::array<HWND, kHotkeyActions> keys_{}, keyRemarks_{}, buttons_{}, triggers_{}, controllerRemarks_{};
     std::vector<HWND> labels_;  // of the page that is being made
     std::vector<NumberField> fields_;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int32_t kBackspace = 0x08, kEscape = 0x1B, kDelete = 0x2E;
 
-// What stands in for a key: text that is being composed, a character sent as such, a key without a code.
+// VK_PROCESSKEY (text input), VK_PACKET (a character), and a key without a code.
 bool IsNoKey(int32_t key) {
     return key == 0xE5 || key == 0xE7 || key == 0xFF;
 }
@@ -31,7 +31,7 @@ bool IsSameKey(const HotkeyBinding& one, const HotkeyBinding& other) {
     return one.vkKey == other.vkKey && one.ctrl == other.ctrl && one.alt == other.alt && one.shift == other.shift;
 }
 
-// The first action below `end`, other than this one, for which the binding and this one's are alike.
+// The first other action below `end` whose binding is `alike`.
 template <typename Alike>
 std::optional<int32_t> OtherAction(const HotkeyBindings& bindings, int32_t action, int32_t end, Alike alike) {
     const HotkeyBinding own = BindingOf(bindings, action);
@@ -41,7 +41,7 @@ std::optional<int32_t> OtherAction(const HotkeyBindings& bindings, int32_t actio
     return std::nullopt;
 }
 
-// The key that is there without a binding and means something else.
+// The action of the built-in key that this binding would replace.
 std::optional<int32_t> FixedAction(const HotkeyBinding& binding) {
     HotkeyBindings alone(1, binding);
     const std::vector<Hotkey> hotkeys = HotkeysToRegister(alone);
@@ -86,7 +86,7 @@ std::string KeyRemark(const HotkeyBindings& bindings, const std::vector<RefusedH
         return *fixed == kShowPlayerKey ? "No longer shows the player" : "No longer a media key";
     }
     if (IsRefused(refused, action)) return "Taken by another program";
-    if (!binding.ctrl && !binding.alt && IsTypingKey(binding.vkKey)) return "Lost to other programs";
+    if (!binding.ctrl && !binding.alt && IsTypingKey(binding.vkKey)) return "Will no longer reach other programs";
     return {};
 }
 

@@ -19,7 +19,7 @@ void NumberField::OnChange() const {
 void NumberField::OnLeave() const {
     const std::string inForce = std::to_string(meaning_.get());
     SetText(controls_.edit, inForce);
-    // A settings file may hold what does not make sense here.
+    // A settings file may hold a number outside the bounds.
     std::string remark;
     ReadNumber(inForce, meaning_.lowest, meaning_.highest, remark);
     SetText(remark_, remark);

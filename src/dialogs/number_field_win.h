@@ -1,5 +1,5 @@
-// A field for a whole number with a remark beside it. What is typed is taken at once when it makes sense; when not, the
-// remark says what would, and the number in force comes back when the field is left. UI thread.
+// A field for a whole number with a remark beside it. A valid number takes effect as it is typed. For an invalid one,
+// the remark shows the bounds, and the current number returns when the field loses the focus. UI thread.
 #pragma once
 
 #include "dialogs/dialog_win.h"
@@ -14,19 +14,19 @@ public:
         std::function<void(int32_t)> set;  // only with numbers within the bounds
     };
 
-    // The controls are made by the caller; the edit control's changes and its being left are to be reported here.
+    // The caller makes the controls, and calls OnChange and OnLeave for the edit control.
     NumberField(const NumberControls& controls, HWND remark, Meaning meaning);
 
     void OnChange() const;
     void OnLeave() const;
 
-    // The number in force, unless the user is typing here.
+    // Shows the current number, unless the user is typing here.
     void Show() const;
 
-    // New bounds of what makes sense, for the arrows too.
+    // Sets new bounds, for the arrows too.
     void SetBounds(int32_t lowest, int32_t highest);
 
-    // A field that is disabled hands the focus on to `heir`.
+    // A field that is disabled passes the focus to `heir`.
     void Enable(bool isEnabled, HWND heir) const;
 
 private:

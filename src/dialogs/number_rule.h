@@ -8,8 +8,8 @@
 
 namespace hullrider {
 
-// The number that the text is, blanks around it aside. Nothing when it is none from `lowest` to `highest`: `remark`
-// then says what is wanted, for display beside the field.
+// The number in the text, ignoring blanks around it. Empty when it is not a number from `lowest` to `highest`: `remark`
+// then gives the bounds, for display beside the field.
 std::optional<int32_t> ReadNumber(std::string_view text, int32_t lowest, int32_t highest, std::string& remark);
 
 }  // namespace hullrider

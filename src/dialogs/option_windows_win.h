@@ -1,5 +1,5 @@
-// Makes the option windows. Each is handed what it works on, which must live as long as the window does, and the few
-// things that only the application can do for it. UI thread.
+// Makes the option windows. Each gets the data that it works on, which must outlive the window, and functions for what
+// only the application can do. UI thread.
 #pragma once
 
 #include <functional>
@@ -34,21 +34,21 @@ struct FolderPorts {
     const MusicLibrary& library;
     const std::string& soundFontFolder;
     const std::vector<std::string>& soundFonts;
-    // Begins to; the library follows when that is done. Songs of folders that are away now go only when the user has
-    // asked for the scan.
+    // Starts a scan; the library changes when it is done. `isAskedFor`: the user wants a rescan, which also removes the
+    // songs of missing folders.
     std::function<void(bool isAskedFor)> scanMusicFolders;
-    std::function<std::optional<int32_t>()> songsFoundByScan;       // so far; nothing when no scan is under way
-    std::function<bool(const std::string& folder)> takeSoundFonts;  // false: none to use, and the old ones stay
+    std::function<std::optional<int32_t>()> songsFoundByScan;       // empty when no scan is running
+    std::function<bool(const std::string& folder)> takeSoundFonts;  // false: none usable, the old ones stay
 };
 std::unique_ptr<Dialog> MakeFolderDialog(FolderPorts ports);
 
 struct HotkeyPorts {
     HotkeyBindings& bindings;
-    const std::vector<RefusedHotkey>& refused;  // of those that were to be registered
+    const std::vector<RefusedHotkey>& refused;  // by the last registration
     Settings& settings;
     std::string file;                      // where the bindings are saved
-    std::function<void()> takeHotkeys;     // registers the bindings as they are now
-    std::function<void()> releaseHotkeys;  // none is registered any more, so that each key can be pressed
+    std::function<void()> takeHotkeys;     // registers the current bindings
+    std::function<void()> releaseHotkeys;  // unregisters all, so that each key can be pressed
 };
 std::unique_ptr<Dialog> MakeHotkeyDialog(HotkeyPorts ports);
 
@@ -56,7 +56,7 @@ std::unique_ptr<Dialog> MakeSongInfoDialog(const AppState& app);
 
 std::unique_ptr<Dialog> MakeAboutDialog(std::string versionText, std::string dataDirectory);
 
-// For a subject that has no window yet: says so.
+// For a command that has no window yet.
 std::unique_ptr<Dialog> MakeNoticeDialog(std::string text);
 
 }  // namespace hullrider

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kLongestSec = 36000, kLongestFadeMs = 60000, kMostSongsAFont = 1000;
 constexpr int kWholeSongs = 0;      // as songPlayDurationMax
-constexpr int kUsualLongest = 110;  // when songs are not to play whole any more
+constexpr int kUsualLongest = 110;  // when "Play songs whole" is switched off
 constexpr int kUsualDepth = 20;
 constexpr int kHighestWeight = 100;
 
@@ -42,7 +42,7 @@ public:
     explicit RadioDialog(RadioPorts ports) : ports_(std::move(ports)) {}
 
 protected:
-    // How long and how often at the left, what and how loud at the right.
+    // Play times and variety on the left, mix and volume on the right.
     Form MakeForm() override {
         std::vector<Form> left{AddPlayTimes(), AddVariety()};
         std::vector<Form> right{AddMix(), AddVolumes()};
@@ -65,7 +65,7 @@ protected:
 private:
     Settings& Settings_() const { return ports_.app.settings; }
 
-    // A labeled number with its unit, and room for a remark at its right: a row of a grid with four columns.
+    // Adds a row of a grid with four columns: label, number, unit, remark.
     size_t AddField(std::vector<Form>& grid, const char* label, const char* unit, int lowest, int highest,
                     int32_t Settings::*setting) {
         labels_.push_back(AddLabel(label));
@@ -155,12 +155,12 @@ private:
 
     void ToggleFollow() { SetLoudnessFollowing(ports_.app, IsChecked(follow_)); }
 
-    // So many others that one song is left to be drawn.
+    // Leaves one song to draw.
     int32_t DeepestHistory() const {
         return static_cast<int32_t>(std::clamp<int64_t>(SongCountOf(ports_.app.library) - 1, 0, kLongestSec));
     }
 
-    // The least is at most the most, and a song can come again only after as many others as there are.
+    // A minimum may not exceed its maximum, and the history must leave a song to draw.
     void TakeBounds() {
         const Settings& settings = Settings_();
         fields_[least_].SetBounds(0, std::max(settings.songPlayDurationMax, 1));
@@ -200,7 +200,7 @@ private:
         show(low_, lowText_, Settings_().lowVolume);
     }
 
-    // What the mix comes to with the music that there is.
+    // The shares that the weights yield with the music in the library.
     void ShowShares() {
         const std::array<double, 5> promised = CategoryShares(ports_.app, picker_);
         if (promised != promised_) InvalidateRect(bar_, nullptr, FALSE);
@@ -225,7 +225,7 @@ private:
     RadioPorts ports_;
     std::vector<NumberField> fields_;
     size_t least_ = 0, most_ = 0, stationLeast_ = 0, stationMost_ = 0, depth_ = 0;
-    std::vector<HWND> labels_, edits_, units_, mixLabels_;  // each to be equally wide
+    std::vector<HWND> labels_, edits_, units_, mixLabels_;  // each list is equally wide
     std::array<HWND, 5> sliders_{}, shares_{};
     std::array<double, 5> promised_{};
     PickerState picker_;  // its lists serve the shares

@@ -1,4 +1,4 @@
-// A bar that shows the shares of a whole, and the colors of the kinds of music in all such pictures. UI thread.
+// A bar that shows the shares of a whole, and the colors of the kinds of music in such charts. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -16,7 +16,7 @@ struct BarPart {
     COLORREF color = 0;
 };
 
-// From left to right; what the parts leave over stays empty.
+// From left to right; the rest stays empty.
 void PaintShareBar(HDC dc, const RECT& box, std::span<const BarPart> parts);
 
 void FillWith(HDC dc, const RECT& box, COLORREF color);

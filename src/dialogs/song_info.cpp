@@ -85,7 +85,7 @@ std::vector<TextRow> MostPlayed(const PlayCounts& counts) {
     return rows;
 }
 
-// A station that has left the list is known by its URL alone.
+// A station that was removed from the list is shown by its URL.
 std::string StationName(const RadioState& radio, const std::string& url) {
     const auto found = std::find_if(radio.stations.begin(), radio.stations.end(),
                                     [&](const InternetStation& station) { return station.url == url; });

@@ -1,4 +1,4 @@
-// What the statistics window says. Pure but for the local time of day; UI thread.
+// What the statistics window shows. Pure except for the local time; UI thread.
 #pragma once
 
 #include <array>
@@ -14,14 +14,14 @@ using TextRow = std::vector<std::string>;  // one text for each column
 
 struct SongInfo {
     std::vector<TextRow> kinds;  // by kKindColumns
-    std::array<double, 4>
-        timeShare{};  // of MIDI, audio files, tracker modules and stations in all that was heard, 0 to 1
+    // Of all time heard, 0 to 1: MIDI, audio files, tracker modules, stations.
+    std::array<double, 4> timeShare{};
     std::string library;
     std::string thisRun;
     std::string allTime;
     std::vector<TextRow> mostPlayed;  // by kMostPlayedColumns, the most played first
     std::vector<TextRow> recent;      // by kRecentColumns, the latest first
-    int64_t plays = -1;               // of all songs, as `mostPlayed` was made
+    int64_t plays = -1;               // of all songs, when `mostPlayed` was made
 };
 
 inline constexpr std::array kKindColumns{"Kind", "In library", "This run", "Hours", "All time", "Hours"};
@@ -31,13 +31,13 @@ inline constexpr std::array kRecentColumns{"Time", "Recently heard", "Album"};
 // Everything as of `now`, in seconds since 1970. `statistics` replaces those of `app`.
 SongInfo MakeSongInfo(const AppState& app, const Statistics& statistics, int64_t now);
 
-// Brings it up to date. The counts of all songs are gone through only when one was played since.
+// Updates it. Searches the counts of all songs only if one was played since.
 void UpdateSongInfo(SongInfo& info, const AppState& app, const Statistics& statistics, int64_t now);
 
 // All of it as lines of text, for the clipboard.
 std::string SongInfoText(const SongInfo& info);
 
-// "1,234:05": hours and minutes, whole ones.
+// "1,234:05": hours and minutes, rounded down.
 std::string HoursText(double seconds);
 
 // The local time of day, with the date before it when it is not the day of `now`. Empty for 0, an unknown time.

@@ -1,4 +1,4 @@
-// Song Information: what was heard in this run and in all, the songs played most, and the latest ones.
+// Song Information: what was heard in this run and of all time, the most played songs, and the latest ones.
 #include <cmath>
 #include <ctime>
 
@@ -81,7 +81,7 @@ private:
         return WithGap(kMargin, Row({Grow(mostPlayed), Grow(recent)}));
     }
 
-    // The bar, and below it what its colors mean.
+    // The bar with its legend below.
     void PaintChart(HDC dc, const RECT& box) const {
         std::array<BarPart, kKindColors.size()> parts;
         for (size_t i = 0; i < parts.size(); ++i) parts[i] = {info_.timeShare[i], kKindColors[i]};
@@ -103,7 +103,7 @@ private:
     void Copy() {
         TakeInfo();
         const bool isCopied = CopyToClipboard(Window(), SongInfoText(info_));
-        SetText(copied_, isCopied ? "Copied as text." : "Another program keeps the clipboard.");
+        SetText(copied_, isCopied ? "Copied as text." : "Another program is using the clipboard.");
     }
 
     const AppState& app_;

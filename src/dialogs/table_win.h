@@ -8,8 +8,7 @@
 
 namespace hullrider {
 
-// A table that shows rows of texts as they are now. Only what differs is set anew, so that nothing flickers, and what
-// is selected and scrolled to stays.
+// A table of texts. Show sets only the cells that differ: nothing flickers, and the selection and scroll position stay.
 class TextTable {
 public:
     using Rows = std::vector<std::vector<std::string>>;
@@ -30,10 +29,10 @@ int SelectedRow(HWND table);              // -1: none
 void SelectRow(HWND table, int row);      // and scrolls to it; -1: none
 void AlignRight(HWND table, int column);  // not the first one
 
-// The widths follow the scale of the monitor.
+// Adapts the widths to the monitor's scale.
 void ScaleColumns(HWND table, int dpi, int dpiBefore);
 
-// The first column takes what the others leave, at least `least` pixels, with room for the scroll bar that may come.
+// The first column takes the width that the others leave, at least `least` pixels, with room for a scroll bar.
 void FitFirstColumn(HWND table, int least);
 
 // Marks the heading that the rows are sorted by.

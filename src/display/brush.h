@@ -1,4 +1,4 @@
-// What all painters of the panel are handed, and the text that they share.
+// What every painter of the panel receives, and how they paint text.
 #pragma once
 
 #include <cmath>
@@ -16,8 +16,8 @@ struct Brush {
     const PanelTheme& theme;
 };
 
-// An element's place in the window. Painters think in design units from its top left; `extraY` centers what does not
-// stretch in a box that does.
+// An element's place in the window. Painters use design units from its top left; `extraY` centers unstretched content
+// in a stretched box.
 struct Frame {
     Frame(const PanelScale& panelScale, const Box& box);
 
@@ -32,7 +32,7 @@ struct Frame {
     Coverage NewCoverage() const { return {box.width, box.height}; }
 
     PixelBox box;
-    float scale;  // pixels a design unit
+    float scale;  // pixels per design unit
     float extraY;
 };
 
@@ -48,8 +48,7 @@ struct TextLook {
 TextLook TitleLook(const Frame& frame, float sizeUnits, Rgb color, float glow);
 TextLook LabelLook(const Frame& frame, float sizeUnits, Rgb color, float alpha = 1.0F);
 
-// Paints a line of UTF-8 text; `x` is its left end, middle or right end, in pixels, as is `baseline`. Returns its
-// width.
+// Paints a line of UTF-8 text and returns its width. `x` is its left end, middle or right end; all in pixels.
 int32_t PaintText(Brush& brush, const std::string& text, const TextLook& look, float x, float baseline,
                   Align align = Align::kLeft);
 

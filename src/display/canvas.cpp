@@ -42,7 +42,7 @@ int32_t Canvas::FadeAt(int32_t x) const {
     return fade;
 }
 
-// `alpha` is 0 to 256. Red and blue are mixed in one go: their products do not meet.
+// `alpha` is 0 to 256. Red and blue are mixed in one multiplication: their products do not overlap.
 void Canvas::Blend(uint32_t& pixel, uint32_t color, int32_t alpha) {
     const uint32_t share = static_cast<uint32_t>(alpha);
     const uint32_t rest = 256U - share;

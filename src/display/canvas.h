@@ -9,7 +9,7 @@
 
 namespace hullrider {
 
-// A color that goes from the top to the bottom of what is painted.
+// A vertical gradient over what is painted.
 struct Shade {
     Shade(Rgb color, float opacity = 1.0F) : top(color), bottom(color), alpha(opacity) {}
     Shade(Rgb topColor, Rgb bottomColor, float opacity = 1.0F) : top(topColor), bottom(bottomColor), alpha(opacity) {}
@@ -28,15 +28,14 @@ public:
     int32_t Height() const { return height_; }
     uint32_t& At(int32_t x, int32_t y) { return pixels_[static_cast<size_t>(y) * width_ + x]; }
 
-    // `box` is cut to the canvas. Over the `fadePx` pixels at the left and right ends of the clip nothing is painted
-    // abruptly: it fades in and out.
+    // `box` is cut to the canvas. Painting fades out over the given number of pixels at the clip's left and right ends.
     void Clip(const PixelBox& box, int32_t fadeLeftPx = 0, int32_t fadeRightPx = 0);
     void ClipNothing() { Clip({0, 0, width_, height_}); }
 
     void Paint(const Coverage& coverage, int32_t x, int32_t y, const Shade& shade);
     void PaintBox(const PixelBox& box, const Shade& shade);
 
-    // The same pixels of another canvas of this size.
+    // Copies the pixels in `box` from another canvas of this size.
     void CopyFrom(const Canvas& other, const PixelBox& box);
 
 private:

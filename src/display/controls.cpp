@@ -47,7 +47,7 @@ void PaintLamp(Brush& brush, const Frame& frame, bool lit, bool enabled) {
     }
 }
 
-// The light that turned metal throws back: two bright sectors that lie opposite each other.
+// The reflection of turned metal: two bright sectors opposite each other.
 void PaintTurnedMetal(Brush& brush, const Frame& frame, Point center, float radius) {
     Coverage light = frame.NewCoverage();
     const Box within{center.x - radius, center.y - radius, 2.0F * radius, 2.0F * radius};

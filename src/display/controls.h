@@ -1,4 +1,4 @@
-// What the hand is for: keys and the volume knob. They paint within their frames, over the bare metal.
+// The controls: keys and the volume knob. They paint within their frames, over the bare metal.
 #pragma once
 
 #include <optional>
@@ -17,7 +17,7 @@ struct ControlState {
     bool operator==(const ControlState&) const = default;
 };
 
-// What is on a key. Keys that switch something have a lamp.
+// What is on a key. Keys that toggle something have a lamp.
 struct KeyFace {
     Icon icon = Icon::kPower;
     std::optional<bool> isLit = std::nullopt;

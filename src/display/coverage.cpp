@@ -24,7 +24,7 @@ Coverage::Coverage(int32_t width, int32_t height)
     : width_(std::max(width, 0)), height_(std::max(height, 0)), values_(static_cast<size_t>(width_) * height_) {}
 
 void Coverage::Blur(int32_t radiusPx) {
-    constexpr int kPasses = 2;  // two boxes make a triangle, close enough to a bell for a glow
+    constexpr int kPasses = 2;  // two boxes make a triangle, close enough to a Gaussian for a glow
     if (radiusPx < 1 || values_.empty()) return;
     std::vector<uint8_t> copy;
     for (int pass = 0; pass < kPasses; ++pass) {

@@ -1,5 +1,5 @@
-// How much of each pixel a shape covers: what is painted through. Shapes and text become coverage at the size at which
-// they are shown, so that nothing is ever enlarged. (GDI+ does not smooth edges everywhere: under Wine it draws steps.)
+// How much of each pixel a shape covers: the mask that colors are painted through. Shapes and text are rasterized at
+// their final size and never scaled. (GDI+ does not antialias everywhere: under Wine it draws steps.)
 #pragma once
 
 #include <algorithm>
@@ -22,20 +22,20 @@ public:
     const uint8_t* Row(int32_t y) const { return values_.data() + static_cast<size_t>(y) * width_; }
     void Set(int32_t x, int32_t y, uint8_t value) { values_[static_cast<size_t>(y) * width_ + x] = value; }
 
-    // Adds a shape of design units: `distance` tells it for a point, `scale` is the pixels a unit, and the design's
-    // origin lies at the top left of the coverage. Only pixels in `within`, in design units, are looked at.
+    // Adds a shape. `distance` gives the signed distance of a point. Points and `within` are in design units from the
+    // coverage's top left, `scale` is pixels per unit. Only pixels in `within` are visited.
     template <class Distance>
     void Add(float scale, const Box& within, Distance distance) {
         Visit(scale, within, distance, [](uint8_t& value, uint8_t shape) { value = std::max(value, shape); });
     }
-    // Takes a shape away.
+    // Removes a shape.
     template <class Distance>
     void Cut(float scale, const Box& within, Distance distance) {
         Visit(scale, within, distance,
               [](uint8_t& value, uint8_t shape) { value = std::min(value, static_cast<uint8_t>(255 - shape)); });
     }
 
-    // Spreads it softly; what spreads beyond the edge is lost.
+    // What spreads beyond the edge is lost.
     void Blur(int32_t radiusPx);
 
 private:

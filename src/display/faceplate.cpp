@@ -8,9 +8,9 @@ namespace hullrider {
 
 namespace {
 
-constexpr int32_t kSmallestCaptionPx = 8;  // smaller letters are only dirt on the metal
+constexpr int32_t kSmallestCaptionPx = 8;  // smaller letters look like dirt
 
-// The marks that a brush leaves: noise that is drawn out along the row.
+// Brush marks: noise stretched along the row.
 class BrushMarks {
 public:
     float Next() {
@@ -21,7 +21,7 @@ public:
         drawn_ += (noise - drawn_) * 0.06F;
         return drawn_;
     }
-    // How bright a whole row is beside its neighbors.
+    // The brightness of a whole row relative to its neighbors.
     float NextRow() {
         for (int i = 0; i < 3; ++i) Next();
         return drawn_;
@@ -77,7 +77,7 @@ void PaintGlassShadow(Brush& brush, const Frame& frame) {
     }
 }
 
-// A reflection that lies across the glass.
+// A reflection across the glass.
 void PaintReflection(Brush& brush, const Frame& frame) {
     Coverage coverage = frame.NewCoverage();
     const float width = frame.WidthUnits(), height = frame.HeightUnits();
@@ -109,7 +109,7 @@ void Engrave(Brush& brush, const std::string& text, const TextLook& look, float 
 
 struct Caption {
     const char* text;
-    PanelElement first, last;  // it stands under the middle of these
+    PanelElement first, last;  // it is centered below these
 };
 
 constexpr std::array<Caption, 6> kCaptions{{

@@ -1,4 +1,4 @@
-// What never moves: the brushed metal, the display's frame and glass, and what is engraved. Pure but for the text.
+// The parts that never move: the brushed metal, the display's frame and glass, the engraving. Pure except for text.
 #pragma once
 
 #include "display/brush.h"

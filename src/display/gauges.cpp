@@ -39,9 +39,9 @@ struct Stretch {
     float from, to;  // design units from the frame's left
 };
 
-// Paints a bar with round ends across the middle of the frame, and its light.
+// Paints a bar with round ends across the middle of the frame, and its glow.
 void PaintLine(Brush& brush, const Frame& frame, Stretch stretch, float height, const Shade& shade, float glow) {
-    constexpr float kMargin = 4.0F;  // for the light
+    constexpr float kMargin = 4.0F;  // for the glow
     const float length = std::max(stretch.to - stretch.from, height);
     const int32_t left = frame.Px(stretch.from - kMargin);
     const int32_t top = (frame.box.height - frame.Px(height + 2.0F * kMargin)) / 2;
@@ -63,7 +63,7 @@ void PaintMeter(Brush& brush, const Frame& frame, const MeterBars& bars) {
     PaintMeterRow(brush, frame, "R", bars.right, 6.8F);
 }
 
-// The song as a line, the part of it that is played as a bright stretch, and a mark where it is now.
+// The song as a line, its play window as a bright stretch, and a mark at the current position.
 void PaintSongBar(Brush& brush, const Frame& frame, const PanelModel& model) {
     constexpr float kSongHeight = 1.4F, kWindowHeight = 3.6F, kMarkWidth = 2.0F;
     const PanelTheme& theme = brush.theme;

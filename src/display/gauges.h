@@ -1,4 +1,4 @@
-// What the display draws as a bar: the level meter and the song.
+// The display's bars: the level meter and the song.
 #pragma once
 
 #include "display/brush.h"

@@ -1,4 +1,4 @@
-// GDI+, whose headers want min and max: NOMINMAX takes the macros away, so they are given the functions.
+// GDI+. Its headers use min and max; NOMINMAX removes the macros, so they get the functions.
 #pragma once
 
 #include <windows.h>

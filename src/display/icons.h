@@ -1,4 +1,4 @@
-// The signs on the keys and on the display. Pure.
+// The icons on the keys and on the display. Pure.
 #pragma once
 
 #include "display/coverage.h"

@@ -8,12 +8,12 @@ namespace hullrider {
 
 namespace {
 
-constexpr float kGhost = 0.09F;  // what an unlit element shows of itself
-constexpr float kDim = 0.55F;    // the name of a value
+constexpr float kGhost = 0.09F;  // opacity of an unlit sign
+constexpr float kDim = 0.55F;    // of a value's name
 constexpr float kGlow = 0.55F;
 
 constexpr float kTitleSize = 21.0F;
-constexpr float kHintSize = 11.6F;  // of the words that stand for a title
+constexpr float kHintSize = 11.6F;  // of a hint shown in place of a title
 constexpr float kAlbumSize = 11.0F;
 constexpr float kLabelSize = 6.4F;
 constexpr float kValueSize = 8.6F;
@@ -43,7 +43,7 @@ int32_t OffsetOf(Brush& brush, const Frame& frame, const std::string& text, cons
     return MarqueeOffset(LineOf(frame, brush.texts.Get(text, look.style), insetUnits), motion.shownSec);
 }
 
-// A name that may be longer than its box. The inset is there for the glow.
+// A name that may be longer than its box. The inset leaves room for the glow.
 void PaintName(Brush& brush, const Frame& frame, const std::string& text, const TextLook& look, float baseline,
                float insetUnits, LineMotion motion) {
     if (text.empty()) return;
@@ -70,7 +70,7 @@ void PaintNamedValue(Brush& brush, const Frame& frame, const char* name, const s
     PaintText(brush, value, look, x, frame.Y(kValueBaseline));
 }
 
-// A sign that is lit or not, as an annunciator on a tuner.
+// An annunciator, as on a tuner, lit or unlit.
 void PaintSign(Brush& brush, const Frame& frame, const char* text, bool lit, Rgb color, float x, Align align) {
     TextLook look = LabelLook(frame, kLabelSize, lit ? color : brush.theme.text, lit ? 1.0F : kGhost);
     look.glow = lit ? 0.6F : 0.0F;
@@ -168,14 +168,14 @@ void PaintTimeLeft(Brush& brush, const Frame& frame, const PanelModel& model) {
 
 namespace {
 
-// In place of the modes that do not hold for the song that plays.
+// Shown in place of the modes when the current song breaks them.
 const char* RelaxationNote(const PanelModel& model) {
     switch (model.relaxed) {
         case Relaxation::kCategory:
             return "ANY KIND";
         case Relaxation::kFilter:
             return model.filter == FavoriteFilter::kFavorites ? "NO FAVORITES" : "FAVORITES ONLY";
-        case Relaxation::kHistory:  // the modes hold all the same
+        case Relaxation::kHistory:  // the song still follows the modes
         case Relaxation::kNone:
             break;
     }

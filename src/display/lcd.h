@@ -19,7 +19,7 @@ void PaintModes(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintSongPosition(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintSongLeft(Brush& brush, const Frame& frame, const PanelModel& model);
 
-// How many pixels a name has moved to the left by then; 0 for one that fits its box.
+// How many pixels a name has scrolled to the left; 0 for one that fits its box.
 int32_t AlbumOffset(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion);
 int32_t TitleOffset(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion);
 

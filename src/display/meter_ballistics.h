@@ -1,4 +1,4 @@
-// How the level meter moves: up at once, down slowly, with a peak that is held. Pure.
+// How the level meter moves: up at once, down slowly, with peak hold. Pure.
 #pragma once
 
 #include <cstdint>
@@ -22,10 +22,10 @@ private:
     double peakHeldSec_ = 0.0;
 };
 
-// Where an amplitude of 0 to 1 stands on the scale: 0 at -45 dB and below, 1 at full scale.
+// The level of an amplitude of 0 to 1 on the scale: 0 at -45 dB and below, 1 at full scale.
 float MeterScale(float amplitude);
 
-// How many of `segments` are lit at that place of the scale.
+// How many of `segments` are lit at that level.
 int32_t LitSegments(float level, int32_t segments);
 
 }  // namespace hullrider

@@ -15,14 +15,14 @@ namespace hullrider {
 
 namespace {
 
-constexpr double kSteps = 2000.0;     // finer steps than a panel of usual size can show would be drawn for nothing
-constexpr size_t kLongestText = 160;  // code points: what nobody reads to the end
+constexpr double kSteps = 2000.0;     // finer ones are invisible on a panel of usual size
+constexpr size_t kLongestText = 160;  // code points
 
 double OnPanel(double fraction) {
     return std::round(std::clamp(fraction, 0.0, 1.0) * kSteps) / kSteps;
 }
 
-// The text in one line, without what a tag or file name may hold beside letters, and not endless.
+// The text as one line: control characters become spaces, and a long text is cut.
 std::string ShortLine(const std::string& text) {
     std::string line;
     size_t codePoints = 0;
@@ -52,7 +52,7 @@ std::string KindOf(const PlayItem& item) {
 }
 
 void TellTimes(PanelModel& model, const PlaybackState& playback, double positionSec) {
-    // A station has no length: its play window is all there is of it.
+    // A station has no length: its play window stands in for one.
     const bool endless = playback.songLengthSec <= 0.0;
     const double lengthSec = std::max(endless ? playback.endSec : playback.songLengthSec, 0.001);
     const double played = std::max(std::floor(positionSec - playback.startSec), 0.0);

@@ -1,4 +1,4 @@
-// What the panel says, made from the state records. UI thread.
+// What the panel shows, made from the state records. UI thread.
 #pragma once
 
 #include <cstdint>
@@ -11,12 +11,12 @@ namespace hullrider {
 
 enum class Transport : uint8_t { kNothing, kPlaying, kPaused };
 
-// Which songs are drawn: from all of the library, from one playlist, or from one station.
+// What songs are drawn from: the whole library, one playlist, or one station.
 enum class PlayRange : uint8_t { kLibrary, kPlaylist, kStation };
 
 enum class FavoriteFilter : uint8_t { kNone, kFavorites, kOthers };
 
-// Texts are UTF-8, and empty where there is nothing to say.
+// Texts are UTF-8, and empty when there is nothing to show.
 struct PanelModel {
     Transport transport = Transport::kNothing;
     std::string kind;  // "MIDI", "FLAC", "TRACKER"
@@ -34,16 +34,16 @@ struct PanelModel {
     std::string playlist;   // "2/12"
     int32_t favoriteCount = 0;
     float volume = 0.0F;  // 0 to 1
-    // How songs are drawn. No record holds it; the defaults say what the selection does.
+    // How songs are drawn.
     bool shuffle = true;
     FavoriteFilter filter = FavoriteFilter::kNone;
     PlayRange range = PlayRange::kLibrary;
-    Relaxation relaxed = Relaxation::kNone;  // what was given up for the song that plays
+    Relaxation relaxed = Relaxation::kNone;  // the rule that was dropped for the current song
 
     bool operator==(const PanelModel&) const = default;
 };
 
-// What to show for the records as they stand. Pure.
+// What to show for the current records. Pure.
 PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel);
 
 }  // namespace hullrider

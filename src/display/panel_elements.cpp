@@ -17,14 +17,14 @@ struct ElementRow {
     PanelElement element;
     Box box;
     void (*paint)(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state);
-    // Whether the element looks different beyond what all controls show; null: never.
+    // Whether the element looks different, apart from the state that all controls show; null: never.
     bool (*differs)(const PanelLook& before, const PanelLook& after) = nullptr;
     std::string (*tooltip)(const PanelModel& model) = nullptr;
     int32_t command = 0;
     bool (*isEnabled)(const PanelModel& model) = nullptr;  // null: always
 };
 
-// Painters: a key with a sign that stays, and a part of the display that only needs the model.
+// Painters: a key with a fixed icon, and a part of the display that needs only the model.
 template <Icon icon>
 void Key(Brush& brush, const Frame& frame, const PanelLook&, ControlState state) {
     PaintKey(brush, frame, {icon}, state);

@@ -1,5 +1,5 @@
-// The panel's elements: everything that is drawn, redrawn and clicked by itself. One row of a table tells all of an
-// element: where it is, how it is painted and when anew, its tooltip and its command. UI thread.
+// The panel's elements: everything that is drawn, redrawn and clicked on its own. One row of a table defines an
+// element: its box, how and when it is painted, its tooltip and its command. UI thread.
 #pragma once
 
 #include <bitset>
@@ -58,19 +58,19 @@ Box BoxOf(PanelElement element);
 // The bar within kSongBar's box, from end to end of the song.
 Box SongTrack();
 
-// The command that a click gives, a CommandId; 0 for an element that only shows something.
+// The CommandId of a click; 0 for an element that only shows something.
 int32_t CommandOf(PanelElement element);
 
-// The element that a click at a place of the design space means.
+// The element that a click at that point hits.
 std::optional<PanelElement> ElementAt(DesignPoint place);
 
-// The elements whose command makes sense now.
+// The elements whose command is possible now.
 ElementSet EnabledElements(const PanelModel& model);
 
 // What a click does, as UTF-8; empty for an element without a command.
 std::string TooltipOf(PanelElement element, const PanelModel& model);
 
-// The elements to repaint when one look takes the place of another, except for lines that scroll.
+// The elements to repaint when the look changes, except for scrolling lines.
 ElementSet ElementsToRepaint(const PanelLook& before, const PanelLook& after);
 
 // Paints the element within its box, over the bare faceplate.

@@ -1,4 +1,4 @@
-// The panel's design space, and how it meets a window's pixels. Pure.
+// The panel's design space, and how it maps to a window's pixels. Pure.
 #pragma once
 
 #include <cstdint>
@@ -23,10 +23,10 @@ struct DesignPoint {
     float x = 0.0F, y = 0.0F;
 };
 
-// The panel fills the window. Boxes stretch with it in both directions, up to a point: beyond it the panel keeps its
-// shape and stands in the middle. What is in the boxes is never stretched: text, icons and strokes all follow `glyph`.
+// The panel fills the window. Boxes stretch with it in both directions, up to a limit; beyond it the panel keeps its
+// shape and is centered. Text, icons and strokes are not stretched: they are scaled by `glyph`.
 struct PanelScale {
-    float x = 1.0F, y = 1.0F;  // pixels a design unit
+    float x = 1.0F, y = 1.0F;  // pixels per design unit
     float glyph = 1.0F;        // the smaller of the two
     float originX = 0.0F, originY = 0.0F;
 

@@ -1,4 +1,4 @@
-// All that the panel's picture depends on, beside its size and theme.
+// All that the panel's picture depends on, besides its size and theme.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace hullrider {
 
 inline constexpr int32_t kMeterSegments = 36;
 
-// What one channel of the meter shows, in segments. `peak` is the one that is held, 0 for none.
+// What one channel of the meter shows, in segments. `peak` is the held peak, 0 for none.
 struct MeterBar {
     int32_t lit = 0;
     int32_t peak = 0;
@@ -25,7 +25,7 @@ struct MeterBars {
     bool operator==(const MeterBars&) const = default;
 };
 
-// How long the song's names have been shown, which is how far they have scrolled.
+// How long the song's names have been shown, which decides how far they have scrolled.
 struct LineMotion {
     double shownSec = 0.0;
 };

@@ -1,4 +1,4 @@
-// What the mouse means on the panel: which element it is over, which one it holds, and what is to happen. Pure.
+// The mouse on the panel: which element it is over, which one it holds, and the resulting action. Pure.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,7 @@
 
 namespace hullrider {
 
-// What the user wants: a CommandId, with the value from 0 to 1 of those that have one.
+// A CommandId, with a value from 0 to 1 if it takes one.
 struct PanelAction {
     int32_t command = 0;
     double value = 0.0;
@@ -17,17 +17,17 @@ struct PanelAction {
 
 class PanelMouse {
 public:
-    // Elements that are not enabled are not there for the mouse.
+    // The mouse ignores elements that are not enabled.
     void Enable(const ElementSet& enabled) { enabled_ = enabled; }
 
-    // `volume` is what the knob shows. A key acts when it is let go where it was pressed; the knob follows the hand.
+    // `volume` is what the knob shows. A key acts when it is released where it was pressed; the knob follows a drag.
     std::optional<PanelAction> Move(DesignPoint place);
     std::optional<PanelAction> Press(DesignPoint place, double volume);
     std::optional<PanelAction> Release(DesignPoint place);
     void Leave() { hover_.reset(); }
     void LoseCapture() { held_.reset(); }
 
-    // A turn of the wheel anywhere on the panel; 1 notch away from the user makes it louder.
+    // A turn of the wheel anywhere on the panel; positive notches, away from the user, make it louder.
     std::optional<PanelAction> Wheel(double notches, double volume) const;
 
     std::optional<PanelElement> Hover() const;

@@ -16,17 +16,17 @@ class PanelPainter {
 public:
     explicit PanelPainter(TextRasterizer& rasterizer) : texts_(rasterizer) {}
 
-    // Takes other pixels to paint on, which must outlive their use, and paints the faceplate anew. Every element is
-    // then to be painted.
+    // Switches to other pixels, which must outlive their use, and repaints the faceplate. Every element must then be
+    // painted.
     void Begin(const Canvas& canvas, const PanelTheme& theme);
 
-    // Gives up the memory that Begin took.
+    // Frees the memory that Begin allocated.
     void Release();
 
     // Paints these elements as they look now.
     void Paint(const ElementSet& elements, const PanelLook& look);
 
-    // The names that stand elsewhere when they have scrolled on from one time to another.
+    // The names that have scrolled between the two times.
     ElementSet MovedLines(const PanelModel& model, LineMotion from, LineMotion to);
 
     const PanelScale& Scale() const { return scale_; }

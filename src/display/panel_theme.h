@@ -31,7 +31,7 @@ struct PanelTheme {
     bool operator==(const PanelTheme&) const = default;
 };
 
-// The theme that the user's three colors make.
+// The theme made from the user's three colors.
 PanelTheme MakePanelTheme(const Settings& settings);
 
 }  // namespace hullrider

@@ -18,17 +18,17 @@ public:
     PanelTooltips(const PanelTooltips&) = delete;
     PanelTooltips& operator=(const PanelTooltips&) = delete;
 
-    // For the elements of a panel in `window`; they are asked for their texts with WM_NOTIFY.
+    // For the elements of a panel in `window`, which is asked for the texts with WM_NOTIFY.
     void Create(HWND window);
     void Destroy();
 
-    // Follows the panel to another size.
+    // Adapts to the panel's new size.
     void Place(const PanelScale& scale);
 
-    // Lets the control see a mouse message of the window.
+    // Passes a mouse message of the window to the control.
     void Relay(UINT message, WPARAM wParam, LPARAM lParam) const;
 
-    // The element for whose text this WM_NOTIFY asks, or null when it is another message. Answer lies in `text`.
+    // The request for an element's text, its id in hdr.idFrom; null for another WM_NOTIFY. Reply with Answer.
     const NMTTDISPINFOW* Request(LPARAM lParam) const;
     void Answer(LPARAM lParam, const std::string& text);
 

@@ -11,7 +11,7 @@ namespace hullrider {
 namespace {
 
 constexpr UINT kMotionMs = 33;
-constexpr double kLongestStepSec = 0.25;  // after a pause of the timer nothing jumps
+constexpr double kLongestStepSec = 0.25;  // nothing jumps after a pause of the timer
 
 }  // namespace
 

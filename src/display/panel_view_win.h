@@ -1,5 +1,5 @@
-// The panel in its window: painting what has changed, off screen first, the mouse, the tooltips, and the timer that
-// moves the meter. UI thread.
+// The panel in its window: off-screen painting of what has changed, the mouse, the tooltips, and the timer that moves
+// the meter. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -19,13 +19,13 @@
 
 namespace hullrider {
 
-// The panel's own timer among those of its window. It runs only while something moves and can be seen.
+// The panel's timer, among those of its window. It runs only while something visible moves.
 inline constexpr UINT_PTR kPanelMotionTimer = 5;
 
-// What the panel asks of the rest of the player.
+// What the panel needs from the rest of the player.
 struct PanelPorts {
-    std::function<void(const PanelAction&)> act;  // the user wants something
-    std::function<StereoLevel()> level;           // what the meter is to show now
+    std::function<void(const PanelAction&)> act;  // carries out a click or drag
+    std::function<StereoLevel()> level;           // for the meter
 };
 
 class PanelView {
@@ -34,19 +34,19 @@ public:
     PanelView(const PanelView&) = delete;
     PanelView& operator=(const PanelView&) = delete;
 
-    // Takes a window's client area.
+    // Attaches the panel to a window's client area.
     void Attach(HWND window);
 
-    // Whether there is anyone to show something to. If not, nothing moves until the next Show.
+    // Whether the panel is visible. If not, nothing moves until the next Show.
     bool CanBeSeen();
 
-    // Takes what to show from now on; what looks different is painted with the next WM_PAINT.
+    // Sets what to show; what looks different is painted with the next WM_PAINT.
     void Show(const PanelModel& model, const PanelTheme& theme);
 
-    // Every message of the window comes here first. Nothing is returned for one that is not (only) the panel's.
+    // Pass every message of the window here first. Empty: the window must handle the message, too.
     std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
-    // Stops the timer and lets everything of the system's go; a later WM_PAINT takes what it needs again.
+    // Stops the timer and releases all system resources; a later WM_PAINT acquires them again.
     void Release();
 
 private:
@@ -70,7 +70,7 @@ private:
     PanelTooltips tooltips_;
     PanelTheme theme_;
     PanelLook look_;
-    ElementSet spoilt_;  // what the surface does not show as it should
+    ElementSet spoilt_;  // elements that are out of date on the surface
     PanelMouse mouse_;
     MeterBallistics left_, right_;
     bool moving_ = false;

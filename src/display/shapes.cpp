@@ -8,7 +8,7 @@ namespace hullrider {
 
 namespace {
 
-// std::hypot guards against overflow, which costs more than all the rest of a shape.
+// Not std::hypot: its guard against overflow costs more than the rest of a shape.
 float Length(float x, float y) {
     return std::sqrt(x * x + y * y);
 }

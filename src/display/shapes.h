@@ -15,10 +15,10 @@ float DistanceToCircle(Point p, Point center, float radius);
 float DistanceToStroke(Point p, Point from, Point to, float width);  // with round ends
 float DistanceToPolygon(Point p, std::span<const Point> corners);
 
-// A part of a ring's line, round at its ends. Angles in radians, clockwise from above.
+// An arc with round ends. Angles in radians, clockwise from above.
 float DistanceToArc(Point p, Point center, float radius, float fromAngle, float toAngle, float width);
 
-// The place on a circle at that angle, clockwise from above.
+// The point on a circle at that angle, clockwise from above.
 Point OnCircle(Point center, float radius, float angle);
 
 }  // namespace hullrider

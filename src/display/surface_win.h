@@ -1,4 +1,4 @@
-// A bitmap whose pixels can be reached: 0x00RRGGBB, rows from the top, black at first.
+// A bitmap with accessible pixels: 0x00RRGGBB, rows from the top, initially black.
 #pragma once
 
 #include <windows.h>
@@ -27,7 +27,7 @@ public:
     Surface& operator=(const Surface&) = delete;
 
     HBITMAP Bitmap() const { return bitmap_; }
-    uint32_t* Pixels() const { return pixels_; }  // null when the system had no memory for them
+    uint32_t* Pixels() const { return pixels_; }  // null when out of memory
     int32_t Width() const { return width_; }
     int32_t Height() const { return height_; }
 

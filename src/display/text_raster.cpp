@@ -3,7 +3,7 @@
 namespace hullrider {
 
 const TextMask& TextCache::Get(const std::string& text, const TextStyle& style) {
-    constexpr size_t kMostMasks = 48;  // a panel shows about twenty at once; the times change all the time
+    constexpr size_t kMostMasks = 48;  // a panel shows about twenty at once; the times change every second
     const std::tuple key{text, style};
     const auto found = masks_.find(key);
     if (found != masks_.end()) return found->second;

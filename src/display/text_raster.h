@@ -23,7 +23,7 @@ struct TextStyle {
 
 struct TextMask {
     Coverage ink;
-    Coverage glow;         // the ink, spread; as large as the ink and `marginPx` around it
+    Coverage glow;         // the ink, blurred; of the same size
     int32_t marginPx = 0;  // around the text on every side, in both coverages
     int32_t baseline = 0;  // from the top of the coverage
     int32_t widthPx = 0;   // the text's own, without the margins
@@ -33,16 +33,16 @@ class TextRasterizer {
 public:
     virtual ~TextRasterizer() = default;
 
-    // `text` is UTF-8. The ink has `marginPx` of nothing around it; the glow is left empty.
+    // `text` is UTF-8. The ink has an empty margin of `marginPx`; the glow is left empty.
     virtual TextMask Draw(const std::string& text, const TextStyle& style, int32_t marginPx) = 0;
 };
 
-// Keeps what was drawn lately, so that a line that scrolls is not drawn anew with every step.
+// Caches recently drawn texts, so that a scrolling line is not redrawn with every step.
 class TextCache {
 public:
     explicit TextCache(TextRasterizer& rasterizer) : rasterizer_(rasterizer) {}
 
-    // With glow. The reference holds until the next call.
+    // With glow. The reference is valid until the next call.
     const TextMask& Get(const std::string& text, const TextStyle& style);
     void Clear() { masks_.clear(); }
 

@@ -9,7 +9,7 @@ namespace hullrider {
 
 namespace {
 
-// Wider than any screen's panel: what does not fit is cut off.
+// Wider than any panel; longer text is cut off.
 constexpr LONG kWidestPx = 16000;
 
 bool IsInstalled(HDC dc, const wchar_t* family) {
@@ -25,7 +25,7 @@ bool IsInstalled(HDC dc, const wchar_t* family) {
     return found;
 }
 
-// The first family that is there. Without any, the system chooses.
+// The first installed family. Without any, the system chooses.
 std::wstring ChooseFamily(HDC dc, std::initializer_list<const wchar_t*> families) {
     for (const wchar_t* family : families) {
         if (IsInstalled(dc, family)) return family;
@@ -76,7 +76,7 @@ TextMask GdiTextRasterizer::Draw(const std::string& text, const TextStyle& style
     GetTextExtentPoint32W(dc_, wide.c_str(), length, &size);
     TEXTMETRICW metrics{};
     GetTextMetricsW(dc_, &metrics);
-    // A last letter that leans over its width, as in italics and some scripts, gets room too.
+    // Leaves room for a last letter that overhangs its width, as in italics and some scripts.
     const LONG overhang = metrics.tmHeight / 4;
     size.cx = std::min(size.cx, kWidestPx);
 

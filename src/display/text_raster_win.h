@@ -1,4 +1,4 @@
-// Text through GDI, which substitutes fonts for the scripts that its own lacks. UI thread.
+// Text through GDI, which substitutes fonts for scripts that its own font lacks. UI thread.
 #pragma once
 
 #include <windows.h>

@@ -6,13 +6,13 @@ namespace hullrider {
 
 namespace {
 
-// Not shown although it calls itself visible: on another desktop, or a suspended app's.
+// Has the visible style but is not shown: on another desktop, or a suspended app's.
 bool IsCloaked(HWND window) {
     DWORD cloaked = 0;
     return SUCCEEDED(DwmGetWindowAttribute(window, DWMWA_CLOAKED, &cloaked, sizeof cloaked)) && cloaked != 0;
 }
 
-// Hides what lies under it. Windows that may be seen through, or have holes, are given the benefit of the doubt.
+// Whether it hides what is below it. A window that may be translucent or have holes does not count.
 bool IsOpaque(HWND window) {
     constexpr LONG_PTR kNoRedirectionBitmap = 0x00200000;
     constexpr LONG_PTR kSeeThrough = WS_EX_LAYERED | WS_EX_TRANSPARENT | kNoRedirectionBitmap;
@@ -33,7 +33,7 @@ bool CanBeSeen(HWND window) {
     if (IsWindowVisible(window) == 0 || IsIconic(window) != 0 || IsCloaked(window)) return false;
     RECT own;
     GetWindowRect(window, &own);
-    // The order may change under this walk; it must end all the same.
+    // The order may change during the walk; the limit makes sure that it ends.
     int most = 1000;
     for (HWND above = GetWindow(window, GW_HWNDPREV); above != nullptr && most > 0; --most) {
         RECT other;

@@ -1,4 +1,4 @@
-// Whether anyone can see a window. UI thread.
+// Whether the user can see a window. UI thread.
 #pragma once
 
 #include <windows.h>
@@ -6,7 +6,7 @@
 namespace hullrider {
 
 // False when the window is hidden, minimized, on another virtual desktop, or wholly behind another window such as a
-// game that fills the screen: then there is nothing to draw for.
+// game that fills the screen: then drawing would be wasted.
 bool CanBeSeen(HWND window);
 
 }  // namespace hullrider

@@ -46,9 +46,9 @@ TEST(FolderRows, AFolderIsRefusedOrRemarkedUpon) {
                  {"D:\\Music\\Rock'n'Roll", true, true, ""},
                  {"d:/music/ROCK/", true, false, "already"},
                  {"D:\\Nowhere", false, false, "no such folder"},
-                 {"D:\\Music\\Rock\\80s", true, true, "lies within D:\\Music\\Rock"},
+                 {"D:\\Music\\Rock\\80s", true, true, "inside D:\\Music\\Rock"},
                  {"D:\\", true, true, "keeps its albums: D:\\Music\\Rock"},
-                 {"E:\\Songs", true, true, "lies within E:\\"},
+                 {"E:\\Songs", true, true, "inside E:\\"},
                  {"E:", true, false, "already"}};
     for (const auto& one : cases) {
         const FolderVerdict verdict = JudgeFolder(folders, one.added, one.isThere);

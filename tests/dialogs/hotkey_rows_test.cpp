@@ -23,10 +23,10 @@ TEST(HotkeyRows, RemarksSayWhyAKeyIsNoGoodChoice) {
                           {{'J', true, true, true}, ""},
                           {{0xB0}, "No longer a media key"},
                           {{0xB0, true}, ""},
-                          {{'A'}, "Lost to other programs"},
-                          {{'A', false, false, true}, "Lost to other programs"},
+                          {{'A'}, "Will no longer reach other programs"},
+                          {{'A', false, false, true}, "Will no longer reach other programs"},
                           {{'A', false, true, false}, ""},
-                          {{0x6F}, "Lost to other programs"}};
+                          {{0x6F}, "Will no longer reach other programs"}};
     for (const auto& [key, remark] : table) {
         HotkeyBindings bindings = BuiltInHotkeys();
         bindings[kNextSongKey] = key;
