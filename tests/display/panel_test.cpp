@@ -181,5 +181,19 @@ TEST_F(PanelTest, EveryElementThatCanBeClickedHasATooltip) {
     }
 }
 
+TEST_F(PanelTest, ElementsWithoutAPossibleCommandAreNotEnabled) {
+    const auto isEnabled = [this](PanelElement element) { return EnabledElements(At(60.0)).test(IndexOf(element)); };
+    EXPECT_TRUE(isEnabled(PanelElement::kSongBar) && isEnabled(PanelElement::kFavoriteUp));
+    EXPECT_FALSE(isEnabled(PanelElement::kTitle));
+    app_.playback.item.canBePositioned = false;
+    EXPECT_FALSE(isEnabled(PanelElement::kSongBar));
+    app_.playback.item.canBePositioned = true;
+    app_.playback.songLengthSec = 0.0;
+    EXPECT_FALSE(isEnabled(PanelElement::kSongBar)) << "of unknown length";
+    app_.playback.musicStream = 0;
+    EXPECT_FALSE(isEnabled(PanelElement::kFavoriteUp));
+    EXPECT_TRUE(isEnabled(PanelElement::kNext));
+}
+
 }  // namespace
 }  // namespace hullrider
