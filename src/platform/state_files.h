@@ -19,6 +19,8 @@ inline constexpr const char* kSongHistoryFile = "Song History.json";
 inline constexpr const char* kPlayCountsFile = "MusicLibraryPlayCount.json";
 inline constexpr const char* kStatisticsFile = "Sonorant_Stats.json";
 inline constexpr const char* kHotkeysFile = "hotkeyConfig.json";
+inline constexpr const char* kStationsFile = "InternetStations.json";
+inline constexpr const char* kRecentStationsFile = "RecentStations.json";
 
 inline constexpr size_t kMostStateBytes = size_t{64} << 20;
 inline constexpr size_t kMostCacheBytes = size_t{512} << 20;

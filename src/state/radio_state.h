@@ -23,6 +23,17 @@ struct InternetStation {
     bool isIncluded = true;  // takes part in the draw
 };
 
+// A station as the public directory knows it.
+struct DirectoryStation {
+    std::string name;
+    std::string url;
+    std::string country;
+    std::string state;
+    int32_t votes = 0;
+    int32_t clickCount = 0;
+    std::vector<std::string> tags;
+};
+
 // A user-defined mix: draws from the whole library by its own weights.
 struct CustomStation {
     std::string name;
@@ -31,6 +42,7 @@ struct CustomStation {
 
 struct RadioState {
     std::vector<InternetStation> stations;
+    std::vector<DirectoryStation> recentStations;  // of the last searches
     std::vector<CustomStation> customStations;
     CustomStation activeCustomStation;
 };

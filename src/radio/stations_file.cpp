@@ -1,0 +1,89 @@
+#include "radio/stations_file.h"
+
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "platform/json.h"
+#include "radio/directory_station.h"
+
+namespace hullrider {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+bool FlagIn(const nlohmann::json& object, const char* key) {
+    const auto found = object.find(key);
+    return found == object.end() || !found->is_boolean() || found->get<bool>();
+}
+
+// A station without a URL cannot be played, shown or mended: nothing.
+std::optional<InternetStation> StationFrom(const nlohmann::json& element) {
+    if (!element.is_object()) return std::nullopt;
+    InternetStation station;
+    station.name = StationText(element, "name");
+    station.url = StationText(element, "url");
+    station.favorite = StationNumber(element, "favorite");
+    station.favoriteCount = StationNumber(element, "favoriteCount");
+    if (station.url.empty()) return std::nullopt;
+    if (!element.contains("country") && !element.contains("tags")) return station;
+    station.country = StationText(element, "country");
+    station.state = StationText(element, "state");
+    station.tags = StationTags(element);
+    station.clickCount = StationNumber(element, "clickCount");
+    station.votes = StationNumber(element, "votes");
+    station.isValid = FlagIn(element, "isValid");
+    station.isIncluded = FlagIn(element, "isIncluded");
+    return station;
+}
+
+Json JsonOf(const InternetStation& station) {
+    return {{"name", station.name},
+            {"url", station.url},
+            {"country", station.country},
+            {"state", station.state},
+            {"tags", station.tags},
+            {"favorite", station.favorite},
+            {"favoriteCount", station.favoriteCount},
+            {"clickCount", station.clickCount},
+            {"votes", station.votes},
+            {"isValid", station.isValid},
+            {"isIncluded", station.isIncluded}};
+}
+
+}  // namespace
+
+StateReading ReadInternetStations(std::string_view text, std::vector<InternetStation>& stations, std::string& error) {
+    const std::optional<nlohmann::json> root = ParseJson(text, error);
+    if (!root) return StateReading::kUnreadable;
+    if (!root->is_array()) {
+        error = "it is not a list of stations";
+        return StateReading::kUnreadable;
+    }
+    std::vector<InternetStation> loaded;
+    for (const nlohmann::json& element : *root) {
+        if (std::optional<InternetStation> station = StationFrom(element)) loaded.push_back(std::move(*station));
+    }
+    stations.swap(loaded);
+    if (stations.size() == root->size()) return StateReading::kWhole;
+    error = std::to_string(root->size() - stations.size()) + " of its entries have no URL";
+    return StateReading::kPartly;
+}
+
+StateReading LoadInternetStations(const std::string& path, std::vector<InternetStation>& stations) {
+    return LoadStateFile(
+        path, "Unable to open file for reading: " + path,
+        [&stations](std::string_view text, std::string& error) { return ReadInternetStations(text, stations, error); });
+}
+
+std::string InternetStationsText(const std::vector<InternetStation>& stations) {
+    Json list = Json::array();
+    for (const InternetStation& station : stations) list.push_back(JsonOf(station));
+    return list.dump(1, '\t', false, Json::error_handler_t::replace) + "\n";
+}
+
+bool SaveInternetStations(const std::string& path, const std::vector<InternetStation>& stations) {
+    return SaveStateFile(path, InternetStationsText(stations), "Unable to open file for writing: " + path);
+}
+
+}  // namespace hullrider

@@ -1,0 +1,34 @@
+// What a stream says of itself: the headers that its server sends with it, and the title blocks between its sound.
+// Pure.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace hullrider {
+
+// UTF-8, cut to these many bytes at a character boundary.
+inline constexpr size_t kLongestStationName = 127, kLongestSongTitle = 127, kLongestDescription = 255,
+                        kLongestGenre = 127;
+
+struct StreamNowPlaying {
+    std::string stationName;  // "Unknown Station" where the stream does not say
+    std::string songTitle;    // "Unknown Song" where it does not say
+    std::string stationDescription;
+    std::string stationGenre;  // the directory's tags for the station, where it has any, else what the stream says
+
+    bool operator==(const StreamNowPlaying&) const = default;
+};
+
+// Tags as the audio library gives them.
+struct StreamTags {
+    const char* headers = nullptr;   // texts "name:value", each ended by a zero, an empty one at the end; may be null
+    const char* metadata = nullptr;  // one text "StreamTitle='...';StreamUrl='...';"; may be null
+};
+
+// `stationTags` are those of the station in the directory.
+StreamNowPlaying ReadStreamTags(const StreamTags& tags, const std::vector<std::string>& stationTags);
+
+}  // namespace hullrider
