@@ -116,4 +116,10 @@ HttpResponse StreamHttp(const HttpRequest& request, const HttpReceiver& receiver
     return HttpTransfer(request, receiver, handle.get()).Run(connections, stop);
 }
 
+std::string EscapeForUrl(const std::string& text) {
+    const std::unique_ptr<char, decltype(&curl_free)> escaped(
+        curl_easy_escape(nullptr, text.c_str(), static_cast<int>(text.size())), curl_free);
+    return escaped ? std::string(escaped.get()) : std::string();
+}
+
 }  // namespace hullrider

@@ -63,4 +63,7 @@ struct HttpReceiver {
 // 200 OK" of old stream servers. The receiver is called on the calling thread.
 HttpResponse StreamHttp(const HttpRequest& request, const HttpReceiver& receiver, const std::stop_token& stop);
 
+// The text as a part of a URL: all but unreserved characters as %XX. Empty when there is no memory for it.
+std::string EscapeForUrl(const std::string& text);
+
 }  // namespace hullrider

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <vector>
 
 #include "state/play_item.h"
@@ -21,6 +22,7 @@ struct CandidateLists {
     std::array<WeightedSongs, 4> byCategory;  // MIDI to favorites, without songs that are away
     std::array<int32_t, 4> songsOf{};         // songs of each category, including filtered ones and those away
     int64_t weightOfAll = 0;                  // of all songs
+    std::map<int32_t, WeightedSongs> every;   // by filter, as far as they were asked for
 
     // The state they were built from.
     const void* playlists = nullptr;

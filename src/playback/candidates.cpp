@@ -82,12 +82,15 @@ const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t
     return lists;
 }
 
-WeightedSongs EverySong(const MusicLibrary& library, int32_t filter) {
-    WeightedSongs list;
+const WeightedSongs& EverySong(const MusicLibrary& library, int32_t filter, PickerState& picker) {
+    const auto [place, isNew] = picker.candidates.every.try_emplace(filter);
+    WeightedSongs& list = place->second;
+    if (!isNew) return list;
     for (size_t i = 0; i < library.playlists.size(); ++i) {
         const std::vector<Song>& songs = library.playlists[i].songs;
         for (size_t j = 0; j < songs.size(); ++j) {
-            if (WeightOf(songs[j]) < 1 || !PassesFilter(songs[j], filter)) continue;
+            const bool isDrawn = WeightOf(songs[j]) > 0 && PassesFilter(songs[j], filter);
+            if (!isDrawn || picker.unavailable.IsAway(songs[j].songPath)) continue;
             Append(list, {static_cast<int32_t>(i), static_cast<int32_t>(j), 0, 0}, 1);
         }
     }

@@ -15,8 +15,9 @@ namespace hullrider {
 // folder goes away or may be back.
 const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t filter, PickerState& picker);
 
-// Every song that passes the filter, each once, without those that are never drawn.
-WeightedSongs EverySong(const MusicLibrary& library, int32_t filter);
+// Every song that passes the filter, each once, without those that are never drawn or away. Kept with the lists of the
+// last BuildWeightedSongList, which must have been called for this library.
+const WeightedSongs& EverySong(const MusicLibrary& library, int32_t filter, PickerState& picker);
 // Every song of one playlist, each once.
 WeightedSongs EverySongOf(const MusicLibrary& library, int32_t playlist);
 

@@ -53,7 +53,6 @@ public:
 
     bool IsDone() const { return state_ == State::kDone; }
     const Opened& Result() const { return opened_; }  // valid when done
-    PlayTime BegunAt() const { return begunAt_; }
     std::chrono::milliseconds Took() const { return took_; }
 
     // The item is wanted now: skip the work that only measures its loudness.

@@ -87,22 +87,21 @@ void Divide(RotationShares& shares, double by) {
 }
 
 // The fallback for a category without songs: any song that passes the filter.
-void AddUniformly(const AppState& app, RotationShares& shares, double share) {
-    WeightedSongs any = EverySong(app.library, app.selection.favoritesFilter);
-    if (IsEmpty(any)) any = EverySong(app.library, kAllSongs);
+void AddUniformly(const AppState& app, PickerState& picker, RotationShares& shares, double share) {
+    const WeightedSongs& passing = EverySong(app.library, app.selection.favoritesFilter, picker);
+    const WeightedSongs& any = IsEmpty(passing) ? EverySong(app.library, kAllSongs, picker) : passing;
     const double each = share / std::max(static_cast<double>(any.songs.size()), 1.0);
     for (const SongChoice& place : any.songs)
         AddSong(shares, *FindSong(app.library, {place.playlist, place.song}), each);
 }
 
-void AddCategory(const AppState& app, const CandidateLists& lists, Category category, double share,
-                 RotationShares& shares) {
+void AddCategory(const AppState& app, PickerState& picker, Category category, double share, RotationShares& shares) {
     if (category == kRadioCategory) {
         shares.byType[kInternetRadio] += share;
         return;
     }
-    const WeightedSongs& list = lists.byCategory[static_cast<size_t>(category)];
-    if (IsEmpty(list)) return AddUniformly(app, shares, share);
+    const WeightedSongs& list = picker.candidates.byCategory[static_cast<size_t>(category)];
+    if (IsEmpty(list)) return AddUniformly(app, picker, shares, share);
     int64_t before = 0;
     for (size_t i = 0; i < list.songs.size(); ++i) {
         const auto weight = static_cast<double>(list.upTo[i] - before);
@@ -148,10 +147,9 @@ std::array<double, 5> CategoryShares(const AppState& app, PickerState& picker) {
 
 RotationShares PromisedShares(const AppState& app, PickerState& picker) {
     const std::array<double, 5> byCategory = CategoryShares(app, picker);
-    const CandidateLists& lists = BuildWeightedSongList(app.library, app.selection.favoritesFilter, picker);
     RotationShares shares;
     for (size_t i = 0; i < byCategory.size(); ++i) {
-        if (byCategory[i] > 0.0) AddCategory(app, lists, static_cast<Category>(i), byCategory[i], shares);
+        if (byCategory[i] > 0.0) AddCategory(app, picker, static_cast<Category>(i), byCategory[i], shares);
     }
     return shares;
 }

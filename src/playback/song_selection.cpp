@@ -76,12 +76,12 @@ Pick DrawRelaxing(const Rules& rules, const WeightedSongs& ofCategory, const Pic
     if (const auto drawn = DrawFrom(rules, ofCategory, relaxed)) return TakeSong(app, pick, *drawn, relaxed);
     const int32_t filter = app.selection.favoritesFilter;
     relaxed = Relaxation::kCategory;
-    if (const auto drawn = DrawFrom(rules, EverySong(app.library, filter), relaxed)) {
+    if (const auto drawn = DrawFrom(rules, EverySong(app.library, filter, rules.picker), relaxed)) {
         return TakeSong(app, pick, *drawn, relaxed);
     }
     if (filter == kAllSongs) return pick;
     relaxed = Relaxation::kFilter;
-    const auto drawn = DrawFrom(rules, EverySong(app.library, kAllSongs), relaxed);
+    const auto drawn = DrawFrom(rules, EverySong(app.library, kAllSongs, rules.picker), relaxed);
     return drawn ? TakeSong(app, pick, *drawn, relaxed) : pick;
 }
 
@@ -199,11 +199,11 @@ Pick SelectBy(const AppState& app, const SelectionWeights& weights, PickerState&
     pick.selectionCalls = selection.selectionCalls;
     bool radioPlaying = selection.radioPlaying;
     if (app.radio.stations.empty()) pick.weights->radio = 0;
+    const CandidateLists& lists = BuildWeightedSongList(app.library, selection.favoritesFilter, picker);
     if (category != kNoCategory || selection.playMode == kPlaylistMode) {
         category = CategoryOfPlaylist(app);
     } else {
         pick.selectionCalls = 0;
-        const CandidateLists& lists = BuildWeightedSongList(app.library, selection.favoritesFilter, picker);
         const CategoryDraw drawn =
             PickCategory(*pick.weights, selection, CountsOf(lists, app.radio), picker.categoryRandom);
         pick.weights = drawn.weights;

@@ -16,6 +16,6 @@ inline constexpr int kMostStationsInAnswer = 300;
 std::set<std::string> SearchQueries(const std::string& text, bool expandWords);
 
 // The two requests of a query, by name and then by tag. `base` is the directory's scheme and host.
-std::vector<std::string> RequestUrls(std::string_view base, std::string_view query);
+std::vector<std::string> RequestUrls(std::string_view base, const std::string& query);
 
 }  // namespace hullrider

@@ -1,9 +1,7 @@
 #include "radio/stations_file.h"
 
 #include <nlohmann/json.hpp>
-#include <utility>
 
-#include "platform/json.h"
 #include "radio/directory_station.h"
 
 namespace hullrider {
@@ -54,20 +52,7 @@ Json JsonOf(const InternetStation& station) {
 }  // namespace
 
 StateReading ReadInternetStations(std::string_view text, std::vector<InternetStation>& stations, std::string& error) {
-    const std::optional<nlohmann::json> root = ParseJson(text, error);
-    if (!root) return StateReading::kUnreadable;
-    if (!root->is_array()) {
-        error = "it is not a list of stations";
-        return StateReading::kUnreadable;
-    }
-    std::vector<InternetStation> loaded;
-    for (const nlohmann::json& element : *root) {
-        if (std::optional<InternetStation> station = StationFrom(element)) loaded.push_back(std::move(*station));
-    }
-    stations.swap(loaded);
-    if (stations.size() == root->size()) return StateReading::kWhole;
-    error = std::to_string(root->size() - stations.size()) + " of its entries have no URL";
-    return StateReading::kPartly;
+    return ReadStationList(text, StationFrom, "have no URL", stations, error);
 }
 
 StateReading LoadInternetStations(const std::string& path, std::vector<InternetStation>& stations) {
