@@ -35,6 +35,7 @@ KINDS = {
 CROSSFADE = "crossfade"
 CROSSFADE_SECONDS = 8
 EXCERPT_SECONDS = 20
+CROSSFADE_PERIOD = EXCERPT_SECONDS - CROSSFADE_SECONDS  # each song is opened, and faded in, once in this time
 SOUND_FONT = Path("/usr/share/sounds/sf2/TimGM6mb.sf2")
 
 
@@ -282,6 +283,11 @@ def measure(player, music, kind, settle, seconds):
             stop(process)
 
 
+def measured_seconds(kind, seconds):
+    """For the cross-fade, whole periods: a part would hold too many openings and fades, or none."""
+    return math.ceil(seconds / CROSSFADE_PERIOD) * CROSSFADE_PERIOD if kind == CROSSFADE else seconds
+
+
 def print_table(title, kinds, players, results, column, form):
     print(f"\n{title:44}" + "".join(f"{player.name:>14}" for player in players))
     for kind in kinds:
@@ -321,7 +327,7 @@ def main():
                 print(f"round {number + 1} of {arguments.rounds}: {kind}", file=sys.stderr, flush=True)
                 for player in players:
                     results[kind, player.name].append(
-                        measure(player, music, kind, arguments.settle, arguments.seconds))
+                        measure(player, music, kind, arguments.settle, measured_seconds(kind, arguments.seconds)))
 
     print(f"medians of {arguments.rounds} rounds of {arguments.seconds:g} s, load average {os.getloadavg()[0]:.2f}")
     print_table("processor time, ms per second of sound", kinds, players, results, 0, "{:.2f}")

@@ -4,11 +4,13 @@
 
 #include "app/simulate.h"
 #include "platform/console.h"
+#include "platform/memory.h"
 
 namespace hullrider {
 
 int RunFront(const std::vector<std::string>& arguments, const std::function<int(const RunOptions&)>& run,
              const std::function<void(const std::string&)>& tell) {
+    ShareOneHeap();
     RunOptions options;
     std::string error;
     if (!ParseOptions(arguments, options, error)) {

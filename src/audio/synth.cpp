@@ -91,9 +91,8 @@ Synth::Synth(uint32_t rate) : rate_(rate) {
 }
 
 Synth::~Synth() {
-    const bool hadSamples = HasFonts();
     synth_.reset();
-    if (hadSamples) ReturnFreeMemory();
+    ReturnFreeMemory();
 }
 
 int Synth::Load(const std::string& path) {
@@ -184,6 +183,7 @@ void Synth::Rest() {
         fluid_synth_unset_program(synth_.get(), channel);
     }
     UnpinKept();
+    ReturnFreeMemory();
 }
 
 void Synth::DropUnusedSamples() {

@@ -8,6 +8,12 @@
 
 namespace hullrider {
 
+void ShareOneHeap() {
+#ifdef __GLIBC__
+    mallopt(M_ARENA_MAX, 1);
+#endif
+}
+
 void ReturnFreeMemory() {
 #ifdef __GLIBC__
     malloc_trim(0);
