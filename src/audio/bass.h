@@ -28,6 +28,7 @@ inline constexpr int BASS_ERROR_HANDLE = 5;     // not a handle of the right typ
 inline constexpr int BASS_ERROR_FORMAT = 6;     // sample format not supported
 inline constexpr int BASS_ERROR_POSITION = 7;   // no such position
 inline constexpr int BASS_ERROR_INIT = 8;       // BASS_Init has not succeeded
+inline constexpr int BASS_ERROR_SSL = 10;       // no encrypted connection, or its certificate is not trusted
 inline constexpr int BASS_ERROR_ALREADY = 14;   // already done
 inline constexpr int BASS_ERROR_NOCHAN = 18;    // too many channels
 inline constexpr int BASS_ERROR_ILLTYPE = 19;   // unknown attribute or position mode
@@ -36,32 +37,44 @@ inline constexpr int BASS_ERROR_DEVICE = 23;    // no such device
 inline constexpr int BASS_ERROR_NOPLAY = 24;    // not playing
 inline constexpr int BASS_ERROR_NOTAVAIL = 37;  // not available
 inline constexpr int BASS_ERROR_DECODE = 38;    // the channel decodes and is not played, or the other way round
+inline constexpr int BASS_ERROR_TIMEOUT = 40;   // the network time-out has passed, or the call was canceled
 inline constexpr int BASS_ERROR_FILEFORM = 41;  // the file's format is not supported or the file is damaged
 inline constexpr int BASS_ERROR_CODEC = 44;     // the codec is not supported
 inline constexpr int BASS_ERROR_ENDED = 45;     // the channel has ended
+inline constexpr int BASS_ERROR_DENIED = 49;    // the server denies access
 inline constexpr int BASS_ERROR_UNKNOWN = -1;
 
 // Flags of stream and module creation.
 inline constexpr uint32_t BASS_SAMPLE_LOOP = 0x4;
 inline constexpr uint32_t BASS_SAMPLE_FLOAT = 0x100;
 inline constexpr uint32_t BASS_STREAM_DECODE = 0x200000;  // source for a tempo stream; cannot be played itself
-inline constexpr uint32_t BASS_STREAM_STATUS = 0x800000;
-inline constexpr uint32_t BASS_MUSIC_PRESCAN = 0x20000;  // accepted; lengths are always known
-inline constexpr uint32_t BASS_UNICODE = 0x80000000;     // accepted; paths are always UTF-8 here
+inline constexpr uint32_t BASS_STREAM_STATUS = 0x800000;  // accepted; there is no download callback
+inline constexpr uint32_t BASS_MUSIC_PRESCAN = 0x20000;   // accepted; lengths are always known
+inline constexpr uint32_t BASS_UNICODE = 0x80000000;      // accepted; paths are always UTF-8 here
 
 // Flags of BASS_FX_TempoCreate.
 inline constexpr uint32_t BASS_FX_FREESOURCE = 0x10000;  // its source is freed with it
 
 // Attributes.
 inline constexpr uint32_t BASS_ATTRIB_VOL = 2;
+inline constexpr uint32_t BASS_ATTRIB_BITRATE = 12;     // kbit/s, read only; network streams, on average so far
 inline constexpr uint32_t BASS_ATTRIB_TEMPO = 0x10000;  // tempo stream only: percent faster, -50 to 200; cannot slide
 
 // Tag formats.
 inline constexpr uint32_t BASS_TAG_ID3 = 0;               // an ID3v1 tag, 128 bytes
 inline constexpr uint32_t BASS_TAG_OGG = 2;               // UTF-8 "NAME=value", each zero-terminated, and a final zero
+inline constexpr uint32_t BASS_TAG_HTTP = 3;              // a server's headers, "name:value", as BASS_TAG_OGG, UTF-8
+inline constexpr uint32_t BASS_TAG_ICY = 4;               // the same from an old server, which answers "ICY 200 OK"
+inline constexpr uint32_t BASS_TAG_META = 5;              // a stream's title block, "StreamTitle='...';", UTF-8
 inline constexpr uint32_t BASS_TAG_MP4 = 7;               // as BASS_TAG_OGG
 inline constexpr uint32_t BASS_TAG_MUSIC_NAME = 0x10000;  // a module's title, UTF-8
 inline constexpr uint32_t BASS_TAG_MIDI_TRACK = 0x11000;  // the name of a MIDI song, UTF-8
+
+// Modes of BASS_StreamGetFilePosition.
+inline constexpr uint32_t BASS_FILEPOS_BUFFER = 5;
+
+// Options of BASS_SetConfig.
+inline constexpr uint32_t BASS_CONFIG_NET_TIMEOUT = 11;  // ms until BASS_StreamCreateURL gives up; 10 000 at first
 
 // Position modes.
 inline constexpr uint32_t BASS_POS_BYTE = 0;
@@ -84,7 +97,12 @@ struct BASS_CHANNELINFO {
     const char* filename;  // UTF-8; valid while the channel lives
 };
 
-inline constexpr uint32_t BASS_CTYPE_STREAM = 0x10000;  // anything FFmpeg decodes
+inline constexpr uint32_t BASS_CTYPE_STREAM = 0x10000;      // anything FFmpeg decodes
+inline constexpr uint32_t BASS_CTYPE_STREAM_OGG = 0x10002;  // this and the next: network streams only
+inline constexpr uint32_t BASS_CTYPE_STREAM_MP3 = 0x10005;
+inline constexpr uint32_t BASS_CTYPE_STREAM_FLAC = 0x10900;
+inline constexpr uint32_t BASS_CTYPE_STREAM_AAC = 0x10b00;
+inline constexpr uint32_t BASS_CTYPE_STREAM_OPUS = 0x11200;
 inline constexpr uint32_t BASS_CTYPE_STREAM_MIDI = 0x10d00;
 inline constexpr uint32_t BASS_CTYPE_STREAM_TEMPO = 0x1f200;
 inline constexpr uint32_t BASS_CTYPE_MUSIC_MOD = 0x20000;
@@ -154,6 +172,9 @@ bool BASS_Init(int device, uint32_t freq, uint32_t flags, void* window, const vo
 // Stops the output and frees every channel, font and plug-in. The library may be initialized again.
 bool BASS_Free();
 
+// Sets an option, before or after BASS_Init. BASS_ERROR_ILLPARAM for any other.
+bool BASS_SetConfig(uint32_t option, uint32_t value);
+
 // Decoders are built in: returns a handle for the names that the player knows ("bassmidi.dll", "bass_aac.dll",
 // "BASSFLAC.dll") and fails with BASS_ERROR_FILEOPEN for any other.
 HPLUGIN BASS_PluginLoad(const char* file, uint32_t flags);
@@ -162,6 +183,22 @@ bool BASS_PluginFree(HPLUGIN plugin);
 // A stream from the file at `file` (UTF-8): mp3, m4a, flac, wav, ogg, opus, MIDI. `fromMemory` must be false, `offset`
 // and `length` 0. Returns 0 on failure: BASS_ERROR_FILEOPEN, _FILEFORM, _FORMAT, _CODEC, _INIT, _ILLPARAM.
 HSTREAM BASS_StreamCreateFile(bool fromMemory, const char* file, uint64_t offset, uint64_t length, uint32_t flags);
+
+// A stream from the http or https URL at `url`: MP3, AAC, FLAC, or Vorbis, Opus or FLAC in Ogg. Returns when its first
+// sound is decoded, at the latest after the network time-out, or at once when the calling worker is told to stop.
+// `offset` must be 0, `procedure` null. Returns 0 on failure: BASS_ERROR_TIMEOUT, _FILEOPEN (no answer, or no success),
+// _DENIED, _SSL, _FILEFORM, _CODEC, _FORMAT, _INIT, _ILLPARAM; a line on the error stream says why.
+//
+// It has no length, and no position can be set. It holds up to 4 MB that have arrived, sounds when a second of them is
+// decoded, and is stalled (BASS_ACTIVE_STALLED) when they run out, until there is a second again. A lost connection is
+// made again after half a second to 30 s.
+using DOWNLOADPROC = void(const void* buffer, uint32_t length, void* user);
+HSTREAM BASS_StreamCreateURL(const char* url, uint32_t offset, uint32_t flags, DOWNLOADPROC* procedure, void* user);
+
+// BASS_FILEPOS_BUFFER: the bytes of a network stream that have arrived and were not decoded yet. BASS_QWORD_ERROR on
+// failure: BASS_ERROR_HANDLE, _ILLPARAM (any other mode).
+uint64_t BASS_StreamGetFilePosition(HSTREAM handle, uint32_t mode);
+
 bool BASS_StreamFree(HSTREAM handle);  // also takes an HMUSIC
 
 // A tracker module; otherwise as BASS_StreamCreateFile. `freq` is ignored: modules are rendered at the mixing rate.
@@ -195,7 +232,8 @@ bool BASS_ChannelGetInfo(uint32_t handle, BASS_CHANNELINFO* info);
 // The file's tags in the given format, valid while the channel lives. Null and BASS_ERROR_NOTAVAIL when there are none:
 // BASS_TAG_MP4 is for m4a, _OGG for all other files that FFmpeg reads; mp3 has _ID3 too, which truncates titles (both
 // are made from whatever tag the file has); _MUSIC_NAME is for modules; _MIDI_TRACK for MIDI songs whose first track
-// does not name a mere part.
+// does not name a mere part. A network stream has _HTTP or _ICY, and _META or _OGG (Ogg) as of what is heard, valid
+// until the thread's next call.
 const char* BASS_ChannelGetTags(uint32_t handle, uint32_t tags);
 
 // Bytes; BASS_QWORD_ERROR on failure.

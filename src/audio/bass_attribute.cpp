@@ -33,6 +33,14 @@ bool GetTempo(const Channel& channel, float* percent) {
     return true;
 }
 
+bool GetBitRate(const Channel& channel, float* value) {
+    const uint32_t rate = channel.BitRate();
+    if (rate == 0) return Fail(BASS_ERROR_NOTAVAIL);
+    if (value == nullptr) return Fail(BASS_ERROR_ILLPARAM);
+    *value = static_cast<float>(rate);
+    return true;
+}
+
 uint32_t LevelWord(float peak) {
     return static_cast<uint32_t>(std::lround(std::min(peak, 1.0f) * 32768.0f));
 }
@@ -51,6 +59,7 @@ bool BASS_ChannelSetAttribute(uint32_t handle, uint32_t attribute, float value) 
 bool BASS_ChannelGetAttribute(uint32_t handle, uint32_t attribute, float* value) {
     const ChannelCall call(handle);
     if (call && attribute == BASS_ATTRIB_TEMPO) return GetTempo(*call.channel, value);
+    if (call && attribute == BASS_ATTRIB_BITRATE) return GetBitRate(*call.channel, value);
     if (!call || !IsVolume(attribute, 0.0f)) return false;
     if (value == nullptr) return Fail(BASS_ERROR_ILLPARAM);
     *value = call.channel->ChannelVolume().Get();

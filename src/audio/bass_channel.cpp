@@ -81,6 +81,12 @@ const char* BASS_ChannelGetTags(uint32_t handle, uint32_t tags) {
     for (const TagBlock& block : call.channel->Tags()) {
         if (block.kind == tags && !block.text.empty()) return block.text.c_str();
     }
+    thread_local std::string changing;
+    for (TagBlock& block : call.channel->TagsNow(call.engine->LatencyFrames())) {
+        if (block.kind != tags || block.text.empty()) continue;
+        changing = std::move(block.text);
+        return changing.c_str();
+    }
     return Fail(BASS_ERROR_NOTAVAIL), nullptr;
 }
 

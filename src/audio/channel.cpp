@@ -35,6 +35,7 @@ Channel::Channel(std::unique_ptr<Source> source, const SourceRequest& request, u
       frees_(frees),
       mixRate_(request.mixRate),
       aheadMs_(source_->AheadMs()),
+      refillFrames_(size_t{request.mixRate} * source_->RefillMs() / 1000),
       ring_(RingFrames(request.mixRate)),
       effects_(request.mixRate, format_.channels),
       volume_(request.mixRate),
@@ -176,8 +177,9 @@ std::vector<StereoPeak> Channel::PeaksAhead(size_t spanFrames) const {
 bool Channel::ReadyFor(size_t frames) const {
     const Control control = LoadControl();
     if (control.state != RunState::kPlaying) return true;
+    if (lacksInput_.load()) return true;  // time goes on while it waits for the network
     if (ready_.load() != control.generation || WantsRejoin()) return false;
-    return end_.load() != kNoEnd || ring_.Ahead(begin_.load()) >= frames;
+    return end_.load() != kNoEnd || ring_.Ahead(begin_.load()) >= std::max(frames, refillFrames_);
 }
 
 }  // namespace hullrider

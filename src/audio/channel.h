@@ -54,7 +54,7 @@ public:
     bool Pause();  // false when it is not playing
     void Stop();
     RunState State() const;
-    bool Starved() const { return starved_.load(); }  // playing, but has lacked data for a while
+    bool Starved() const { return starved_.load(); }  // playing, but has lacked data for a while, or waits to refill
 
     // In frames of the source. What is heard lags `latencyFrames` mixed frames behind what was taken.
     int64_t Position(uint32_t latencyFrames) const;
@@ -69,6 +69,10 @@ public:
     const LevelMeter& Level() const { return level_; }
     const SourceFormat& Format() const { return format_; }
     const TagBlocks& Tags() const { return tags_; }
+    // The tags that change as it plays, of what is heard.
+    TagBlocks TagsNow(uint32_t latencyFrames) const { return source_->TagsAt(Position(latencyFrames)); }
+    size_t BytesAhead() const { return source_->BytesAhead(); }
+    uint32_t BitRate() const { return source_->BitRate(); }  // kbit/s, 0 when it is not known
     // Releases a decoder that waits for a file, and ends decoding and playing. For a channel that is about to be freed.
     // A lent source goes on for as long as the borrower plays it.
     void Cancel() {
@@ -144,6 +148,7 @@ private:
     using Limit = std::optional<uint64_t>;  // number of a ring frame
     Limit PassOverVoid(Control control);
     bool GoesOn(Control control) const;
+    bool MustRefill(Control control, size_t frames);
     Sounded PlayOn(Control control, float* out, size_t frames, Limit end);
     Sounded LetFall(Control control, float* out, size_t frames, Limit end);
     size_t Take(Control control, float* out, size_t frames, Limit end);
@@ -157,6 +162,7 @@ private:
     std::string path_;
     std::atomic<uint32_t> flags_;
     uint32_t frees_, mixRate_, aheadMs_;
+    size_t refillFrames_;
     std::atomic<uint32_t> preparedMs_{0};
     std::atomic<bool> lent_{false}, freed_{false};
 
@@ -172,6 +178,7 @@ private:
     std::atomic<uint64_t> decoding_{0}, ready_{0}, begin_{0}, end_{kNoEnd};
     std::atomic<bool> fromStart_{false};  // that generation begins at the source's start
     std::atomic<bool> starved_{false};
+    std::atomic<bool> lacksInput_{false};  // the source had nothing more when it was last asked
     // How often callers have asked for the source to be rendered again from the current place on, and which of these
     // orders the decoder has carried out.
     std::atomic<uint32_t> rejoinOrders_{0}, rejoined_{0};
@@ -197,8 +204,9 @@ private:
     std::atomic<bool> sounding_{false};  // sounded up to the end of the previous block
 
     // Callback only.
-    size_t missing_ = 0;  // missing frames in a row
-    uint64_t heard_ = 0;  // the generation
+    size_t missing_ = 0;     // missing frames in a row
+    bool refilling_ = true;  // not enough is ready to sound; for a source that asks for it
+    uint64_t heard_ = 0;     // the generation
     RampIn rampIn_;
     RampOut rampOut_;
 };

@@ -23,7 +23,10 @@ constexpr uint32_t kRejoinRoomMs = 300;
 
 constexpr float kLoudest = 32.0f;  // louder data is broken
 
-constexpr milliseconds kRetry(10);  // the callback has not yet skipped the void frames
+// When nothing could be decoded: the callback has not yet skipped the void frames, or the network brings no more. With
+// much ahead there is no hurry.
+constexpr milliseconds kRetry(10);
+constexpr size_t kRetriesAhead = 8;
 
 size_t FramesOf(uint32_t ms, uint32_t rate) {
     return size_t{rate} * ms / 1000;
@@ -146,11 +149,13 @@ size_t Channel::DecodePiece(size_t frames) {
         const std::span<float> room = ring_.Writable(frames - done);
         if (room.empty()) break;
         MarkPlace();
+        source_->SetAhead(FramesAhead());
         const SourceRead read = source_->Read(room.data(), room.size() / kStereo);
         MakeSane(room.data(), read.frames * kStereo, kLoudest);
         ring_.Commit(read.frames);
         done += read.frames;
         sourceEnded_ = read.atEnd;
+        lacksInput_.store(read.frames == 0);
         if (read.frames == 0) break;
     }
     if (sourceEnded_) end_.store(ring_.Written());
@@ -166,7 +171,10 @@ SteadyTime Channel::NextCall(SteadyTime now, bool progressed) const {
     const bool isStill = control.state != RunState::kPlaying;
     if (sourceEnded_ || (isStill && (preparedMs_ == 0 || ahead >= full))) return SteadyTime::max();
     if (isStill) return progressed ? now : now + kRetry;
-    if (ahead + FramesOf(kFirstPieceMs, mixRate_) < full) return progressed ? now : now + kRetry;
+    if (ahead + FramesOf(kFirstPieceMs, mixRate_) < full) {
+        const milliseconds untilRetry(ahead * 1000 / mixRate_ / kRetriesAhead);
+        return progressed ? now : now + std::max(untilRetry, kRetry);
+    }
     return now + milliseconds((ahead - full / 2) * 1000 / mixRate_);
 }
 

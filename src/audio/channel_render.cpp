@@ -14,7 +14,7 @@ constexpr size_t kStarvedMs = 100;
 Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     const Control control = LoadControl();
     const Limit end = PassOverVoid(control);
-    const bool plays = control.state == RunState::kPlaying;
+    const bool plays = control.state == RunState::kPlaying && !MustRefill(control, frames);
     Sounded sounded = plays ? PlayOn(control, scratch, frames, end) : LetFall(control, scratch, frames, end);
     volume_.MixInto(scratch, sounded.frames, mix, frames, sounding_.load());
     const bool whole = sounded.frames == frames;
@@ -27,6 +27,16 @@ Sounded Channel::Render(float* scratch, float* mix, size_t frames) {
     sounded.left = scratch[(sounded.frames - 1) * kStereo] * gain;
     sounded.right = scratch[(sounded.frames - 1) * kStereo + 1] * gain;
     return sounded;
+}
+
+// Silent until enough is ready, instead of stuttering. It runs dry with enough left for a fade-out.
+bool Channel::MustRefill(Control control, size_t frames) {
+    if (refillFrames_ == 0) return false;
+    const size_t enough = refilling_ ? refillFrames_ : frames + rampOut_.Left();
+    const bool isReady = ready_.load() == control.generation;
+    refilling_ = !isReady || (end_.load() == kNoEnd && ring_.Ahead(begin_.load()) < enough);
+    starved_.store(refilling_);
+    return refilling_;
 }
 
 // Whether the next frames of this generation continue what was heard in the last block.

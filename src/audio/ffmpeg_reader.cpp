@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <mutex>
 #include <string_view>
 
 #include "audio/bass.h"
@@ -20,30 +19,12 @@ namespace hullrider {
 
 namespace {
 
-// The same few on every system, and no playlists or scripts: a song file must never open another one.
-constexpr const char* kFormats = "mp3,aac,mov,flac,ogg,wav";
-constexpr int kMaxChannels = 64;
-constexpr int kMinRate = 1000;
-constexpr int kMaxRate = 768000;
-constexpr int kMaxBadPackets = 250;                  // in a row, before the rest of the file is given up
-constexpr int kManyBadPackets = 50;                  // in a row, more than damage would cause
-constexpr size_t kMaxAllocation = size_t{96} << 20;  // per allocation; the table of a 24-hour M4A file needs this
+constexpr int kMaxBadPackets = 250;  // in a row, before the rest of the file is given up
+constexpr int kManyBadPackets = 50;  // in a row, more than damage would cause
 // The most that FFmpeg may read and keep in search of a frame: an unfinished download, or a file that is not a song,
 // may have none.
 constexpr int64_t kMaxSearch = int64_t{16} << 20;
 constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
-
-void SetUpFfmpeg() {
-    static std::once_flag once;
-    std::call_once(once, [] {
-        av_log_set_level(AV_LOG_QUIET);
-        av_max_alloc(kMaxAllocation);
-    });
-}
-
-bool IsPlayable(int rate, int channels) {
-    return rate >= kMinRate && rate <= kMaxRate && channels >= 1 && channels <= kMaxChannels;
-}
 
 // How far ahead of a position decoding must begin for it to be right: lossy codecs depend on earlier frames, and an mp3
 // frame uses up to 511 bytes of them.
@@ -55,19 +36,6 @@ int64_t PrerollFrames(const AVCodecContext& decoder, uint32_t rate) {
 
 }  // namespace
 
-void FfmpegDeleter::operator()(AVCodecContext* context) const {
-    avcodec_free_context(&context);
-}
-void FfmpegDeleter::operator()(AVFormatContext* context) const {
-    avformat_close_input(&context);
-}
-void FfmpegDeleter::operator()(AVFrame* frame) const {
-    av_frame_free(&frame);
-}
-void FfmpegDeleter::operator()(AVPacket* packet) const {
-    av_packet_free(&packet);
-}
-
 FfmpegReader::FfmpegReader() : packet_(av_packet_alloc()), frame_(av_frame_alloc()) {}
 FfmpegReader::~FfmpegReader() = default;
 
@@ -75,14 +43,11 @@ int FfmpegReader::Open(const std::string& path) {
     SetUpFfmpeg();
     if (!packet_ || !frame_) return BASS_ERROR_MEM;
     if (HasAbsurdMp4Tables(path)) return BASS_ERROR_FILEFORM;
-    AVDictionary* options = nullptr;
-    av_dict_set(&options, "format_whitelist", kFormats, 0);
-    av_dict_set(&options, "protocol_whitelist", "file", 0);
-    av_dict_set(&options, "max_probe_packets", "1", 0);  // do not probe PCM for other codecs
     AVFormatContext* format = avformat_alloc_context();
-    if (format == nullptr) return av_dict_free(&options), BASS_ERROR_MEM;
+    if (format == nullptr) return BASS_ERROR_MEM;
     format->interrupt_callback = {[](void* self) { return static_cast<FfmpegReader*>(self)->MustStop() ? 1 : 0; },
                                   this};
+    AVDictionary* options = FormatOptions();
     const int opened = avformat_open_input(&format, ("file:" + path).c_str(), nullptr, &options);
     av_dict_free(&options);
     if (opened == AVERROR(ENOENT) || opened == AVERROR(EACCES)) return BASS_ERROR_FILEOPEN;
@@ -91,7 +56,7 @@ int FfmpegReader::Open(const std::string& path) {
 
     if (IsMp3File() && !ReadyMp3()) return BASS_ERROR_FILEFORM;
     if (const int error = FindAudio(); error != BASS_OK) return error;
-    if (const int error = OpenDecoder(); error != BASS_OK) return error;
+    if (const int error = OpenDecoder(*stream_, decoder_); error != BASS_OK) return error;
 
     // Only a file that decodes is a song, whatever its name and first bytes.
     if (!DecodeFirst()) return BASS_ERROR_FILEFORM;
@@ -148,23 +113,12 @@ int FfmpegReader::FindAudio() {
     return BASS_OK;
 }
 
-int FfmpegReader::OpenDecoder() {
-    const AVCodec* codec = avcodec_find_decoder(stream_->codecpar->codec_id);
-    if (codec == nullptr) return BASS_ERROR_CODEC;
-    decoder_.reset(avcodec_alloc_context3(codec));
-    if (!decoder_) return BASS_ERROR_MEM;
-    if (avcodec_parameters_to_context(decoder_.get(), stream_->codecpar) < 0) return BASS_ERROR_FORMAT;
-    decoder_->pkt_timebase = stream_->time_base;
-    decoder_->thread_count = 1;
-    return avcodec_open2(decoder_.get(), codec, nullptr) < 0 ? BASS_ERROR_FILEFORM : BASS_OK;
-}
-
 // Leaves the next decoded frame in frame_ and its end in position_.
 bool FfmpegReader::Decode() {
     for (int bad = 0; bad < kMaxBadPackets && !canceled_.load();) {
         const int received = avcodec_receive_frame(decoder_.get(), frame_.get());
         if (received == AVERROR_EOF) return false;
-        if (received >= 0 && IsPlayable(frame_->sample_rate, frame_->ch_layout.nb_channels)) {
+        if (received >= 0 && IsPlayable(*frame_)) {
             Place();
             return true;
         }

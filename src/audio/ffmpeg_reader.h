@@ -7,30 +7,14 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 
+#include "audio/ffmpeg_setup.h"
 #include "audio/mp3_walk.h"
 #include "audio/tags.h"
 
-struct AVCodecContext;
-struct AVFormatContext;
-struct AVFrame;
-struct AVPacket;
-struct AVStream;
-
 namespace hullrider {
-
-// Frees FFmpeg's objects, each with its own function.
-struct FfmpegDeleter {
-    void operator()(AVCodecContext* context) const;
-    void operator()(AVFormatContext* context) const;
-    void operator()(AVFrame* frame) const;
-    void operator()(AVPacket* packet) const;
-};
-template <typename T>
-using FfmpegPtr = std::unique_ptr<T, FfmpegDeleter>;
 
 class FfmpegReader {
 public:
@@ -67,7 +51,6 @@ private:
     bool IsFlacFile() const;
     bool MustStop() const;
     int64_t BytesRead() const;
-    int OpenDecoder();
     bool ReadyMp3();
     bool DecodeFirst();
     int FindLength();

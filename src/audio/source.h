@@ -63,6 +63,8 @@ public:
 
     // The file's tags.
     virtual TagBlocks Tags() const { return {}; }
+    // Any thread: tags that change as it plays, as of own frame `frame`.
+    virtual TagBlocks TagsAt(int64_t) const { return {}; }
 
     // Any thread: ends reading as soon as the system allows, and with it everything that this source yields. For a
     // source about to be freed, possibly while it waits for a lost drive.
@@ -71,6 +73,14 @@ public:
     virtual std::optional<SourcePlace> Place() { return std::nullopt; }
     // How far to decode ahead.
     virtual uint32_t AheadMs() const { return 2000; }
+    // How much must be ready before it begins to sound, and to sound again after it has run dry. 0: whatever there is.
+    virtual uint32_t RefillMs() const { return 0; }
+    // Before each Read: how many frames lie ahead that were not heard yet.
+    virtual void SetAhead(size_t) {}
+    // Any thread: bytes that were received ahead.
+    virtual size_t BytesAhead() const { return 0; }
+    // Any thread: kbit/s, 0 when it is not known.
+    virtual uint32_t BitRate() const { return 0; }
 
     // Any thread: the tempo, for a source made by OpenTempoSource.
     virtual bool SetTempo(float) { return false; }

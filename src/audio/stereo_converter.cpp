@@ -1,6 +1,7 @@
 #include "audio/stereo_converter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,8 @@ extern "C" {
 namespace hullrider {
 
 namespace {
+
+constexpr int kPaceSec = 10;
 
 // Input without samples; a null pointer would mean the end of the input.
 const uint8_t* const kNoSamples[AV_NUM_DATA_POINTERS] = {};
@@ -110,6 +113,16 @@ size_t StereoConverter::Take(float* out, size_t maxFrames) {
 size_t StereoConverter::Drain(float* out, size_t maxFrames) {
     const size_t before = TakeEnding(out, maxFrames);
     return before + RunSwr(swr_.get(), out + before * kStereo, maxFrames - before, nullptr, 0);
+}
+
+// libswresample applies a compensation for a number of frames; it is renewed long before these have passed.
+void StereoConverter::SetPace(double pace) {
+    const bool isUnchanged = pace == 1.0 && pace_ == 1.0;
+    pace_ = pace;
+    if (swr_ == nullptr || isUnchanged) return;
+    const int frames = static_cast<int>(mixRate_) * kPaceSec;
+    const int added = static_cast<int>(std::lround((1.0 / pace - 1.0) * frames));
+    swr_set_compensation(swr_.get(), added, added == 0 ? 0 : frames);
 }
 
 void StereoConverter::Reset() {

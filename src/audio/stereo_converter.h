@@ -32,6 +32,10 @@ public:
     // Discards everything consumed so far.
     void Reset();
 
+    // From now on the sound is this much faster, and higher: 1.0 means unchanged; at most 1 % away from that. The first
+    // other pace drops what was kept.
+    void SetPace(double pace);
+
 private:
     struct SwrDeleter {
         void operator()(SwrContext* context) const;
@@ -44,6 +48,7 @@ private:
     std::unique_ptr<SwrContext, SwrDeleter> swr_;
     std::unique_ptr<SwrContext, SwrDeleter> ending_;  // for samples of the previous format, to be drained first
     int format_ = -1, rate_ = 0, channels_ = 0;
+    double pace_ = 1.0;
     uint64_t layout_ = 0;
 };
 

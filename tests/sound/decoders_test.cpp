@@ -8,20 +8,16 @@
 
 #include "audio/source.h"
 #include "tests/bytes.h"
+#include "tests/sound/encode.h"
 #include "tests/sound/sound.h"
 
 namespace hullrider {
 
 class Decoders : public SoundTest {
 protected:
-    // Encodes a sound; `arguments` are ffmpeg's for the output.
+    // `arguments` are ffmpeg's for the output.
     std::string Encode(const TestSound& sound, const std::string& name, const std::string& arguments = "") {
-        const std::string wav = Save("source.wav", sound);
-        const std::string path = folder_.At(name);
-        const std::string command =
-            std::string(HULLRIDER_FFMPEG) + " -v error -nostdin -y -i '" + wav + "' " + arguments + " '" + path + "'";
-        EXPECT_EQ(std::system(command.c_str()), 0) << command;
-        return path;
+        return EncodeFile(Save("source.wav", sound), folder_.At(name), arguments);
     }
 
     // An ID3v2.3 tag with nothing in it but a picture of so many bytes.
