@@ -15,6 +15,7 @@ void CycleFavoritesFilter(SelectionState& selection) {
 
 void ReturnToLibrary(SelectionState& selection) {
     selection.playMode = kLibraryMode;
+    selection.nextQueued.reset();
     selection.radioPlaying = selection.customStationActive = selection.previousSongMode = false;
 }
 
@@ -25,6 +26,7 @@ bool StepStation(AppState& app, PickerState& picker, int32_t step) {
     selection.currentInternetStation = ((selection.currentInternetStation + step) % count + count) % count;
     selection.playMode = kStationMode;
     selection.customStationActive = false;
+    selection.nextQueued.reset();
     return PlayStation(app, picker);
 }
 

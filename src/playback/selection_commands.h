@@ -12,7 +12,7 @@ void ToggleShuffle(SelectionState& selection);
 // Cycles through all songs, only favorites, and all but favorites, of the whole library.
 void CycleFavoritesFilter(SelectionState& selection);
 
-// Leaves a playlist, station or custom station for the mix of the whole library.
+// Leaves the queue, a playlist, station or custom station for the mix of the whole library.
 void ReturnToLibrary(SelectionState& selection);
 
 // Plays the internet station `step` places after the last one played, wrapping around, and stays with stations. False

@@ -2,7 +2,6 @@
 #include "app/commands.h"
 
 #include "app/command_lines.h"
-#include "app/dropped_songs.h"
 #include "audio/bass.h"
 #include "input/hotkeys.h"
 #include "playback/play_next.h"
@@ -113,20 +112,6 @@ TEST_F(CommandsTest, AStopIsSilenceUntilSomethingIsStarted) {
     EXPECT_TRUE(Eventually([&] { return Plays(); }));
     SaveAndShutdown(*player_);
     EXPECT_FALSE(Run(kNextSongCommand));
-}
-
-TEST_F(CommandsTest, WhatIsDroppedPlaysNowInThePlaceOfTheDropBefore) {
-    folder_.Write("drop/four.mp3", ToneWav(440.0, 60.0));
-    Run(kStopCommand);
-    EXPECT_FALSE(PlayDropped(*player_, {folder_.At("data"), folder_.At("missing")}));
-    EXPECT_EQ(CurrentHandle(state_.playback), 0U) << "nothing has changed";
-    EXPECT_EQ(state_.library.playlists.size(), 2U);
-    for (const char* drop : {"drop", "music/B"}) {
-        ASSERT_TRUE(PlayDropped(*player_, {folder_.At(drop)}));
-        EXPECT_TRUE(Eventually([&] { return Plays(); }));
-        EXPECT_EQ(state_.library.playlists.size(), 3U);
-        EXPECT_TRUE(Playing().songPath.starts_with(folder_.At(drop)));
-    }
 }
 
 TEST_F(CommandsTest, LinesChangeWhatTheySay) {
