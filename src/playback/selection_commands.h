@@ -6,8 +6,9 @@
 
 namespace hullrider {
 
-// Toggles between random order and songs in order.
-void ToggleShuffle(SelectionState& selection);
+// Toggles between random order and songs in order, which go on after the song that plays; in another playlist than its
+// own they go on where they were.
+void ToggleShuffle(AppState& app);
 
 // Cycles through all songs, only favorites, and all but favorites, of the whole library.
 void CycleFavoritesFilter(SelectionState& selection);
