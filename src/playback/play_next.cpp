@@ -270,6 +270,7 @@ bool PlayNext(AppState& app, PickerState& picker, const NextRequest& request) {
 bool PollPlayback(AppState& app, PickerState& picker) {
     PlaybackState& playback = app.playback;
     CorrectVolumeOnceHeard(playback);
+    CountPlayOnceHeard(app);
     if (TakeWhatIsOpen(app, picker)) return true;
     if (IsWanted(playback)) {
         if (PlayNow() >= playback.next->patientUntil) TryAnother(app, picker);
