@@ -116,7 +116,7 @@ constexpr std::array kCommands{
     Command{kMusicHomeCommand, "", GoHome},
     Command{kNextStationCommand, "", PlayStationBeside<1>},
     Command{kPreviousStationCommand, "", PlayStationBeside<-1>},
-    Command{kShuffleCommand, "", [](Player& player) { ToggleShuffle(player.state.selection); }},
+    Command{kShuffleCommand, "", [](Player& player) { ToggleShuffle(player.state); }},
     Command{kFavoritesFilterCommand, "", [](Player& player) { CycleFavoritesFilter(player.state.selection); }},
     Command{kShowPlayerCommand, "", ShowPlayer},
     Command{kButtonRumbleCommand, "", [](Player& player) { Toggle(player.state.settings.useRumble); }},

@@ -10,13 +10,13 @@
 #include "library/favorites.h"
 #include "library/favorites_file.h"
 #include "library/library_changes.h"
-#include "library/song_counts.h"
 #include "platform/console.h"
 #include "platform/folder.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
 #include "playback/kept_place.h"
 #include "playback/play_next.h"
+#include "playback/queue.h"
 #include "playback/stream_slots.h"
 
 namespace hullrider {
@@ -25,12 +25,12 @@ namespace {
 
 constexpr std::chrono::milliseconds kGraceAtStart{50};
 
-// Dropped playlists stay, after those that were found.
+// The queue stays, after what was found.
 void FillLibraryWith(MusicLibrary& library, MusicLibrary&& found) {
     std::vector<Playlist>& playlists = library.playlists;
-    const auto dropped = std::stable_partition(playlists.begin(), playlists.end(),
-                                               [](const Playlist& playlist) { return !playlist.isOfThisRun; });
-    found.playlists.insert(found.playlists.end(), std::make_move_iterator(dropped),
+    const auto queue = std::stable_partition(playlists.begin(), playlists.end(),
+                                             [](const Playlist& playlist) { return !playlist.isQueue; });
+    found.playlists.insert(found.playlists.end(), std::make_move_iterator(queue),
                            std::make_move_iterator(playlists.end()));
     playlists = std::move(found.playlists);
     library.totalSongs += found.totalSongs;
@@ -42,7 +42,7 @@ void KeepLibrary(const AppState& app, ScanReason reason, bool isCacheOld) {
     const std::string& cache = app.shell.libraryCachePath;
     if (cache.empty()) return;
     if (reason != ScanReason::kStart && app.settings.directoryPaths.empty()) return RemoveMusicLibraryCache(cache);
-    if (reason != ScanReason::kStart || (isCacheOld && SongCountOf(app.library) > 0)) {
+    if (reason != ScanReason::kStart || (isCacheOld && app.library.typedSongCount > 0)) {
         SaveMusicLibraryCache(cache, app.library);
     }
 }
@@ -131,7 +131,7 @@ void StartFolderScan(Player& player, ScanReason reason) {
 }
 
 void BeginMusic(Player& player) {
-    const bool hasMusic = player.state.library.typedSongCount > 0;
+    const bool hasMusic = player.state.library.typedSongCount > 0 || HasQueuedSong(player.state);
     if (hasMusic) PlayFirstSong(player);
     if (player.shutDown) return;
     StartFolderScan(player, ScanReason::kStart);
@@ -158,7 +158,9 @@ std::optional<int32_t> SongsFoundByScan(const Player& player) {
 
 bool IsLookingForMusic(const Player& player) {
     const AppState& app = player.state;
-    return player.scan.thread != nullptr && app.library.typedSongCount == 0 && app.radio.stations.empty();
+    const bool hasNone = app.library.typedSongCount == 0 && app.radio.stations.empty();
+    const bool isQueuePlayed = HasQueuedSong(app) || CurrentHandle(app.playback) != 0;
+    return player.scan.thread != nullptr && hasNone && !isQueuePlayed;
 }
 
 void PollFolderScan(Player& player) {

@@ -34,7 +34,7 @@ MusicFolders MusicOfRun(const Player& player) {
     if (!player.options.music.empty()) return {MusicSource::kGiven, player.options.music};
     if (!configured.empty()) return {MusicSource::kConfigured, configured};
     if (player.options.fallbackMusic) return {MusicSource::kFallback, {*player.options.fallbackMusic}};
-    if (SongCountOf(player.state.library) > 0) return {};  // left over in the cache
+    if (player.state.library.typedSongCount > 0) return {};  // left over in the cache
     return {MusicSource::kWorkingFolder, {JoinPath(WorkingFolder(), "Music")}};
 }
 

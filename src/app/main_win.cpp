@@ -68,7 +68,7 @@ int Run(HINSTANCE instance, int showCommand, const RunOptions& options) {
     const INITCOMMONCONTROLSEX controls{sizeof(INITCOMMONCONTROLSEX), 255};
     InitCommonControlsEx(&controls);
 
-    const SingleInstance instanceOfFolder(ChooseDataDirectory(options));
+    const SingleInstance instanceOfFolder(ChooseDataDirectory(options), options.files);
     if (!instanceOfFolder.IsFirst()) {
         PrintLine("The player is already running.");
         return 0;

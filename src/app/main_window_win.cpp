@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "app/commands.h"
-#include "app/dropped_songs.h"
+#include "app/handed_files.h"
 #include "app/heartbeat.h"
 #include "app/menu_win.h"
 #include "app/option_windows_win.h"
@@ -165,6 +165,11 @@ std::optional<LRESULT> MainWindow::OnInput(UINT message, WPARAM wParam, LPARAM l
         case WM_DROPFILES:
             OnDrop(reinterpret_cast<HDROP>(wParam));
             return 0;
+        case WM_COPYDATA: {
+            const std::vector<std::string> files = SingleInstance::FilesIn(lParam);
+            PlayFiles(player_, files);
+            return files.empty() ? FALSE : TRUE;
+        }
         case WM_TIMER:
             OnTimer(wParam);
             return 0;
@@ -260,11 +265,7 @@ void MainWindow::OnKey(WPARAM key, bool isRepeated) {
 }
 
 void MainWindow::OnDrop(HDROP drop) {
-    const std::vector<std::string> paths = TakeDroppedPaths(drop);
-    // An error box may have been opened in the middle of work on the library.
-    if (IsErrorBoxOpen()) return;
-    if (!PlayDropped(player_, paths)) ShowErrorBox("The dropped files contain no music that can be played.");
-    RefreshPanel();
+    PlayFiles(player_, TakeDroppedPaths(drop));
 }
 
 void MainWindow::OnTrayClick(TrayIcon::Click click) {

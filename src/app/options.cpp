@@ -3,6 +3,7 @@
 #include <charconv>
 #include <string_view>
 
+#include "platform/folder.h"
 #include "platform/paths.h"
 
 namespace hullrider {
@@ -12,6 +13,7 @@ namespace {
 constexpr std::string_view kHelp =
     R"(Hullrider Radio: plays your music like a radio station.
 
+  FILE or DIR ...       play these songs once, then the mix
   --data-dir DIR        keep the settings and all other state in DIR
   --music DIR           play the albums (folders) in DIR, in this run only; may be repeated
   --fallback-music DIR  the same, if no music folder is configured
@@ -90,8 +92,10 @@ bool ParseOptions(const std::vector<std::string>& arguments, RunOptions& options
             parsed.showVersion = true;
         } else if (name == "--help") {
             parsed.showHelp = true;
+        } else if (IsFile(name) || IsFolder(name)) {
+            parsed.files.push_back(AbsolutePath(name));
         } else if (!TakesValue(name)) {
-            error = "unknown option: " + name + " (see --help)";
+            error = "neither an option nor a file: " + name + " (see --help)";
             return false;
         } else if (i + 1 == arguments.size()) {
             error = name + " needs a value (see --help)";

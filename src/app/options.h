@@ -10,11 +10,12 @@
 
 namespace hullrider {
 
-// Folders are absolute.
+// Paths are absolute.
 struct RunOptions {
     std::optional<std::string> dataDir;        // instead of the folder under Documents
     std::vector<std::string> music;            // music directories for this run, not saved
     std::optional<std::string> fallbackMusic;  // music directory for this run if none is configured, not saved
+    std::vector<std::string> files;            // files and folders to play once
     OutputChoice output;
     std::optional<double> forSec;     // quit after this time
     std::optional<int64_t> simulate;  // only simulate playing so many songs

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,8 @@
 #include "input/controllers.h"
 #include "input/hotkeys.h"
 #include "platform/paths.h"
+#include "platform/play_clock.h"
+#include "platform/worker.h"
 #include "playback/command_file.h"
 #include "playback/picker_state.h"
 #include "state/app_state.h"
@@ -28,6 +31,13 @@ struct LoadedFiles {
     bool favorites = false;
 };
 
+// Files handed to the player (app/handed_files.h).
+struct HandedFiles {
+    std::vector<std::string> paths;  // whose songs are being looked for
+    Worker search;
+    std::optional<PlayTime> queuedAt;  // when songs were last queued
+};
+
 struct Player {
     RunOptions options;
     bool companionEdition = kCompanionEdition;
@@ -40,6 +50,7 @@ struct Player {
     CommandFile commandFile;
     std::string songInfo;  // as last written
     FolderScan scan;
+    HandedFiles handed;
     Autosave autosave;
     bool stopped = false;      // by the user: nothing plays until something is started
     bool startsAudio = false;  // the audio library is being opened; an error box may be open

@@ -7,6 +7,7 @@
 #include "app/data_directory.h"
 #include "app/favorites_files.h"
 #include "app/folder_scan.h"
+#include "app/handed_files.h"
 #include "app/library_loading.h"
 #include "app/listening_files.h"
 #include "app/shell_options_file.h"
@@ -155,6 +156,7 @@ constexpr Step kSteps[] = {
     {Load<LoadSongHistoryFile>, &LoadedFiles::songHistory},
     {Load<LoadFavoriteFiles>, &LoadedFiles::favorites},
     {Load<Recount>},
+    {QueueFilesOfRun},
     {BeginMusic},
     {[](Player& player) { PrintAudiobookSummary(player.state.audiobooks); }},
     {ExportForCompanionGame},

@@ -168,36 +168,52 @@ void PaintTimeLeft(Brush& brush, const Frame& frame, const PanelModel& model) {
 
 namespace {
 
-// Shown in place of the modes when the current song breaks them.
-const char* RelaxationNote(const PanelModel& model) {
-    switch (model.relaxed) {
-        case Relaxation::kCategory:
-            return "ANY KIND";
-        case Relaxation::kFilter:
-            return model.filter == FavoriteFilter::kFavorites ? "NO FAVORITES" : "FAVORITES ONLY";
-        case Relaxation::kHistory:  // the song still follows the modes
-        case Relaxation::kNone:
+// Shown in place of the modes when what plays breaks them.
+const char* NoteOf(const PanelModel& model) {
+    if (model.filterEffect == FilterEffect::kNothingPasses) {
+        return model.filter == FavoriteFilter::kFavorites ? "NO FAVORITES" : "ONLY FAVORITES";
+    }
+    return model.relaxed == Relaxation::kCategory ? "ANY KIND" : nullptr;
+}
+
+const char* NameOf(PlayRange range) {
+    switch (range) {
+        case PlayRange::kPlaylist:
+            return "LIST";
+        case PlayRange::kStation:
+            return "STATION";
+        case PlayRange::kQueue:
+            return "QUEUE";
+        case PlayRange::kLibrary:
             break;
     }
-    return nullptr;
+    return "LIBRARY";
 }
 
 }  // namespace
 
 void PaintModes(Brush& brush, const Frame& frame, const PanelModel& model) {
     const PanelTheme& theme = brush.theme;
-    PaintSign(brush, frame, "SHUFFLE", model.shuffle, theme.text, frame.X(0.0F), Align::kLeft);
-    if (const char* const note = RelaxationNote(model); note != nullptr) {
-        PaintSign(brush, frame, note, true, theme.song, frame.RightX(0.0F), Align::kRight);
-        return;
+    if (const char* const note = NoteOf(model); note != nullptr) {
+        return PaintSign(brush, frame, note, true, theme.song, frame.X(0.0F), Align::kLeft);
     }
+    PaintSign(brush, frame, "SHUFFLE", model.shuffle, theme.text, frame.X(0.0F), Align::kLeft);
     const bool others = model.filter == FavoriteFilter::kOthers;
-    PaintSign(brush, frame, others ? "NO FAV" : "FAV", model.filter != FavoriteFilter::kNone, theme.song,
-              frame.X(53.0F), Align::kCenter);
-    const char* const range = model.range == PlayRange::kLibrary    ? "ALL"
-                              : model.range == PlayRange::kPlaylist ? "LIST"
-                                                                    : "STATION";
-    PaintSign(brush, frame, range, true, theme.text, frame.RightX(0.0F), Align::kRight);
+    PaintSign(brush, frame, others ? "NO FAV" : "FAV", IsFiltered(model), theme.song, frame.X(53.0F), Align::kCenter);
+}
+
+// Where a click leads back to the library, it is framed like a key.
+void PaintRange(Brush& brush, const Frame& frame, const PanelModel& model, ControlState state) {
+    const PanelTheme& theme = brush.theme;
+    if (state.enabled) {
+        Coverage plate = frame.NewCoverage();
+        const Box all{0.5F, frame.extraY / frame.scale + 0.6F, frame.WidthUnits() - 1.0F, 11.0F};
+        plate.Add(frame.scale, all, [&](Point p) { return DistanceToBox(p, all, 2.2F); });
+        const float strength = state.pressed ? 0.55F : state.hover ? 0.4F : 0.22F;
+        brush.canvas.Paint(plate, frame.box.x, frame.box.y, {theme.song, strength});
+    }
+    PaintSign(brush, frame, NameOf(model.range), true, theme.text, frame.RightX(state.enabled ? 4.0F : 0.0F),
+              Align::kRight);
 }
 
 void PaintSongPosition(Brush& brush, const Frame& frame, const PanelModel& model) {

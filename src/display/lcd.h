@@ -2,6 +2,7 @@
 #pragma once
 
 #include "display/brush.h"
+#include "display/controls.h"
 #include "display/panel_look.h"
 
 namespace hullrider {
@@ -16,6 +17,7 @@ void PaintPlaylist(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintFavorite(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintTimeLeft(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintModes(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintRange(Brush& brush, const Frame& frame, const PanelModel& model, ControlState state);
 void PaintSongPosition(Brush& brush, const Frame& frame, const PanelModel& model);
 void PaintSongLeft(Brush& brush, const Frame& frame, const PanelModel& model);
 

@@ -7,6 +7,7 @@
 #include "platform/paths.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
+#include "playback/queue.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
 #include "playback/volume.h"
@@ -70,12 +71,32 @@ void TellTimes(PanelModel& model, const PlaybackState& playback, double position
     model.canSeek = !endless && playback.item.canBePositioned;
 }
 
-void TellDraw(PanelModel& model, const SelectionState& selection) {
+PlayRange RangeOf(const AppState& app) {
+    const SelectionState& selection = app.selection;
+    const bool isQueuedSongOn = IsQueuedSongPlaying(app) && CurrentHandle(app.playback) != 0;
+    if (HasQueuedSong(app) || isQueuedSongOn) return PlayRange::kQueue;
+    if (selection.playMode == kPlaylistMode) return PlayRange::kPlaylist;
+    const bool isStation = selection.playMode == kStationMode || selection.customStationActive;
+    return isStation ? PlayRange::kStation : PlayRange::kLibrary;
+}
+
+FilterEffect EffectOfFilter(const PanelModel& model, const AppState& app) {
+    if (model.filter == FavoriteFilter::kNone) return FilterEffect::kApplies;
+    if (model.range != PlayRange::kLibrary || !model.shuffle) return FilterEffect::kNotHere;
+    const MusicLibrary& library = app.library;
+    const int32_t favorites = library.favoriteSongCount;
+    const int32_t passing = model.filter == FavoriteFilter::kFavorites ? favorites : library.typedSongCount - favorites;
+    const bool isDropped = IsOn(model) && app.playback.relaxed == Relaxation::kFilter;
+    return passing < 1 || isDropped ? FilterEffect::kNothingPasses : FilterEffect::kApplies;
+}
+
+void TellDraw(PanelModel& model, const AppState& app) {
+    const SelectionState& selection = app.selection;
     model.shuffle = selection.shuffle;
     if (selection.favoritesFilter == kFavoritesOnly) model.filter = FavoriteFilter::kFavorites;
     if (selection.favoritesFilter == kNoFavorites) model.filter = FavoriteFilter::kOthers;
-    if (selection.playMode == kPlaylistMode) model.range = PlayRange::kPlaylist;
-    if (selection.playMode == kStationMode) model.range = PlayRange::kStation;
+    model.range = RangeOf(app);
+    model.filterEffect = EffectOfFilter(model, app);
 }
 
 void TellSong(PanelModel& model, const AppState& app) {
@@ -85,10 +106,10 @@ void TellSong(PanelModel& model, const AppState& app) {
     model.album = ShortLine(playback.item.secondLine);
     model.title = ShortLine(playback.item.title);
     model.relaxed = playback.relaxed;
-    if (song != nullptr) {
-        model.favoriteCount = song->favoriteCount;
+    if (song != nullptr) model.favoriteCount = song->favoriteCount;
+    if (song != nullptr && !IsQueuedSongPlaying(app)) {
         model.playlist =
-            std::to_string(playback.item.place.playlist + 1) + "/" + std::to_string(app.library.playlists.size());
+            std::to_string(playback.item.place.playlist + 1) + "/" + std::to_string(AlbumCountOf(app.library));
     }
     const SoundFontState& fonts = app.soundFonts;
     if (playback.item.type == kMidi) {
@@ -100,15 +121,15 @@ void TellSong(PanelModel& model, const AppState& app) {
 
 PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
     PanelModel model;
-    TellDraw(model, app.selection);
     model.volume = std::round(std::clamp(UserVolume(app), 0.0F, 1.0F) * 100.0F) / 100.0F;
     if (CurrentHandle(app.playback) == 0) {
         model.title = TroubleText(app.playback.trouble);
-        return model;
+    } else {
+        model.transport = channel.paused ? Transport::kPaused : Transport::kPlaying;
+        TellSong(model, app);
+        TellTimes(model, app.playback, channel.positionSec);
     }
-    model.transport = channel.paused ? Transport::kPaused : Transport::kPlaying;
-    TellSong(model, app);
-    TellTimes(model, app.playback, channel.positionSec);
+    TellDraw(model, app);
     return model;
 }
 

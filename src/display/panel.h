@@ -11,10 +11,13 @@ namespace hullrider {
 
 enum class Transport : uint8_t { kNothing, kPlaying, kPaused };
 
-// What songs are drawn from: the whole library, one playlist, or one station.
-enum class PlayRange : uint8_t { kLibrary, kPlaylist, kStation };
+// What songs are drawn from: the whole library, one playlist, one station, or the queue.
+enum class PlayRange : uint8_t { kLibrary, kPlaylist, kStation, kQueue };
 
 enum class FavoriteFilter : uint8_t { kNone, kFavorites, kOthers };
+
+// Only random songs of the library are filtered.
+enum class FilterEffect : uint8_t { kApplies, kNotHere, kNothingPasses };
 
 // Texts are UTF-8, and empty when there is nothing to show.
 struct PanelModel {
@@ -37,11 +40,22 @@ struct PanelModel {
     // How songs are drawn.
     bool shuffle = true;
     FavoriteFilter filter = FavoriteFilter::kNone;
+    FilterEffect filterEffect = FilterEffect::kApplies;
     PlayRange range = PlayRange::kLibrary;
     Relaxation relaxed = Relaxation::kNone;  // the rule that was dropped for the current song
 
     bool operator==(const PanelModel&) const = default;
 };
+
+// Whether an item plays or is paused.
+inline bool IsOn(const PanelModel& model) {
+    return model.transport != Transport::kNothing;
+}
+
+// Whether the filter decides what is played now.
+inline bool IsFiltered(const PanelModel& model) {
+    return model.filter != FavoriteFilter::kNone && model.filterEffect == FilterEffect::kApplies;
+}
 
 // What to show for the current records. Pure.
 PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel);

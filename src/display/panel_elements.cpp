@@ -49,7 +49,11 @@ void ShuffleKey(Brush& brush, const Frame& frame, const PanelLook& look, Control
 }
 
 void FilterKey(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state) {
-    PaintKey(brush, frame, {Icon::kFilter, look.model.filter != FavoriteFilter::kNone}, state);
+    PaintKey(brush, frame, {Icon::kFilter, IsFiltered(look.model)}, state);
+}
+
+void RangeSign(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state) {
+    PaintRange(brush, frame, look.model, state);
 }
 
 void VolumeKnob(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state) {
@@ -75,22 +79,37 @@ std::string ShuffleTooltip(const PanelModel& model) {
     return model.shuffle ? "Shuffle is on" : "Shuffle is off";
 }
 
+// What is played although the filter is set.
+std::string UnfilteredText(const PanelModel& model) {
+    switch (model.range) {
+        case PlayRange::kPlaylist:
+            return "All songs of the playlist are played";
+        case PlayRange::kStation:
+            return "All that the station has is played";
+        case PlayRange::kQueue:
+            return "All queued songs are played";
+        case PlayRange::kLibrary:
+            break;
+    }
+    return "All songs are played, in order";
+}
+
 std::string FilterTooltip(const PanelModel& model) {
-    if (model.filter == FavoriteFilter::kNone) return "All songs are played";
     const bool favorites = model.filter == FavoriteFilter::kFavorites;
-    if (model.relaxed == Relaxation::kFilter) {
-        return favorites ? "Only favorites are wanted, but none can be played: others are"
-                         : "Favorites are not wanted, but nothing else can be played";
+    if (model.filter == FavoriteFilter::kNone) return "All songs are played";
+    if (model.filterEffect == FilterEffect::kNotHere) return UnfilteredText(model);
+    if (model.filterEffect == FilterEffect::kNothingPasses) {
+        return favorites ? "No favorite can be played: all songs are" : "Only favorites can be played: they are";
     }
     return favorites ? "Only favorites are played" : "Favorites are not played";
 }
 
-bool IsSomethingOn(const PanelModel& model) {
-    return model.transport != Transport::kNothing;
+std::string RangeTooltip(const PanelModel& model) {
+    return model.range == PlayRange::kLibrary ? "The whole library is played" : "Back to the whole library";
 }
 
 bool CanSeek(const PanelModel& model) {
-    return IsSomethingOn(model) && model.canSeek;
+    return IsOn(model) && model.canSeek;
 }
 
 constexpr Box KeyBox(float x, float width) {
@@ -136,7 +155,7 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
     {.element = PanelElement::kFilter,
      .box = KeyBox(232.0F, 26.0F),
      .paint = FilterKey,
-     .differs = Differ<&Model::filter>,
+     .differs = Differ<&Model::filter, &Model::filterEffect>,
      .tooltip = FilterTooltip,
      .command = kFavoritesFilterCommand},
     {.element = PanelElement::kFavoriteDown,
@@ -144,13 +163,13 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
      .paint = Key<Icon::kFewer>,
      .tooltip = [](const Model&) -> std::string { return "Play this song less often"; },
      .command = kFavoriteDownCommand,
-     .isEnabled = IsSomethingOn},
+     .isEnabled = IsOn},
     {.element = PanelElement::kFavoriteUp,
      .box = KeyBox(302.0F, 26.0F),
      .paint = Key<Icon::kMore>,
      .tooltip = [](const Model&) -> std::string { return "Play this song more often"; },
      .command = kFavoriteUpCommand,
-     .isEnabled = IsSomethingOn},
+     .isEnabled = IsOn},
     {.element = PanelElement::kExit,
      .box = KeyBox(438.0F, 28.0F),
      .paint = Key<Icon::kPower>,
@@ -169,6 +188,13 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
      .tooltip = [](const Model&) -> std::string { return "The song, and the part of it that is played"; },
      .command = kSeekCommand,
      .isEnabled = CanSeek},
+    {.element = PanelElement::kRange,
+     .box = {360.0F, 72.5F, 36.0F, 12.0F},
+     .paint = RangeSign,
+     .differs = Differ<&Model::range>,
+     .tooltip = RangeTooltip,
+     .command = kMusicHomeCommand,
+     .isEnabled = [](const Model& m) { return m.range != PlayRange::kLibrary; }},
     {.element = PanelElement::kKind,
      .box = {24.0F, 17.0F, 46.0F, 12.0F},
      .paint = Shows<PaintKind>,
@@ -207,9 +233,9 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
      .differs = Differ<&Model::timeLeft>},
     {.element = PanelElement::kMeter, .box = {24.0F, 72.5F, 260.0F, 12.0F}, .paint = Meter, .differs = MeterDiffers},
     {.element = PanelElement::kModes,
-     .box = {290.0F, 72.5F, 106.0F, 12.0F},
+     .box = {290.0F, 72.5F, 70.0F, 12.0F},
      .paint = Shows<PaintModes>,
-     .differs = Differ<&Model::shuffle, &Model::filter, &Model::range, &Model::relaxed>},
+     .differs = Differ<&Model::shuffle, &Model::filter, &Model::filterEffect, &Model::relaxed>},
     {.element = PanelElement::kSongPosition,
      .box = {24.0F, 88.0F, 42.0F, 11.0F},
      .paint = Shows<PaintSongPosition>,

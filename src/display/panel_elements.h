@@ -29,6 +29,7 @@ enum class PanelElement : uint8_t {
     kExit,
     kVolume,
     kSongBar,
+    kRange,
     kKind,
     kAlbum,
     kStatus,

@@ -56,7 +56,7 @@ std::string CacheText(const std::vector<Playlist>& playlists) {
     std::string text = R"({"playlists":[)";
     std::string_view separator = "\n";
     for (const Playlist& playlist : playlists) {
-        if (playlist.isOfThisRun) continue;
+        if (playlist.isQueue) continue;
         text += std::exchange(separator, ",\n");
         AppendPlaylist(text, playlist);
     }
@@ -67,7 +67,7 @@ std::string CacheText(const std::vector<Playlist>& playlists) {
 }  // namespace
 
 bool SaveMusicLibraryCache(const std::string& path, const MusicLibrary& library) {
-    const auto isKept = [](const Playlist& playlist) { return !playlist.isOfThisRun; };
+    const auto isKept = [](const Playlist& playlist) { return !playlist.isQueue; };
     if (std::none_of(library.playlists.begin(), library.playlists.end(), isKept)) {
         PrintErrorLine("Error: No valid data to save. Aborting file write.");
         return false;

@@ -46,7 +46,7 @@ Songs SongsCompared(const Playlist& playlist, Compared what) {
 std::vector<const Playlist*> AlbumsCompared(const std::vector<Playlist>& playlists, Compared what) {
     std::vector<const Playlist*> albums;
     for (const Playlist& playlist : playlists) {
-        if (!playlist.isOfThisRun && !SongsCompared(playlist, what).empty()) albums.push_back(&playlist);
+        if (!playlist.isQueue && !SongsCompared(playlist, what).empty()) albums.push_back(&playlist);
     }
     return albums;
 }
@@ -110,7 +110,7 @@ void KeepMissingMusic(MusicLibrary& found, const std::vector<Playlist>& before,
     if (found.missingFolders.empty()) return;
     const std::unordered_set<std::string> missing = PlainSet(found.missingFolders), wanted = PlainSet(folders);
     for (const Playlist& album : before) {
-        if (album.isOfThisRun || album.songs.empty()) continue;
+        if (album.isQueue || album.songs.empty()) continue;
         const std::string musicFolder = MusicFolderOf(album);
         const bool isMissing = missing.contains(musicFolder) || missing.contains(AlbumFolderOf(album));
         if (isMissing && wanted.contains(musicFolder)) found.playlists.push_back(album);

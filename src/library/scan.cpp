@@ -118,8 +118,8 @@ std::vector<Playlist> ScanDirectory(const std::string& path, MusicLibrary& libra
 
 Playlist GatherSongs(const std::vector<std::string>& paths) {
     Playlist gathered;
-    gathered.isOfThisRun = true;
-    gathered.albumName = paths.size() == 1 && IsFolder(paths[0]) ? OwnName(paths[0]) : "Dropped songs";
+    gathered.isQueue = true;
+    gathered.albumName = paths.size() == 1 && IsFolder(paths[0]) ? OwnName(paths[0]) : "Queued songs";
     for (const std::string& path : paths) {
         if (IsFolder(path)) {
             GatherFolder(path, gathered.songs);

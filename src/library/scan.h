@@ -25,8 +25,8 @@ struct ScanProgress {
     std::atomic<bool> isUnwanted{false};  // ends the scan early, with what it has found
 };
 
-// One playlist, of this run only: the songs among the files, in the folders and in the folders directly inside them, in
-// the order given. It is named after the folder when there is just one. Other files are skipped.
+// A playlist for the queue: the songs among the files, in the folders and in the folders directly inside them, in the
+// order given. It is named after the folder when there is just one. Other files are skipped.
 Playlist GatherSongs(const std::vector<std::string>& paths);
 
 // The playlists of one music directory; folders and songs in the system's order. Of `library`, only totalSongs,

@@ -34,11 +34,13 @@ void DropIfNone(int32_t count, int32_t& weight) {
 void UpdateSongCounts(MusicLibrary& library, SelectionWeights& weights, int32_t internetStationCount) {
     ++library.revision;
     library.midiSongCount = library.mp3SongCount = library.trackerSongCount = library.favoriteSongCount = 0;
+    library.numberOfPlaylists = 0;
     for (const Playlist& playlist : library.playlists) {
+        if (playlist.isQueue) continue;
+        ++library.numberOfPlaylists;
         for (const Song& song : playlist.songs) CountSong(song, library);
     }
     library.typedSongCount = library.midiSongCount + library.mp3SongCount + library.trackerSongCount;
-    library.numberOfPlaylists = static_cast<int32_t>(library.playlists.size());
     library.internetStationCount = internetStationCount;
 
     DropIfNone(library.favoriteSongCount, weights.favorites);

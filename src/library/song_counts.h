@@ -10,8 +10,8 @@
 
 namespace hullrider {
 
-// The recount: updates the library's counters and sets the weight of every category that has nothing to play to 0;
-// other weights stay. Due after every change of the library or of the station list.
+// The recount: updates the library's counters, without the queue, and sets the weight of every category that has
+// nothing to play to 0; other weights stay. Due after every change of the library or of the station list.
 void UpdateSongCounts(MusicLibrary& library, SelectionWeights& weights, int32_t internetStationCount);
 
 // A song's place in the library.

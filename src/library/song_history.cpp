@@ -86,7 +86,8 @@ void FindHistoryInLibrary(SongHistory& history, const MusicLibrary& library) {
         const std::vector<Song>& songs = library.playlists[i].songs;
         for (size_t j = 0; j < songs.size(); ++j) {
             const auto found = places.find(songs[j].songPath);
-            if (found != places.end()) found->second = {static_cast<int32_t>(i), static_cast<int32_t>(j)};
+            if (found == places.end() || (library.playlists[i].isQueue && found->second.playlist >= 0)) continue;
+            found->second = {static_cast<int32_t>(i), static_cast<int32_t>(j)};
         }
     }
     for (HistoryRecord& record : history.records) {

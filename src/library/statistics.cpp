@@ -63,7 +63,7 @@ void CountSkip(Statistics& statistics) {
     Raise(statistics.allTime.skips);
 }
 
-void CountStarted(Statistics& statistics, int32_t type, bool isFavorite) {
+void CountPlayed(Statistics& statistics, int32_t type, bool isFavorite) {
     Count(statistics, type, isFavorite, {1, 0.0});
 }
 

@@ -14,8 +14,8 @@ namespace hullrider {
 // Counts a start of the program, or a skip, for this run and for all time.
 void CountStart(Statistics& statistics);
 void CountSkip(Statistics& statistics);
-// Counts an item of that type (PlayItem::type) when it starts; later the seconds of it that were heard.
-void CountStarted(Statistics& statistics, int32_t type, bool isFavorite);
+// Counts an item of that type (PlayItem::type) as played, and the seconds of it that were heard.
+void CountPlayed(Statistics& statistics, int32_t type, bool isFavorite);
 void CountHeard(Statistics& statistics, int32_t type, bool isFavorite, double seconds);
 
 // Adds the file's numbers to those of all time. A file that is not understood is kept as "PATH.bad". False when there

@@ -73,6 +73,7 @@ const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t
     lists.unavailableRevision = unavailable;
     lists.filter = filter;
     for (size_t i = 0; i < library.playlists.size(); ++i) {
+        if (library.playlists[i].isQueue) continue;
         const std::vector<Song>& songs = library.playlists[i].songs;
         for (size_t j = 0; j < songs.size(); ++j) {
             const bool isAway = picker.unavailable.IsAway(songs[j].songPath);
@@ -87,6 +88,7 @@ const WeightedSongs& EverySong(const MusicLibrary& library, int32_t filter, Pick
     WeightedSongs& list = place->second;
     if (!isNew) return list;
     for (size_t i = 0; i < library.playlists.size(); ++i) {
+        if (library.playlists[i].isQueue) continue;
         const std::vector<Song>& songs = library.playlists[i].songs;
         for (size_t j = 0; j < songs.size(); ++j) {
             const bool isDrawn = WeightOf(songs[j]) > 0 && PassesFilter(songs[j], filter);

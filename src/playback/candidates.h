@@ -11,12 +11,12 @@
 
 namespace hullrider {
 
-// The lists of the whole library, in `picker.candidates`. Rebuilt after a recount, a change of the filter, or when a
-// folder goes away or may be back.
+// The lists of the whole library but the queue, in `picker.candidates`. Rebuilt after a recount, a change of the
+// filter, or when a folder goes away or may be back.
 const CandidateLists& BuildWeightedSongList(const MusicLibrary& library, int32_t filter, PickerState& picker);
 
-// Every song that passes the filter, each once, without those that are never drawn or away. Kept with the lists of the
-// last BuildWeightedSongList, which must have been called for this library.
+// Every song that passes the filter, each once, without the queue and those that are never drawn or away. Kept with the
+// lists of the last BuildWeightedSongList, which must have been called for this library.
 const WeightedSongs& EverySong(const MusicLibrary& library, int32_t filter, PickerState& picker);
 // Every song of one playlist, each once.
 WeightedSongs EverySongOf(const MusicLibrary& library, int32_t playlist);

@@ -12,6 +12,8 @@ namespace hullrider {
 
 namespace {
 
+constexpr double kCountedAfterSec = 5.0;
+
 bool IsFavoritePlaying(const AppState& app) {
     const Song* const song = PlayingSong(app);
     return song != nullptr && IsFavorite(*song);
@@ -34,18 +36,30 @@ int64_t SecondsSince1970() {
 }  // namespace
 
 void BeginListening(AppState& app) {
-    if (Song* const song = PlayingSong(app)) CountPlay(*song, app.playCounts);
-    CountStarted(app.statistics, app.playback.item.type, IsFavoritePlaying(app));
+    app.playback.heardSec = 0.0;
+    app.playback.playIsCounted = false;
     HistoryRecord* const record = PlayingRecord(app.history);
     if (record != nullptr && record->startedAt == 0) record->startedAt = SecondsSince1970();
     ContinueListening(app.playback);
 }
 
+void CountPlayOnceHeard(AppState& app) {
+    PlaybackState& playback = app.playback;
+    if (playback.playIsCounted || !playback.itemIsHeard) return;
+    const double enoughSec = std::min(kCountedAfterSec, (playback.endSec - playback.startSec) / 2.0);
+    if (playback.heardSec + SecondsHeard(playback) < enoughSec) return;
+    playback.playIsCounted = true;
+    if (Song* const song = PlayingSong(app)) CountPlay(*song, app.playCounts);
+    CountPlayed(app.statistics, playback.item.type, IsFavoritePlaying(app));
+}
+
 void EndListening(AppState& app) {
     PlaybackState& playback = app.playback;
     if (!playback.itemIsHeard) return;
+    CountPlayOnceHeard(app);
     playback.itemIsHeard = false;
     const double seconds = SecondsHeard(playback);
+    playback.heardSec += seconds;
     CountHeard(app.statistics, playback.item.type, IsFavoritePlaying(app), seconds);
     if (HistoryRecord* const record = PlayingRecord(app.history)) record->playedSec += std::max(seconds, 0.0);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/console.h"
+#include "playback/queue.h"
 
 namespace hullrider {
 
@@ -53,6 +54,19 @@ bool MayPlay(const PickerState& picker, const PlayItem& item) {
            picker.unavailable.MayPlay(item.address, UnavailableSongs::Failed::kExcluded);
 }
 
+// The first playable song of the queue from that place on. The user has asked for it: it is tried even if it failed
+// before.
+Pick PickQueued(const AppState& app, const PickerState& picker, std::optional<int32_t> place) {
+    const std::optional<int32_t> queue = QueueIn(app.library);
+    if (!queue || !place) return {};
+    for (int32_t at = *place;; ++at) {
+        Pick pick = PickSong(app, {*queue, at, 0, 0});
+        if (pick.result != Selection::kItem) return pick;
+        pick.queued = at;
+        if (picker.unavailable.MayPlay(pick.item.address, UnavailableSongs::Failed::kAllowed)) return pick;
+    }
+}
+
 // The next playable record from `cursor` on, in the direction of `step`, 1 or -1.
 Pick ReplayHistory(const AppState& app, const PickerState& picker, size_t cursor, int step) {
     const SongHistory& history = app.history;
@@ -86,6 +100,7 @@ Pick ChooseNextItem(const AppState& app, PickerState& picker, const NextRequest&
             return ReplayHistory(app, picker, app.history.cursor, -1);
         case NextRequest::kNone:
             if (app.selection.previousSongMode) pick = ReplayHistory(app, picker, app.history.cursor, 1);
+            if (pick.result != Selection::kItem) pick = PickQueued(app, picker, app.selection.nextQueued);
             break;
     }
     return pick.result == Selection::kItem ? pick : SelectFreely(app, picker);
@@ -95,6 +110,10 @@ Pick ReplaceItem(const AppState& app, PickerState& picker, const Pick& failed) {
     if (failed.replayStep != 0) {
         const Pick other = ReplayHistory(app, picker, *failed.historyCursor, failed.replayStep);
         if (other.result == Selection::kItem || failed.replayStep < 0) return other;
+    }
+    if (failed.queued) {
+        const Pick other = PickQueued(app, picker, *failed.queued + 1);
+        if (other.result == Selection::kItem) return other;
     }
     if (!app.selection.customStationActive && failed.item.kind == PlayItem::Kind::kStation) {
         const auto count = static_cast<int32_t>(app.radio.stations.size());

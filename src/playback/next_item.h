@@ -1,5 +1,5 @@
-// Chooses the next item: a request, the history when it is replayed, the active custom station, or the selection.
-// Changes nothing. UI thread.
+// Chooses the next item: a request, the history when it is replayed, the queue, the active custom station, or the
+// selection. Changes nothing. UI thread.
 #pragma once
 
 #include "playback/pick.h"
@@ -11,8 +11,8 @@ namespace hullrider {
 // Only a request for an earlier song gets nothing when there is none.
 Pick ChooseNextItem(const AppState& app, PickerState& picker, const NextRequest& request);
 
-// Replaces an item that could not be played: by the next record in the same direction of the history, the custom
-// station's next pick, the next internet station, or a new selection.
+// Replaces an item that could not be played: by the next record in the same direction of the history, the next song of
+// the queue, the custom station's next pick, the next internet station, or a new selection.
 Pick ReplaceItem(const AppState& app, PickerState& picker, const Pick& failed);
 
 // True when the history holds a song before the current one.

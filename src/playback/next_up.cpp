@@ -27,7 +27,7 @@ OpenRequest RequestFor(const AppState& app, PickerState& picker, const Pick& pic
 
 PlayDurations DurationsFor(const AppState& app, const Pick& pick) {
     PlayDurations durations = ChooseDurations(app.settings, app.playback.demonstration);
-    if (pick.replayStep != 0) durations.maxSec = 0.0;  // heard again, it plays whole
+    if (pick.replayStep != 0 || pick.queued) durations.maxSec = 0.0;
     return durations;
 }
 

@@ -30,7 +30,7 @@ struct NextUp {
     PlayTime patientUntil;  // when another item is tried if this one is not open yet
 };
 
-// The durations for a pick; a replayed item plays whole.
+// The durations for a pick; a replayed item and a queued one play whole.
 PlayDurations DurationsFor(const AppState& app, const Pick& pick);
 
 // Starts opening what was picked and drops what was next before. False when no worker could be started.

@@ -25,6 +25,7 @@ void MoveSelection(SelectionState& selection, const Pick& pick) {
         selection.currentPlaylist = pick.walk->playlist;
         selection.currentSongInPlaylist = pick.walk->song;
     }
+    if (pick.queued) selection.nextQueued = *pick.queued + 1;
     if (pick.station) selection.currentInternetStation = *pick.station;
     if (pick.selectionCalls) selection.selectionCalls = *pick.selectionCalls;
     if (pick.replayStep != 0) selection.previousSongMode = true;

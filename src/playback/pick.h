@@ -27,6 +27,7 @@ struct Pick {
     std::optional<int32_t> savedRadioWeight;  // set by the first draw
     bool spendsRadioExclusion = false;
     std::optional<SongPosition> walk;  // the new place in order, without shuffle
+    std::optional<int32_t> queued;     // its place in the queue
     std::optional<int32_t> station;    // the new current internet station
     std::optional<int32_t> selectionCalls;
     bool isReported = true;               // enters the history

@@ -6,7 +6,6 @@
 
 #include "audio/ahead.h"
 #include "audio/bass.h"
-#include "library/song_counts.h"
 #include "library/statistics.h"
 #include "platform/console.h"
 #include "platform/paths.h"
@@ -43,7 +42,7 @@ constexpr milliseconds kShortestPoll{10}, kLongestPoll{250};
 
 PlaybackTrouble TroubleWith(const AppState& app, Selection failed) {
     if (failed == Selection::kRefused) return PlaybackTrouble::kNothingWanted;
-    return SongCountOf(app.library) > 0 ? PlaybackTrouble::kNothingPlayable : PlaybackTrouble::kNoMusic;
+    return app.library.typedSongCount > 0 ? PlaybackTrouble::kNothingPlayable : PlaybackTrouble::kNoMusic;
 }
 
 // Repeating the song is better than silence.
@@ -58,8 +57,8 @@ void PlayOldItemRound(const PlaybackState& playback) {
 void GiveUp(AppState& app, Selection result, const NextRequest& request) {
     PlaybackState& playback = app.playback;
     if (request.kind == NextRequest::kEarlierSong && result == Selection::kNothing) return;
-    // The current song was removed with the rest of the library: it must not repeat forever.
-    const bool isGone = result == Selection::kNothing && SongCountOf(app.library) == 0;
+    // The current song was removed with the rest of the library, or was queued: it must not repeat forever.
+    const bool isGone = result == Selection::kNothing && app.library.typedSongCount == 0;
     if (result == Selection::kRefused || isGone) {
         EndListening(app);
         CutStreamsBut(playback, 0);
@@ -271,6 +270,7 @@ bool PlayNext(AppState& app, PickerState& picker, const NextRequest& request) {
 bool PollPlayback(AppState& app, PickerState& picker) {
     PlaybackState& playback = app.playback;
     CorrectVolumeOnceHeard(playback);
+    CountPlayOnceHeard(app);
     if (TakeWhatIsOpen(app, picker)) return true;
     if (IsWanted(playback)) {
         if (PlayNow() >= playback.next->patientUntil) TryAnother(app, picker);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "playback/queue.h"
+
 namespace hullrider {
 
 namespace {
@@ -37,6 +39,7 @@ bool EnterStation(AppState& app, int32_t index) {
 bool EnterPlaylist(AppState& app, int32_t index) {
     SelectionState& selection = app.selection;
     if (index < 0 || index >= CountOf(app.library.playlists)) return false;
+    if (app.library.playlists[static_cast<size_t>(index)].isQueue) return false;
     selection.playMode = kPlaylistMode;
     selection.currentPlaylist = index;
     selection.currentSongInPlaylist = -1;
@@ -74,7 +77,7 @@ void StepPlaylistBack(AppState& app) {
         return;
     }
     if (EnterCustomStation(app, selection.currentCustomStation - 1)) return;
-    if (!EnterPlaylist(app, CountOf(app.library.playlists) - 1) && !EnterStation(app, lastStation)) {
+    if (!EnterPlaylist(app, AlbumCountOf(app.library) - 1) && !EnterStation(app, lastStation)) {
         EnterCustomStation(app, lastCustomStation);
     }
 }

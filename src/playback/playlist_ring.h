@@ -11,7 +11,7 @@ namespace hullrider {
 void StepPlaylistForward(AppState& app);
 void StepPlaylistBack(AppState& app);
 
-// Moves the selection to that playlist of the library. False when there is none.
+// Moves the selection to that playlist of the library, not the queue. False when there is none.
 bool EnterPlaylist(AppState& app, int32_t index);
 
 }  // namespace hullrider

@@ -14,6 +14,7 @@ SelectionBasis BasisOf(const AppState& app) {
         .song = selection.currentSongInPlaylist,
         .customStation = selection.currentCustomStation,
         .internetStation = selection.currentInternetStation,
+        .nextQueued = selection.nextQueued,
         .shuffle = selection.shuffle,
         .radioPlaying = selection.radioPlaying,
         .customStationActive = selection.customStationActive,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "state/app_state.h"
 
@@ -11,6 +12,7 @@ namespace hullrider {
 struct SelectionBasis {
     int32_t playMode = 0, favoritesFilter = 0;
     int32_t playlist = 0, song = 0, customStation = 0, internetStation = 0;
+    std::optional<int32_t> nextQueued;
     bool shuffle = false, radioPlaying = false, customStationActive = false, stationPreview = false;
     bool excludeRadioOnce = false, mixedMusic = false, previousSongMode = false;
     uint64_t picks = 0, historyCursor = 0, libraryRevision = 0, stationCount = 0;

@@ -1,11 +1,27 @@
 #include "playback/selection_commands.h"
 
+#include "playback/pick.h"
+#include "playback/queue.h"
 #include "playback/transport.h"
 
 namespace hullrider {
 
-void ToggleShuffle(SelectionState& selection) {
-    selection.shuffle = !selection.shuffle;
+namespace {
+
+void WalkOnFromPlayingSong(AppState& app) {
+    SelectionState& selection = app.selection;
+    const SongChoice& place = app.playback.item.place;
+    if (PlayingSong(app) == nullptr || IsQueuedSongPlaying(app)) return;
+    if (selection.playMode == kPlaylistMode && place.playlist != selection.currentPlaylist) return;
+    selection.currentPlaylist = place.playlist;
+    selection.currentSongInPlaylist = place.song;
+}
+
+}  // namespace
+
+void ToggleShuffle(AppState& app) {
+    app.selection.shuffle = !app.selection.shuffle;
+    if (!app.selection.shuffle) WalkOnFromPlayingSong(app);
 }
 
 void CycleFavoritesFilter(SelectionState& selection) {
@@ -15,6 +31,7 @@ void CycleFavoritesFilter(SelectionState& selection) {
 
 void ReturnToLibrary(SelectionState& selection) {
     selection.playMode = kLibraryMode;
+    selection.nextQueued.reset();
     selection.radioPlaying = selection.customStationActive = selection.previousSongMode = false;
 }
 
@@ -25,6 +42,7 @@ bool StepStation(AppState& app, PickerState& picker, int32_t step) {
     selection.currentInternetStation = ((selection.currentInternetStation + step) % count + count) % count;
     selection.playMode = kStationMode;
     selection.customStationActive = false;
+    selection.nextQueued.reset();
     return PlayStation(app, picker);
 }
 

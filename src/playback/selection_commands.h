@@ -6,13 +6,14 @@
 
 namespace hullrider {
 
-// Toggles between random order and songs in order.
-void ToggleShuffle(SelectionState& selection);
+// Toggles between random order and songs in order, which go on after the song that plays; in another playlist than its
+// own they go on where they were.
+void ToggleShuffle(AppState& app);
 
 // Cycles through all songs, only favorites, and all but favorites, of the whole library.
 void CycleFavoritesFilter(SelectionState& selection);
 
-// Leaves a playlist, station or custom station for the mix of the whole library.
+// Leaves the queue, a playlist, station or custom station for the mix of the whole library.
 void ReturnToLibrary(SelectionState& selection);
 
 // Plays the internet station `step` places after the last one played, wrapping around, and stays with stations. False

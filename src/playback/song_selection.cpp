@@ -109,7 +109,8 @@ std::optional<SongPosition> WalkUntilPlayable(const Rules& rules) {
     SongPosition at{selection.currentPlaylist, std::max(selection.currentSongInPlaylist, -1)};
     for (int64_t left = SongCountOf(rules.app.library); left > 0; --left) {
         at = StepWalk(rules.app.library.playlists, at);
-        if (MayPlay(rules, {at.playlist, at.song, 0, 0})) return at;
+        const bool isQueue = rules.app.library.playlists[static_cast<size_t>(at.playlist)].isQueue;
+        if (!isQueue && MayPlay(rules, {at.playlist, at.song, 0, 0})) return at;
     }
     return std::nullopt;
 }
@@ -128,7 +129,8 @@ Pick SelectUniformly(const AppState& app, PickerState& picker, Pick pick) {
     const Pick uniform = PickUniformSong(app, picker);
     if (uniform.result != Selection::kItem) return pick;
     const SongChoice& place = uniform.item.place;
-    const bool passes = PassesFilter(SongAtPlace(app, place), app.selection.favoritesFilter);
+    const bool isQueue = app.library.playlists[static_cast<size_t>(place.playlist)].isQueue;
+    const bool passes = !isQueue && PassesFilter(SongAtPlace(app, place), app.selection.favoritesFilter);
     if (passes && MayPlay({app, picker}, place)) return TakeSong(app, pick, place);
     return DrawRelaxing(app, picker, {}, pick);
 }

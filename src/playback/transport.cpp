@@ -10,6 +10,15 @@
 
 namespace hullrider {
 
+namespace {
+
+void LeaveReplayAndQueue(SelectionState& selection) {
+    selection.previousSongMode = false;
+    selection.nextQueued.reset();
+}
+
+}  // namespace
+
 bool PlaySong(AppState& app, PickerState& picker, int32_t playlist, int32_t song) {
     return PlayNext(app, picker, {NextRequest::kSong, {playlist, song, 0, 0}});
 }
@@ -29,13 +38,13 @@ bool PlayPreviousSong(AppState& app, PickerState& picker) {
 
 void NextPlaylist(AppState& app, PickerState& picker) {
     StepPlaylistForward(app);
-    app.selection.previousSongMode = false;
+    LeaveReplayAndQueue(app.selection);
     PlayNext(app, picker);
 }
 
 void PreviousPlaylist(AppState& app, PickerState& picker) {
     StepPlaylistBack(app);
-    app.selection.previousSongMode = false;
+    LeaveReplayAndQueue(app.selection);
     PlayNext(app, picker);
 }
 

@@ -32,7 +32,7 @@ struct Playlist {
     int32_t iRadioMode = 0;  // not 0: stands for internet radio instead of files
     int32_t favoriteCount = 0;
     int32_t isFavorite = 0;
-    bool isOfThisRun = false;  // dropped on the window: neither cached nor found by scans
+    bool isQueue = false;  // see playback/queue.h; neither cached nor found by scans
 };
 
 struct MusicLibrary {

@@ -78,6 +78,8 @@ struct PlaybackState {
     std::chrono::steady_clock::time_point pausedAt;
     bool itemIsHeard = false;  // playing and not paused: its time counts
     std::chrono::steady_clock::time_point heardSince;
+    double heardSec = 0.0;       // of the item, before heardSince
+    bool playIsCounted = false;  // it was heard long enough
 
     int32_t volumeMode = kNormalVolume;
     float savedVolume = -1.0F;  // the normal volume while a preset is on; -1: none

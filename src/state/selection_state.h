@@ -44,7 +44,8 @@ struct SelectionState {
     bool mixedMusic = true;                   // false without music folders: only MIDI and radio are drawn
     int32_t selectionCalls = 0;               // since the last draw of a category
 
-    bool previousSongMode = false;  // the history is being replayed
+    bool previousSongMode = false;      // the history is being replayed
+    std::optional<int32_t> nextQueued;  // the queue's next song; past its end or nothing: no song is queued
 };
 
 }  // namespace hullrider

@@ -10,7 +10,7 @@
 
 namespace hullrider {
 
-// Items of one type: how many started, and how long they were heard.
+// Items of one type: how many were played, and how long they were heard.
 struct Played {
     int64_t count = 0;
     double seconds = 0.0;

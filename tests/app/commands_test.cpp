@@ -2,9 +2,9 @@
 #include "app/commands.h"
 
 #include "app/command_lines.h"
-#include "app/dropped_songs.h"
 #include "audio/bass.h"
 #include "input/hotkeys.h"
+#include "library/song_counts.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
@@ -115,20 +115,6 @@ TEST_F(CommandsTest, AStopIsSilenceUntilSomethingIsStarted) {
     EXPECT_FALSE(Run(kNextSongCommand));
 }
 
-TEST_F(CommandsTest, WhatIsDroppedPlaysNowInThePlaceOfTheDropBefore) {
-    folder_.Write("drop/four.mp3", ToneWav(440.0, 60.0));
-    Run(kStopCommand);
-    EXPECT_FALSE(PlayDropped(*player_, {folder_.At("data"), folder_.At("missing")}));
-    EXPECT_EQ(CurrentHandle(state_.playback), 0U) << "nothing has changed";
-    EXPECT_EQ(state_.library.playlists.size(), 2U);
-    for (const char* drop : {"drop", "music/B"}) {
-        ASSERT_TRUE(PlayDropped(*player_, {folder_.At(drop)}));
-        EXPECT_TRUE(Eventually([&] { return Plays(); }));
-        EXPECT_EQ(state_.library.playlists.size(), 3U);
-        EXPECT_TRUE(Playing().songPath.starts_with(folder_.At(drop)));
-    }
-}
-
 TEST_F(CommandsTest, LinesChangeWhatTheySay) {
     Settings& settings = state_.settings;
     Run("VOL 0.25");
@@ -186,6 +172,30 @@ TEST_F(CommandsTest, LinesChangeWhatTheySay) {
     for (const char* said : {"Next Song...\n", "Change volume to 0.25...\n"}) {
         EXPECT_NE(output.find(said), std::string::npos) << said;
     }
+}
+
+TEST_F(CommandsTest, WithoutShuffleTheSongsAfterTheOneThatPlaysFollowInOrder) {
+    const auto playAndGoOn = [&](int64_t number, int32_t mode, int32_t playlist) {
+        const SongPosition at = *SongAt(state_.library, number);
+        state_.selection.shuffle = true;
+        state_.selection.playMode = mode;
+        state_.selection.currentPlaylist = playlist;
+        state_.selection.currentSongInPlaylist = -1;
+        Run("PLAY_SONG " + std::to_string(at.playlist) + ' ' + std::to_string(at.song));
+        Run("SHUFFLE");
+        Run("NEXT_SONG");
+    };
+    const auto pathOf = [&](int64_t number) {
+        const SongPosition at = *SongAt(state_.library, number);
+        return FindSong(state_.library, at)->songPath;
+    };
+    for (int64_t number = 0; number < 3; ++number) {
+        playAndGoOn(number, kLibraryMode, 0);
+        EXPECT_EQ(Playing().songPath, pathOf((number + 1) % 3));
+    }
+    playAndGoOn(0, kPlaylistMode, 1);
+    EXPECT_EQ(state_.selection.currentPlaylist, 1) << "the user is in that one";
+    EXPECT_EQ(state_.selection.currentSongInPlaylist, 0);
 }
 
 TEST_F(CommandsTest, APositionOutsideThePlayWindowIsPlayedFrom) {

@@ -1,9 +1,10 @@
 // Changes of the music folders while a player runs, without a front.
 #include "app/folder_scan.h"
 
-#include "app/dropped_songs.h"
+#include "app/handed_files.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
+#include "playback/queue.h"
 #include "playback/stream_slots.h"
 #include "tests/app/whole_player.h"
 
@@ -81,12 +82,14 @@ TEST_F(FolderScanTest, WithoutAFolderTheLibraryIsEmptyAndTheMusicEnds) {
 TEST_F(FolderScanTest, WhatWasDroppedPlaysOnThroughAScan) {
     Player& player = StartWithDemo();
     folder_.Write("drop/one.mp3", ToneWav(300.0, 100.0));
-    ASSERT_TRUE(PlayDropped(player, {folder_.At("drop")}));
+    PlayFiles(player, {folder_.At("drop")});
+    PollPlayer(player);
     Scan(player, {"music"});
     ASSERT_TRUE(ScanEnds(player));
     ASSERT_NE(PlayingSong(player.state), nullptr);
     EXPECT_EQ(PlayingSong(player.state)->songPath, folder_.At("drop/one.mp3"));
-    EXPECT_EQ(player.state.selection.currentPlaylist, player.state.playback.item.place.playlist);
+    EXPECT_TRUE(IsQueuedSongPlaying(player.state));
+    EXPECT_EQ(player.state.library.typedSongCount, 3);
 }
 
 TEST_F(FolderScanTest, ALaterChangeAndTheEndOfTheProgramGiveAScanUp) {

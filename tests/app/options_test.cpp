@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/paths.h"
+#include "tests/temporary_folder.h"
 
 namespace hullrider {
 
@@ -20,6 +21,17 @@ TEST(Options, EveryOptionIsRead) {
     EXPECT_EQ(options.output.wavPath, "C:\\x.wav");
     EXPECT_EQ(options.forSec, 1.5);
     EXPECT_EQ(options.simulate, 10000);
+}
+
+TEST(Options, FilesAndFoldersAreMusicToPlayOnceInTheirOrder) {
+    const TemporaryFolder folder;
+    const std::string song = folder.Write("\xC3\xA4 b.mp3", "x"), inside = folder.Write("sub/c.mp3", "x");
+    RunOptions options;
+    std::string error;
+    ASSERT_TRUE(ParseOptions({song, "--output", "null", folder.At("sub"), inside}, options, error)) << error;
+    EXPECT_EQ(options.files, (std::vector<std::string>{song, folder.At("sub"), inside}));
+    EXPECT_EQ(options.output.kind, OutputKind::kNull);
+    EXPECT_FALSE(ParseOptions({song, folder.At("missing.mp3")}, options, error));
 }
 
 TEST(Options, ABadOneIsOneLineAndChangesNothing) {

@@ -111,7 +111,9 @@ TEST_F(StartingMusic, TheCacheServesAtOnceWhateverTheFoldersAreLike) {
 TEST_F(StartingMusic, WhatCameAndWentIsNoticedBesideTheMusic) {
     const std::string tone = folder_.Write("music/Album/tone.mp3", ToneWav(400.0, 100.0));
     ConfigureMusic();
-    Stop(Start());
+    Player& before = Start();
+    before.state.playback.heardSince -= std::chrono::seconds(6);
+    Stop(before);
     folder_.Write("music/New/seven.flac", "x");
     const json favorites = {{"favorites", {{{"songPath", folder_.At("music/New/seven.flac")}}}}};
     folder_.Write("music/New/favorite.json", favorites.dump());
@@ -122,7 +124,9 @@ TEST_F(StartingMusic, WhatCameAndWentIsNoticedBesideTheMusic) {
     const StreamSlot playing = CurrentHandle(state.playback);
     ASSERT_NE(playing, 0U);
     EXPECT_EQ(state.library.midiSongCount, 1);
+    player.state.playback.heardSince -= std::chrono::seconds(6);
     ASSERT_TRUE(ScanEnds(player));
+    PollPlayer(player);
     EXPECT_EQ(state.library.midiSongCount, 0);
     EXPECT_EQ(state.library.mp3SongCount, 3);
     EXPECT_EQ(CurrentHandle(state.playback), playing);

@@ -123,14 +123,14 @@ class ConsoleTest(unittest.TestCase):
             "MusicSettings.json": lambda file: file.get("volumeLevel") == 0.25,
             "favorite.json": lambda file: [one["favoriteCount"] for one in file.get("favorites", [])] == [3],
             "Song History.json": lambda file: len(file.get("songs", [])) == 2,
-            "MusicLibraryPlayCount.json": lambda file: file.get("playCounts") == {str(tone): 2},
+            "MusicLibraryPlayCount.json": lambda file: file.get("playCounts") == {str(tone): 1},
             "Sonorant_Stats.json": lambda file: file.get("skips") == 1,
         }
         took = wait_until(lambda: all(holds(kept(name)) for name, holds in wanted.items()))
         player.kill()
         player.communicate()
         self.assertIsNotNone(took, {name: kept(name) for name in wanted})
-        self.assertLess(took, 10)
+        self.assertLess(took, 15)
         for name, holds in wanted.items():
             self.assertTrue(holds(kept(name)), name)
 

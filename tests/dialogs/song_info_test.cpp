@@ -37,7 +37,7 @@ TEST(SongInfo, CountsWhatWasHeardByKindInThisRunAndInAll) {
     };
     const Heard heard[] = {{kMidi, true, 1800.0}, {kTracker, false, 1800.0}, {kInternetRadio, false, 5400.0}};
     for (const auto& [type, isFavorite, seconds] : heard) {
-        CountStarted(statistics, type, isFavorite);
+        CountPlayed(statistics, type, isFavorite);
         CountHeard(statistics, type, isFavorite, seconds);
     }
 
@@ -83,7 +83,7 @@ TEST(SongInfo, ListsTheTwentyMostPlayedAndTheLatestFirst) {
 
     state.playCounts.byPath = {{"/a/never.mid", 0}, {"/a/once.mid", 1}};
     Statistics statistics;
-    CountStarted(statistics, kMidi, false);
+    CountPlayed(statistics, kMidi, false);
     SongInfo later = info;
     UpdateSongInfo(later, state, statistics, kNow);
     EXPECT_EQ(later.mostPlayed, std::vector<TextRow>{(TextRow{"once", "a", "1"})});

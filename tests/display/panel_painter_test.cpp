@@ -84,6 +84,7 @@ const std::vector<std::function<void(PanelLook&)>> kChanges{
     [](PanelLook& look) { look.model.volume = 0.93F; },
     [](PanelLook& look) { look.model.shuffle = false; },
     [](PanelLook& look) { look.model.filter = FavoriteFilter::kOthers; },
+    [](PanelLook& look) { look.model.filterEffect = FilterEffect::kNothingPasses; },
     [](PanelLook& look) { look.model.range = PlayRange::kStation; },
     [](PanelLook& look) { look.model.transport = Transport::kNothing; },
     [](PanelLook& look) { look.model.transport = Transport::kPlaying; },

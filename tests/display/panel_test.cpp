@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
+#include <utility>
 
 #include "audio/bass.h"
 #include "audio/manual_output.h"
 #include "display/panel_look.h"
+#include "state/command_ids.h"
 #include "tests/bytes.h"
 #include "tests/temporary_folder.h"
 
@@ -144,19 +145,64 @@ TEST_F(PanelTest, ASecondLaterOnlyTheTimesAreRepainted) {
 }
 
 TEST_F(PanelTest, TellsWhatIsDrawnFrom) {
-    const std::tuple<int32_t, int32_t, PlayRange, FavoriteFilter> table[] = {
-        {kLibraryMode, kAllSongs, PlayRange::kLibrary, FavoriteFilter::kNone},
-        {kPlaylistMode, kFavoritesOnly, PlayRange::kPlaylist, FavoriteFilter::kFavorites},
-        {kStationMode, kNoFavorites, PlayRange::kStation, FavoriteFilter::kOthers}};
-    for (const auto& [mode, filter, range, shown] : table) {
+    const auto isWayBack = [&] { return EnabledElements(At(60.0)).test(IndexOf(PanelElement::kRange)); };
+    EXPECT_EQ(At(60.0).range, PlayRange::kLibrary);
+    EXPECT_FALSE(isWayBack());
+    app_.selection.customStationActive = true;
+    EXPECT_EQ(At(60.0).range, PlayRange::kStation);
+    app_.selection.customStationActive = false;
+    for (const auto& [mode, range] :
+         {std::pair{kPlaylistMode, PlayRange::kPlaylist}, {kStationMode, PlayRange::kStation}}) {
         app_.selection.playMode = mode;
-        app_.selection.favoritesFilter = filter;
-        app_.selection.shuffle = filter == kAllSongs;
-        const PanelModel model = At(60.0);
-        EXPECT_TRUE(model.range == range && model.filter == shown) << mode;
-        EXPECT_EQ(TooltipOf(PanelElement::kShuffle, model), filter == kAllSongs ? "Shuffle is on" : "Shuffle is off");
+        EXPECT_EQ(At(60.0).range, range);
+        EXPECT_TRUE(isWayBack());
     }
-    EXPECT_EQ(TooltipOf(PanelElement::kPlayPause, At(60.0)), "Pause");
+    EXPECT_EQ(TooltipOf(PanelElement::kRange, At(60.0)), "Back to the whole library");
+    EXPECT_EQ(CommandOf(PanelElement::kRange), kMusicHomeCommand);
+
+    // Of three songs in the queue the second plays; it has no place among the playlists.
+    app_.library.playlists[1].isQueue = true;
+    app_.selection.nextQueued = 2;
+    EXPECT_EQ(At(60.0).range, PlayRange::kQueue) << "it plays the last song of the queue";
+    EXPECT_EQ(At(60.0).playlist, "");
+    app_.playback.item.place.playlist = 0;
+    EXPECT_EQ(At(60.0).range, PlayRange::kStation);
+    app_.selection.nextQueued = 1;
+    EXPECT_EQ(At(60.0).range, PlayRange::kQueue);
+}
+
+TEST_F(PanelTest, TheFilterSaysWhatIsSo) {
+    struct Case {
+        int32_t filter, mode;
+        bool shuffle;
+        int32_t favorites, songs;
+        bool isLit;
+        const char* tooltip;
+    };
+    const Case table[] = {
+        {kAllSongs, kLibraryMode, true, 1, 9, false, "All songs are played"},
+        {kFavoritesOnly, kLibraryMode, true, 1, 9, true, "Only favorites are played"},
+        {kNoFavorites, kLibraryMode, true, 1, 9, true, "Favorites are not played"},
+        {kFavoritesOnly, kLibraryMode, true, 0, 9, false, "No favorite can be played: all songs are"},
+        {kNoFavorites, kLibraryMode, true, 9, 9, false, "Only favorites can be played: they are"},
+        {kFavoritesOnly, kPlaylistMode, true, 1, 9, false, "All songs of the playlist are played"},
+        {kNoFavorites, kStationMode, true, 1, 9, false, "All that the station has is played"},
+        {kFavoritesOnly, kLibraryMode, false, 1, 9, false, "All songs are played, in order"},
+    };
+    for (const Case& one : table) {
+        app_.selection.favoritesFilter = one.filter;
+        app_.selection.playMode = one.mode;
+        app_.selection.shuffle = one.shuffle;
+        app_.library.favoriteSongCount = one.favorites;
+        app_.library.typedSongCount = one.songs;
+        EXPECT_EQ(IsFiltered(At(60.0)), one.isLit) << one.tooltip;
+        EXPECT_EQ(TooltipOf(PanelElement::kFilter, At(60.0)), one.tooltip);
+    }
+    app_.selection = {};
+    app_.selection.favoritesFilter = kFavoritesOnly;
+    app_.playback.relaxed = Relaxation::kFilter;
+    app_.library.favoriteSongCount = 1;
+    EXPECT_FALSE(IsFiltered(At(60.0))) << "the only favorite cannot be played";
 }
 
 TEST_F(PanelTest, TheLevelsAreThoseOfTheirSides) {

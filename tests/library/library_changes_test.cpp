@@ -42,7 +42,7 @@ TEST(LibraryChanges, TheSameMusicIsTheSameSongsInTheSameAlbumsAndOrder) {
     std::vector<Playlist> marked = all;
     marked[0].songs[0].favoriteCount = marked[0].isFavorite = 1;
     marked.push_back(Albums({{"/dropped/1"}})[0]);
-    marked.back().isOfThisRun = true;
+    marked.back().isQueue = true;
     EXPECT_TRUE(IsSameMusic(all, marked, Compared::kAllSongs));
     marked[0].albumName = "renamed";
     EXPECT_FALSE(IsSameMusic(all, marked, Compared::kAllSongs));

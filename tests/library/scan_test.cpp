@@ -125,7 +125,7 @@ TEST(Scan, WhatIsGatheredIsTheMusicAmongFilesAndFoldersInTheirOrder) {
     EXPECT_EQ(one.albumName, "box");
     EXPECT_EQ(one.songs.size(), 2U);
     const Playlist all = GatherSongs({folder.At("b.flac"), folder.At("box"), folder.At("missing.mp3")});
-    EXPECT_TRUE(all.isOfThisRun);
+    EXPECT_TRUE(all.isQueue);
     ASSERT_EQ(all.songs.size(), 3U);
     EXPECT_EQ(all.songs[0].songPath, folder.At("b.flac"));
     EXPECT_EQ(all.songs[1].songPath, folder.At("box/one.mp3"));

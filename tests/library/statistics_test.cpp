@@ -16,10 +16,10 @@ TEST(Statistics, CountThisRunAndAllTime) {
         EXPECT_EQ(LoadStatistics(path, statistics), run == 2);
         CountStart(statistics);
         for (int skips = 0; skips < 2; ++skips) CountSkip(statistics);
-        CountStarted(statistics, 1, true);
+        CountPlayed(statistics, 1, true);
         CountHeard(statistics, 1, true, 12.5);
-        CountStarted(statistics, 3, false);
-        CountStarted(statistics, 77, true);
+        CountPlayed(statistics, 3, false);
+        CountPlayed(statistics, 77, true);
         CountHeard(statistics, 0, false, -5.0);
         ASSERT_TRUE(SaveStatistics(path, statistics));
         EXPECT_EQ(statistics.thisRun.byType[1].count, 1);
@@ -45,7 +45,7 @@ TEST(Statistics, JunkIsNothingAndFullCountersStayFull) {
     EXPECT_EQ(counts.skips, 0);
     Statistics statistics;
     statistics.allTime = counts;
-    CountStarted(statistics, 2, false);
+    CountPlayed(statistics, 2, false);
     EXPECT_EQ(statistics.allTime.byType[2].count, std::numeric_limits<int64_t>::max());
     StatisticsCounts again;
     EXPECT_TRUE(ReadStatistics(StatisticsText(statistics.allTime), again, error));

@@ -256,6 +256,31 @@ TEST_F(PreparingTest, APauseIsNotTimeThatWasHeardWhateverComesAfterIt) {
     EXPECT_NEAR(app_.statistics.thisRun.byType[kMp3].seconds, 10.0, 0.2);
 }
 
+TEST_F(PreparingTest, APlayCountsAfterFiveSecondsOrHalfOfItsWindowAndASkipDoesNot) {
+    SetLibrary(app_, {{Write("a.mp3", FakeSong(300.0)), Write("b.mp3", FakeSong(300.0))}});
+    const auto plays = [&] { return app_.statistics.thisRun.byType[kMp3].count; };
+    StartFirst();
+    for (int i = 0; i < 5; ++i) {
+        Pass(4s);
+        TogglePause(app_);
+        Pass(10s);
+        TogglePause(app_);
+        PlayNext(app_, picker_);
+    }
+    EXPECT_EQ(plays(), 0);
+    EXPECT_TRUE(app_.playCounts.byPath.empty());
+    Pass(6s);
+    EXPECT_EQ(plays(), 1);
+    EXPECT_EQ(app_.playCounts.byPath[app_.playback.item.address], 1);
+    Pass(10s);
+    EXPECT_EQ(plays(), 1) << "once";
+
+    app_.settings.songPlayDurationMin = app_.settings.songPlayDurationMax = 4;
+    PlayNext(app_, picker_);
+    Pass(2500ms);
+    EXPECT_EQ(plays(), 2);
+}
+
 TEST_F(PreparingTest, ARequestForNoSongSaysSoAndAnotherOneComes) {
     SetLibrary(app_, {{Write("a.mp3", FakeSong(300.0))}});
     PlaySong(app_, picker_, 99, 0);

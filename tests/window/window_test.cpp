@@ -235,6 +235,23 @@ TEST_F(WindowTest, ASecondStartBringsTheFirstToTheFront) {
     EXPECT_TRUE(folder_.Has("other/MusicSettings.json"));
 }
 
+TEST_F(WindowTest, ASecondStartHandsItsFilesToTheFirst) {
+    folder_.Write("music/Album/tone.mp3", ToneWav(440.0, 100.0));
+    const std::string song = folder_.Write("else/\xC3\x84 b.mp3", ToneWav(550.0, 100.0));
+    PlayerProcess& first = StartWithMusic();
+    PlayerProcess second(Arguments({song}));
+    EXPECT_EQ(second.WaitForExit(), 0);
+    EXPECT_TRUE(first.WaitForOutput("Playing: Queued songs / \xC3\x84 b [0:00 - ", 1)) << first.Output();
+    Choose(kNextSongCommand);
+    EXPECT_TRUE(first.WaitForOutput("Playing: Album / tone", 2)) << first.Output();
+
+    // Another program's message of the same kind.
+    char junk[] = "junk";
+    COPYDATASTRUCT copy{1, sizeof junk, junk};
+    EXPECT_EQ(SendMessageW(window_, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&copy)), 0);
+    EXPECT_EQ(Exit(), 0);
+}
+
 TEST_F(WindowTest, ComesBackWhereItWasAndStaysInTheTrayWhenAsked) {
     folder_.Write("data/ShellOptions.json",
                   R"({"x": 60, "y": 80, "width": 700, "height": "high", "closeToTray": true})");
