@@ -13,6 +13,7 @@
 #include "platform/console.h"
 #include "platform/paths.h"
 #include "platform/state_files.h"
+#include "radio/stations_file.h"
 
 namespace hullrider {
 
@@ -102,6 +103,9 @@ void Autosave::Look(const AppState& app) {
     }
     if (Changes(favorites_, app.favorites.revision)) {
         write(kFavoritesFile, [list = app.favorites.list] { return FavoritesText(list); });
+    }
+    if (Changes(stations_, app.radio.revision)) {
+        write(kStationsFile, [stations = app.radio.stations] { return InternetStationsText(stations); });
     }
     if (Changes(playCounts_, app.playCounts.revision)) {
         write(kPlayCountsFile, [list = ListOf(app.playCounts)]() mutable { return PlayCountsText(std::move(list)); });

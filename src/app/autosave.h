@@ -1,5 +1,5 @@
-// Saves settings, shell options, favorites, history, play counts and statistics soon after they change, so that a crash
-// or a power cut costs seconds and not the whole run. UI thread, except for the writer thread.
+// Saves settings, shell options, favorites, stations, history, play counts and statistics soon after they change, so
+// that a crash or a power cut costs seconds and not the whole run. UI thread, except for the writer thread.
 #pragma once
 
 #include <chrono>
@@ -74,7 +74,7 @@ private:
     std::optional<ShellOptions> shellOptions_;
     std::optional<StatisticsCounts> statistics_;
     std::optional<HistoryMark> history_;
-    std::optional<uint64_t> favorites_, playCounts_;
+    std::optional<uint64_t> favorites_, playCounts_, stations_;
 };
 
 }  // namespace hullrider

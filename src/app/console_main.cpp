@@ -24,11 +24,16 @@ std::atomic<bool> interrupted{false};  // asks RunUntilTheEnd to return
 
 void RunUntilTheEnd(Player& player) {
     const Clock::time_point start = Clock::now();
+    Clock::time_point nextSlowPoll = start;
     ConsoleInput input;
     while (!interrupted) {
         const std::optional<std::string> line = input.WaitForLine(UntilDue(player.state.playback));
         if (line) RunConsoleLine(player, *line);
         PollPlayer(player);
+        if (Clock::now() >= nextSlowPoll) {
+            PollSlowly(player);
+            nextSlowPoll = Clock::now() + kSlowPollPeriod;
+        }
         SampleLoudness(player.state.playback);
         const std::chrono::duration<double> elapsed = Clock::now() - start;
         if (player.options.forSec && elapsed.count() >= *player.options.forSec) return;

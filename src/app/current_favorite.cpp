@@ -39,6 +39,7 @@ void SetCurrentFavoriteCount(AppState& app, int64_t count) {
     if (const auto station = PlayingStation(app)) {
         app.radio.stations[*station].favoriteCount = cut;
         app.radio.stations[*station].favorite = cut > 0 ? 1 : 0;
+        ++app.radio.revision;
     } else if (HeardSong(app) != nullptr) {
         const SongChoice& place = app.playback.item.place;
         SetFavoriteCount(app.favorites, app.library, {place.playlist, place.song}, cut);

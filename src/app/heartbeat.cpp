@@ -4,6 +4,7 @@
 #include "app/folder_scan.h"
 #include "platform/post.h"
 #include "playback/play_next.h"
+#include "playback/station_play.h"
 
 namespace hullrider {
 
@@ -19,6 +20,10 @@ void PollPlayer(Player& player) {
     PumpControllers(player.controllers);
     PollFolderScan(player);
     player.autosave.Poll(player.state, Autosave::Clock::now());
+}
+
+void PollSlowly(Player& player) {
+    if (player.started && !player.shutDown) RefreshNowPlaying(player.state);
 }
 
 }  // namespace hullrider

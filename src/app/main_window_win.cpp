@@ -108,7 +108,7 @@ void MainWindow::Activate() {
     SetTimer(window_, kPanelTimer, 250, nullptr);
     SetTimer(window_, kLatchTimer, 100, nullptr);
     SetTimer(window_, kPollTimer, 30, nullptr);
-    SetTimer(window_, kSlowPollTimer, 5000, nullptr);
+    SetTimer(window_, kSlowPollTimer, static_cast<UINT>(kSlowPollPeriod.count()), nullptr);
     if (player_.options.forSec) {
         const double ms = std::min(*player_.options.forSec * 1000.0, static_cast<double>(USER_TIMER_MAXIMUM));
         SetTimer(window_, kEndTimer, static_cast<UINT>(ms), nullptr);
@@ -216,6 +216,9 @@ void MainWindow::OnTimer(WPARAM timer) {
             SampleLoudness(player_.state.playback);
             RefreshPanel();
             tray_.SetTip(TrayTip());
+            break;
+        case kSlowPollTimer:
+            PollSlowly(player_);
             break;
         case kPollTimer:
             PollPlayer(player_);

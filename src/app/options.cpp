@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <string_view>
+#include <utility>
 
 #include "platform/folder.h"
 #include "platform/paths.h"
@@ -20,6 +21,7 @@ constexpr std::string_view kHelp =
   --output OUTPUT       default: the system's sound device
                         null: keep time, make no sound
                         wav:FILE: record the sound to FILE
+  --directory-url URL   search for stations on this server instead of radio-browser.info
   --for SECONDS         quit after that time
   --simulate N          play nothing: draw N songs by your library and settings, and report how
                         often each type comes
@@ -58,6 +60,13 @@ bool ParseCount(const std::string& value, std::optional<int64_t>& count) {
     return true;
 }
 
+bool ParseServer(std::string value, std::optional<std::string>& server) {
+    if (!value.starts_with("http://") && !value.starts_with("https://")) return false;
+    while (value.ends_with('/')) value.pop_back();
+    server = std::move(value);
+    return true;
+}
+
 // Applies an option that takes a value. False when the value is invalid.
 bool ApplyValue(std::string_view name, const std::string& value, RunOptions& options) {
     if (value.empty()) return false;
@@ -69,6 +78,8 @@ bool ApplyValue(std::string_view name, const std::string& value, RunOptions& opt
         options.fallbackMusic = AbsolutePath(value);
     } else if (name == "--output") {
         return ParseOutput(value, options.output);
+    } else if (name == "--directory-url") {
+        return ParseServer(value, options.directoryUrl);
     } else if (name == "--simulate") {
         return ParseCount(value, options.simulate);
     } else {
@@ -79,7 +90,7 @@ bool ApplyValue(std::string_view name, const std::string& value, RunOptions& opt
 
 bool TakesValue(std::string_view name) {
     return name == "--data-dir" || name == "--music" || name == "--fallback-music" || name == "--output" ||
-           name == "--for" || name == "--simulate";
+           name == "--for" || name == "--simulate" || name == "--directory-url";
 }
 
 }  // namespace

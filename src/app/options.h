@@ -15,6 +15,7 @@ struct RunOptions {
     std::optional<std::string> dataDir;        // instead of the folder under Documents
     std::vector<std::string> music;            // music directories for this run, not saved
     std::optional<std::string> fallbackMusic;  // music directory for this run if none is configured, not saved
+    std::optional<std::string> directoryUrl;   // server of the station directory, scheme and host
     std::vector<std::string> files;            // files and folders to play once
     OutputChoice output;
     std::optional<double> forSec;     // quit after this time

@@ -24,6 +24,7 @@ namespace hullrider {
 // What start-up has loaded so far. Saving anything else would replace the user's file with defaults.
 struct LoadedFiles {
     bool statistics = false;
+    bool stations = false;
     bool library = false;
     bool playCounts = false;
     bool settings = false;

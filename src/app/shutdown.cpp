@@ -4,6 +4,7 @@
 #include "app/favorites_files.h"
 #include "app/library_loading.h"
 #include "app/listening_files.h"
+#include "app/station_files.h"
 #include "library/cache.h"
 #include "platform/console.h"
 #include "platform/worker.h"
@@ -29,10 +30,12 @@ void SaveAndShutdown(Player& player) {
     if (app.audiobooks.bookCount == 0) PrintLine("No audiobooks to save. Skipping save operation.");
     if (loaded.settings) SaveSettingsFile(app);
     if (loaded.playCounts) SavePlayCountsFile(app);
+    if (loaded.stations) SaveRecentStationsFile(app);
     if (loaded.library && !shell.libraryCachePath.empty()) SaveMusicLibraryCache(shell.libraryCachePath, app.library);
     if (shell.companionExport && gameIsKnown) WriteCompanionExports(app);
     FreeAllStreams(app.playback, app.soundFonts);
     CloseControllers(player.controllers);
+    if (loaded.stations) SaveStationsFile(app);
     if (loaded.favorites) SaveFavoriteFile(app);
     if (loaded.songHistory) SaveSongHistoryFile(app);
     if (gameIsKnown) WriteRunningMarker(app.folders.hullriderPath, "no");

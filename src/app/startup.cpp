@@ -11,6 +11,7 @@
 #include "app/library_loading.h"
 #include "app/listening_files.h"
 #include "app/shell_options_file.h"
+#include "app/station_files.h"
 #include "input/hotkey_file.h"
 #include "library/folder_config_file.h"
 #include "platform/console.h"
@@ -21,6 +22,7 @@
 #include "playback/running_marker.h"
 #include "playback/sound_fonts.h"
 #include "playback/volume.h"
+#include "radio/station_network.h"
 
 namespace hullrider {
 
@@ -143,6 +145,7 @@ void Load(Player& player) {
 constexpr Step kSteps[] = {
     {Load<LoadStatisticsFile>, &LoadedFiles::statistics},
     {NoteCachePath},
+    {Load<LoadStationFiles>, &LoadedFiles::stations},
     {InitAudio},
     {Load<LoadLibrary>, &LoadedFiles::library},
     {Load<LoadPlayCountsFile>, &LoadedFiles::playCounts},
@@ -162,10 +165,17 @@ constexpr Step kSteps[] = {
     {ExportForCompanionGame},
 };
 
+std::shared_ptr<const StationNetwork> NetworkFor(const RunOptions& options) {
+    const auto& server = options.directoryUrl;
+    return std::make_shared<const StationNetwork>(
+        MakeStationNetwork(server ? std::vector{*server} : DirectoryMirrors()));
+}
+
 }  // namespace
 
 void StartPlayer(Player& player) {
     player.state.shell.dataDirectory = ChooseDataDirectory(player.options);
+    player.picker.network = NetworkFor(player.options);
     CreateDataDirectory(player.state.shell.dataDirectory);
     LoadShellOptions(StatePath(player.state.shell.dataDirectory, kShellOptionsFile), player.state.shell.options);
     LoadHotkeys(player);

@@ -71,6 +71,7 @@ inline constexpr uint32_t BASS_TAG_MUSIC_NAME = 0x10000;  // a module's title, U
 inline constexpr uint32_t BASS_TAG_MIDI_TRACK = 0x11000;  // the name of a MIDI song, UTF-8
 
 // Modes of BASS_StreamGetFilePosition.
+inline constexpr uint32_t BASS_FILEPOS_CONNECTED = 4;
 inline constexpr uint32_t BASS_FILEPOS_BUFFER = 5;
 
 // Options of BASS_SetConfig.
@@ -195,8 +196,8 @@ HSTREAM BASS_StreamCreateFile(bool fromMemory, const char* file, uint64_t offset
 using DOWNLOADPROC = void(const void* buffer, uint32_t length, void* user);
 HSTREAM BASS_StreamCreateURL(const char* url, uint32_t offset, uint32_t flags, DOWNLOADPROC* procedure, void* user);
 
-// BASS_FILEPOS_BUFFER: the bytes of a network stream that have arrived and were not decoded yet. BASS_QWORD_ERROR on
-// failure: BASS_ERROR_HANDLE, _ILLPARAM (any other mode).
+// Of a network stream. BASS_FILEPOS_BUFFER: the bytes that have arrived and were not decoded yet; _CONNECTED: 1 while
+// it receives, 0 while its connection is lost. BASS_QWORD_ERROR on failure: BASS_ERROR_HANDLE, _ILLPARAM.
 uint64_t BASS_StreamGetFilePosition(HSTREAM handle, uint32_t mode);
 
 bool BASS_StreamFree(HSTREAM handle);  // also takes an HMUSIC

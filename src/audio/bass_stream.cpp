@@ -73,8 +73,9 @@ HSTREAM BASS_StreamCreateURL(const char* url, uint32_t offset, uint32_t flags, D
 uint64_t BASS_StreamGetFilePosition(HSTREAM handle, uint32_t mode) {
     const ChannelCall call(handle);
     if (!call) return BASS_QWORD_ERROR;
-    if (mode != BASS_FILEPOS_BUFFER) return Fail(BASS_ERROR_ILLPARAM), BASS_QWORD_ERROR;
-    return call.channel->BytesAhead();
+    if (mode == BASS_FILEPOS_BUFFER) return call.channel->BytesAhead();
+    if (mode == BASS_FILEPOS_CONNECTED) return call.channel->IsConnected() ? 1 : 0;
+    return Fail(BASS_ERROR_ILLPARAM), BASS_QWORD_ERROR;
 }
 
 bool BASS_StreamFree(HSTREAM handle) {

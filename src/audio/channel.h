@@ -72,6 +72,7 @@ public:
     // The tags that change as it plays, of what is heard.
     TagBlocks TagsNow(uint32_t latencyFrames) const { return source_->TagsAt(Position(latencyFrames)); }
     size_t BytesAhead() const { return source_->BytesAhead(); }
+    bool IsConnected() const { return source_->IsConnected(); }
     uint32_t BitRate() const { return source_->BitRate(); }  // kbit/s, 0 when it is not known
     // Releases a decoder that waits for a file, and ends decoding and playing. For a channel that is about to be freed.
     // A lent source goes on for as long as the borrower plays it.

@@ -53,6 +53,7 @@ public:
     uint32_t RefillMs() const override { return kRefillMs; }
     void SetAhead(size_t frames) override { aheadSec_ = static_cast<double>(frames) / mixRate_; }
     size_t BytesAhead() const override { return buffer_.BytesAhead(); }
+    bool IsConnected() const override { return receiver_->IsConnected(); }
     uint32_t BitRate() const override { return bitRate_; }
 
 private:

@@ -77,8 +77,9 @@ public:
     virtual uint32_t RefillMs() const { return 0; }
     // Before each Read: how many frames lie ahead that were not heard yet.
     virtual void SetAhead(size_t) {}
-    // Any thread: bytes that were received ahead.
+    // Any thread: bytes that were received ahead, and whether more are being received.
     virtual size_t BytesAhead() const { return 0; }
+    virtual bool IsConnected() const { return false; }
     // Any thread: kbit/s, 0 when it is not known.
     virtual uint32_t BitRate() const { return 0; }
 

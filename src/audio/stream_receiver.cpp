@@ -134,6 +134,7 @@ bool StreamConnection::BeginBody() {
     if (interval_ > 0) length_.reset();
     titles_ = IcyCutter(interval_);
     headers_.block += '\0';
+    receiver_.isConnected_ = true;
     receiver_.SetHeaders(headers_);
     return true;
 }
@@ -220,6 +221,7 @@ void StreamReceiver::Run() {
         connections_++;
         StreamConnection connection(*this);
         const HttpResponse response = connection.Receive(stop_.get_token());
+        isConnected_ = false;
         if (connection.IsWholeFile(response)) return buffer_.End(BASS_OK);
         if (stop_.stop_requested()) return buffer_.End(BASS_OK);
         if (!keepsConnected_ && connection.Bytes() == 0) {

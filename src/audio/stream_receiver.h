@@ -31,6 +31,7 @@ public:
 
     // Until this call a connection that brings nothing ends the stream, because a caller waits for its beginning.
     void KeepConnected() { keepsConnected_ = true; }
+    bool IsConnected() const { return isConnected_; }
     int Connections() const { return connections_; }  // made so far
     // Receives from a new connection, for bytes that cannot be decoded.
     void Reconnect();
@@ -48,7 +49,7 @@ private:
     const std::chrono::milliseconds connectTimeout_;
     StreamBuffer buffer_;
     std::stop_source stop_;
-    std::atomic<bool> keepsConnected_{false}, leavesConnection_{false};
+    std::atomic<bool> keepsConnected_{false}, leavesConnection_{false}, isConnected_{false};
     std::atomic<int> connections_{0};
     mutable std::mutex mutex_;
     StreamHeaders headers_;

@@ -14,6 +14,13 @@ Pick SelectFreely(const AppState& app, PickerState& picker) {
     return SelectNextSong(app, picker, kNoCategory);
 }
 
+// Nothing is kept of how it was drawn: radio comes again with the next draw.
+Pick SelectMusic(const AppState& app, PickerState& picker) {
+    Pick pick = SelectSongOnly(app, picker);
+    pick.weights.reset();
+    return pick.result == Selection::kItem ? pick : SelectFreely(app, picker);
+}
+
 Pick PickStation(const AppState& app, int32_t station) {
     Pick pick;
     if (station < 0 || static_cast<size_t>(station) >= app.radio.stations.size()) return pick;
@@ -50,8 +57,17 @@ Pick PickRecord(const AppState& app, const HistoryRecord& record) {
 }
 
 bool MayPlay(const PickerState& picker, const PlayItem& item) {
-    return item.kind != PlayItem::Kind::kSong ||
-           picker.unavailable.MayPlay(item.address, UnavailableSongs::Failed::kExcluded);
+    return picker.unavailable.MayPlay(item.address, UnavailableSongs::Failed::kExcluded);
+}
+
+// The next station after that one that has not failed lately.
+Pick PickStationAfter(const AppState& app, const PickerState& picker, int32_t station) {
+    const auto count = static_cast<int32_t>(app.radio.stations.size());
+    for (int32_t step = 1; step <= count; ++step) {
+        const Pick pick = PickStation(app, (station + step) % count);
+        if (MayPlay(picker, pick.item)) return pick;
+    }
+    return {};
 }
 
 // The first playable song of the queue from that place on. The user has asked for it: it is tried even if it failed
@@ -96,6 +112,8 @@ Pick ChooseNextItem(const AppState& app, PickerState& picker, const NextRequest&
         case NextRequest::kSong:
             pick = PickRequestedSong(app, request.song);
             break;
+        case NextRequest::kMusic:
+            return SelectMusic(app, picker);
         case NextRequest::kEarlierSong:
             return ReplayHistory(app, picker, app.history.cursor, -1);
         case NextRequest::kNone:
@@ -116,8 +134,8 @@ Pick ReplaceItem(const AppState& app, PickerState& picker, const Pick& failed) {
         if (other.result == Selection::kItem) return other;
     }
     if (!app.selection.customStationActive && failed.item.kind == PlayItem::Kind::kStation) {
-        const auto count = static_cast<int32_t>(app.radio.stations.size());
-        return PickStation(app, failed.item.place.playlist + 1 < count ? failed.item.place.playlist + 1 : 0);
+        const Pick other = PickStationAfter(app, picker, failed.item.place.playlist);
+        return other.result == Selection::kItem ? other : SelectMusic(app, picker);
     }
     return SelectFreely(app, picker);
 }

@@ -3,11 +3,22 @@
 #include <utility>
 
 #include "playback/sound_fonts.h"
+#include "playback/station_play.h"
 #include "playback/stream_slots.h"
 
 namespace hullrider {
 
 namespace {
+
+StationRequest StationRequestFor(const AppState& app, const PickerState& picker, const Pick& pick) {
+    const InternetStation& station = app.radio.stations[static_cast<size_t>(pick.item.place.playlist)];
+    return {.name = station.name,
+            .url = station.url,
+            .tags = station.tags,
+            .mayBeRepaired = MayBeRepaired(picker, station.name),
+            .intoMain = app.playback.nextSlotActive,
+            .network = picker.network};
+}
 
 OpenRequest RequestFor(const AppState& app, PickerState& picker, const Pick& pick) {
     OpenRequest request;
@@ -17,6 +28,7 @@ OpenRequest RequestFor(const AppState& app, PickerState& picker, const Pick& pic
         request.stationWindow =
             ChooseStationWindow(app.settings, app.selection.customStationActive, picker.windowRandom);
     }
+    if (pick.item.kind == PlayItem::Kind::kStation) request.station = StationRequestFor(app, picker, pick);
     request.windowSeed = picker.windowRandom.Seed();
     request.intoMain = app.playback.nextSlotActive;
     request.slotFont = IdleSlotFont(app.playback, app.soundFonts);
@@ -31,6 +43,10 @@ PlayDurations DurationsFor(const AppState& app, const Pick& pick) {
     return durations;
 }
 
+std::chrono::milliseconds PatienceWith(const PlayItem& item) {
+    return item.kind == PlayItem::Kind::kStation ? kPatienceWithStation : kPatience;
+}
+
 bool OpenNext(AppState& app, PickerState& picker, const Wish& wish, const Pick& pick) {
     DropNext(app.playback);
     OpenRequest open = RequestFor(app, picker, pick);
@@ -41,7 +57,8 @@ bool OpenNext(AppState& app, PickerState& picker, const Wish& wish, const Pick& 
     const std::string fontFile = open.newFontFile;
     std::shared_ptr<Opening> opening = Opening::Begin(std::move(open));
     if (opening == nullptr) return false;
-    NextUp next{wish, pick, BasisOf(app), std::move(opening), newFont, fontFile, PlayNow() + kPatience};
+    const PlayTime patientUntil = PlayNow() + PatienceWith(pick.item);
+    NextUp next{wish, pick, BasisOf(app), std::move(opening), newFont, fontFile, patientUntil};
     app.playback.next = std::make_shared<NextUp>(std::move(next));
     if (wish.isUrgent) app.playback.next->opening->Hurry();
     return true;
@@ -50,7 +67,7 @@ bool OpenNext(AppState& app, PickerState& picker, const Wish& wish, const Pick& 
 void MakeUrgent(NextUp& next, bool skips) {
     next.wish.isUrgent = true;
     next.wish.skips = skips;
-    next.patientUntil = PlayNow() + kPatience;
+    next.patientUntil = PlayNow() + PatienceWith(next.pick.item);
     next.opening->Hurry();
 }
 

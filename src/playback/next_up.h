@@ -11,13 +11,15 @@
 namespace hullrider {
 
 // How long an item that is needed may take to open before another one is tried.
-inline constexpr std::chrono::milliseconds kPatience{3000};
+inline constexpr std::chrono::milliseconds kPatience{3000}, kPatienceWithStation{15000};
+std::chrono::milliseconds PatienceWith(const PlayItem& item);
 
 // What an item is opened for.
 struct Wish {
     NextRequest request;
-    bool isUrgent = false;  // starts as soon as it is ready; otherwise it is only prepared
-    bool skips = false;     // cuts the old item short
+    bool isUrgent = false;      // starts as soon as it is ready; otherwise it is only prepared
+    bool skips = false;         // cuts the old item short
+    bool isForStation = false;  // starts as soon as a station answers; a song plays until then
 };
 
 struct NextUp {
@@ -25,7 +27,7 @@ struct NextUp {
     Pick pick;
     SelectionBasis basis;
     std::shared_ptr<Opening> opening;
-    int32_t newFont = -1;   // index of the SoundFont that comes with it; -1: the slot keeps its own
+    int32_t newFont = -1;  // index of the SoundFont that comes with it; -1: the slot keeps its own
     std::string newFontFile;
     PlayTime patientUntil;  // when another item is tried if this one is not open yet
 };

@@ -77,7 +77,7 @@ std::shared_ptr<Opening> Opening::Begin(OpenRequest request) {
     opening->request_ = std::move(request);
     opening->begunAt_ = PlayNow();
     const auto count = std::make_shared<UnderWayCount>();
-    const bool started = opening->worker_.Start([opening, count](const std::stop_token&) { opening->Run(); });
+    const bool started = opening->worker_.Start([opening, count](const std::stop_token& stop) { opening->Run(stop); });
     return started ? opening : nullptr;
 }
 
@@ -85,13 +85,11 @@ int Opening::UnderWay() {
     return underWay;
 }
 
-void Opening::Run() {
+void Opening::Run(const std::stop_token& stop) {
     opened_.title = request_.item.title;
-    if (OpenStream()) {
-        const bool sounds = !request_.item.hasLength || opened_.lengthSec <= 0.0 ||
-                            SettleOnSound(opened_.handle, opened_.lengthSec, request_.durations.fadeSec, opened_.window,
-                                          isHurried_, opened_.rms);
-        opened_.result = sounds ? OpenResult::kReady : OpenResult::kSilent;
+    const bool isRadio = request_.item.kind == PlayItem::Kind::kStation;
+    if (isRadio ? OpenRadio(stop) : OpenSong()) {
+        opened_.result = Settle() ? OpenResult::kReady : OpenResult::kSilent;
     }
     took_ = std::chrono::duration_cast<std::chrono::milliseconds>(PlayNow() - begunAt_);
     if (opened_.result != OpenResult::kReady) Free();
@@ -109,13 +107,36 @@ void Opening::Abandon() {
     if (state_.exchange(State::kAbandoned) == State::kDone) {
         if (!isReleased_) Free();
     } else {
+        worker_.Cancel();
         BASS_StreamFree(handle_);  // ends the worker's wait for its sound
     }
 }
 
-bool Opening::OpenStream() {
+// False when it is silent from start to end. A stream may be silent for the moment.
+bool Opening::Settle() {
+    if (request_.item.kind == PlayItem::Kind::kStation) {
+        opened_.rms = MeasureAhead(opened_.handle, isHurried_);
+        return true;
+    }
+    return opened_.lengthSec <= 0.0 || SettleOnSound(opened_.handle, opened_.lengthSec, request_.durations.fadeSec,
+                                                     opened_.window, isHurried_, opened_.rms);
+}
+
+bool Opening::OpenRadio(const std::stop_token& stop) {
+    const OpenedStation station = OpenStation(request_.station, stop);
+    opened_.handle = station.handle;
+    handle_ = opened_.handle;
+    opened_.repairedUrl = station.repairedUrl;
+    opened_.wasSearched = station.wasSearched;
+    opened_.nowPlaying = station.nowPlaying;
+    opened_.window = request_.stationWindow;
+    if (opened_.handle == 0) return false;
+    BASS_ChannelSetAttribute(opened_.handle, BASS_ATTRIB_VOL, 0.0F);
+    return true;
+}
+
+bool Opening::OpenSong() {
     const PlayItem& item = request_.item;
-    if (item.kind != PlayItem::Kind::kSong) return false;
     if (!IsFile(item.address)) {
         opened_.result = OpenResult::kAway;
         opened_.awayFolder = TopmostMissingFolder(item.address);

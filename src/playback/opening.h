@@ -11,6 +11,7 @@
 #include "platform/play_clock.h"
 #include "platform/worker.h"
 #include "playback/play_window.h"
+#include "playback/station_opening.h"
 #include "state/playback_state.h"
 
 namespace hullrider {
@@ -19,6 +20,7 @@ struct OpenRequest {
     PlayItem item;
     PlayDurations durations;
     PlayWindow stationWindow;  // for an item without a length
+    StationRequest station;    // for a station
     uint64_t windowSeed = 0;   // for the draw of a song's window
     bool intoMain = true;      // which of the two slots will hold it
     uint32_t slotFont = 0;     // audio handle of the slot's font, 0: none
@@ -41,6 +43,9 @@ struct Opened {
     std::optional<float> rms;  // loudness of its first seconds, on the scale of BASS_ChannelGetLevel
     uint32_t newFont = 0;      // audio handle; 0: none requested, or not usable
     std::string awayFolder;
+    std::string repairedUrl;   // of a station, to be kept; empty: not repaired
+    bool wasSearched = false;  // the directory was asked for the station
+    StreamNowPlaying nowPlaying;
 };
 
 class Opening {
@@ -66,9 +71,11 @@ public:
 private:
     enum class State { kOpening, kDone, kAbandoned };
 
-    void Run();
+    void Run(const std::stop_token& stop);
     void Free();
-    bool OpenStream();
+    bool OpenSong();
+    bool OpenRadio(const std::stop_token& stop);
+    bool Settle();
     void AttachFont();
     void ChooseWindow();
 

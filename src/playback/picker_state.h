@@ -2,11 +2,18 @@
 // could not be opened lately.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "platform/play_clock.h"
 #include "playback/candidate_lists.h"
 #include "playback/random.h"
 #include "playback/unavailable_songs.h"
 
 namespace hullrider {
+
+struct StationNetwork;  // radio/station_network.h
 
 struct PickerState {
     PickerState() = default;
@@ -20,6 +27,8 @@ struct PickerState {
     Random fontRandom;
     CandidateLists candidates;  // as BuildWeightedSongList left them
     UnavailableSongs unavailable;
+    std::shared_ptr<const StationNetwork> network;               // must be set when there are stations
+    std::unordered_map<std::string, PlayTime> searchedStations;  // by name: when the directory was last asked for them
 };
 
 }  // namespace hullrider

@@ -14,6 +14,7 @@
 #include "playback/next_item.h"
 #include "playback/next_up.h"
 #include "playback/sound_fonts.h"
+#include "playback/station_play.h"
 #include "playback/stream_loudness.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
@@ -28,6 +29,8 @@ using std::chrono::milliseconds;
 // Songs that end at once, or cannot be played, must not keep the player busy.
 constexpr milliseconds kRetryAfter{15000};
 constexpr milliseconds kPrepareAgainAfter{2000};
+constexpr double kStationGoesOnSec = 30.0;
+constexpr milliseconds kStationAgainAfter{10000};  // when none answers
 
 // The next item is prepared this long before it is needed.
 constexpr double kPrepareLeadSec = 12.0;
@@ -58,7 +61,7 @@ void GiveUp(AppState& app, Selection result, const NextRequest& request) {
     PlaybackState& playback = app.playback;
     if (request.kind == NextRequest::kEarlierSong && result == Selection::kNothing) return;
     // The current song was removed with the rest of the library, or was queued: it must not repeat forever.
-    const bool isGone = result == Selection::kNothing && app.library.typedSongCount == 0;
+    const bool isGone = result == Selection::kNothing && app.library.typedSongCount == 0 && !IsStationPlaying(playback);
     if (result == Selection::kRefused || isGone) {
         EndListening(app);
         CutStreamsBut(playback, 0);
@@ -76,6 +79,11 @@ bool IsWanted(const PlaybackState& playback) {
 
 // False when there is nothing to open; then nothing is next.
 bool Pursue(AppState& app, PickerState& picker, const Wish& wish, const Pick& pick) {
+    if (wish.isForStation && pick.item.kind != PlayItem::Kind::kStation) {
+        DropNext(app.playback);
+        app.playback.prepareFrom = PlayNow() + kStationAgainAfter;
+        return false;
+    }
     if (pick.result == Selection::kItem && OpenNext(app, picker, wish, pick)) return true;
     DropNext(app.playback);
     app.playback.prepareFrom = PlayNow() + kPrepareAgainAfter;
@@ -92,9 +100,11 @@ Pick ChooseUrgently(const AppState& app, PickerState& picker, const NextRequest&
 }
 
 void NoteFailure(PickerState& picker, const PlayItem& item, const Opened& opened) {
-    if (opened.result != OpenResult::kAway) {
+    if (item.kind == PlayItem::Kind::kStation) {
+        picker.unavailable.NoteMissingFile(item.address);  // it may be back in a minute
+    } else if (opened.result != OpenResult::kAway) {
         picker.unavailable.NoteBroken(item.address);
-        if (item.kind == PlayItem::Kind::kSong) PrintErrorLine("Cannot play " + item.address);
+        PrintErrorLine("Cannot play " + item.address);
     } else if (opened.awayFolder.empty()) {
         picker.unavailable.NoteMissingFile(item.address);
     } else {
@@ -106,15 +116,21 @@ void NoteFailure(PickerState& picker, const PlayItem& item, const Opened& opened
 bool ReplaceNext(AppState& app, PickerState& picker) {
     const NextUp failed = *app.playback.next;
     NoteFailure(picker, failed.pick.item, failed.opening->Result());
+    KeepRepair(app, picker, failed.pick.item.title, failed.opening->Result());
     return Pursue(app, picker, failed.wish, ReplaceItem(app, picker, failed.pick));
 }
 
-// Leaves a drive that does not answer alone for a while, if there is anything else to play.
+// Leaves a drive or station that does not answer alone for a while, if there is anything else to play.
 void TryAnother(AppState& app, PickerState& picker) {
     NextUp& slow = *app.playback.next;
     slow.patientUntil = PlayNow() + kPatience;
     if (Opening::UnderWay() >= kMostOpenings) return;
-    picker.unavailable.NoteAwayFolder(std::string(FolderOf(FolderOf(slow.pick.item.address))));
+    const PlayItem& item = slow.pick.item;
+    if (item.kind == PlayItem::Kind::kStation) {
+        picker.unavailable.NoteMissingFile(item.address);
+    } else {
+        picker.unavailable.NoteAwayFolder(std::string(FolderOf(FolderOf(item.address))));
+    }
     const Pick other = ReplaceItem(app, picker, slow.pick);
     const Wish wish = slow.wish;
     if (other.result == Selection::kItem) Pursue(app, picker, wish, other);
@@ -141,10 +157,15 @@ void LeaveHistoryAtItsEnd(AppState& app) {
 }
 
 // Puts the opened item in the old one's place, silent and not started yet.
-void TakeOver(AppState& app, NextUp& next) {
+void TakeOver(AppState& app, PickerState& picker, NextUp& next) {
     PlaybackState& playback = app.playback;
     const Opened& opened = next.opening->Result();
     next.opening->Release();
+    if (next.pick.item.kind == PlayItem::Kind::kStation) {
+        KeepRepair(app, picker, next.pick.item.title, opened);
+        if (!opened.repairedUrl.empty()) next.pick.item.address = opened.repairedUrl;
+        app.radio.nowPlaying = opened.nowPlaying;
+    }
     next.pick.item.title = opened.title;
     PutIntoIdleSlot(playback, next.pick.item.type, opened.handle);
     TakeEffect(app, next.pick);
@@ -153,6 +174,7 @@ void TakeOver(AppState& app, NextUp& next) {
     playback.endSec = opened.window.endSec;
     playback.slowestOpening = std::max(playback.slowestOpening * 9 / 10, next.opening->Took());
     playback.trouble = PlaybackTrouble::kNone;
+    playback.stalledSince.reset();
 }
 
 void CountForSoundFont(AppState& app, const NextUp& next, const OldItem& old) {
@@ -167,7 +189,7 @@ void StartItem(AppState& app, PickerState& picker, NextUp& next) {
     const int32_t fadeMs = FadeMsFor(app.settings.FADE_DURATION_MS, opened.window, old);
     EndListening(app);
     LetOldItemGo(playback, old, fadeMs);
-    TakeOver(app, next);
+    TakeOver(app, picker, next);
     if (!BASS_ChannelPlay(opened.handle, false)) PrintPlayError(playback);
     if (next.wish.skips) CountSkip(app.statistics);
     RestartLoudness(playback, opened.handle);
@@ -208,6 +230,7 @@ double SecondsLeft(const PlaybackState& playback) {
 bool IsTimeToPrepare(const PlaybackState& playback) {
     const StreamSlot handle = CurrentHandle(playback);
     if (playback.next != nullptr || handle == 0 || PlayNow() < playback.prepareFrom) return false;
+    if (IsStreamInDanger(playback)) return true;
     if (BASS_ChannelIsActive(handle) != BASS_ACTIVE_PLAYING) return false;
     const double leadSec =
         std::max(kPrepareLeadSec, static_cast<double>(playback.slowestOpening.count()) * 2.0 / 1000.0);
@@ -215,8 +238,40 @@ bool IsTimeToPrepare(const PlaybackState& playback) {
 }
 
 bool HasFallenSilent(const PlaybackState& playback) {
+    if (HasRunDry(playback)) return true;
     return playback.item.hasLength && PlayNow() - playback.lastAttempt >= kShortestPlay &&
            QuietSec(CurrentHandle(playback)) >= kLongestSilenceSec;
+}
+
+void PrepareInTime(AppState& app, PickerState& picker) {
+    const bool waits = WaitsForStation(app) && app.playback.next == nullptr && PlayNow() >= app.playback.prepareFrom;
+    if (!waits && !IsTimeToPrepare(app.playback)) return;
+    Wish wish;
+    wish.isForStation = waits;
+    Pursue(app, picker, wish, ChooseNextItem(app, picker, {}));
+}
+
+// --- Stations.
+
+void WatchStation(AppState& app) {
+    PlaybackState& playback = app.playback;
+    NoteStall(playback);
+    if (StaysWithStation(app) && SecondsLeft(playback) <= kPrepareLeadSec) playback.endSec += kStationGoesOnSec;
+    const NextUp* const next = playback.next.get();
+    const bool isAnswered = next != nullptr && next->wish.isForStation && next->opening->IsDone();
+    if (isAnswered && WaitsForStation(app) && StillFits(app, *next)) MakeUrgent(*playback.next, false);
+}
+
+bool IsSongNext(const PlaybackState& playback) {
+    return playback.next != nullptr && playback.next->pick.item.kind == PlayItem::Kind::kSong;
+}
+
+// Another station could take long to answer: a song comes first, unless something is open already.
+bool LeaveStation(AppState& app, PickerState& picker) {
+    picker.unavailable.NoteMissingFile(app.playback.item.address);
+    const NextUp* const next = app.playback.next.get();
+    const bool isOpen = next != nullptr && next->opening->IsDone();
+    return PlayNext(app, picker, {isOpen ? NextRequest::kNone : NextRequest::kMusic, {}});
 }
 
 bool NeedsItSoon(const PlaybackState& playback) {
@@ -269,16 +324,18 @@ bool PlayNext(AppState& app, PickerState& picker, const NextRequest& request) {
 
 bool PollPlayback(AppState& app, PickerState& picker) {
     PlaybackState& playback = app.playback;
+    WatchStation(app);
     CorrectVolumeOnceHeard(playback);
     CountPlayOnceHeard(app);
     if (TakeWhatIsOpen(app, picker)) return true;
+    if (HasRunDry(playback) && !IsSongNext(playback)) return LeaveStation(app, picker);
     if (IsWanted(playback)) {
         if (PlayNow() >= playback.next->patientUntil) TryAnother(app, picker);
         return TakeWhatIsOpen(app, picker);
     }
     if (IsSongOver(playback) || HasFallenSilent(playback)) return PlayNext(app, picker);
     if (playback.next != nullptr && !StillFits(app, *playback.next)) DropNext(playback);
-    if (IsTimeToPrepare(playback)) Pursue(app, picker, {}, ChooseNextItem(app, picker, {}));
+    PrepareInTime(app, picker);
     if (playback.next != nullptr && NeedsItSoon(playback) && PlayNow() >= playback.next->patientUntil &&
         !playback.next->opening->IsDone()) {
         TryAnother(app, picker);

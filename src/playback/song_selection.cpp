@@ -162,7 +162,10 @@ int32_t CategoryOfPlaylist(const AppState& app) {
     return MusicTypeOf(playlist->songs.front().songPath);
 }
 
-Pick SelectBy(const AppState& app, const SelectionWeights& weights, PickerState& picker, int32_t category);
+enum class Radio { kIncluded, kExcluded };
+
+Pick SelectBy(const AppState& app, const SelectionWeights& weights, PickerState& picker, int32_t category,
+              Radio radio = Radio::kIncluded);
 
 // A song of a playlist that stands for internet radio.
 Pick SelectFromRadioPlaylist(const AppState& app, PickerState& picker, int32_t index, Pick pick) {
@@ -176,31 +179,39 @@ Pick SelectFromRadioPlaylist(const AppState& app, PickerState& picker, int32_t i
 
 Pick SelectRadio(const AppState& app, PickerState& picker, int32_t category, const Pick& pick) {
     const SelectionState& selection = app.selection;
-    if (selection.playMode == kStationMode || selection.stationPreview) {
-        const Pick station = TakeStation(app, pick, selection.currentInternetStation);
-        return station.result == Selection::kItem ? station : ShuffleLibrary(app, picker, category, pick);
-    }
-    const WeightedSongs stations = BuildStationList(app.radio, app.library);
-    if (IsEmpty(stations)) return ShuffleLibrary(app, picker, category, pick);
-    const int32_t drawn = DrawSong(stations, picker.songRandom).playlist;
     const auto stationCount = static_cast<int32_t>(app.radio.stations.size());
-    if (drawn < stationCount) return TakeStation(app, pick, drawn);
-    return SelectFromRadioPlaylist(app, picker, drawn - stationCount, pick);
+    const auto mayPlay = [&](const SongChoice& place) {
+        if (place.playlist >= stationCount) return true;
+        const std::string& url = app.radio.stations[static_cast<size_t>(place.playlist)].url;
+        return picker.unavailable.MayPlay(url, UnavailableSongs::Failed::kExcluded);
+    };
+    if (selection.playMode == kStationMode || selection.stationPreview) {
+        const int32_t current = selection.currentInternetStation;
+        const bool isListed = current >= 0 && current < stationCount;
+        if (isListed && mayPlay({current, 0, 0, 0})) return TakeStation(app, pick, current);
+        return ShuffleLibrary(app, picker, category, pick);
+    }
+    const auto drawn = DrawPassing(BuildStationList(app.radio, app.library), picker.songRandom, mayPlay);
+    if (!drawn) return ShuffleLibrary(app, picker, category, pick);
+    if (drawn->playlist < stationCount) return TakeStation(app, pick, drawn->playlist);
+    return SelectFromRadioPlaylist(app, picker, drawn->playlist - stationCount, pick);
 }
 
 bool WantsRadio(const AppState& app, int32_t category, bool radioPlaying) {
     const SelectionState& selection = app.selection;
+    const bool stays = radioPlaying || selection.playMode == kStationMode;
     return (selection.playMode != kPlaylistMode && category == kRadioCategory) ||
-           (radioPlaying && !app.radio.stations.empty()) || selection.stationPreview;
+           (stays && !app.radio.stations.empty()) || selection.stationPreview;
 }
 
-Pick SelectBy(const AppState& app, const SelectionWeights& weights, PickerState& picker, int32_t category) {
+Pick SelectBy(const AppState& app, const SelectionWeights& weights, PickerState& picker, int32_t category,
+              Radio radio) {
     const SelectionState& selection = app.selection;
     Pick pick;
     pick.weights = weights;
     pick.selectionCalls = selection.selectionCalls;
     bool radioPlaying = selection.radioPlaying;
-    if (app.radio.stations.empty()) pick.weights->radio = 0;
+    if (app.radio.stations.empty() || radio == Radio::kExcluded) pick.weights->radio = 0;
     const CandidateLists& lists = BuildWeightedSongList(app.library, selection.favoritesFilter, picker);
     if (category != kNoCategory || selection.playMode == kPlaylistMode) {
         category = CategoryOfPlaylist(app);
@@ -219,7 +230,8 @@ Pick SelectBy(const AppState& app, const SelectionWeights& weights, PickerState&
         if (selection.playMode != kStationMode) radioPlaying = false;
     }
     pick.selectionCalls = std::min(*pick.selectionCalls + 1, kMostCalls);
-    if (WantsRadio(app, category, radioPlaying)) return SelectRadio(app, picker, category, pick);
+    if (radio == Radio::kIncluded && WantsRadio(app, category, radioPlaying))
+        return SelectRadio(app, picker, category, pick);
     if (!selection.shuffle) return WalkOn(app, picker, pick);
     if (selection.playMode == kPlaylistMode) return ShufflePlaylist(app, picker, pick);
     return ShuffleLibrary(app, picker, category, pick);
@@ -240,6 +252,10 @@ bool LibraryHasCategory(const CandidateLists& lists, int32_t category) {
 
 Pick SelectNextSong(const AppState& app, PickerState& picker, int32_t category) {
     return SelectBy(app, app.weights, picker, category);
+}
+
+Pick SelectSongOnly(const AppState& app, PickerState& picker) {
+    return SelectBy(app, app.weights, picker, kNoCategory, Radio::kExcluded);
 }
 
 Pick SelectForCustomStation(const AppState& app, PickerState& picker) {

@@ -14,6 +14,9 @@ namespace hullrider {
 // category, the filter or the playlist. Songs that have failed to play come last.
 Pick SelectNextSong(const AppState& app, PickerState& picker, int32_t category);
 
+// The same without stations.
+Pick SelectSongOnly(const AppState& app, PickerState& picker);
+
 // Draws by the weights of the active custom station instead of the user's.
 Pick SelectForCustomStation(const AppState& app, PickerState& picker);
 

@@ -77,4 +77,8 @@ bool SettleOnSound(StreamSlot handle, double lengthSec, double fadeSec, PlayWind
     return false;
 }
 
+std::optional<float> MeasureAhead(StreamSlot handle, const std::atomic<bool>& isHurried) {
+    return RmsOfPeaks(LookAhead(handle, isHurried));
+}
+
 }  // namespace hullrider

@@ -32,4 +32,7 @@ std::optional<float> RmsOfPeaks(std::span<const StereoPeak> peaks);
 bool SettleOnSound(StreamSlot handle, double lengthSec, double fadeSec, PlayWindow& window,
                    const std::atomic<bool>& isHurried, std::optional<float>& rms);
 
+// Decodes ahead from the stream's position and returns the loudness there; nothing when it is silent.
+std::optional<float> MeasureAhead(StreamSlot handle, const std::atomic<bool>& isHurried);
+
 }  // namespace hullrider

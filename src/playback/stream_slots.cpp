@@ -25,8 +25,7 @@ uint32_t IdleSlotFont(const PlaybackState& playback, const SoundFontState& fonts
     return playback.nextSlotActive ? fonts.midiStreamFont : fonts.midiStreamNextFont;
 }
 
-void ReplaceIdleSlotFont(const PlaybackState& playback, SoundFontState& fonts, uint32_t font,
-                         const std::string& file) {
+void ReplaceIdleSlotFont(const PlaybackState& playback, SoundFontState& fonts, uint32_t font, const std::string& file) {
     uint32_t& slotFont = playback.nextSlotActive ? fonts.midiStreamFont : fonts.midiStreamNextFont;
     if (slotFont != 0) BASS_MIDI_FontFree(slotFont);
     slotFont = font;

@@ -11,7 +11,8 @@ constexpr std::chrono::minutes kForgetAfter{1};
 }  // namespace
 
 bool UnavailableSongs::MayPlay(const std::string& path, Failed failed) const {
-    if (IsAway(path) || missingFiles_.contains(path)) return false;
+    const auto missing = missingFiles_.find(path);
+    if (IsAway(path) || (missing != missingFiles_.end() && missing->second > PlayNow())) return false;
     const auto broken = broken_.find(path);
     if (broken == broken_.end()) return true;
     return failed == Failed::kAllowed && broken->second != attempt_;

@@ -70,15 +70,17 @@ std::vector<std::string> DirectoryMirrors() {
             "https://fi1.api.radio-browser.info"};
 }
 
-StationDirectoryClient::StationDirectoryClient(std::vector<std::string> mirrors, HttpFetch fetch,
+StationDirectoryClient::StationDirectoryClient(std::vector<std::string> mirrors, std::function<HttpFetch()> makeFetch,
                                                std::function<int64_t()> now)
-    : mirrors_(std::move(mirrors)), fetch_(std::move(fetch)), now_(std::move(now)) {}
+    : mirrors_(std::move(mirrors)), makeFetch_(std::move(makeFetch)), now_(std::move(now)) {}
 
 std::string StationDirectoryClient::PickMirror(const std::stop_token& stop) {
+    const std::lock_guard lock(mutex_);
     if (!working_) {
+        const HttpFetch fetch = makeFetch_();
         std::vector<std::string> working;
         for (const std::string& mirror : mirrors_) {
-            if (Answers(mirror, fetch_, stop)) working.push_back(mirror);
+            if (Answers(mirror, fetch, stop)) working.push_back(mirror);
         }
         if (stop.stop_requested()) return {};  // what did not answer was perhaps not given the time to
         working_ = std::move(working);
@@ -92,11 +94,12 @@ void StationDirectoryClient::SearchStations(const std::string& text, bool expand
                                             const std::stop_token& stop) {
     if (text.size() < kShortestSearch) return;
     const std::string base = PickMirror(stop);
+    const HttpFetch fetch = makeFetch_();
     std::set<std::string> seen;
     for (const std::string& query : SearchQueries(text, expandWords)) {
         for (const std::string& url : RequestUrls(base, query)) {
             if (stop.stop_requested()) return;
-            const std::optional<std::string> answer = FetchAnswer(url, fetch_, stop);
+            const std::optional<std::string> answer = FetchAnswer(url, fetch, stop);
             if (answer) receive(ReadAnswer(*answer, seen));
         }
     }

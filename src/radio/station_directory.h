@@ -1,8 +1,9 @@
 // Finds stations in the public Radio Browser directory (its API: https://docs.radio-browser.info). Blocking: for
-// workers.
+// workers, any number at once.
 #pragma once
 
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -21,8 +22,9 @@ public:
     // Receives the stations of each answer as it arrives.
     using Receive = std::function<void(std::vector<DirectoryStation> stations)>;
 
-    // `now` gives the time in seconds.
-    StationDirectoryClient(std::vector<std::string> mirrors, HttpFetch fetch, std::function<int64_t()> now);
+    // `makeFetch` is called for each search, `now` gives the time in seconds.
+    StationDirectoryClient(std::vector<std::string> mirrors, std::function<HttpFetch()> makeFetch,
+                           std::function<int64_t()> now);
 
     // One of the mirrors that answered when they were probed, which the first call does; empty when none did. Calls
     // within one second give the same one.
@@ -34,8 +36,9 @@ public:
 
 private:
     const std::vector<std::string> mirrors_;
-    const HttpFetch fetch_;
+    const std::function<HttpFetch()> makeFetch_;
     const std::function<int64_t()> now_;
+    std::mutex mutex_;
     std::optional<std::vector<std::string>> working_;  // nothing before the probe
 };
 

@@ -32,21 +32,24 @@ std::optional<InternetStation> StationFrom(const nlohmann::json& element) {
     station.votes = StationNumber(element, "votes");
     station.isValid = FlagIn(element, "isValid");
     station.isIncluded = FlagIn(element, "isIncluded");
+    station.oldUrl = StationText(element, "oldUrl");
     return station;
 }
 
 Json JsonOf(const InternetStation& station) {
-    return {{"name", station.name},
-            {"url", station.url},
-            {"country", station.country},
-            {"state", station.state},
-            {"tags", station.tags},
-            {"favorite", station.favorite},
-            {"favoriteCount", station.favoriteCount},
-            {"clickCount", station.clickCount},
-            {"votes", station.votes},
-            {"isValid", station.isValid},
-            {"isIncluded", station.isIncluded}};
+    Json json{{"name", station.name},
+              {"url", station.url},
+              {"country", station.country},
+              {"state", station.state},
+              {"tags", station.tags},
+              {"favorite", station.favorite},
+              {"favoriteCount", station.favoriteCount},
+              {"clickCount", station.clickCount},
+              {"votes", station.votes},
+              {"isValid", station.isValid},
+              {"isIncluded", station.isIncluded}};
+    if (!station.oldUrl.empty()) json["oldUrl"] = station.oldUrl;
+    return json;
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // "InternetStations.json": a JSON array with an object for each station: "name", "url", "country", "state", "tags" (a
-// list), "favorite", "favoriteCount", "clickCount", "votes", "isValid" and "isIncluded". An entry with neither
-// "country" nor "tags" is of an older form, which had name, URL and favorite data only. UI thread.
+// list), "favorite", "favoriteCount", "clickCount", "votes", "isValid", "isIncluded" and, after a repair, "oldUrl". An
+// entry with neither "country" nor "tags" is of an older form, which had name, URL and favorite data only. UI thread.
 #pragma once
 
 #include <string>

@@ -1,5 +1,7 @@
 #include "radio/stream_tags.h"
 
+#include <unordered_map>
+
 namespace hullrider {
 
 namespace {
@@ -31,6 +33,18 @@ HeaderTable TableOf(const StreamTags& tags) {
     return table;
 }
 
+// "Artist - Title" from Ogg's comments, as a title block has it.
+std::string TitleIn(const char* comments) {
+    HeaderTable table;
+    for (const char* comment = comments; comment != nullptr && *comment != '\0';) {
+        const std::string_view text(comment);
+        Note(table, text, '=');
+        comment += text.size() + 1;
+    }
+    const std::string artist = table["ARTIST"], title = table["TITLE"];
+    return artist.empty() || title.empty() ? title : artist + " - " + title;
+}
+
 std::string_view ValueIn(const HeaderTable& table, const char* name) {
     const auto found = table.find(name);
     return found == table.end() ? std::string_view() : std::string_view(found->second);
@@ -53,8 +67,9 @@ StreamNowPlaying ReadStreamTags(const StreamTags& tags, const std::vector<std::s
     playing.songTitle = Cut(title.substr(0, title.find(';')), kLongestSongTitle);
     playing.stationDescription = Cut(ValueIn(table, "icy-description"), kLongestDescription);
     playing.stationGenre = Cut(genre.empty() ? ValueIn(table, "icy-genre") : genre, kLongestGenre);
-    if (playing.stationName.empty()) playing.stationName = "Unknown Station";
-    if (playing.songTitle.empty()) playing.songTitle = "Unknown Song";
+    if (playing.songTitle.empty()) playing.songTitle = Cut(TitleIn(tags.comments), kLongestSongTitle);
+    if (playing.stationName.empty()) playing.stationName = kUnknownStation;
+    if (playing.songTitle.empty()) playing.songTitle = kUnknownSong;
     return playing;
 }
 

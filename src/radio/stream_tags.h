@@ -4,8 +4,9 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
+
+#include "state/radio_state.h"
 
 namespace hullrider {
 
@@ -13,22 +14,14 @@ namespace hullrider {
 inline constexpr size_t kLongestStationName = 127, kLongestSongTitle = 127, kLongestDescription = 255,
                         kLongestGenre = 127;
 
-struct StreamNowPlaying {
-    std::string stationName;  // "Unknown Station" where the stream does not say
-    std::string songTitle;    // "Unknown Song" where it does not say
-    std::string stationDescription;
-    std::string stationGenre;  // the directory's tags for the station, where it has any, else what the stream says
-
-    bool operator==(const StreamNowPlaying&) const = default;
-};
-
 // Tags as the audio library gives them.
 struct StreamTags {
     const char* headers = nullptr;   // texts "name:value", each ended by a zero, an empty one at the end; may be null
     const char* metadata = nullptr;  // one text "StreamTitle='...';StreamUrl='...';"; may be null
+    const char* comments = nullptr;  // of Ogg: texts "NAME=value", as the headers; may be null
 };
 
-// `stationTags` are those of the station in the directory.
+// `stationTags` are those of the station in the directory. A title block comes before Ogg's comments.
 StreamNowPlaying ReadStreamTags(const StreamTags& tags, const std::vector<std::string>& stationTags);
 
 }  // namespace hullrider

@@ -25,7 +25,13 @@ struct NextUp;  // playback/next_up.h
 
 // What the user asked for instead of a draw.
 struct NextRequest {
-    enum Kind { kNone, kSong, kStation, kEarlierSong } kind = kNone;
+    enum Kind {
+        kNone,
+        kSong,
+        kStation,  // the current one
+        kEarlierSong,
+        kMusic,  // any song, instead of a station that has fallen silent
+    } kind = kNone;
     SongChoice song;  // for kSong
 };
 
@@ -72,8 +78,9 @@ struct PlaybackState {
     std::chrono::steady_clock::time_point lastAttempt;  // when play-next last ran
     std::chrono::steady_clock::time_point prepareFrom;  // earliest next attempt after nothing could be prepared
     std::chrono::milliseconds slowestOpening{0};        // recently
-    StreamSlot fadingStream = 0;                        // the old item's, while the fade is in progress
-    std::chrono::steady_clock::time_point fadeEnds;     // of both streams; and the time left at a pause
+    std::optional<std::chrono::steady_clock::time_point> stalledSince;  // a station: nothing arrives
+    StreamSlot fadingStream = 0;                                        // the old item's, while the fade is in progress
+    std::chrono::steady_clock::time_point fadeEnds;                     // of both streams; and the time left at a pause
     std::chrono::milliseconds fadeLeft{0};
     std::chrono::steady_clock::time_point pausedAt;
     bool itemIsHeard = false;  // playing and not paused: its time counts

@@ -15,7 +15,7 @@ struct ShellOptions {
     // The window's outer box when it is not maximized, in desktop pixels; without a width: unknown.
     int32_t x = 0, y = 0, width = 0, height = 0;
     bool isMaximized = false;
-    bool closesToTray = false;   // closing the window leaves the player in the notification area
+    bool closesToTray = false;     // closing the window leaves the player in the notification area
     bool followsLoudness = false;  // loudness following is on
 
     bool operator==(const ShellOptions&) const = default;

@@ -12,11 +12,13 @@
 #include "audio/bass.h"
 #include "platform/paths.h"
 #include "platform/play_clock.h"
+#include "platform/stop_scope.h"
 
 namespace hullrider {
 namespace {
 
 constexpr double kBytesPerSec = 1e6;
+constexpr double kEndlessSec = 1e9;
 
 struct FakeChannel {
     double lengthSec = 0.0;
@@ -30,6 +32,7 @@ struct FakeChannel {
     float from = 1.0F, to = 1.0F;
     PlayTime slideStart;
     double slideSec = 0.0;
+    std::string url;  // of a station
 };
 
 std::mutex mutex;
@@ -37,6 +40,12 @@ std::map<uint32_t, FakeChannel> channels;
 std::set<uint32_t> fonts;
 uint32_t nextHandle = 1;
 thread_local int errorCode = BASS_OK;
+
+std::map<std::string, FakeStation> stations;
+
+bool Stalls(const FakeChannel& channel) {
+    return !channel.url.empty() && stations[channel.url].stalls;
+}
 
 double SecondsSince(PlayTime time) {
     return std::chrono::duration<double>(PlayNow() - time).count();
@@ -49,7 +58,8 @@ double PositionOf(const FakeChannel& channel) {
 }
 
 bool IsPlaying(const FakeChannel& channel) {
-    return channel.state == BASS_ACTIVE_PLAYING && (channel.loops || PositionOf(channel) < channel.lengthSec);
+    return channel.state == BASS_ACTIVE_PLAYING && !Stalls(channel) &&
+           (channel.loops || PositionOf(channel) < channel.lengthSec);
 }
 
 bool IsQuiet(const FakeChannel& channel, double positionSec) {
@@ -111,7 +121,41 @@ uint32_t Create(const std::string& path) {
     return nextHandle++;
 }
 
+// Waits as the network does; false when the worker is told to stop meanwhile.
+bool WaitForStation(const FakeStation& station) {
+    const PlayTime begin = PlayNow();
+    while (PlayNow() - begin < station.opensIn) SleepFor(std::chrono::milliseconds(50));
+    return !CurrentStopToken().stop_requested();
+}
+
+uint32_t CreateStation(const std::string& url) {
+    FakeStation station{.answers = false};
+    {
+        const std::lock_guard lock(mutex);
+        if (stations.contains(url)) station = stations[url];
+    }
+    if (!WaitForStation(station) || !station.answers) return Fail(BASS_ERROR_FILEOPEN);
+    FakeChannel channel;
+    channel.lengthSec = kEndlessSec;
+    channel.level = station.level;
+    channel.url = url;
+    const std::lock_guard lock(mutex);
+    channels[nextHandle] = channel;
+    errorCode = BASS_OK;
+    return nextHandle++;
+}
+
 }  // namespace
+
+void SetFakeStation(const std::string& url, const FakeStation& station) {
+    const std::lock_guard lock(mutex);
+    stations[url] = station;
+}
+
+void ForgetFakeStations() {
+    const std::lock_guard lock(mutex);
+    stations.clear();
+}
 
 std::string FakeSong(double lengthSec, int level, double quietFromSec, double quietToSec) {
     return std::to_string(lengthSec) + " " + std::to_string(level) + " " + std::to_string(quietFromSec) + " " +
@@ -199,6 +243,10 @@ HSTREAM BASS_StreamCreateFile(bool, const char* file, uint64_t, uint64_t, uint32
     return Create(file);
 }
 
+HSTREAM BASS_StreamCreateURL(const char* url, uint32_t, uint32_t, DOWNLOADPROC*, void*) {
+    return CreateStation(url);
+}
+
 HMUSIC BASS_MusicLoad(bool, const char* file, uint64_t, uint32_t, uint32_t, uint32_t) {
     return Create(file);
 }
@@ -225,6 +273,7 @@ bool BASS_ChannelStop(uint32_t handle) {
 
 uint32_t BASS_ChannelIsActive(uint32_t handle) {
     return Told(handle, uint32_t{BASS_ACTIVE_STOPPED}, [](const FakeChannel& channel) {
+        if (channel.state == BASS_ACTIVE_PLAYING && Stalls(channel)) return uint32_t{BASS_ACTIVE_STALLED};
         const bool hasEnded = channel.state == BASS_ACTIVE_PLAYING && !IsPlaying(channel);
         return hasEnded ? BASS_ACTIVE_STOPPED : channel.state;
     });
@@ -247,7 +296,7 @@ uint32_t BASS_ChannelFlags(uint32_t handle, uint32_t flags, uint32_t mask) {
 
 uint64_t BASS_ChannelGetLength(uint32_t handle, uint32_t) {
     return Told(handle, uint64_t{BASS_QWORD_ERROR},
-                [](const auto& channel) { return channel.lengthSec * kBytesPerSec; });
+                [](const auto& channel) { return channel.url.empty() ? channel.lengthSec * kBytesPerSec : 0.0; });
 }
 
 uint64_t BASS_ChannelGetPosition(uint32_t handle, uint32_t) {
@@ -262,8 +311,19 @@ bool BASS_ChannelSetPosition(uint32_t handle, uint64_t position, uint32_t) {
     });
 }
 
-const char* BASS_ChannelGetTags(uint32_t, uint32_t) {
-    return nullptr;
+const char* BASS_ChannelGetTags(uint32_t handle, uint32_t kind) {
+    thread_local std::string text;
+    text.clear();
+    With(handle, [&](const FakeChannel& channel) {
+        const bool hasTitle = kind == BASS_TAG_META && !channel.url.empty();
+        if (hasTitle) text = "StreamTitle=" + stations[channel.url].title + ";";
+    });
+    return text.empty() ? nullptr : text.c_str();
+}
+
+uint64_t BASS_StreamGetFilePosition(HSTREAM handle, uint32_t) {
+    return Told(handle, uint64_t{BASS_QWORD_ERROR},
+                [](const FakeChannel& channel) { return stations[channel.url].isConnected ? 1 : 0; });
 }
 
 double BASS_ChannelBytes2Seconds(uint32_t, uint64_t bytes) {

@@ -3,6 +3,7 @@
 // be played. A SoundFont's file holds the word "font".
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -21,6 +22,18 @@ public:
     FakeSlowDrive(const FakeSlowDrive&) = delete;
     FakeSlowDrive& operator=(const FakeSlowDrive&) = delete;
 };
+
+// The stream at a URL. One that was never set does not answer.
+struct FakeStation {
+    bool answers = true;
+    bool stalls = false;  // nothing arrives any more
+    bool isConnected = true;
+    int level = 10'000;
+    std::chrono::milliseconds opensIn{0};
+    std::string title = {};
+};
+void SetFakeStation(const std::string& url, const FakeStation& station);
+void ForgetFakeStations();
 
 // How much there is: nothing that play-next leaves behind may add up.
 size_t FakeChannels();

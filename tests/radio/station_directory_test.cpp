@@ -58,7 +58,7 @@ protected:
     Directory directory_;
     int64_t now_ = 1000;
     std::stop_source stop_;
-    StationDirectoryClient client_{{"https://dead", kMirror}, directory_.Fetch(), [this] { return now_; }};
+    StationDirectoryClient client_{{"https://dead", kMirror}, [this] { return directory_.Fetch(); }, [this] { return now_; }};
 };
 
 TEST_F(StationDirectoryTest, OnlyMirrorsThatAnswerTheProbeArePicked) {
