@@ -1,6 +1,7 @@
 // Changes of the music folders while a player runs, without a front.
 #include "app/folder_scan.h"
 
+#include "app/audio_start.h"
 #include "app/dropped_songs.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
@@ -87,6 +88,17 @@ TEST_F(FolderScanTest, WhatWasDroppedPlaysOnThroughAScan) {
     ASSERT_NE(PlayingSong(player.state), nullptr);
     EXPECT_EQ(PlayingSong(player.state)->songPath, folder_.At("drop/one.mp3"));
     EXPECT_EQ(player.state.selection.currentPlaylist, player.state.playback.item.place.playlist);
+}
+
+TEST_F(FolderScanTest, NewMusicDoesNotStartWhatTheUserHasStopped) {
+    Player& player = StartWithDemo();
+    StopMusic(player);
+    folder_.Write("music/C/four.mp3", ToneWav(300.0, 100.0));
+    Scan(player, {"music"});
+    ASSERT_TRUE(ScanEnds(player));
+    EXPECT_EQ(player.state.library.typedSongCount, 4);
+    EXPECT_EQ(CurrentHandle(player.state.playback), 0U);
+    EXPECT_EQ(player.state.playback.next, nullptr);
 }
 
 TEST_F(FolderScanTest, ALaterChangeAndTheEndOfTheProgramGiveAScanUp) {
