@@ -50,6 +50,7 @@ TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
     ASSERT_EQ(state.favorites.list.size(), 1U);
     EXPECT_EQ(state.library.favoriteSongCount, 1);
     EXPECT_EQ(CurrentHandle(state.playback), playing);
+    state.library.playlists[0].favoriteCount = 3;
     EXPECT_EQ(state.playback.item.title, "demo");
     EXPECT_EQ(PlayingSong(state), nullptr) << "another song in its place would get its favorite count";
 
@@ -57,6 +58,7 @@ TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
     ASSERT_TRUE(ScanEnds(player));
     ASSERT_NE(PlayingSong(state), nullptr);
     EXPECT_EQ(PlayingSong(state)->songPath, folder_.At("demo/Album/demo.mp3"));
+    EXPECT_EQ(state.library.playlists[0].favoriteCount, 3) << "an album keeps its marks";
     EXPECT_TRUE(folder_.Has("data/musicLibraryCache.json"));
 }
 

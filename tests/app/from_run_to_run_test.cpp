@@ -92,6 +92,7 @@ TEST_F(FromRunToRun, TheUsersOwnVolumeLastsWhateverIsMadeOfIt) {
     {
         Player& player = Start();
         EXPECT_TRUE(player.state.playback.volume->realTimeVolume);
+        EXPECT_EQ(player.state.playback.volume->targetRms, TargetRmsOf(0.375F)) << "the first song follows it already";
         EXPECT_TRUE(player.state.shell.options.closesToTray);
         EXPECT_EQ(UserVolume(player.state), 0.375F);
         SetLoudnessFollowing(player.state, false);
