@@ -11,7 +11,7 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kFolderWidth = 260, kHoldsWidth = 172, kListHeight = 190;
+constexpr int kFolderWidth = 280, kListHeight = 190;
 
 class FolderDialog : public Dialog {
 public:
@@ -45,8 +45,9 @@ private:
     Form AddMusicFolders() {
         Form heading = AddHeading("Music folders");
         Form hint = AddLabel("Every folder inside a music folder is an album; the songs in it are played.");
+        const int holdsWidth = TextWidth("9,999 albums, 9,999,999 songs") + 2 * kMargin;
         list_ =
-            AddTable({kFolderWidth + kHoldsWidth + 24, kListHeight}, {{"Folder", kFolderWidth}, {"Holds", kHoldsWidth}},
+            AddTable({kFolderWidth + holdsWidth, kListHeight}, {{"Folder", kFolderWidth}, {"Holds", holdsWidth, false}},
                      [this](const NMHDR& notice) { return OnList(notice); });
         table_ = TextTable(list_);
         const HWND add = AddButton("&Add...", [this] { Add(); });

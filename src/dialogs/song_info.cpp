@@ -14,7 +14,7 @@ namespace hullrider {
 
 namespace {
 
-constexpr size_t kMostRows = 20;
+constexpr size_t kMostRows = 100;
 
 std::string Number(int64_t value) {
     return FormatWithThousands(value);

@@ -16,18 +16,19 @@ namespace hullrider {
 namespace {
 
 constexpr int kMostPlayedWidth = 330, kRecentWidth = 394, kKindsWidth = kMostPlayedWidth + kMargin + kRecentWidth;
-constexpr int kKindsHeight = 140, kListHeight = 212;
+constexpr int kKindsHeight = 118, kListHeight = 212;
 constexpr int kBarHeight = 20, kSwatch = 12, kLegendWidth = 172;
 
 // In the order of their names.
 constexpr std::array<COLORREF, kTypeNames.size()> kKindColors{kMidiColor, kAudioFileColor, kTrackerColor,
                                                               kStationColor};
 
+// Columns of names grow, columns of numbers and times keep their widths.
 template <size_t count>
-std::vector<std::pair<std::string, int>> Columns(const std::array<const char*, count>& headings,
-                                                 const std::array<int, count>& widths) {
-    std::vector<std::pair<std::string, int>> columns;
-    for (size_t i = 0; i < count; ++i) columns.emplace_back(headings[i], widths[i]);
+std::vector<TableColumn> Columns(const std::array<const char*, count>& headings, const std::array<int, count>& widths,
+                                 const std::array<bool, count>& grows) {
+    std::vector<TableColumn> columns;
+    for (size_t i = 0; i < count; ++i) columns.push_back({headings[i], widths[i], grows[i]});
     return columns;
 }
 
@@ -60,7 +61,8 @@ private:
 
     Form AddTotals() {
         const HWND kinds =
-            AddTable({kKindsWidth, kKindsHeight}, Columns(kKindColumns, {222, 104, 104, 96, 110, 96}), {});
+            AddTable({kKindsWidth, kKindsHeight},
+                     Columns(kKindColumns, {222, 104, 104, 96, 110, 96}, {true, true, true, true, true, true}), {});
         for (int column = 1; column < static_cast<int>(kKindColumns.size()); ++column) AlignRight(kinds, column);
         kinds_ = TextTable(kinds);
         Form caption = AddLabel("Time heard, by kind");
@@ -72,11 +74,12 @@ private:
     }
 
     Form AddSongs() {
-        const HWND mostPlayed =
-            AddTable({kMostPlayedWidth, kListHeight}, Columns(kMostPlayedColumns, {150, 104, 52}), {});
+        const HWND mostPlayed = AddTable({kMostPlayedWidth, kListHeight},
+                                         Columns(kMostPlayedColumns, {150, 104, 60}, {true, true, false}), {});
         AlignRight(mostPlayed, 2);
         mostPlayed_ = TextTable(mostPlayed);
-        const HWND recent = AddTable({kRecentWidth, kListHeight}, Columns(kRecentColumns, {112, 146, 114}), {});
+        const HWND recent =
+            AddTable({kRecentWidth, kListHeight}, Columns(kRecentColumns, {118, 146, 114}, {false, true, true}), {});
         recent_ = TextTable(recent);
         return WithGap(kMargin, Row({Grow(mostPlayed), Grow(recent)}));
     }
