@@ -1,4 +1,4 @@
-// Song Information: what was heard in this run and of all time, the most played songs, and the latest ones.
+// Song Information: what plays, what was heard in this run and of all time, the most played songs, and the latest ones.
 #include <cmath>
 #include <ctime>
 
@@ -16,7 +16,7 @@ namespace hullrider {
 namespace {
 
 constexpr int kMostPlayedWidth = 330, kRecentWidth = 394, kKindsWidth = kMostPlayedWidth + kMargin + kRecentWidth;
-constexpr int kKindsHeight = 118, kListHeight = 212;
+constexpr int kKindsHeight = 118, kListHeight = 120;
 constexpr int kBarHeight = 20, kSwatch = 12, kLegendWidth = 172;
 
 // In the order of their names.
@@ -38,15 +38,18 @@ public:
 
 protected:
     Form MakeForm() override {
+        Form playing = AddPlaying();
         Form totals = AddTotals();
         Form songs = AddSongs();
+        AlignWidths(playingNames_);
         const HWND copy = AddButton("Co&py", [this] { Copy(); });
         copied_ = AddLine();
-        return Column({totals, songs, Row({copy, GrowWide(copied_), AddCloseButton()})});
+        return Column({playing, totals, songs, Row({copy, GrowWide(copied_), AddCloseButton()})});
     }
 
     void Refresh() override {
         TakeInfo();
+        for (size_t i = 0; i < playing_.size(); ++i) SetText(playing_[i], info_.playing[i]);
         kinds_.Show(info_.kinds);
         mostPlayed_.Show(info_.mostPlayed);
         recent_.Show(info_.recent);
@@ -57,7 +60,29 @@ protected:
     }
 
 private:
-    void TakeInfo() { UpdateSongInfo(info_, app_, StatisticsSoFar(app_), static_cast<int64_t>(std::time(nullptr))); }
+    void TakeInfo() {
+        UpdateSongInfo(info_, app_, StatisticsSoFar(app_), static_cast<int64_t>(std::time(nullptr)));
+        info_.playing = MakePlayingInfo(app_, picker_, ReadChannelFacts(app_.playback, app_.soundFonts));
+    }
+
+    // What plays: names and values in two columns, and below them those that may be long.
+    Form AddPlaying() {
+        constexpr size_t kRows = 4;
+        std::vector<Form> columns{AddPlayingRows(0, kRows), AddPlayingRows(kRows, 2 * kRows)};
+        Form below = AddPlayingRows(2 * kRows, kPlayingNames.size());
+        return WithGap(2, Column({WithGap(kMargin, Row(std::move(columns))), below}));
+    }
+
+    Form AddPlayingRows(size_t begin, size_t end) {
+        std::vector<Form> names, values;
+        for (size_t i = begin; i < end; ++i) {
+            names.push_back(AddLabel(kPlayingNames[i]));
+            values.push_back(playing_[i] = AddLine());
+            playingNames_.push_back(static_cast<HWND>(names.back().control));
+        }
+        Form wide = GrowWide(WithGap(2, Column(std::move(values))));
+        return GrowWide(Row({WithGap(2, Column(std::move(names))), wide}));
+    }
 
     Form AddTotals() {
         const HWND kinds =
@@ -110,6 +135,9 @@ private:
     }
 
     const AppState& app_;
+    PickerState picker_;  // its lists serve the chances
+    std::array<HWND, kPlayingNames.size()> playing_{};
+    std::vector<HWND> playingNames_;
     TextTable kinds_, mostPlayed_, recent_;
     SongInfo info_;
     std::array<double, 4> painted_{};  // the shares in the chart
