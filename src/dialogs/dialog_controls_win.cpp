@@ -12,6 +12,7 @@ constexpr int kFirstId = 100;  // lower ids are the system's: Enter, Escape
 
 // In units of 1/96 inch.
 constexpr int kLeastLine = 20, kLeastButton = 96, kButtonPadding = 12, kFieldPadding = 14, kCheckBoxWidth = 22;
+constexpr int kMostArrowSteps = 1000, kLeastTable = 72;
 constexpr int kArrowWidth = 18, kListHeight = 240, kSliderWidth = 220;
 
 }  // namespace
@@ -97,14 +98,19 @@ HWND Dialog::AddEdit(int width, DWORD style, Procedure onChange, Procedure onLea
     return edit;
 }
 
-NumberControls Dialog::AddNumber(int lowest, int highest, Procedure onChange, Procedure onLeave) {
-    const int width = std::max(TextWidth(std::to_string(lowest)), TextWidth(std::to_string(highest)));
-    const HWND edit = AddEdit(width + kFieldPadding, 0, std::move(onChange), std::move(onLeave));
-    const HWND arrows = AddControl(UPDOWN_CLASSW, "", UDS_SETBUDDYINT | UDS_ARROWKEYS | UDS_NOTHOUSANDS, [this] {
+NumberControls Dialog::AddNumber(Procedure onChange, Procedure onLeave, std::function<void(int)> onArrow) {
+    const HWND edit = AddEdit(TextWidth("9999999") + kFieldPadding, 0, std::move(onChange), std::move(onLeave));
+    SendMessageW(edit, EM_SETLIMITTEXT, 9, 0);
+    const HWND arrows = AddControl(UPDOWN_CLASSW, "", UDS_ARROWKEYS, [this] {
         return FormSize{kArrowWidth, FieldHeight()};
     });
-    SendMessageW(arrows, UDM_SETRANGE32, static_cast<WPARAM>(lowest), highest);
+    // The arrows' own number stays 0, between bounds that make "up" positive.
+    SendMessageW(arrows, UDM_SETRANGE32, static_cast<WPARAM>(-kMostArrowSteps), kMostArrowSteps);
     SendMessageW(arrows, UDM_SETBUDDY, reinterpret_cast<WPARAM>(edit), 0);
+    Last().onNotice = [onArrow = std::move(onArrow)](const NMHDR& notice) {
+        if (notice.code == UDN_DELTAPOS) onArrow(reinterpret_cast<const NMUPDOWN&>(notice).iDelta);
+        return LRESULT{1};
+    };
     return {edit, arrows};
 }
 
@@ -148,21 +154,20 @@ HWND Dialog::AddTabs(const std::vector<std::string>& names, std::function<void(i
     return tabs;
 }
 
-HWND Dialog::AddTable(FormSize least, const std::vector<std::pair<std::string, int>>& columns, NoticeHandler onNotice,
-                      DWORD style) {
+HWND Dialog::AddTable(FormSize least, const std::vector<TableColumn>& columns, NoticeHandler onNotice, DWORD style) {
     const HWND table = AddControl(
         WC_LISTVIEWW, "", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | style,
         [least] { return least; }, WS_EX_CLIENTEDGE);
-    Last().isTable = true;
     SendMessageW(table, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_INFOTIP);
     for (size_t i = 0; i < columns.size(); ++i) {
-        std::wstring heading = WideFromUtf8(columns[i].first);
+        std::wstring heading = WideFromUtf8(columns[i].heading);
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
         column.pszText = heading.data();
-        column.cx = Pixels(columns[i].second);
+        column.cx = Pixels(columns[i].width);
         column.iSubItem = static_cast<int>(i);
         SendMessageW(table, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+        Last().growingColumns.push_back(columns[i].grows);
     }
     Last().onNotice = std::move(onNotice);
     return table;
@@ -216,6 +221,10 @@ void Dialog::MeasureControls() {
     std::vector<int> widths(widthGroups_ + 1, 0);
     for (Control& control : controls_) {
         control.measured = control.size();
+        if (!control.growingColumns.empty()) {
+            const int cut = std::clamp(control.measured.height - kLeastTable, 0, tableCut_);
+            control.measured.height -= cut;
+        }
         widths[control.sameWidth] = std::max(widths[control.sameWidth], control.measured.width);
     }
     for (Control& control : controls_) {

@@ -16,6 +16,7 @@ namespace {
 
 constexpr UINT_PTR kRefreshTimer = 1;
 constexpr UINT kRefreshMs = 500;
+constexpr int kLeastColumn = 40, kTableCutStep = 10, kMostTableCut = 300;  // units
 constexpr DWORD kFixedStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 constexpr DWORD kGrowingStyle = kFixedStyle | WS_THICKFRAME | WS_MAXIMIZEBOX;
 
@@ -62,6 +63,20 @@ void PaintBuffered(HDC dc, const RECT& box, const std::function<void(HDC, const 
     DeleteDC(memory);
 }
 
+RECT WorkAreaOf(HWND window) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+    return monitor.rcWork;
+}
+
+int ShowQuestion(HWND window, std::string_view question, UINT buttons) {
+    wchar_t title[128] = {};
+    GetWindowTextW(window, title, 128);
+    const ModalOperation modal;
+    return MessageBoxW(window, WideFromUtf8(question).c_str(), title, buttons | MB_ICONQUESTION);
+}
+
 }  // namespace
 
 Dialog::~Dialog() {
@@ -83,12 +98,12 @@ bool Dialog::Open(HINSTANCE instance, const char* className, const char* title) 
     if (window_ == nullptr) return false;
     TakeScale(static_cast<int>(GetDpiForWindow(window_)));
     form_ = MakeForm();
-    MeasureControls();
+    MeasureToFit();
     SetWindowLongPtrW(window_, GWL_STYLE, GetWindowLongPtrW(window_, GWL_STYLE) | static_cast<LONG_PTR>(Style()));
     TakeRoomOnScreen();
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     PlaceControls();
-    Refresh();
+    RefreshAll();
     SetTimer(window_, kRefreshTimer, kRefreshMs, nullptr);
     ShowWindow(window_, SW_SHOWNORMAL);
     SetForegroundWindow(window_);
@@ -117,7 +132,7 @@ LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             Paint(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             return TRUE;
         case WM_TIMER:
-            if (IsIconic(window_) == 0) Refresh();
+            if (IsIconic(window_) == 0) RefreshAll();
             return 0;
         case WM_ACTIVATE:
             OnActivate(LOWORD(wParam) != WA_INACTIVE);
@@ -134,11 +149,44 @@ LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 void Dialog::OnActivate(bool isActive) {
     if (isActive) {
         SetFocus(FocusTarget());
-        Refresh();
+        RefreshAll();
         return;
     }
     const HWND focus = GetFocus();
     if (focus != nullptr && IsChild(window_, focus) != 0) lastFocus_ = focus;
+}
+
+void Dialog::RefreshAll() {
+    Refresh();
+    FitTables();
+}
+
+// A scroll bar comes and goes with the rows, and takes its width from the columns.
+void Dialog::FitTables() {
+    for (Control& control : controls_) {
+        if (control.growingColumns.empty()) continue;
+        RECT client;
+        GetClientRect(control.window, &client);
+        if (client.right == control.fittedWidth) continue;
+        control.fittedWidth = static_cast<int>(client.right);
+        FitColumns(control.window, control.growingColumns, Pixels(kLeastColumn));
+    }
+}
+
+// A question may be open when the program ends, which then closes the window without another one.
+LRESULT Dialog::Close(bool isAsked) {
+    if (isAsked) {
+        if (isAsking_) return 0;
+        isAsking_ = true;
+        const HWND window = window_;
+        const bool mayClose = MayClose();
+        if (IsWindow(window) == 0) return 0;
+        isAsking_ = false;
+        if (!mayClose) return 0;
+    }
+    OnClose();
+    DestroyWindow(window_);
+    return 0;
 }
 
 LRESULT Dialog::OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -155,9 +203,7 @@ LRESULT Dialog::OnPlaceOrEnd(UINT message, WPARAM wParam, LPARAM lParam) {
             FollowDpi(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
             return 0;
         case WM_CLOSE:
-            OnClose();
-            DestroyWindow(window_);
-            return 0;
+            return Close(true);
         case WM_NCDESTROY:
             SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
             window_ = nullptr;
@@ -186,9 +232,13 @@ void Dialog::OnCommand(int id, UINT code) {
 
 LRESULT Dialog::OnNotice(const NMHDR& notice) {
     const Control* const control = Find(notice.hwndFrom);
-    if (control == nullptr || !control->onNotice) return 0;
+    if (control == nullptr) return 0;
+    LRESULT answer = 0;
+    if (notice.code == NM_CUSTOMDRAW && !control->growingColumns.empty()) {
+        answer = ColorSelection(reinterpret_cast<NMLVCUSTOMDRAW&>(const_cast<NMHDR&>(notice)));
+    }
     const NoticeHandler handler = control->onNotice;
-    return handler(notice);
+    return handler ? handler(notice) | answer : answer;
 }
 
 void Dialog::Paint(const DRAWITEMSTRUCT& item) {
@@ -205,12 +255,14 @@ void Dialog::Paint(const DRAWITEMSTRUCT& item) {
 
 bool Dialog::Confirm(std::string_view question) const {
     const HWND window = window_;
-    wchar_t title[128] = {};
-    GetWindowTextW(window, title, 128);
-    const ModalOperation modal;
-    const int answer =
-        MessageBoxW(window, WideFromUtf8(question).c_str(), title, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2);
-    return answer == IDYES && IsWindow(window) != 0;
+    return ShowQuestion(window, question, MB_YESNO | MB_DEFBUTTON2) == IDYES && IsWindow(window) != 0;
+}
+
+Dialog::Answer Dialog::Ask(std::string_view question) const {
+    const HWND window = window_;
+    const int answer = ShowQuestion(window, question, MB_YESNOCANCEL);
+    if (IsWindow(window) == 0) return Answer::kCancel;
+    return answer == IDYES ? Answer::kYes : answer == IDNO ? Answer::kNo : Answer::kCancel;
 }
 
 // The control that had the focus last, if it can still have it.
@@ -231,7 +283,7 @@ int Dialog::Units(int pixels) const {
 // The old fonts are freed once no control uses them.
 void Dialog::TakeScale(int dpi) {
     for (const Control& control : controls_) {
-        if (control.isTable) ScaleColumns(control.window, dpi, dpi_);
+        if (!control.growingColumns.empty()) ScaleColumns(control.window, dpi, dpi_);
     }
     dpi_ = dpi;
     const HFONT oldFont = font_, oldHeading = headingFont_;
@@ -267,19 +319,28 @@ void Dialog::PlaceControls() {
         const int left = Pixels(where.x), top = Pixels(where.y);
         SetWindowPos(control.window, nullptr, left, top, Pixels(where.x + where.width) - left,
                      Pixels(where.y + where.height + control.listHeight) - top, SWP_NOZORDER | SWP_NOACTIVATE);
-        if (control.isTable) FitFirstColumn(control.window, Pixels(80));
     };
     PlaceForm(
         form_, box, [this](void* control) { return SizeOf(control); }, place);
+    FitTables();
     InvalidateRect(window_, nullptr, TRUE);
 }
 
 void Dialog::FollowDpi(int dpi, const RECT& proposed) {
     TakeScale(dpi);
-    MeasureControls();
+    MeasureToFit();
     SetWindowPos(window_, nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
                  proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
     PlaceControls();
+}
+
+// Tables give up height that the monitor does not have.
+void Dialog::MeasureToFit() {
+    const RECT work = WorkAreaOf(window_);
+    for (tableCut_ = 0;; tableCut_ += kTableCutStep) {
+        MeasureControls();
+        if (OuterSize().cy <= work.bottom - work.top || tableCut_ >= kMostTableCut) return;
+    }
 }
 
 // The system has chosen a place without knowing the window's size: moves the window into the monitor's work area.
@@ -287,10 +348,7 @@ void Dialog::TakeRoomOnScreen() const {
     const SIZE outer = OuterSize();
     RECT box;
     GetWindowRect(window_, &box);
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &monitor);
-    const RECT& work = monitor.rcWork;
+    const RECT work = WorkAreaOf(window_);
     const LONG left = std::max(work.left, std::min(box.left, work.right - outer.cx));
     const LONG top = std::max(work.top, std::min(box.top, work.bottom - outer.cy));
     SetWindowPos(window_, nullptr, left, top, outer.cx, outer.cy, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
@@ -315,6 +373,10 @@ Dialog::Control* Dialog::Find(HWND control) {
 
 bool IsDialog(HWND window) {
     return reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC)) == Dialog::WindowProcedure;
+}
+
+void CloseUnasked(HWND dialog) {
+    if (Dialog* const self = DialogOf(dialog)) Guarded([self] { return self->Close(false); });
 }
 
 bool TranslateDialogMessage(MSG& message) {

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "dialogs/form.h"
+#include "dialogs/table_columns.h"
 
 namespace hullrider {
 
@@ -53,6 +54,9 @@ protected:
     // A key, before the focused control gets it. True: it has been handled.
     virtual bool OnKey(WPARAM) { return false; }
 
+    // The user closes the window. False keeps it open; it may also be gone by then, while a question was open.
+    virtual bool MayClose() { return true; }
+
     // The window is about to close: the last chance to apply what was typed.
     virtual void OnClose() {}
 
@@ -73,15 +77,14 @@ protected:
     HWND AddFieldButton(std::string_view widest, Procedure onClick, Procedure onLeave);
     HWND AddCheckBox(std::string_view text, bool isChecked, Procedure onClick);
     HWND AddEdit(int width, DWORD style, Procedure onChange, Procedure onLeave);
-    // A whole number from `lowest` to `highest`, with arrows to step it.
-    NumberControls AddNumber(int lowest, int highest, Procedure onChange, Procedure onLeave);
+    // A number with arrows, which report the steps that the user asks for: up is above 0.
+    NumberControls AddNumber(Procedure onChange, Procedure onLeave, std::function<void(int)> onArrow);
     // A drop-down list with room for `widest`.
     HWND AddChoice(std::string_view widest, Procedure onChange);
     HWND AddSlider(int lowest, int highest, int at, Procedure onChange);
     HWND AddTabs(const std::vector<std::string>& names, std::function<void(int)> onSelect);
-    // A list in rows and columns with single selection. The first column also takes the width that the others leave.
-    HWND AddTable(FormSize least, const std::vector<std::pair<std::string, int>>& columns, NoticeHandler onNotice,
-                  DWORD style = 0);
+    // A list in rows and columns with single selection. The columns always fill its width.
+    HWND AddTable(FormSize least, const std::vector<TableColumn>& columns, NoticeHandler onNotice, DWORD style = 0);
     HWND AddProgressBar();  // for work of unknown duration
     HWND AddIcon();         // the program's
     // A box that the window paints itself, without flicker.
@@ -92,6 +95,10 @@ protected:
 
     // Asks a yes-or-no question. After a no, the caller must touch nothing: the window may be gone.
     bool Confirm(std::string_view question) const;
+
+    // The same with a third choice, which is also the answer when the window is gone.
+    enum class Answer { kYes, kNo, kCancel };
+    Answer Ask(std::string_view question) const;
 
     // How many controls there are. ShowControls shows or hides those added between two such counts.
     size_t ControlCount() const { return controls_.size(); }
@@ -111,9 +118,11 @@ private:
         HWND window = nullptr;
         std::function<FormSize()> size;  // needed at the current scale, units
         FormSize measured;               // what `size` last returned
-        bool isHeading = false, isTable = false;
-        int listHeight = 0;    // of a choice, whose height includes the open list for the system
-        size_t sameWidth = 0;  // controls with the same number, other than 0, are equally wide
+        bool isHeading = false;
+        std::vector<bool> growingColumns;  // of a table; else empty
+        int fittedWidth = 0;               // of a table, when its columns were last fitted, pixels
+        int listHeight = 0;                // of a choice, whose height includes the open list for the system
+        size_t sameWidth = 0;              // controls with the same number, other than 0, are equally wide
         Procedure onClick, onChange, onLeave;
         Painter paint;
         NoticeHandler onNotice;
@@ -125,6 +134,9 @@ private:
     HWND AddControl(const wchar_t* className, std::string_view text, DWORD style, std::function<FormSize()> size,
                     DWORD extended = 0);
     void OnActivate(bool isActive);
+    void RefreshAll();
+    void FitTables();
+    LRESULT Close(bool isAsked);
     void OnCommand(int id, UINT code);
     LRESULT OnNotice(const NMHDR& notice);
     void Paint(const DRAWITEMSTRUCT& item);
@@ -133,6 +145,7 @@ private:
     int LineHeight() const;
     int FieldHeight() const;
     void MeasureControls();
+    void MeasureToFit();
     FormSize SizeOf(void* control) const { return Find(static_cast<HWND>(control))->measured; }
     FormSize ClientSize() const;
     DWORD Style() const;
@@ -147,6 +160,7 @@ private:
 
     friend bool TranslateDialogMessage(MSG& message);
     friend bool IsDialog(HWND window);
+    friend void CloseUnasked(HWND dialog);
 
     HWND window_ = nullptr;
     HINSTANCE instance_ = nullptr;
@@ -155,14 +169,18 @@ private:
     size_t widthGroups_ = 0;
     HFONT font_ = nullptr, headingFont_ = nullptr;
     int dpi_ = USER_DEFAULT_SCREEN_DPI;
+    int tableCut_ = 0;  // by how much tables are lower than they should be, units
     HWND lastFocus_ = nullptr;
-    bool keyIsRepeated_ = false;
+    bool keyIsRepeated_ = false, isAsking_ = false;
 };
 
 // For the message loop: keyboard navigation in a dialog. True when the message has been handled.
 bool TranslateDialogMessage(MSG& message);
 
 bool IsDialog(HWND window);
+
+// Closes a dialog without asking: the program ends.
+void CloseUnasked(HWND dialog);
 
 void SetText(HWND control, std::string_view text);  // only when it differs, so that nothing flickers
 std::string TextOf(HWND control);

@@ -25,7 +25,7 @@ BOOL CALLBACK MatchClass(HWND window, LPARAM parameter) {
 }
 
 BOOL CALLBACK CloseIfDialog(HWND window, LPARAM) {
-    if (IsDialog(window)) SendMessageW(window, WM_CLOSE, 0, 0);
+    if (IsDialog(window)) CloseUnasked(window);
     return TRUE;
 }
 

@@ -14,7 +14,7 @@ class Dialog;
 void OpenDialog(HINSTANCE instance, const char* className, const char* title,
                 const std::function<std::unique_ptr<Dialog>()>& make);
 
-// Closes all that are open, as the user would.
+// Closes all that are open, without asking.
 void CloseDialogs();
 
 // For the message loop: keyboard navigation in an option window. True when the message has been handled.

@@ -72,7 +72,7 @@ private:
     void AddList() {
         list_ = AddTable(
             {kSongWidth + kAlbumWidth + kKindWidth + kCountWidth, kListHeight},
-            {{"Song", kSongWidth}, {"Album", kAlbumWidth}, {"Kind", kKindWidth}, {"Count", kCountWidth}},
+            {{"Song", kSongWidth}, {"Album", kAlbumWidth}, {"Kind", kKindWidth, false}, {"Count", kCountWidth, false}},
             [this](const NMHDR& notice) { return OnList(notice); }, LVS_OWNERDATA);
         AlignRight(list_, static_cast<int>(FavoriteColumn::kCount));
     }

@@ -1,17 +1,21 @@
 // Folder Information: the music folders, in the order in which they are scanned, and the folder of the SoundFonts.
 #include <algorithm>
+#include <map>
 
+#include "dialogs/folder_offer.h"
 #include "dialogs/folder_rows.h"
 #include "dialogs/option_windows_win.h"
 #include "dialogs/table_win.h"
 #include "platform/file_chooser_win.h"
 #include "platform/folder.h"
+#include "platform/post.h"
+#include "platform/worker.h"
 
 namespace hullrider {
 
 namespace {
 
-constexpr int kFolderWidth = 260, kHoldsWidth = 172, kListHeight = 190;
+constexpr int kFolderWidth = 280, kListHeight = 190;
 
 class FolderDialog : public Dialog {
 public:
@@ -45,8 +49,9 @@ private:
     Form AddMusicFolders() {
         Form heading = AddHeading("Music folders");
         Form hint = AddLabel("Every folder inside a music folder is an album; the songs in it are played.");
+        const int holdsWidth = TextWidth("9,999 albums, 9,999,999 songs") + 2 * kMargin;
         list_ =
-            AddTable({kFolderWidth + kHoldsWidth + 24, kListHeight}, {{"Folder", kFolderWidth}, {"Holds", kHoldsWidth}},
+            AddTable({kFolderWidth + holdsWidth, kListHeight}, {{"Folder", kFolderWidth}, {"Holds", holdsWidth, false}},
                      [this](const NMHDR& notice) { return OnList(notice); });
         table_ = TextTable(list_);
         const HWND add = AddButton("&Add...", [this] { Add(); });
@@ -57,9 +62,12 @@ private:
         status_ = AddLine();
         bar_ = AddProgressBar();
         remarkLine_ = AddLine();
+        offerButton_ = AddButton("", [this] { TakeOffer(); });
+        ShowWindow(offerButton_, SW_HIDE);
         ShowProgress(false);
         Form buttons = WithGap(6, Column({add, remove_, up_, down_, rescan_}));
-        return Column({heading, hint, Row({Grow(list_), buttons}), Row({GrowWide(status_), bar_}), remarkLine_});
+        return Column(
+            {heading, hint, Row({Grow(list_), buttons}), Row({GrowWide(status_), bar_}), remarkLine_, offerButton_});
     }
 
     Form AddSoundFonts() {
@@ -81,6 +89,7 @@ private:
 
     void ShowProgress(bool isScanning) {
         isScanning_ = isScanning;
+        offers_.clear();  // the folders may have changed
         SendMessageW(bar_, PBM_SETMARQUEE, isScanning ? TRUE : FALSE, 40);
         ShowWindow(bar_, isScanning ? SW_SHOWNA : SW_HIDE);
         ShowFolders();
@@ -104,12 +113,56 @@ private:
         const int at = SelectedRow(list_);
         const auto count = static_cast<int>(rows_.size());
         const bool isSelected = at >= 0 && at < count;
-        const std::string found = isSelected ? rows_[static_cast<size_t>(at)].remark : std::string();
-        SetText(remarkLine_, remark_.empty() || (isTaken_ && !found.empty()) ? found : remark_);
+        const FolderOffer offer = isSelected ? OfferFor(rows_[static_cast<size_t>(at)]) : FolderOffer();
+        SetText(remarkLine_, remark_.empty() || (isTaken_ && !offer.remark.empty()) ? offer.remark : remark_);
+        ShowOffer(offer.button);
         EnableControl(remove_, isSelected, list_);
         EnableControl(up_, isSelected && at > 0, list_);
         EnableControl(down_, isSelected && at + 1 < count, list_);
         EnableControl(rescan_, count > 0, list_);
+    }
+
+    // What to say of the row, and to offer. Looks further into a folder without songs, once.
+    FolderOffer OfferFor(const FolderRow& row) {
+        if (!row.isEmpty) return {row.remark, "", {}};
+        const auto known = offers_.find(row.path);
+        if (known != offers_.end()) return known->second;
+        LookInto(row.path);
+        return {row.remark + " Looking further down...", "", {}};
+    }
+
+    void LookInto(const std::string& path) {
+        if (lookingInto_ == path) return;
+        lookingInto_ = path;
+        look_.Start([this, path](const std::stop_token& stop) {
+            const AlbumSearch search = SearchAlbums(path, stop);
+            Post([this, path, search] {
+                lookingInto_.clear();
+                offers_[path] = MakeFolderOffer(search, Folders());
+                ShowWhatApplies();
+            });
+        });
+    }
+
+    void ShowOffer(std::string text) {
+        // "&" in a path is no mark of a key.
+        for (size_t at = text.find('&'); at != std::string::npos; at = text.find('&', at + 2)) text.insert(at, 1, '&');
+        SetText(offerButton_, text);
+        if (text.empty() && GetFocus() == offerButton_) SetFocus(list_);
+        ShowWindow(offerButton_, text.empty() ? SW_HIDE : SW_SHOWNA);
+    }
+
+    // The folders of the offer take the place of the one without songs.
+    void TakeOffer() {
+        const int at = SelectedRow(list_);
+        if (at < 0 || at >= static_cast<int>(rows_.size()) || shownFolders_ != Folders()) return;
+        const auto offer = offers_.find(rows_[static_cast<size_t>(at)].path);
+        if (offer == offers_.end() || offer->second.folders.empty()) return;
+        const std::vector<std::string> folders = offer->second.folders;
+        Folders().erase(Folders().begin() + at);
+        Folders().insert(Folders().begin() + at, folders.begin(), folders.end());
+        remark_.clear();
+        TakeChange(at);
     }
 
     void Scan() {
@@ -173,8 +226,12 @@ private:
     uint64_t shownRevision_ = 0;
     bool isScanning_ = false, isFilling_ = false, isTaken_ = false;
     std::string remark_, fontRemark_;
+    std::map<std::string, FolderOffer> offers_;  // for folders without songs, as far as they were looked into
+    std::string lookingInto_;
+    Worker look_;
     HWND list_ = nullptr, remove_ = nullptr, up_ = nullptr, down_ = nullptr, rescan_ = nullptr;
-    HWND status_ = nullptr, bar_ = nullptr, remarkLine_ = nullptr, fontFolder_ = nullptr, fontStatus_ = nullptr;
+    HWND offerButton_ = nullptr, status_ = nullptr, bar_ = nullptr, remarkLine_ = nullptr, fontFolder_ = nullptr,
+         fontStatus_ = nullptr;
 };
 
 }  // namespace

@@ -54,7 +54,7 @@ FolderRow EmptyRow(const std::string& folder, const MusicLibrary& library) {
     if (IsMissing(folder, library)) {
         return {folder, "Not found", "This folder is missing. When it is back, a rescan or restart finds its songs."};
     }
-    return {folder, "No songs", "The folders inside it hold no songs. If it is an album, add its parent folder."};
+    return {folder, "No songs", "The folders inside it hold no songs.", true};
 }
 
 }  // namespace
@@ -73,6 +73,10 @@ std::vector<FolderRow> MakeFolderRows(const std::vector<std::string>& folders, c
         }
     }
     return rows;
+}
+
+bool IsSameFolder(const std::string& one, const std::string& other) {
+    return Plain(one) == Plain(other);
 }
 
 FolderVerdict JudgeFolder(const std::vector<std::string>& folders, const std::string& added, bool isThere) {

@@ -13,13 +13,16 @@ namespace hullrider {
 
 struct FolderRow {
     std::string path;
-    std::string holds;   // "3 albums, 1,234 songs"
-    std::string remark;  // one line on a missing or empty folder; else empty
+    std::string holds;     // "3 albums, 1,234 songs"
+    std::string remark;    // one line on a missing or empty folder; else empty
+    bool isEmpty = false;  // it is there, and the scan has found nothing in it
 };
 
 // During a scan, folders without songs in the library are shown as being scanned.
 std::vector<FolderRow> MakeFolderRows(const std::vector<std::string>& folders, const MusicLibrary& library,
                                       bool isScanning);
+
+bool IsSameFolder(const std::string& one, const std::string& other);
 
 struct FolderVerdict {
     bool isTaken = false;

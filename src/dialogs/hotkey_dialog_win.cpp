@@ -1,5 +1,5 @@
 // Hotkey Options: for each action a key that works in every program, and a button of a game controller. Changes work at
-// once but are saved only by "Save".
+// once but are saved only by "Save", or when the user agrees to it on closing the window.
 #include <algorithm>
 #include <array>
 #include <exception>
@@ -19,8 +19,8 @@ namespace {
 constexpr char kWaiting[] = "Press a key...";
 constexpr int kNobody = -1;
 
-constexpr int32_t kRows = kHotkeyActions / 2;  // in each of two columns
-constexpr int kLongestMs = 60000, kHintWidth = 760;
+constexpr NumberRule kShortTime{0, 60000, 1000, 100};  // in milliseconds, shown as seconds
+constexpr int kHintWidth = 760;
 constexpr char kKeyHint[] =
     "Click a field and press a key, alone or with Ctrl, Alt or Shift: it then works in every program. Delete clears "
     "the field, Escape leaves it unchanged. Ctrl+Shift+J and the media keys are built in.";
@@ -43,13 +43,15 @@ protected:
         pageBegins_[2] = ControlCount();
         Form buttons = AddButtons();
         saved_ = SavedBindings();
+        opened_ = ports_.bindings;
         ShowTab(0);
         return WithGap(kMargin, Column({tabs_, Stack({keys, controller}), buttons}));
     }
 
     void Refresh() override {
-        for (int32_t action = 0; action < kHotkeyActions; ++action) ShowAction(action);
-        for (const NumberField& field : fields_) field.Show();
+        for (int32_t action = 0; action < kHotkeyActions; ++action) ShowController(action);
+        for (int32_t action = 0; action < kActionsWithKeys; ++action) ShowKey(action);
+        for (NumberField& field : fields_) field.Show();
         SetChecked(rumble_, Settings_().useRumble != 0);
         SetChecked(toggleRumble_, Settings_().useRumbleToggle != 0);
         SetChecked(latch_, Settings_().toggleLatchMode);
@@ -72,16 +74,30 @@ protected:
         return true;
     }
 
+    bool MayClose() override {
+        StopWaiting();
+        if (IsSaved() || HaveSameBindings(opened_, ports_.bindings)) return true;
+        switch (Ask("Save the changed hotkeys? Otherwise they are lost when the player ends.")) {
+            case Answer::kYes:
+                Save();
+                return IsSaved();
+            case Answer::kNo:
+                return true;
+            default:
+                return false;
+        }
+    }
+
     void OnClose() override { StopWaiting(); }
 
 private:
     Settings& Settings_() const { return ports_.settings; }
 
-    // The rows of all actions, in two grids side by side.
+    // The rows of the first `count` actions, in two grids side by side.
     template <typename AddRow>
-    Form AddActions(size_t columns, const AddRow& addRow) {
+    Form AddActions(int32_t count, size_t columns, const AddRow& addRow) {
         std::vector<Form> left, right;
-        for (int32_t action = 0; action < kHotkeyActions; ++action) addRow(action, action < kRows ? left : right);
+        for (int32_t action = 0; action < count; ++action) addRow(action, action < count / 2 ? left : right);
         AlignWidths(labels_);
         labels_.clear();
         return WithGap(2 * kMargin,
@@ -94,13 +110,12 @@ private:
     }
 
     Form AddKeys() {
-        Form actions = AddActions(3, [this](int32_t action, std::vector<Form>& grid) {
+        Form actions = AddActions(kActionsWithKeys, 3, [this](int32_t action, std::vector<Form>& grid) {
             AddActionLabel(action, grid);
             const auto at = static_cast<size_t>(action);
             keys_[at] = AddFieldButton(
                 "Ctrl+Alt+Shift+Num 0", [this, action] { action == waiting_ ? StopWaiting() : WaitForKey(action); },
                 [this] { StopWaiting(); });
-            if (action >= kActionsWithKeys) EnableWindow(keys_[at], FALSE);
             keyRemarks_[at] = AddLine("Will no longer reach other programs");
             grid.insert(grid.end(), {keys_[at], keyRemarks_[at]});
         });
@@ -108,7 +123,7 @@ private:
     }
 
     Form AddController() {
-        Form actions = AddActions(4, [this](int32_t action, std::vector<Form>& grid) {
+        Form actions = AddActions(kHotkeyActions, 4, [this](int32_t action, std::vector<Form>& grid) {
             AddActionLabel(action, grid);
             const auto at = static_cast<size_t>(action);
             buttons_[at] = AddChoice("Right shoulder", [this, action] { TakeController(action); });
@@ -127,27 +142,31 @@ private:
         std::vector<Form> grid;
         rumble_ =
             AddCheckBox("&Button rumble", false, [this] { Take(Settings_().useRumble, IsChecked(rumble_) ? 1 : 0); });
-        AddMilliseconds(grid, rumble_, &Settings::rumbleTime);
+        AddSeconds(grid, rumble_, &Settings::rumbleTime);
         toggleRumble_ = AddCheckBox("&Toggle rumble", false,
                                     [this] { Take(Settings_().useRumbleToggle, IsChecked(toggleRumble_) ? 1 : 0); });
-        AddMilliseconds(grid, toggleRumble_, &Settings::rumbleTimeToggle);
+        AddSeconds(grid, toggleRumble_, &Settings::rumbleTimeToggle);
         latch_ = AddCheckBox("&Latch, after holding", false,
                              [this] { Take(Settings_().toggleLatchMode, IsChecked(latch_)); });
-        AddMilliseconds(grid, latch_, &Settings::toggleLatchDurationMs);
-        AddMilliseconds(grid, AddLabel("Latch st&ays active"), &Settings::toggleLatchActiveTimeMs);
+        AddSeconds(grid, latch_, &Settings::toggleLatchDurationMs);
+        AddSeconds(grid, AddLabel("Latch st&ays active"), &Settings::toggleLatchActiveTimeMs);
         return Grid(8, std::move(grid));
     }
 
-    void AddMilliseconds(std::vector<Form>& grid, HWND label, int32_t Settings::*setting) {
+    void AddSeconds(std::vector<Form>& grid, HWND label, int32_t Settings::*setting) {
         const size_t at = fields_.size();
-        const NumberControls controls = AddNumber(
-            0, kLongestMs, [this, at] { fields_[at].OnChange(); }, [this, at] { fields_[at].OnLeave(); });
-        const HWND unit = AddLabel("milliseconds");
-        const HWND remark = AddLine("0 to " + std::to_string(kLongestMs));
+        const NumberControls controls =
+            AddNumber([this, at] { fields_[at].OnChange(); }, [this, at] { fields_[at].OnLeave(); },
+                      [this, at](int steps) { fields_[at].OnArrow(steps); });
+        const HWND unit = AddLabel("seconds");
+        const HWND remark = AddLine("From 0 to 60");
         grid.insert(grid.end(), {label, controls.Together(), unit, remark});
         fields_.push_back(NumberField(controls, remark,
-                                      {0, kLongestMs, [this, setting] { return Settings_().*setting; },
-                                       [this, setting](int32_t value) { Take(Settings_().*setting, value); }}));
+                                      {kShortTime,
+                                       [this, setting] { return Settings_().*setting; },
+                                       [this, setting](int32_t value) { Take(Settings_().*setting, value); },
+                                       {},
+                                       {}}));
     }
 
     Form AddButtons() {
@@ -167,11 +186,16 @@ private:
         if (IsChild(Window(), focus) != 0 && IsWindowVisible(focus) == 0) SetFocus(tabs_);
     }
 
-    void ShowAction(int32_t action) const {
+    void ShowKey(int32_t action) const {
         const auto at = static_cast<size_t>(action);
         const HotkeyBindings& bindings = ports_.bindings;
         SetText(keys_[at], action == waiting_ ? kWaiting : KeyFieldText(bindings, action));
         SetText(keyRemarks_[at], action == waiting_ ? "" : KeyRemark(bindings, ports_.refused, action));
+    }
+
+    void ShowController(int32_t action) const {
+        const auto at = static_cast<size_t>(action);
+        const HotkeyBindings& bindings = ports_.bindings;
         const HotkeyBinding binding = BindingOf(bindings, action);
         if (SendMessageW(buttons_[at], CB_GETDROPPEDSTATE, 0, 0) == 0) {
             Choose(buttons_[at], std::max(binding.gameControllerButton, -1), ControllerButtonName);
@@ -182,10 +206,11 @@ private:
         SetText(controllerRemarks_[at], ControllerRemark(bindings, action));
     }
 
+    bool IsSaved() const { return HaveSameBindings(saved_, ports_.bindings); }
+
     void ShowStatus() const {
-        const bool isSaved = HaveSameBindings(saved_, ports_.bindings);
         SetText(status_, !trouble_.empty() ? trouble_
-                         : isSaved         ? ""
+                         : IsSaved()       ? ""
                                            : "In effect, but not saved yet: lost when the player ends.");
     }
 
@@ -269,12 +294,14 @@ private:
     }
 
     HotkeyPorts ports_;
-    HotkeyBindings saved_;  // as in the file
+    HotkeyBindings saved_;   // as in the file
+    HotkeyBindings opened_;  // as in force when the window was opened
     std::string trouble_;
     int32_t waiting_ = kNobody;  // the action whose field waits for a key
     int tab_ = 0;
     std::array<size_t, 3> pageBegins_{};  // each page's first control, and the end of the last page
-    std::array<HWND, kHotkeyActions> keys_{}, keyRemarks_{}, buttons_{}, triggers_{}, controllerRemarks_{};
+    std::array<HWND, kActionsWithKeys> keys_{}, keyRemarks_{};
+    std::array<HWND, kHotkeyActions> buttons_{}, triggers_{}, controllerRemarks_{};
     std::vector<HWND> labels_;  // of the page that is being made
     std::vector<NumberField> fields_;
     HWND tabs_ = nullptr, rumble_ = nullptr, toggleRumble_ = nullptr, latch_ = nullptr, status_ = nullptr;

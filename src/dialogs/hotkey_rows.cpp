@@ -16,10 +16,6 @@ bool IsNoKey(int32_t key) {
     return key == 0xE5 || key == 0xE7 || key == 0xFF;
 }
 
-bool IsKeyAction(int32_t action) {
-    return action >= 0 && action < kActionsWithKeys;
-}
-
 // The label without its colon, for use within a sentence.
 std::string NameOf(int32_t action) {
     std::string name(HotkeyLabel(action));
@@ -78,7 +74,6 @@ std::string KeyFieldText(const HotkeyBindings& bindings, int32_t action) {
 }
 
 std::string KeyRemark(const HotkeyBindings& bindings, const std::vector<RefusedHotkey>& refused, int32_t action) {
-    if (!IsKeyAction(action)) return "Game controller only";
     const HotkeyBinding binding = BindingOf(bindings, action);
     if (binding.vkKey == 0) return {};
     if (const auto other = OtherAction(bindings, action, kActionsWithKeys, IsSameKey)) return "Also " + NameOf(*other);

@@ -18,7 +18,8 @@ HotkeyBinding& BindingToChange(HotkeyBindings& bindings, int32_t action);
 // The text of the action's key field while it does not wait for a key.
 std::string KeyFieldText(const HotkeyBindings& bindings, int32_t action);
 
-// The remark beside the field: the key is also another action's, is taken, or is a poor choice. Empty when all is well.
+// The remark beside the key field of an action below kActionsWithKeys: the key is also another action's, is taken, or
+// is a poor choice. Empty when all is well.
 std::string KeyRemark(const HotkeyBindings& bindings, const std::vector<RefusedHotkey>& refused, int32_t action);
 
 // The same for the button and the trigger of a game controller.

@@ -5,6 +5,7 @@
 
 #include "dialogs/number_field_win.h"
 #include "dialogs/option_windows_win.h"
+#include "dialogs/radio_rules.h"
 #include "dialogs/share_bar_win.h"
 #include "library/song_counts.h"
 #include "platform/text_win.h"
@@ -15,10 +16,11 @@ namespace hullrider {
 
 namespace {
 
-constexpr int kLongestSec = 36000, kLongestFadeMs = 60000, kMostSongsAFont = 1000;
-constexpr int kWholeSongs = 0;      // as songPlayDurationMax
-constexpr int kUsualLongest = 110;  // when "Play songs whole" is switched off
-constexpr int kUsualDepth = 20;
+constexpr NumberRule kLeastSec{0, 36000}, kMostSec{1, 36000};
+constexpr NumberRule kFade{0, 60000, 1000, 100};  // in milliseconds, shown as seconds
+constexpr NumberRule kDepth{1, 10000}, kSongsAFont{1, 1000};
+constexpr int kUsualLongestSec = 110, kUsualDepth = 20, kUsualSongsAFont = 1;
+constexpr int kWholeSongs = 0, kNoHistory = -1, kSameFont = 0;  // what the settings hold when the box is not ticked
 constexpr int kHighestWeight = 100;
 
 struct Weight {
@@ -39,73 +41,152 @@ constexpr std::array<Weight, 5> kWeights{{
 
 class RadioDialog : public Dialog {
 public:
-    explicit RadioDialog(RadioPorts ports) : ports_(std::move(ports)) {}
+    explicit RadioDialog(RadioPorts ports)
+        : ports_(std::move(ports)),
+          longest_(Settings_().songPlayDurationMax, kWholeSongs, kUsualLongestSec),
+          history_(Settings_().historyDepth, kNoHistory, kUsualDepth),
+          fontSongs_(Settings_().songsBeforeSoundfontChange, kSameFont, kUsualSongsAFont) {}
 
 protected:
     // Play times and variety on the left, mix and volume on the right.
     Form MakeForm() override {
         std::vector<Form> left{AddPlayTimes(), AddVariety()};
         std::vector<Form> right{AddMix(), AddVolumes()};
-        for (const auto& column : {labels_, edits_, units_, mixLabels_}) AlignWidths(column);
+        for (const auto& column : {labels_, mixLabels_}) AlignWidths(column);
         Form columns = WithGap(3 * kMargin, Row({WithGap(kMargin, Column(std::move(left))),
                                                  GrowWide(WithGap(kMargin, Column(std::move(right))))}));
         return Column({columns, Row({Spring(), AddCloseButton()})});
     }
 
     void Refresh() override {
-        for (const NumberField& field : fields_) field.Show();
-        SetChecked(whole_, Settings_().songPlayDurationMax <= kWholeSongs);
-        SetChecked(noRepeat_, Settings_().historyDepth >= 0);
+        for (NumberField& field : fields_) field.Show();
+        SetChecked(whole_, !longest_.IsOn());
+        SetChecked(noRepeat_, history_.IsOn());
+        SetChecked(newFonts_, fontSongs_.IsOn());
         SetChecked(follow_, ports_.app.playback.volume->realTimeVolume);
         ShowWhatApplies();
         ShowVolumes();
         ShowShares();
     }
 
+    void OnClose() override {
+        for (NumberField& field : fields_) field.OnLeave();
+    }
+
 private:
     Settings& Settings_() const { return ports_.app.settings; }
 
-    // Adds a row of a grid with four columns: label, number, unit, remark.
-    size_t AddField(std::vector<Form>& grid, const char* label, const char* unit, int lowest, int highest,
-                    int32_t Settings::*setting) {
-        labels_.push_back(AddLabel(label));
-        const size_t at = fields_.size();
-        const NumberControls controls = AddNumber(
-            lowest, highest, [this, at] { fields_[at].OnChange(); }, [this, at] { fields_[at].OnLeave(); });
-        edits_.push_back(controls.edit);
-        units_.push_back(AddLabel(unit));
-        const HWND remark = AddLine("0 to " + std::to_string(kLongestFadeMs));
-        grid.insert(grid.end(), {labels_.back(), controls.Together(), units_.back(), remark});
-        fields_.push_back(NumberField(controls, remark,
-                                      {lowest, highest, [this, setting] { return Settings_().*setting; },
-                                       [this, setting](int32_t value) {
-                                           Settings_().*setting = value;
-                                           TakeBounds();
-                                       }}));
+    size_t AddField(HWND remark, const NumberControls& controls, NumberField::Meaning meaning) {
+        fields_.push_back(NumberField(controls, remark, std::move(meaning)));
+        return fields_.size() - 1;
+    }
+
+    // The controls of the field that is added next.
+    NumberControls AddNextNumber() {
+        const size_t at = numbers_++;
+        return AddNumber([this, at] { fields_[at].OnChange(); }, [this, at] { fields_[at].OnLeave(); },
+                         [this, at](int steps) { fields_[at].OnArrow(steps); });
+    }
+
+    HWND AddRowLabel(const char* text) {
+        labels_.push_back(AddLabel(text));
+        return labels_.back();
+    }
+
+    // A time from `least` to `most`, in seconds.
+    struct Range {
+        int32_t& least;
+        std::function<int32_t()> most;
+        std::function<void(int32_t)> setMost;
+
+        void Move(void (*moveEnd)(int32_t&, int32_t&, int32_t), int32_t value) const {
+            int32_t mostSec = most();
+            moveEnd(least, mostSec, value);
+            setMost(mostSec);
+        }
+    };
+
+    // Adds a row: label, both ends, remark. Returns the first field's index; the second one's is the next.
+    size_t AddRange(std::vector<Form>& grid, const char* label, const char* to, const Range& range) {
+        const HWND name = AddRowLabel(label);
+        const NumberControls least = AddNextNumber();
+        const HWND between = AddLabel(to);
+        const NumberControls most = AddNextNumber();
+        const HWND unit = AddLabel("seconds");
+        const HWND remark = AddLine("The shortest time follows");
+        grid.insert(grid.end(), {name, Row({least.Together(), between, most.Together(), unit}), remark});
+        const size_t at = AddField(remark, least, MeaningOfLeast(range));
+        AddField(remark, most, MeaningOfMost(range));
         return at;
+    }
+
+    static NumberField::Meaning MeaningOfLeast(const Range& range) {
+        return {kLeastSec,
+                [range] { return range.least; },
+                [range](int32_t value) { range.Move(MoveLeast, value); },
+                [range](int32_t value) { return value > range.most() ? "The longest time follows" : ""; },
+                {}};
+    }
+
+    static NumberField::Meaning MeaningOfMost(const Range& range) {
+        return {kMostSec,
+                range.most,
+                [range](int32_t value) { range.Move(MoveMost, value); },
+                [range](int32_t value) { return value < range.least ? "The shortest time follows" : ""; },
+                {}};
     }
 
     Form AddPlayTimes() {
         Form heading = AddHeading("Play time");
         whole_ = AddCheckBox("Play songs &whole", false, [this] { ToggleWhole(); });
         std::vector<Form> grid;
-        least_ = AddField(grid, "Songs play at &least", "seconds", 0, kLongestSec, &Settings::songPlayDurationMin);
-        most_ = AddField(grid, "and at m&ost", "seconds", 1, kLongestSec, &Settings::songPlayDurationMax);
-        stationLeast_ =
-            AddField(grid, "&Stations play at least", "seconds", 0, kLongestSec, &Settings::iSongPlayDurationMin);
-        stationMost_ = AddField(grid, "a&nd at most", "seconds", 1, kLongestSec, &Settings::iSongPlayDurationMax);
-        AddField(grid, "Cross-&fade", "milliseconds", 0, kLongestFadeMs, &Settings::FADE_DURATION_MS);
-        return Column({heading, whole_, Grid(4, std::move(grid))});
+        songRange_ = AddRange(grid, "&Songs play for", "t&o",
+                              {Settings_().songPlayDurationMin, [this] { return longest_.Number(); },
+                               [this](int32_t value) { longest_.SetNumber(value); }});
+        int32_t& stationMost = Settings_().iSongPlayDurationMax;
+        AddRange(grid, "Stations play &for", "to",
+                 {Settings_().iSongPlayDurationMin, [&stationMost] { return stationMost; },
+                  [&stationMost](int32_t value) { stationMost = value; }});
+        AddFade(grid);
+        return Column({heading, whole_, Grid(3, std::move(grid))});
+    }
+
+    void AddFade(std::vector<Form>& grid) {
+        const HWND name = AddRowLabel("Cross-fa&de");
+        const NumberControls controls = AddNextNumber();
+        const HWND unit = AddLabel("seconds");
+        const HWND remark = AddLine();
+        grid.insert(grid.end(), {name, Row({controls.Together(), unit}), remark});
+        int32_t& fadeMs = Settings_().FADE_DURATION_MS;
+        AddField(remark, controls,
+                 {kFade, [&fadeMs] { return fadeMs; }, [&fadeMs](int32_t value) { fadeMs = value; }, {}, {}});
     }
 
     Form AddVariety() {
         Form heading = AddHeading("Variety");
-        noRepeat_ = AddCheckBox("No song &repeat", false, [this] { ToggleNoRepeat(); });
         std::vector<Form> grid;
-        depth_ = AddField(grid, "A son&g comes again after", "others", 0, kLongestSec, &Settings::historyDepth);
-        AddField(grid, "New Soun&dFont every", "MIDI songs; 0: never", 0, kMostSongsAFont,
-                 &Settings::songsBeforeSoundfontChange);
-        return Column({heading, noRepeat_, Grid(4, std::move(grid))});
+        noRepeat_ = AddCheckBox("No song &repeat for", false, [this] { Switch(history_, noRepeat_); });
+        depth_ = AddOptional(grid, noRepeat_, "songs", history_, kDepth,
+                             [this](int32_t depth) { return HistoryRemark(depth, SongCountOf(ports_.app.library)); });
+        newFonts_ = AddCheckBox("&New SoundFont after", false, [this] { Switch(fontSongs_, newFonts_); });
+        fontEvery_ = AddOptional(grid, newFonts_, "MIDI songs", fontSongs_, kSongsAFont, {});
+        return Column({heading, Grid(3, std::move(grid))});
+    }
+
+    // Adds a row: check box, number, remark.
+    size_t AddOptional(std::vector<Form>& grid, HWND box, const char* unitText, OptionalNumber& number,
+                       const NumberRule& rule, std::function<std::string(int32_t)> remarkOn) {
+        labels_.push_back(box);
+        const NumberControls controls = AddNextNumber();
+        const HWND unit = AddLabel(unitText);
+        const HWND remark = AddLine("As rarely as possible");
+        grid.insert(grid.end(), {box, Row({controls.Together(), unit}), remark});
+        return AddField(remark, controls,
+                        {rule,
+                         [&number] { return number.Number(); },
+                         [&number](int32_t value) { number.SetNumber(value); },
+                         {},
+                         std::move(remarkOn)});
     }
 
     Form AddMix() {
@@ -117,7 +198,7 @@ private:
                 AddCanvas({12, 12}, [i](HDC dc, const RECT& box) { FillWith(dc, box, kWeights[i].color); });
             mixLabels_.push_back(AddLabel(weight.label));
             sliders_[i] = AddSlider(0, kHighestWeight, Settings_().*weight.setting, [this, i] { TakeWeight(i); });
-            shares_[i] = AddLine("100 %");
+            shares_[i] = AddLine("No MIDI songs");
             grid.insert(grid.end(), {Row({swatch, mixLabels_.back()}), GrowWide(sliders_[i]), shares_[i]});
         }
         bar_ = AddCanvas({0, 22}, [this](HDC dc, const RECT& box) { PaintBar(dc, box); });
@@ -137,45 +218,30 @@ private:
     HWND AddPreset(std::vector<Form>& grid, const char* label, HWND& percent) {
         mixLabels_.push_back(AddLabel(label));
         const HWND slider = AddSlider(0, 100, 0, [this] { TakePresets(); });
-        percent = AddLine("100 %");
+        percent = AddLine("No MIDI songs");  // as wide as the column above it
         grid.insert(grid.end(), {mixLabels_.back(), GrowWide(slider), percent});
         return slider;
     }
 
     void ToggleWhole() {
-        int32_t& longest = Settings_().songPlayDurationMax;
-        longest = IsChecked(whole_) ? kWholeSongs : std::max(kUsualLongest, Settings_().songPlayDurationMin);
+        longest_.Switch(!IsChecked(whole_));
+        int32_t& least = Settings_().songPlayDurationMin;
+        if (longest_.IsOn()) longest_.SetNumber(std::max(longest_.Number(), least));
         Refresh();
     }
 
-    void ToggleNoRepeat() {
-        Settings_().historyDepth = IsChecked(noRepeat_) ? std::min(kUsualDepth, DeepestHistory()) : -1;
+    void Switch(OptionalNumber& number, HWND box) {
+        number.Switch(IsChecked(box));
         Refresh();
     }
 
     void ToggleFollow() { SetLoudnessFollowing(ports_.app, IsChecked(follow_)); }
 
-    // Leaves one song to draw.
-    int32_t DeepestHistory() const {
-        return static_cast<int32_t>(std::clamp<int64_t>(SongCountOf(ports_.app.library) - 1, 0, kLongestSec));
-    }
-
-    // A minimum may not exceed its maximum, and the history must leave a song to draw.
-    void TakeBounds() {
-        const Settings& settings = Settings_();
-        fields_[least_].SetBounds(0, std::max(settings.songPlayDurationMax, 1));
-        fields_[most_].SetBounds(std::max(settings.songPlayDurationMin, 1), kLongestSec);
-        fields_[stationLeast_].SetBounds(0, std::max(settings.iSongPlayDurationMax, 1));
-        fields_[stationMost_].SetBounds(std::max(settings.iSongPlayDurationMin, 1), kLongestSec);
-        fields_[depth_].SetBounds(0, DeepestHistory());
-    }
-
     void ShowWhatApplies() {
-        TakeBounds();
-        const bool isWindowed = Settings_().songPlayDurationMax > kWholeSongs;
-        fields_[least_].Enable(isWindowed, whole_);
-        fields_[most_].Enable(isWindowed, whole_);
-        fields_[depth_].Enable(Settings_().historyDepth >= 0, noRepeat_);
+        fields_[songRange_].Enable(longest_.IsOn(), whole_);
+        fields_[songRange_ + 1].Enable(longest_.IsOn(), whole_);
+        fields_[depth_].Enable(history_.IsOn(), noRepeat_);
+        fields_[fontEvery_].Enable(fontSongs_.IsOn(), newFonts_);
     }
 
     void TakeWeight(size_t i) {
@@ -184,9 +250,15 @@ private:
         ShowShares();
     }
 
+    // The slider that is moved stops at the other one.
     void TakePresets() {
-        Settings_().highVolume = static_cast<float>(SendMessageW(high_, TBM_GETPOS, 0, 0)) / 100.0F;
-        Settings_().lowVolume = static_cast<float>(SendMessageW(low_, TBM_GETPOS, 0, 0)) / 100.0F;
+        Settings& settings = Settings_();
+        const auto volumeAt = [](HWND slider) {
+            return static_cast<float>(SendMessageW(slider, TBM_GETPOS, 0, 0)) / 100.0F;
+        };
+        const float high = volumeAt(high_), low = volumeAt(low_);
+        if (high != settings.highVolume) settings.highVolume = StoppedHigh(high, settings.lowVolume);
+        if (low != settings.lowVolume) settings.lowVolume = StoppedLow(low, settings.highVolume);
         ShowVolumes();
     }
 
@@ -206,7 +278,7 @@ private:
         if (promised != promised_) InvalidateRect(bar_, nullptr, FALSE);
         promised_ = promised;
         for (size_t i = 0; i < kWeights.size(); ++i) {
-            SetText(shares_[i], std::to_string(std::lround(ShareOf(i) * 100.0)) + " %");
+            SetText(shares_[i], ShareText(kWeights[i].category, ShareOf(i), ports_.app.library));
             const int32_t weight = std::clamp(Settings_().*kWeights[i].setting, 0, kHighestWeight);
             if (SendMessageW(sliders_[i], TBM_GETPOS, 0, 0) != weight) {
                 SendMessageW(sliders_[i], TBM_SETPOS, TRUE, weight);
@@ -223,13 +295,15 @@ private:
     }
 
     RadioPorts ports_;
+    OptionalNumber longest_, history_, fontSongs_;
     std::vector<NumberField> fields_;
-    size_t least_ = 0, most_ = 0, stationLeast_ = 0, stationMost_ = 0, depth_ = 0;
-    std::vector<HWND> labels_, edits_, units_, mixLabels_;  // each list is equally wide
+    size_t numbers_ = 0;  // made so far
+    size_t songRange_ = 0, depth_ = 0, fontEvery_ = 0;
+    std::vector<HWND> labels_, mixLabels_;  // each list is equally wide
     std::array<HWND, 5> sliders_{}, shares_{};
     std::array<double, 5> promised_{};
     PickerState picker_;  // its lists serve the shares
-    HWND whole_ = nullptr, noRepeat_ = nullptr, follow_ = nullptr, bar_ = nullptr;
+    HWND whole_ = nullptr, noRepeat_ = nullptr, newFonts_ = nullptr, follow_ = nullptr, bar_ = nullptr;
     HWND high_ = nullptr, highText_ = nullptr, low_ = nullptr, lowText_ = nullptr;
 };
 

@@ -14,7 +14,7 @@ namespace hullrider {
 
 namespace {
 
-constexpr size_t kMostRows = 20;
+constexpr size_t kMostRows = 100;
 
 std::string Number(int64_t value) {
     return FormatWithThousands(value);
@@ -115,6 +115,14 @@ std::string Line(std::span<const std::string> texts) {
     return line + "\n";
 }
 
+std::string PlayingText(const PlayingInfo& playing) {
+    std::string text;
+    for (size_t i = 0; i < playing.size(); ++i) {
+        if (!playing[i].empty()) text += std::string(kPlayingNames[i]) + "\t" + playing[i] + "\n";
+    }
+    return text.empty() ? text : text + "\n";
+}
+
 template <size_t columns>
 std::string Table(const std::array<const char*, columns>& headings, const std::vector<TextRow>& rows) {
     const TextRow heading(headings.begin(), headings.end());
@@ -170,8 +178,9 @@ void UpdateSongInfo(SongInfo& info, const AppState& app, const Statistics& stati
 }
 
 std::string SongInfoText(const SongInfo& info) {
-    return info.library + "\n" + info.thisRun + "\n" + info.allTime + "\n" + Table(kKindColumns, info.kinds) +
-           Table(kMostPlayedColumns, info.mostPlayed) + Table(kRecentColumns, info.recent);
+    return PlayingText(info.playing) + info.library + "\n" + info.thisRun + "\n" + info.allTime + "\n" +
+           Table(kKindColumns, info.kinds) + Table(kMostPlayedColumns, info.mostPlayed) +
+           Table(kRecentColumns, info.recent);
 }
 
 }  // namespace hullrider

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "dialogs/playing_info.h"
 #include "state/app_state.h"
 
 namespace hullrider {
@@ -13,6 +14,7 @@ namespace hullrider {
 using TextRow = std::vector<std::string>;  // one text for each column
 
 struct SongInfo {
+    PlayingInfo playing;         // by the caller, from the channel
     std::vector<TextRow> kinds;  // by kKindColumns
     // Of all time heard, 0 to 1: MIDI, audio files, tracker modules, stations.
     std::array<double, 4> timeShare{};

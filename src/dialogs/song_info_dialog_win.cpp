@@ -1,4 +1,4 @@
-// Song Information: what was heard in this run and of all time, the most played songs, and the latest ones.
+// Song Information: what plays, what was heard in this run and of all time, the most played songs, and the latest ones.
 #include <cmath>
 #include <ctime>
 
@@ -16,18 +16,19 @@ namespace hullrider {
 namespace {
 
 constexpr int kMostPlayedWidth = 330, kRecentWidth = 394, kKindsWidth = kMostPlayedWidth + kMargin + kRecentWidth;
-constexpr int kKindsHeight = 140, kListHeight = 212;
+constexpr int kKindsHeight = 118, kListHeight = 120;
 constexpr int kBarHeight = 20, kSwatch = 12, kLegendWidth = 172;
 
 // In the order of their names.
 constexpr std::array<COLORREF, kTypeNames.size()> kKindColors{kMidiColor, kAudioFileColor, kTrackerColor,
                                                               kStationColor};
 
+// Columns of names grow, columns of numbers and times keep their widths.
 template <size_t count>
-std::vector<std::pair<std::string, int>> Columns(const std::array<const char*, count>& headings,
-                                                 const std::array<int, count>& widths) {
-    std::vector<std::pair<std::string, int>> columns;
-    for (size_t i = 0; i < count; ++i) columns.emplace_back(headings[i], widths[i]);
+std::vector<TableColumn> Columns(const std::array<const char*, count>& headings, const std::array<int, count>& widths,
+                                 const std::array<bool, count>& grows) {
+    std::vector<TableColumn> columns;
+    for (size_t i = 0; i < count; ++i) columns.push_back({headings[i], widths[i], grows[i]});
     return columns;
 }
 
@@ -37,15 +38,18 @@ public:
 
 protected:
     Form MakeForm() override {
+        Form playing = AddPlaying();
         Form totals = AddTotals();
         Form songs = AddSongs();
+        AlignWidths(playingNames_);
         const HWND copy = AddButton("Co&py", [this] { Copy(); });
         copied_ = AddLine();
-        return Column({totals, songs, Row({copy, GrowWide(copied_), AddCloseButton()})});
+        return Column({playing, totals, songs, Row({copy, GrowWide(copied_), AddCloseButton()})});
     }
 
     void Refresh() override {
         TakeInfo();
+        for (size_t i = 0; i < playing_.size(); ++i) SetText(playing_[i], info_.playing[i]);
         kinds_.Show(info_.kinds);
         mostPlayed_.Show(info_.mostPlayed);
         recent_.Show(info_.recent);
@@ -56,11 +60,34 @@ protected:
     }
 
 private:
-    void TakeInfo() { UpdateSongInfo(info_, app_, StatisticsSoFar(app_), static_cast<int64_t>(std::time(nullptr))); }
+    void TakeInfo() {
+        UpdateSongInfo(info_, app_, StatisticsSoFar(app_), static_cast<int64_t>(std::time(nullptr)));
+        info_.playing = MakePlayingInfo(app_, picker_, ReadChannelFacts(app_.playback, app_.soundFonts));
+    }
+
+    // What plays: names and values in two columns, and below them those that may be long.
+    Form AddPlaying() {
+        constexpr size_t kRows = 4;
+        std::vector<Form> columns{AddPlayingRows(0, kRows), AddPlayingRows(kRows, 2 * kRows)};
+        Form below = AddPlayingRows(2 * kRows, kPlayingNames.size());
+        return WithGap(2, Column({WithGap(kMargin, Row(std::move(columns))), below}));
+    }
+
+    Form AddPlayingRows(size_t begin, size_t end) {
+        std::vector<Form> names, values;
+        for (size_t i = begin; i < end; ++i) {
+            names.push_back(AddLabel(kPlayingNames[i]));
+            values.push_back(playing_[i] = AddLine());
+            playingNames_.push_back(static_cast<HWND>(names.back().control));
+        }
+        Form wide = GrowWide(WithGap(2, Column(std::move(values))));
+        return GrowWide(Row({WithGap(2, Column(std::move(names))), wide}));
+    }
 
     Form AddTotals() {
         const HWND kinds =
-            AddTable({kKindsWidth, kKindsHeight}, Columns(kKindColumns, {222, 104, 104, 96, 110, 96}), {});
+            AddTable({kKindsWidth, kKindsHeight},
+                     Columns(kKindColumns, {222, 104, 104, 96, 110, 96}, {true, true, true, true, true, true}), {});
         for (int column = 1; column < static_cast<int>(kKindColumns.size()); ++column) AlignRight(kinds, column);
         kinds_ = TextTable(kinds);
         Form caption = AddLabel("Time heard, by kind");
@@ -72,11 +99,12 @@ private:
     }
 
     Form AddSongs() {
-        const HWND mostPlayed =
-            AddTable({kMostPlayedWidth, kListHeight}, Columns(kMostPlayedColumns, {150, 104, 52}), {});
+        const HWND mostPlayed = AddTable({kMostPlayedWidth, kListHeight},
+                                         Columns(kMostPlayedColumns, {150, 104, 60}, {true, true, false}), {});
         AlignRight(mostPlayed, 2);
         mostPlayed_ = TextTable(mostPlayed);
-        const HWND recent = AddTable({kRecentWidth, kListHeight}, Columns(kRecentColumns, {112, 146, 114}), {});
+        const HWND recent =
+            AddTable({kRecentWidth, kListHeight}, Columns(kRecentColumns, {118, 146, 114}, {false, true, true}), {});
         recent_ = TextTable(recent);
         return WithGap(kMargin, Row({Grow(mostPlayed), Grow(recent)}));
     }
@@ -107,6 +135,9 @@ private:
     }
 
     const AppState& app_;
+    PickerState picker_;  // its lists serve the chances
+    std::array<HWND, kPlayingNames.size()> playing_{};
+    std::vector<HWND> playingNames_;
     TextTable kinds_, mostPlayed_, recent_;
     SongInfo info_;
     std::array<double, 4> painted_{};  // the shares in the chart

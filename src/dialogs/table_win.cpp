@@ -1,9 +1,6 @@
 #include "dialogs/table_win.h"
 
-#include <commctrl.h>
-
-#include <algorithm>
-
+#include "dialogs/table_columns.h"
 #include "platform/text_win.h"
 
 namespace hullrider {
@@ -21,6 +18,13 @@ int WidthOfColumn(HWND table, int column) {
 
 void SetColumnWidth(HWND table, int column, int width) {
     SendMessageW(table, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(width, 0));
+}
+
+// Two fifths of the first color, on which black text is still easy to read.
+COLORREF Blend(COLORREF color, COLORREF ground) {
+    const auto mixed = [](int one, int other) { return (2 * one + 3 * other) / 5; };
+    return RGB(mixed(GetRValue(color), GetRValue(ground)), mixed(GetGValue(color), GetGValue(ground)),
+               mixed(GetBValue(color), GetBValue(ground)));
 }
 
 }  // namespace
@@ -79,14 +83,25 @@ void ScaleColumns(HWND table, int dpi, int dpiBefore) {
     }
 }
 
-void FitFirstColumn(HWND table, int least) {
-    RECT box;
-    GetWindowRect(table, &box);
-    const auto dpi = GetDpiForWindow(table);
-    int left =
-        box.right - box.left - GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) - 2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
-    for (int i = 1; i < CountColumns(table); ++i) left -= WidthOfColumn(table, i);
-    SetColumnWidth(table, 0, std::max(left, least));
+void FitColumns(HWND table, const std::vector<bool>& grows, int least) {
+    RECT client;
+    GetClientRect(table, &client);
+    std::vector<int> widths;
+    for (int i = 0; i < CountColumns(table); ++i) widths.push_back(WidthOfColumn(table, i));
+    widths = SpreadColumns(std::move(widths), grows, static_cast<int>(client.right), least);
+    for (size_t i = 0; i < widths.size(); ++i) SetColumnWidth(table, static_cast<int>(i), widths[i]);
+}
+
+LRESULT ColorSelection(NMLVCUSTOMDRAW& draw) {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    const HWND table = draw.nmcd.hdr.hwndFrom;
+    const bool isSelected =
+        SendMessageW(table, LVM_GETITEMSTATE, draw.nmcd.dwItemSpec, LVIS_SELECTED) != 0 && GetFocus() != table;
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || !isSelected) return CDRF_DODEFAULT;
+    draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+    draw.clrTextBk = Blend(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOW));
+    draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // otherwise the system's gray takes their place
+    return CDRF_DODEFAULT;
 }
 
 void ShowSortColumn(HWND table, int column, bool isDescending) {

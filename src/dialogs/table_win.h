@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <string>
 #include <vector>
 
@@ -32,8 +34,11 @@ void AlignRight(HWND table, int column);  // not the first one
 // Adapts the widths to the monitor's scale.
 void ScaleColumns(HWND table, int dpi, int dpiBefore);
 
-// The first column takes the width that the others leave, at least `least` pixels, with room for a scroll bar.
-void FitFirstColumn(HWND table, int least);
+// Makes the columns fill the table, as SpreadColumns does; `least` in pixels.
+void FitColumns(HWND table, const std::vector<bool>& grows, int least);
+
+// For NM_CUSTOMDRAW: makes the selected row stand out while the table lacks the focus.
+LRESULT ColorSelection(NMLVCUSTOMDRAW& draw);
 
 // Marks the heading that the rows are sorted by.
 void ShowSortColumn(HWND table, int column, bool isDescending);

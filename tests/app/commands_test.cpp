@@ -5,6 +5,7 @@
 #include "audio/bass.h"
 #include "input/hotkeys.h"
 #include "library/song_counts.h"
+#include "platform/message_box.h"
 #include "playback/play_next.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
@@ -77,6 +78,17 @@ TEST_F(CommandsTest, EachHotkeyDoesWhatItsLabelSays) {
         press(key);
         EXPECT_EQ(ErrorBoxes::last, "No soundfont files found.");
     }
+    player_->stopped = true;  // the font is for the next start
+    BASS_Free();
+    state_.soundFonts.soundFontFiles = {"a.sf2", "b.sf2", "c.sf2"};
+    state_.soundFonts.currentSoundFont = 1;
+    press(kNextSoundFontKey);
+    EXPECT_EQ(state_.soundFonts.currentSoundFont, 2);
+    press(kPreviousSoundFontKey);
+    press(kPreviousSoundFontKey);
+    EXPECT_EQ(state_.soundFonts.currentSoundFont, 0);
+    state_.soundFonts.soundFontFiles.clear();
+
     state_.selection.playMode = kPlaylistMode;
     press(kMusicHomeKey);
     EXPECT_EQ(state_.selection.playMode, kLibraryMode);
@@ -98,7 +110,9 @@ TEST_F(CommandsTest, AStopIsSilenceUntilSomethingIsStarted) {
                               kPreviousSongCommand, kNextPlaylistCommand, kMusicHomeCommand};
     for (const int32_t start : starts) {
         Run(kNextSongCommand);  // so that there is a previous one
+        state_.playback.heardSince -= std::chrono::seconds(30);
         Run(kStopCommand);
+        EXPECT_GE(state_.history.records.back().playedSec, 30.0) << "what was heard counts";
         Run(kStopCommand);
         EXPECT_EQ(CurrentHandle(state_.playback), 0U) << start;
         state_.playback.lastAttempt -= std::chrono::hours(1);
@@ -255,6 +269,11 @@ TEST_F(CommandsTest, OnlyTheCompanionEditionListensToItsGame) {
     EXPECT_FALSE(folder_.Has("game/songInfo.txt"));
 
     state_.shell.startupFinished = true;
+    {
+        const ModalOperation chooser;
+        PollPlayer(*player_);
+        EXPECT_EQ(folder_.Read("game/commands.txt"), "VOL 0.125\n") << "later, when it is closed";
+    }
     PollPlayer(*player_);
     EXPECT_EQ(state_.settings.volumeLevel, 0.125F);
     EXPECT_EQ(folder_.Read("game/commands.txt"), "");

@@ -1,6 +1,7 @@
 // Changes of the music folders while a player runs, without a front.
 #include "app/folder_scan.h"
 
+#include "app/audio_start.h"
 #include "app/handed_files.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
@@ -50,6 +51,7 @@ TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
     ASSERT_EQ(state.favorites.list.size(), 1U);
     EXPECT_EQ(state.library.favoriteSongCount, 1);
     EXPECT_EQ(CurrentHandle(state.playback), playing);
+    state.library.playlists[0].favoriteCount = 3;
     EXPECT_EQ(state.playback.item.title, "demo");
     EXPECT_EQ(PlayingSong(state), nullptr) << "another song in its place would get its favorite count";
 
@@ -57,6 +59,7 @@ TEST_F(FolderScanTest, WhatPlaysGoesOnAndIsFoundAgainInTheNewLibrary) {
     ASSERT_TRUE(ScanEnds(player));
     ASSERT_NE(PlayingSong(state), nullptr);
     EXPECT_EQ(PlayingSong(state)->songPath, folder_.At("demo/Album/demo.mp3"));
+    EXPECT_EQ(state.library.playlists[0].favoriteCount, 3) << "an album keeps its marks";
     EXPECT_TRUE(folder_.Has("data/musicLibraryCache.json"));
 }
 
@@ -90,6 +93,17 @@ TEST_F(FolderScanTest, WhatWasDroppedPlaysOnThroughAScan) {
     EXPECT_EQ(PlayingSong(player.state)->songPath, folder_.At("drop/one.mp3"));
     EXPECT_TRUE(IsQueuedSongPlaying(player.state));
     EXPECT_EQ(player.state.library.typedSongCount, 3);
+}
+
+TEST_F(FolderScanTest, NewMusicDoesNotStartWhatTheUserHasStopped) {
+    Player& player = StartWithDemo();
+    StopMusic(player);
+    folder_.Write("music/C/four.mp3", ToneWav(300.0, 100.0));
+    Scan(player, {"music"});
+    ASSERT_TRUE(ScanEnds(player));
+    EXPECT_EQ(player.state.library.typedSongCount, 4);
+    EXPECT_EQ(CurrentHandle(player.state.playback), 0U);
+    EXPECT_EQ(player.state.playback.next, nullptr);
 }
 
 TEST_F(FolderScanTest, ALaterChangeAndTheEndOfTheProgramGiveAScanUp) {

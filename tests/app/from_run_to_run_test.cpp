@@ -39,6 +39,12 @@ TEST_F(FromRunToRun, FavoritesLastAndTakeInWhatAScanFinds) {
     EXPECT_EQ(StateFile("favorite.json")["favorites"][0]["favoriteCount"], 2);
     EXPECT_EQ(favoritesAfter(R"({"favorites":[]})"), 0);  // and does not bring back what is no favorite any more
     EXPECT_EQ(favoritesAfter("lost"), 0);
+
+    // After a crash the list may be newer than the marks in the cache.
+    folder_.Write("data/favorite.json", kept);
+    Player& player = Begin();
+    EXPECT_EQ(player.state.library.favoriteSongCount, 1);
+    EXPECT_EQ(player.state.weights.favorites, 50) << "drawn from the start, not only after a scan";
 }
 
 TEST_F(FromRunToRun, WhatWasHeardIsKeptThroughARescan) {
@@ -85,6 +91,7 @@ TEST_F(FromRunToRun, TheUsersOwnVolumeLastsWhateverIsMadeOfIt) {
     {
         Player& player = Start();
         EXPECT_TRUE(player.state.playback.volume->realTimeVolume);
+        EXPECT_EQ(player.state.playback.volume->targetRms, TargetRmsOf(0.375F)) << "the first song follows it already";
         EXPECT_TRUE(player.state.shell.options.closesToTray);
         EXPECT_EQ(UserVolume(player.state), 0.375F);
         SetLoudnessFollowing(player.state, false);
@@ -115,6 +122,10 @@ TEST_F(FromRunToRun, TheUsersSoundFontFolderStaysConfiguredWhileItsDriveIsAway) 
     };
     EXPECT_EQ(configuredAfter(""), folder_.At("program/Soundfonts"));
     EXPECT_EQ(configuredAfter(folder_.At("away")), folder_.At("away"));
+
+    const std::string own = folder_.Write("fonts/own.sf2", "not one");
+    folder_.Write("data/config.json", json{{"soundFontDirectoryPath", folder_.At("fonts")}}.dump());
+    EXPECT_EQ(Start({}, folder_.At("program")).state.soundFonts.soundFontFiles, std::vector<std::string>{own});
 }
 
 TEST_F(FromRunToRun, StateFilesFullOfJunkStopNothingAndAreKept) {

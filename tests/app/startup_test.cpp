@@ -90,6 +90,17 @@ TEST_F(StartupTest, HotkeysAreReadAgainAfterTheSettings) {
     SaveAndShutdown(player);
 }
 
+TEST_F(StartupTest, WhatTheFrontLeavesAtItsEndIsSaved) {
+    Player& player = Start();
+    player.releaseFront = [&] {
+        player.state.shell.options.x = 77;  // the window's last place
+        player.state.settings.historyDepth = 5;
+    };
+    Stop(player);
+    EXPECT_EQ(StateFile("ShellOptions.json")["x"], 77);
+    EXPECT_EQ(StateFile("MusicSettings.json")["historyDepth"], 5);
+}
+
 TEST_F(StartupTest, ARecordingThatCannotBeWrittenEndsTheStart) {
     Player player;
     player.options.dataDir = folder_.At("data");

@@ -53,6 +53,9 @@ TEST(FavoritesRows, SayWhatAFavoriteIsAndWhetherItCanBePlayed) {
     EXPECT_EQ(FavoritesSummary(rows), "4 favorites, 1 of them not in the library");
     EXPECT_EQ(RowOfFavorite(rows, "loose"), 3);
     EXPECT_EQ(RowOfFavorite(rows, "gone"), -1);
+    EXPECT_EQ(MergeText(FavoritesLoad::kWhole, 1234), "1,234 added.");
+    EXPECT_EQ(MergeText(FavoritesLoad::kPartly, 2), "Part of the file could not be read. 2 added.");
+    EXPECT_EQ(MergeText(FavoritesLoad::kUnreadable, 0), "This is not a favorites file.");
 }
 
 TEST(FavoritesRows, AreFoundByTheBeginningOfTheName) {

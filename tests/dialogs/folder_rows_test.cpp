@@ -29,6 +29,9 @@ TEST(FolderRows, CountTheAlbumsThatLieDirectlyInEachFolder) {
     EXPECT_EQ(rows[4].holds, "No songs");
     EXPECT_TRUE(rows[0].remark.empty());
     EXPECT_NE(rows[4].remark, rows[3].remark);
+    EXPECT_TRUE(rows[4].isEmpty) << "worth a look further down";
+    EXPECT_FALSE(rows[0].isEmpty || rows[3].isEmpty);
+    EXPECT_FALSE(MakeFolderRows(folders, library, true)[4].isEmpty) << "the scan is not over";
     library.missingFolders = {"E:\\"};
     EXPECT_NE(MakeFolderRows(folders, library, false)[2].remark.find("Its songs stay"), std::string::npos);
     EXPECT_EQ(MakeFolderRows(folders, library, true)[4].holds, "Scanning");

@@ -21,6 +21,7 @@ TEST(HotkeyRows, RemarksSayWhyAKeyIsNoGoodChoice) {
                           {{kF5, true, false, false}, "Also Quit"},
                           {{'J', true, false, true}, "No longer shows the player"},
                           {{'J', true, true, true}, ""},
+                          {{'J', true}, ""},  // and not Shift
                           {{0xB0}, "No longer a media key"},
                           {{0xB0, true}, ""},
                           {{'A'}, "Will no longer reach other programs"},
@@ -39,11 +40,13 @@ TEST(HotkeyRows, RemarksSayWhyAKeyIsNoGoodChoice) {
     }
 }
 
-TEST(HotkeyRows, ActionsBeyondTheSystemsKeysAreForControllers) {
+// Actions beyond the system's keys are for controllers only: a key that a file gives them is nobody's.
+TEST(HotkeyRows, AKeyOfAnActionForControllersIsNoConflict) {
     HotkeyBindings bindings = BuiltInHotkeys();
     bindings[kKeyBind1Key] = bindings[kKeyBind2Key] = {kF5, true};
     EXPECT_EQ(KeyRemark(bindings, {}, kKeyBind1Key), "");
-    EXPECT_EQ(KeyRemark(bindings, {}, kKeyBind2Key), "Game controller only");
+    bindings[kNextSongKey] = {kF5, true};
+    EXPECT_EQ(KeyRemark(bindings, {}, kNextSongKey), "Also Key Bind 1");
 }
 
 TEST(HotkeyRows, OneButtonOrTriggerForTwoActionsIsRemarkedUpon) {
@@ -78,6 +81,17 @@ TEST(HotkeyRows, AFieldThatWaitsTakesLeavesOrClears) {
         EXPECT_EQ(TakePressedKey(binding, pressed), isOver) << pressed.vkKey;
         EXPECT_EQ(binding, after) << pressed.vkKey;
     }
+}
+
+TEST(HotkeyRows, AnyChangeOfAnyActionIsToBeSaved) {
+    const HotkeyBindings saved = BuiltInHotkeys();
+    EXPECT_TRUE(HaveSameBindings(saved, saved));
+    for (int32_t action = 0; action < kHotkeyActions; ++action) {
+        HotkeyBindings changed = saved;
+        ++BindingToChange(changed, action).gameControllerButton;
+        EXPECT_FALSE(HaveSameBindings(saved, changed)) << action;
+    }
+    EXPECT_TRUE(HaveSameBindings({}, HotkeyBindings(3))) << "a file may leave out what is not bound";
 }
 
 // A file may hold fewer bindings than there are actions.

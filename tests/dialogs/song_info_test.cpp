@@ -25,6 +25,8 @@ TEST(SongInfo, TimesAreWholeHoursAndMinutes) {
 TEST(SongInfo, CountsWhatWasHeardByKindInThisRunAndInAll) {
     AppState state;
     state.library.typedSongCount = state.library.midiSongCount = 1234;
+    state.library.mp3SongCount = 3;
+    state.library.trackerSongCount = 2;
     state.library.internetStationCount = 6;
     Statistics statistics;
     statistics.allTime.byType[kMidi] = {1'000'000, 3.0 * 3600.0};
@@ -44,7 +46,8 @@ TEST(SongInfo, CountsWhatWasHeardByKindInThisRunAndInAll) {
     const SongInfo info = MakeSongInfo(state, statistics, kNow);
     ASSERT_EQ(info.kinds.size(), 6U);
     EXPECT_EQ(info.kinds[kMidi], (TextRow{"MIDI", "1,234", "1", "0:30", "1,000,001", "3:30"}));
-    EXPECT_EQ(info.kinds[kMp3], (TextRow{"Audio files", "0", "0", "0:00", "0", "0:00"}));
+    EXPECT_EQ(info.kinds[kMp3], (TextRow{"Audio files", "3", "0", "0:00", "0", "0:00"}));
+    EXPECT_EQ(info.kinds[kTracker][1], "2");
     EXPECT_EQ(info.kinds[4], (TextRow{"All", "1,240", "3", "2:30", "1,000,003", "5:30"}));
     EXPECT_EQ(info.kinds[5], (TextRow{"Favorites among them", "0", "1", "0:30", "1", "0:30"}));
     EXPECT_NEAR(info.timeShare[kMidi], 3.5 / 5.5, 1e-9);
@@ -54,32 +57,35 @@ TEST(SongInfo, CountsWhatWasHeardByKindInThisRunAndInAll) {
     EXPECT_EQ(MakeSongInfo(state, {}, kNow).timeShare, (std::array<double, 4>{}));
 }
 
-TEST(SongInfo, ListsTheTwentyMostPlayedAndTheLatestFirst) {
+TEST(SongInfo, ListsTheHundredMostPlayedAndTheLatestFirst) {
     AppState state;
-    for (int32_t i = 0; i < 50; ++i) {
+    for (int32_t i = 0; i < 150; ++i) {
         const std::string path = "/music/Album " + std::to_string(i % 2) + "/song " + std::to_string(i) + ".mid";
-        state.playCounts.byPath[path] = i == 7 ? 2000 : i / 10;  // 0 to 4 plays, ten songs each
+        state.playCounts.byPath[path] = i == 7 ? 2000 : i / 30;  // 0 to 4 plays, thirty songs each
         state.history.records.push_back({kMidi, 0, i, path, kNow, 1.0, ""});
     }
     state.radio.stations.push_back({"Jazz", "http://jazz", "", "", {}});
     state.history.records.push_back({kInternetRadio, 0, 0, "http://jazz", kNow, 1.0, ""});
     state.history.records.push_back({kInternetRadio, -1, 0, "http://gone", 0, 1.0, ""});
-    state.history.cursor = 50;
+    state.history.cursor = 150;
     state.playback.item.kind = PlayItem::Kind::kStation;
 
     const SongInfo info = MakeSongInfo(state, {}, kNow);
-    ASSERT_EQ(info.mostPlayed.size(), 20U);
+    ASSERT_EQ(info.mostPlayed.size(), 100U);
     EXPECT_EQ(info.mostPlayed[0], (TextRow{"song 7", "Album 1", "2,000"}));
-    EXPECT_EQ(info.mostPlayed[1], (TextRow{"song 40", "Album 0", "4"}));
-    EXPECT_EQ(info.mostPlayed[11][2], "3");
-    ASSERT_EQ(info.recent.size(), 20U);
+    EXPECT_EQ(info.mostPlayed[1], (TextRow{"song 120", "Album 0", "4"}));
+    EXPECT_EQ(info.mostPlayed[31][2], "3");
+    ASSERT_EQ(info.recent.size(), 100U);
     EXPECT_EQ(info.recent[0], (TextRow{"", "http://gone", "Internet radio"}));
     EXPECT_EQ(info.recent[1], (TextRow{"now", "Jazz", "Internet radio"}));
-    EXPECT_EQ(info.recent[2], (TextRow{WhenText(kNow, kNow), "song 49", "Album 1"}));
+    EXPECT_EQ(info.recent[2], (TextRow{WhenText(kNow, kNow), "song 149", "Album 1"}));
 
-    state.history.cursor = 49;
-    state.history.records[49].title = "Artist - Title";
+    state.history.cursor = 149;
+    state.history.records[149].title = "Artist - Title";
     EXPECT_EQ(MakeSongInfo(state, {}, kNow).recent[2], (TextRow{"now", "Artist - Title", "Album 1"}));
+
+    state.playback.item.kind = PlayItem::Kind::kNone;
+    EXPECT_EQ(MakeSongInfo(state, {}, kNow).recent[2][0], WhenText(kNow, kNow)) << "stopped";
 
     state.playCounts.byPath = {{"/a/never.mid", 0}, {"/a/once.mid", 1}};
     Statistics statistics;

@@ -41,16 +41,6 @@ protected:
         Choose(command);
         return player_->WaitForWindow(className, nullptr);
     }
-
-    // Looks seldom: while a file is being read it cannot be replaced.
-    template <typename Claim>
-    bool FileFits(const std::string& name, const Claim& claim) const {
-        return Eventually([&] { return claim(folder_.Read(name)); }, std::chrono::milliseconds(250));
-    }
-
-    bool FileHolds(const std::string& name, const std::string& text) const {
-        return FileFits(name, [&](const std::string& file) { return file.find(text) != std::string::npos; });
-    }
 };
 
 TEST_F(FoldersWindowTest, FoldersAreAddedMovedAndRemovedWhileTheMusicPlays) {
@@ -84,6 +74,26 @@ TEST_F(FoldersWindowTest, FoldersAreAddedMovedAndRemovedWhileTheMusicPlays) {
     EXPECT_TRUE(player_->WaitForOutput("No music found", 1)) << player_->Output();
     EXPECT_EQ(Exit(), 0);
     EXPECT_FALSE(folder_.Has("data/musicLibraryCache.json"));
+}
+
+TEST_F(FoldersWindowTest, AFolderOfArtistsIsReplacedByTheirFoldersWithOneClick) {
+    for (const char* song : {"tree/Bach/Organ/1.mp3", "tree/Bach/Masses/1.mp3", "tree/Abba/Gold/1.mp3"}) {
+        folder_.Write(song, "x");
+    }
+    const HWND window = Open({"one", "tree"}, kFoldersCommand, L"CustomFolderDialogClass");
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(Shows(window, L"In the library: 1 album, 1 song"));
+    PostMessageW(FindControl(window, WC_LISTVIEWW, nullptr), WM_KEYDOWN, VK_DOWN, 1);
+    const wchar_t* const offer = L"Add these 2 folders (3 songs)";
+    ASSERT_TRUE(Shows(window, offer));
+    EXPECT_NE(FindControl(window, L"STATIC", L"The albums lie deeper: a music folder must hold them directly."),
+              nullptr);
+    Click(window, offer);
+    EXPECT_TRUE(Shows(window, L"In the library: 4 albums, 4 songs")) << player_->Output();
+    EXPECT_TRUE(FileHolds("data/MusicSettings.json", "Bach\""));
+    EXPECT_EQ(folder_.Read("data/MusicSettings.json").find("tree\""), std::string::npos);
+    EXPECT_TRUE(Eventually([&] { return IsWindowVisible(FindControl(window, L"BUTTON", L"")) == 0; }));
+    EXPECT_EQ(Exit(), 0);
 }
 
 TEST_F(FoldersWindowTest, FavoritesAreCountedPlayedAndCleared) {

@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <climits>
 
 #include "tests/window/controls_win.h"
@@ -74,25 +75,93 @@ TEST_F(HotkeyWindowTest, AKeyWorksAtOnceAndAfterARestartWhenItIsSaved) {
     EXPECT_EQ(TextIn(KeyFieldOf(window, L"Play\\Pause:")), L"None");
 }
 
-// Texts that users of the game know, its slips of the pen included.
+TEST_F(HotkeyWindowTest, ClosingItAsksOnlyWhenSomethingWouldBeLost) {
+    const std::vector<BYTE> keys{VK_CONTROL, VK_SHIFT, VK_F9};
+    const auto close = [&](HWND window) { PostMessageW(window, WM_CLOSE, 0, 0); };
+    const auto answer = [&](WORD id) {
+        const HWND question = player_->WaitForWindow(L"#32770", L"Hotkey Options");
+        ASSERT_NE(question, nullptr);
+        PostMessageW(question, WM_COMMAND, id, 0);
+        EXPECT_TRUE(Eventually([&] { return IsWindow(question) == 0; }));
+    };
+    const auto isGone = [](HWND window) { return Eventually([&] { return IsWindow(window) == 0; }); };
+    StartWithMusic();
+    HWND window = OpenHotkeys();
+    close(window);
+    EXPECT_TRUE(isGone(window)) << "nothing has changed";
+
+    window = OpenHotkeys();
+    ASSERT_TRUE(SetKey(KeyFieldOf(window, L"Next Song:"), keys, L"Ctrl+Shift+F9"));
+    close(window);
+    answer(IDCANCEL);
+    EXPECT_NE(IsWindow(window), 0);
+    EXPECT_FALSE(folder_.Has("data/hotkeyConfig.json"));
+    close(window);
+    answer(IDYES);
+    EXPECT_TRUE(isGone(window));
+    EXPECT_TRUE(folder_.Has("data/hotkeyConfig.json"));
+
+    const std::string saved = folder_.Read("data/hotkeyConfig.json");
+    window = OpenHotkeys();
+    ASSERT_TRUE(SetKey(KeyFieldOf(window, L"Next Song:"), {VK_DELETE}, L"None"));
+    close(window);
+    answer(IDNO);
+    EXPECT_TRUE(isGone(window));
+    EXPECT_EQ(folder_.Read("data/hotkeyConfig.json"), saved);
+
+    window = OpenHotkeys();
+    EXPECT_EQ(TextIn(KeyFieldOf(window, L"Next Song:")), L"None") << "in force until the end";
+    ASSERT_TRUE(SetKey(KeyFieldOf(window, L"Previous Song:"), keys, L"Ctrl+Shift+F9"));
+    close(window);
+    ASSERT_NE(player_->WaitForWindow(L"#32770", L"Hotkey Options"), nullptr);
+    EXPECT_EQ(Exit(), 0) << "an open question does not hold up the end";
+}
+
+// Texts that users of the game know, its slips of the pen included. The first sixteen actions have keys; on the
+// controllers' page, which was made later, there are all.
 TEST_F(HotkeyWindowTest, TheActionsStandThereInTheirOrder) {
-    const std::vector<std::wstring> labels{
-        L"Next Song:",         L"Previous Song:",         L"Play\\Pause:",      L"Stop\\Start Music:",
-        L"Volume Toggle:",     L"Next Sound Font:",       L"Previous Sound Font:", L"Favorite Count Up:",
-        L"Favorite Count Down:", L"Quit:",                L"Volume Up:",        L"Volume Down:",
-        L"Music Home Button:", L"Next Radio Station",     L"Previous Radio Station:", L"Key Bind 1:",
-        L"Key Bind 2:",        L"Key Bind 3:",            L"Key Bind 4:",       L"Joysitck Toggle:",
-        L"Button Rumble:",     L"Toggle Rumble:"};
+    const std::vector<std::wstring> labels{L"Next Song:",
+                                           L"Previous Song:",
+                                           L"Play\\Pause:",
+                                           L"Stop\\Start Music:",
+                                           L"Volume Toggle:",
+                                           L"Next Sound Font:",
+                                           L"Previous Sound Font:",
+                                           L"Favorite Count Up:",
+                                           L"Favorite Count Down:",
+                                           L"Quit:",
+                                           L"Volume Up:",
+                                           L"Volume Down:",
+                                           L"Music Home Button:",
+                                           L"Next Radio Station",
+                                           L"Previous Radio Station:",
+                                           L"Key Bind 1:",
+                                           L"Key Bind 2:",
+                                           L"Key Bind 3:",
+                                           L"Key Bind 4:",
+                                           L"Joysitck Toggle:",
+                                           L"Button Rumble:",
+                                           L"Toggle Rumble:"};
     StartWithMusic();
     const HWND window = OpenHotkeys();
+    const auto isLabel = [&](HWND control) {
+        return std::find(labels.begin(), labels.end(), TextIn(control)) != labels.end();
+    };
+    std::vector<HWND> shown;
+    for (HWND control = GetWindow(window, GW_CHILD); control != nullptr; control = GetWindow(control, GW_HWNDNEXT)) {
+        if (isLabel(control)) shown.push_back(control);
+    }
+    ASSERT_EQ(shown.size(), 16U + labels.size());
     std::pair<LONG, LONG> before{LONG_MIN, LONG_MIN};  // down the first column, then down the second
-    for (const std::wstring& label : labels) {
-        const HWND control = FindControl(window, L"STATIC", label.c_str());
-        ASSERT_NE(control, nullptr) << Utf8FromWide(label);
+    for (size_t i = 0; i < shown.size(); ++i) {
+        const bool isKey = i < 16;
+        if (i == 16) before = {LONG_MIN, LONG_MIN};
+        EXPECT_EQ(TextIn(shown[i]), labels[isKey ? i : i - 16]);
+        EXPECT_EQ(IsWindowVisible(shown[i]) != 0, isKey) << "only one page is seen";
         RECT box{};
-        GetWindowRect(control, &box);
+        GetWindowRect(shown[i], &box);
         const std::pair<LONG, LONG> place(box.left, box.top);
-        EXPECT_GT(place, before) << Utf8FromWide(label);
+        EXPECT_GT(place, before) << i;
         before = place;
     }
 }

@@ -44,6 +44,16 @@ protected:
     // As from the menu.
     void Choose(int32_t command) const { PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
+    // Looks seldom: while a file is being read it cannot be replaced.
+    template <typename Claim>
+    bool FileFits(const std::string& name, const Claim& claim) const {
+        return Eventually([&] { return claim(folder_.Read(name)); }, std::chrono::milliseconds(250));
+    }
+
+    bool FileHolds(const std::string& name, const std::string& text) const {
+        return FileFits(name, [&](const std::string& file) { return file.find(text) != std::string::npos; });
+    }
+
     int Exit() {
         Choose(kExitCommand);
         return player_->WaitForExit();
