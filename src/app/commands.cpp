@@ -109,6 +109,7 @@ constexpr std::array kCommands{
 
     Command{kStopStartCommand, "", StopOrStart},
     Command{kVolumeToggleCommand, "", [](Player& player) { ToggleHighLowVolume(player.state); }},
+    Command{kMuteCommand, "", [](Player& player) { ToggleMute(player.state); }},
     Command{kVolumeUpCommand, "", ChangeVolume<1>},
     Command{kVolumeDownCommand, "", ChangeVolume<-1>},
     Command{kFavoriteUpCommand, "", ChangeFavorite<1>},

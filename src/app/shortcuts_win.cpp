@@ -16,6 +16,7 @@ int32_t PlainKey(WPARAM key, bool isRepeated) {
     if (key == VK_UP) return kVolumeUpCommand;
     if (key == VK_DOWN) return kVolumeDownCommand;
     if (isRepeated) return 0;  // a key held too long must not skip through the library
+    if (key == 'M') return kMuteCommand;
     if (key == VK_SPACE) return kPlayPauseCommand;
     if (key == VK_RIGHT) return kNextSongCommand;
     if (key == VK_LEFT) return kPreviousSongCommand;

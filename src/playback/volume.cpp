@@ -26,6 +26,7 @@ constexpr float kUnmeasuredVolume = 0.1F;
 constexpr float kFirstShare = 0.5F;  // of the measured volume: quiet starts of loud songs measure too low
 constexpr uint32_t kToggleSlideMs = 1000;
 constexpr int32_t kLateSlideMs = 1000;
+constexpr int32_t kMuteSlideMs = 100;
 
 bool IsVolume(float volume) {
     return volume >= 0.0F && volume <= 1.0F;
@@ -48,9 +49,9 @@ void Slide(StreamSlot handle, float volume, int32_t ms) {
 }
 
 // A worker must not slide a stream that was replaced meanwhile and is fading out, nor slide one after loudness
-// following was turned off.
+// following was turned off or the player was muted.
 bool MaySlide(const VolumeState& volume, StreamSlot handle) {
-    return !volume.closed && volume.realTimeVolume && volume.currentHandle == handle;
+    return !volume.closed && volume.realTimeVolume && !volume.muted && volume.currentHandle == handle;
 }
 
 void SlideIfCurrent(const VolumeState& volume, StreamSlot handle, float level, int32_t ms) {
@@ -115,6 +116,11 @@ void ApplyFollowedVolume(AppState& app) {
     SetAttribute(app, level);
 }
 
+void EndMute(VolumeState& volume) {
+    const std::lock_guard lock(StreamMutex());
+    volume.muted = false;
+}
+
 void StartVolumeWorker(std::function<void()> work) {
     if (!StartWorker(std::move(work))) PrintErrorLine("No thread could be started for the volume.");
 }
@@ -129,6 +135,7 @@ float TargetRmsOf(float volume) {
 
 float WantedVolume(const AppState& app) {
     const VolumeState& volume = *app.playback.volume;
+    if (volume.muted) return 0.0F;
     if (!volume.realTimeVolume) return app.settings.volumeLevel;
     return VolumeFor(volume.targetRms, volume.averageMusicRms);
 }
@@ -141,10 +148,11 @@ void FadeInToTarget(AppState& app, StreamSlot handle, std::optional<float> rms, 
     VolumeState& volume = *app.playback.volume;
     volume.volumeLevel = app.settings.volumeLevel;
     if (!volume.realTimeVolume) {
-        Slide(handle, app.settings.volumeLevel, fadeMs);
+        Slide(handle, WantedVolume(app), fadeMs);
         return;
     }
     TakePreset(app);
+    if (volume.muted) return;
     if (rms) return Slide(handle, VolumeFor(volume.targetRms, *rms) * kFirstShare, fadeMs / 2);
     StartVolumeWorker([volume = app.playback.volume, handle, fadeMs] { FadeInMeasured(*volume, handle, fadeMs); });
 }
@@ -173,6 +181,7 @@ bool SetVolumeLevel(AppState& app, float volume) {
         PrintErrorLine("Volume level must be between 0.0 and 1.0");
         return false;
     }
+    EndMute(*app.playback.volume);
     app.settings.volumeLevel = volume;
     // A volume set during a preset becomes the normal volume.
     if (app.playback.savedVolume >= 0.0F) app.playback.savedVolume = volume;
@@ -201,9 +210,21 @@ void SetLoudnessFollowing(AppState& app, bool isOn) {
     SetVolumeLevel(app, std::clamp(volume, 0.0F, 1.0F));
 }
 
+void ToggleMute(AppState& app) {
+    VolumeState& volume = *app.playback.volume;
+    {
+        const std::lock_guard lock(StreamMutex());  // a worker may be about to slide
+        volume.muted = !volume.muted;
+    }
+    const bool isMeasured = !volume.realTimeVolume || volume.averageMusicRms > 0.0F;
+    Slide(CurrentHandle(app.playback), volume.muted || isMeasured ? WantedVolume(app) : UserVolume(app), kMuteSlideMs);
+    if (volume.muted && app.playback.fade->fadeInProgress) Slide(app.playback.fadingStream, 0.0F, kMuteSlideMs);
+}
+
 void ToggleHighLowVolume(AppState& app) {
     PlaybackState& playback = app.playback;
     Settings& settings = app.settings;
+    EndMute(*playback.volume);
     if (playback.savedVolume < 0.0F) playback.savedVolume = UserVolume(app);
     if (playback.volumeMode == kHighVolume) {
         playback.volumeMode = kLowVolume;

@@ -18,7 +18,7 @@ float TargetRmsOf(float volume);
 // Takes the settings' volume as the loudness to follow, until a preset is chosen. At start-up.
 void TakeVolumeFromSettings(AppState& app);
 
-// The volume that the current item should have.
+// The volume that the current item should have; 0 while muted.
 float WantedVolume(const AppState& app);
 
 // Fades in a stream that was just started silently. With loudness following, a worker measures it first, unless `rms`
@@ -46,6 +46,9 @@ float NormalVolume(const AppState& app);
 
 // Turns loudness following on or off; the user's volume stays.
 void SetLoudnessFollowing(AppState& app, bool isOn);
+
+// Silences the player, or ends that. A change of the volume ends it too.
+void ToggleMute(AppState& app);
 
 // Steps from the normal volume to the high preset, to the low one, and back to the normal one if toggles are latched,
 // otherwise to the high one; the change slides.

@@ -46,6 +46,7 @@ enum CommandId : int32_t {
     kShowPlayerCommand,
     kButtonRumbleCommand,
     kToggleRumbleCommand,
+    kMuteCommand,
 
     // From the panel, with a value from 0 to 1.
     kSetVolumeCommand = 200,

@@ -45,8 +45,8 @@ struct FadeState {
     std::atomic<int64_t> pausedMs{0};         // length of the latest fade's earlier pauses
 };
 
-// Loudness following. Shared by the UI thread and the volume workers, as above. Loudness is the root mean square of a
-// stream's two levels, 0 to 32768 each.
+// The volume and loudness following. Shared by the UI thread and the volume workers, as above. Loudness is the root
+// mean square of a stream's two levels, 0 to 32768 each.
 struct VolumeState {
     std::atomic<StreamSlot> currentHandle{0};  // the stream that workers measure and correct
     std::atomic<bool> realTimeVolume{false};   // loudness following is on
@@ -55,6 +55,7 @@ struct VolumeState {
     std::atomic<float> adjustedVolume{0.0F};   // the volume that the last correction set
     std::atomic<float> volumeLevel{0.0F};      // the user's volume, for what workers print
     std::atomic<bool> levelUnknown{false};     // the current item could not be measured
+    std::atomic<bool> muted{false};            // by the user; the volume stays set
     std::atomic<bool> closed{false};
 };
 

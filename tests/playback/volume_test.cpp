@@ -67,6 +67,60 @@ TEST_F(VolumeTest, WithoutFollowingASongFadesInToTheUsersVolume) {
     EXPECT_EQ(FakeVolume(song), 0.2F);
 }
 
+TEST_F(VolumeTest, MuteSilencesEverySongUntilItEndsAndLeavesTheVolumeSet) {
+    for (const bool follows : {false, true}) {
+        app_.playback.volume->realTimeVolume = follows;
+        SetVolumeLevel(app_, 0.6F);
+        const StreamSlot song = PlaySongOfLevel(30'000);
+        Pass(12s);
+        const float before = FakeVolume(song);
+        EXPECT_GT(before, 0.0F);
+        ToggleMute(app_);
+        Pass(1s);
+        EXPECT_EQ(FakeVolume(song), 0.0F);
+        EXPECT_NEAR(UserVolume(app_), 0.6F, 1e-6F);
+        EXPECT_NEAR(NormalVolume(app_), 0.6F, 1e-6F) << "as saved";
+
+        PlayNext(app_, picker_);
+        const StreamSlot next = CurrentHandle(app_.playback);
+        ASSERT_NE(next, song);
+        Pass(12s);
+        EXPECT_EQ(FakeVolume(next), 0.0F);
+        TogglePause(app_);
+        TogglePause(app_);
+        Pass(1s);
+        EXPECT_EQ(FakeVolume(next), 0.0F);
+        ToggleMute(app_);
+        Pass(1s);
+        EXPECT_NEAR(FakeVolume(next), before, 0.01F);
+
+        // Turning it up, or a preset, ends it too.
+        ToggleMute(app_);
+        SetVolumeLevel(app_, 0.3F);
+        EXPECT_FALSE(app_.playback.volume->muted);
+        Pass(1s);
+        EXPECT_GT(FakeVolume(next), 0.0F);
+        ToggleMute(app_);
+        ToggleHighLowVolume(app_);
+        Pass(2s);
+        EXPECT_GT(FakeVolume(next), 0.0F);
+        app_.playback.volumeMode = kNormalVolume;
+        app_.playback.savedVolume = -1.0F;
+    }
+}
+
+TEST_F(VolumeTest, MuteEndsAFadeAtOnce) {
+    app_.playback.volume->realTimeVolume = false;
+    const StreamSlot old = PlaySongOfLevel(10'000);
+    Pass(10s);
+    PlayNext(app_, picker_);
+    Pass(1s);
+    EXPECT_GT(FakeLoudness(), 0.0F);
+    ToggleMute(app_);
+    Pass(250ms);
+    EXPECT_EQ(FakeLoudness(), 0.0F) << FakeVolume(old);
+}
+
 TEST_F(VolumeTest, WithFollowingASongIsMeasuredFadedToHalfAndThenCorrected) {
     struct Case {
         const char* what;
