@@ -16,7 +16,7 @@ readonly build_packages="g++ cmake ninja-build make nasm patch pkg-config xz-uti
     ca-certificates timgm6mb-soundfont ffmpeg"
 readonly native_packages="libfluidsynth-dev libopenmpt-dev libsdl2-dev libsoundtouch-dev libssl-dev"
 readonly windows_packages="g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-dejavu-core x11-utils xvfb"
-readonly test_packages="googletest libgtest-dev python3 pulseaudio pulseaudio-utils"
+readonly test_packages="googletest libgtest-dev python3 pulseaudio pulseaudio-utils icecast2"
 
 # show_end LOG [PATTERN]: the lines that tell what went wrong, or the last ones.
 show_end() {

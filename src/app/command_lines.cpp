@@ -63,6 +63,10 @@ int32_t CommandOfWord(CommandWord word) {
             return kNextPlaylistCommand;
         case CommandWord::kNextSoundFont:
             return kNextSoundFontCommand;
+        case CommandWord::kNextStation:
+            return kNextStationCommand;
+        case CommandWord::kPreviousStation:
+            return kPreviousStationCommand;
         default:
             return 0;
     }

@@ -106,7 +106,9 @@ void SyncCompanionLibrary(const AppState& app) {
 std::string SongInfoText(const AppState& app) {
     if (CurrentHandle(app.playback) == 0) return {};
     const PlaybackState& playback = app.playback;
-    return playback.item.title + '\n' + playback.item.secondLine + '\n' + TypeText(playback.item.type) + '\n' +
+    const bool isStation = playback.item.kind == PlayItem::Kind::kStation;
+    const std::string& secondLine = isStation ? app.radio.nowPlaying.songTitle : playback.item.secondLine;
+    return playback.item.title + '\n' + secondLine + '\n' + TypeText(playback.item.type) + '\n' +
            std::to_string(CurrentFavoriteCount(app).value_or(0)) + '\n';
 }
 

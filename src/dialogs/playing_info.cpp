@@ -104,7 +104,7 @@ std::string DrawnAsText(const AppState& app, PickerState& picker) {
     if (song == nullptr) return "no longer in the library";
     const Playlist& playlist = app.library.playlists[static_cast<size_t>(app.playback.item.place.playlist)];
     if (app.selection.previousSongMode) return "heard before, from the history";
-    if (playlist.isOfThisRun) return "dropped on the player";
+    if (playlist.isQueue) return "you asked for it";
     if (app.selection.customStationActive) return "by the station " + app.radio.activeCustomStation.name;
     if (app.selection.playMode == kPlaylistMode) return PlaylistText(app, playlist);
     return ByTheMix(app, picker, *song) + RelaxationText(app.playback.relaxed);

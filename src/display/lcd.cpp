@@ -124,11 +124,14 @@ void PaintStatus(Brush& brush, const Frame& frame, const PanelLook& look) {
     }
     const bool isStopped = model.transport == Transport::kStopped;
     const bool isPaused = model.transport == Transport::kPaused;
-    PaintSign(brush, frame, "ON AIR", model.transport == Transport::kPlaying, theme.lamp, frame.RightX(0.0F),
-              Align::kRight);
+    const bool isOnAir = model.transport == Transport::kPlaying;
+    PaintSign(brush, frame, "MUTE", model.isMuted, theme.song, frame.X(0.0F), Align::kLeft);
+    if (isOnAir && model.isBuffering) {
+        return PaintSign(brush, frame, "BUFFERING", true, theme.song, frame.RightX(0.0F), Align::kRight);
+    }
+    PaintSign(brush, frame, "ON AIR", isOnAir, theme.lamp, frame.RightX(0.0F), Align::kRight);
     PaintSign(brush, frame, isStopped ? "STOPPED" : "PAUSED", isStopped || isPaused, theme.song, frame.RightX(36.0F),
               Align::kRight);
-    PaintSign(brush, frame, "MUTE", model.isMuted, theme.song, frame.X(0.0F), Align::kLeft);
 }
 
 void PaintClock(Brush& brush, const Frame& frame, const PanelModel& model) {

@@ -9,6 +9,7 @@
 #include "playback/pick.h"
 #include "playback/play_next.h"
 #include "playback/queue.h"
+#include "playback/station_play.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
 #include "playback/volume.h"
@@ -140,6 +141,21 @@ void TellSong(PanelModel& model, const AppState& app) {
     }
 }
 
+// The title of the song, and below it the station with what is known of its stream.
+void TellStation(PanelModel& model, const AppState& app, const ChannelReading& channel) {
+    const RadioState& radio = app.radio;
+    model.isBuffering = channel.isBuffering;
+    if (const std::string song = SongTitleOf(radio.nowPlaying); !song.empty()) model.title = ShortLine(song);
+    std::string line = app.playback.item.title;
+    if (!channel.codec.empty()) line += " \u00B7 " + channel.codec;
+    if (channel.bitRate > 0) line += ' ' + std::to_string(channel.bitRate) + " kbit/s";
+    if (!radio.nowPlaying.stationGenre.empty()) line += " \u00B7 " + radio.nowPlaying.stationGenre;
+    model.album = ShortLine(line);
+    const auto place = static_cast<size_t>(app.playback.item.place.playlist);
+    if (place < radio.stations.size()) model.favoriteCount = radio.stations[place].favoriteCount;
+    if (app.selection.playMode == kStationMode) model.timeLeft.clear();  // it plays on
+}
+
 }  // namespace
 
 PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
@@ -152,6 +168,7 @@ PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
         model.transport = channel.paused ? Transport::kPaused : Transport::kPlaying;
         TellSong(model, app);
         TellTimes(model, app.playback, channel.positionSec);
+        if (app.playback.item.kind == PlayItem::Kind::kStation) TellStation(model, app, channel);
         TellNext(model, app, channel.positionSec);
     }
     TellDraw(model, app);

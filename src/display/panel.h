@@ -41,6 +41,7 @@ struct PanelModel {
     int32_t favoriteCount = 0;
     float volume = 0.0F;  // 0 to 1
     bool isMuted = false;
+    bool isBuffering = false;  // a station: nothing sounds until more has arrived
     // How songs are drawn.
     bool shuffle = true;
     FavoriteFilter filter = FavoriteFilter::kNone;

@@ -74,7 +74,7 @@ bool Differ(const PanelLook& before, const PanelLook& after) {
 
 bool StatusDiffers(const PanelLook& before, const PanelLook& after) {
     const bool isNews = before.volumeIsNews || after.volumeIsNews;
-    return before.volumeIsNews != after.volumeIsNews || Differ<&Model::transport, &Model::isMuted>(before, after) ||
+    return before.volumeIsNews != after.volumeIsNews || Differ<&Model::transport, &Model::isMuted, &Model::isBuffering>(before, after) ||
            (isNews && Differ<&Model::volume>(before, after));
 }
 

@@ -30,7 +30,7 @@ struct Keyword {
     Arguments arguments;
 };
 
-constexpr std::array<Keyword, 17> kKeywords{{
+constexpr std::array<Keyword, 19> kKeywords{{
     {"NEXT_SONG", CommandWord::kNextSong, Arguments::kNone},
     {"POS", CommandWord::kPosition, Arguments::kFraction},
     {"VOL", CommandWord::kVolume, Arguments::kFraction},
@@ -48,6 +48,8 @@ constexpr std::array<Keyword, 17> kKeywords{{
     {"SHUFFLE", CommandWord::kShuffle, Arguments::kNone},
     {"NEXT_PLAYLIST", CommandWord::kNextPlaylist, Arguments::kNone},
     {"NEXT_SOUNDFONT", CommandWord::kNextSoundFont, Arguments::kNone},
+    {"NEXT_STATION", CommandWord::kNextStation, Arguments::kNone},
+    {"PREVIOUS_STATION", CommandWord::kPreviousStation, Arguments::kNone},
 }};
 
 // Cuts off the next word; empty at the end.

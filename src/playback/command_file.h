@@ -29,6 +29,8 @@ enum class CommandWord {
     kShuffle,
     kNextPlaylist,
     kNextSoundFont,
+    kNextStation,
+    kPreviousStation,
 };
 
 struct CommandLine {

@@ -147,6 +147,7 @@ void PrintPlayError(const PlaybackState& playback) {
 }
 
 void PrintWhatPlays(const PlaybackState& playback) {
+    if (playback.item.kind == PlayItem::Kind::kStation) return PrintLine("Playing: " + playback.item.title);
     PrintLine("Playing: " + playback.item.secondLine + " / " + playback.item.title + " [" +
               FormatTime(playback.startSec) + " - " + FormatTime(playback.endSec) + " of " +
               FormatTime(playback.songLengthSec) + "]");

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "audio/bass.h"
+#include "platform/console.h"
 #include "playback/stream_slots.h"
 
 namespace hullrider {
@@ -20,12 +21,13 @@ int64_t SecondsSince1970() {
 }
 
 void KeepTitle(RadioState& radio, const std::string& url, const std::string& title) {
-    if (title.empty() || title == kUnknownSong) return;
+    if (title.empty()) return;
     if (radio.heardTitles.size() >= kMostStations && !radio.heardTitles.contains(url)) return;
     std::vector<HeardTitle>& titles = radio.heardTitles[url];
     if (!titles.empty() && titles.back().title == title) return;
     if (titles.size() == kMostTitles) titles.erase(titles.begin());
     titles.push_back({SecondsSince1970(), title});
+    PrintLine("On air: " + title);
 }
 
 std::vector<std::string> TagsOfStation(const AppState& app) {
@@ -70,10 +72,17 @@ bool WaitsForStation(const AppState& app) {
            CurrentHandle(app.playback) != 0;
 }
 
+std::string SongTitleOf(const StreamNowPlaying& nowPlaying) {
+    const std::string& title = nowPlaying.songTitle;
+    if (title == kUnknownSong) return {};
+    const bool isQuoted = title.size() >= 2 && title.front() == '\'' && title.back() == '\'';
+    return isQuoted ? title.substr(1, title.size() - 2) : title;
+}
+
 void RefreshNowPlaying(AppState& app) {
     if (!IsStationPlaying(app.playback)) return;
     app.radio.nowPlaying = ReadNowPlaying(CurrentHandle(app.playback), TagsOfStation(app));
-    KeepTitle(app.radio, app.playback.item.address, app.radio.nowPlaying.songTitle);
+    KeepTitle(app.radio, app.playback.item.address, SongTitleOf(app.radio.nowPlaying));
 }
 
 bool MayBeRepaired(const PickerState& picker, const std::string& stationName) {

@@ -25,6 +25,9 @@ bool StaysWithStation(const AppState& app);
 // A song plays until a station answers.
 bool WaitsForStation(const AppState& app);
 
+// The song's title without the apostrophes that servers put around it; empty when it is unknown.
+std::string SongTitleOf(const StreamNowPlaying& nowPlaying);
+
 // Reads what the stream says of what is heard, and keeps the title in the station's list of titles. Due every 5 s.
 void RefreshNowPlaying(AppState& app);
 

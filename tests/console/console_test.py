@@ -1,38 +1,19 @@
 #!/usr/bin/env python3
 """console_test.py PROGRAM: runs the console front for real and looks at what it records, prints and leaves behind."""
 
-import array
 import json
 import pathlib
 import random
 import re
 import signal
-import struct
 import subprocess
 import sys
 import tempfile
 import unittest
 
-from playing import PATIENCE_SEC, strength, wait_until, write_settings, write_tone
+from playing import PATIENCE_SEC, read_recording, strength, wait_until, write_settings, write_tone
 
 PROGRAM = sys.argv.pop(1)
-
-
-def read_recording(path):
-    """(rate, left channel as floats) of a 32-bit float stereo WAV file."""
-    data = path.read_bytes()
-    assert data[:4] == b"RIFF" and data[8:12] == b"WAVE", data[:12]
-    position, rate, left = 12, 0, None
-    while position + 8 <= len(data):
-        name, size = data[position:position + 4], struct.unpack("<I", data[position + 4:position + 8])[0]
-        body = data[position + 8:position + 8 + size]
-        if name == b"fmt ":
-            _, channels, rate, _, _, bits = struct.unpack("<HHIIHH", body[:16])
-            assert (channels, bits) == (2, 32), (channels, bits)
-        if name == b"data":
-            left = array.array("f", body)[::2]
-        position += 8 + size + size % 2
-    return rate, left
 
 
 class ConsoleTest(unittest.TestCase):

@@ -3,6 +3,7 @@
 import array
 import json
 import math
+import struct
 import subprocess
 import time
 import wave
@@ -28,6 +29,23 @@ def strength(block, frequency, rate):
         s1, s2 = sample + turn * s1 - s2, s1
     power = s1 * s1 + s2 * s2 - turn * s1 * s2
     return 2 * math.sqrt(max(power, 0.0)) / max(1, len(block))
+
+
+def read_recording(path):
+    """(rate, left channel as floats) of a 32-bit float stereo WAV file."""
+    data = path.read_bytes()
+    assert data[:4] == b"RIFF" and data[8:12] == b"WAVE", data[:12]
+    position, rate, left = 12, 0, None
+    while position + 8 <= len(data):
+        name, size = data[position:position + 4], struct.unpack("<I", data[position + 4:position + 8])[0]
+        body = data[position + 8:position + 8 + size]
+        if name == b"fmt ":
+            _, channels, rate, _, _, bits = struct.unpack("<HHIIHH", body[:16])
+            assert (channels, bits) == (2, 32), (channels, bits)
+        if name == b"data":
+            left = array.array("f", body)[::2]
+        position += 8 + size + size % 2
+    return rate, left
 
 
 def write_settings(program, data, **changes):

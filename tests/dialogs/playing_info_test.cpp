@@ -82,8 +82,8 @@ TEST_F(PlayingInfoTest, TellsWhyASongWasDrawn) {
     EXPECT_EQ(DrawnAs(), "1 of 1 chance; kind Tracker modules 60 %; every other song was heard lately");
     state_.selection.playMode = kPlaylistMode;
     EXPECT_EQ(DrawnAs(), "drawn from this playlist: 1 song");
-    state_.library.playlists[1].isOfThisRun = true;
-    EXPECT_EQ(DrawnAs(), "dropped on the player");
+    state_.library.playlists[1].isQueue = true;
+    EXPECT_EQ(DrawnAs(), "you asked for it");
     state_.selection.previousSongMode = true;
     EXPECT_EQ(DrawnAs(), "heard before, from the history");
     state_.playback.item.place.playlist = -1;

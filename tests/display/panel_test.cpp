@@ -59,6 +59,32 @@ TEST_F(PanelTest, TellsTheTimesOfTheWindowAndOfTheSong) {
     EXPECT_EQ(MakePanelModel(app_, {73.4, true}).transport, Transport::kPaused);
 }
 
+TEST_F(PanelTest, AStationShowsItsSongItsNameAndItsStream) {
+    InternetStation station;
+    station.name = "Jazz FM";
+    station.favoriteCount = 2;
+    app_.radio.stations = {station};
+    app_.playback.item = {.kind = PlayItem::Kind::kStation,
+                          .type = kInternetRadio,
+                          .address = "http://jazz",
+                          .title = "Jazz FM",
+                          .hasLength = false};
+    app_.playback.songLengthSec = 0.0;
+    app_.radio.nowPlaying = {kUnknownStation, kUnknownSong, "", ""};
+    EXPECT_EQ(At(60.0).title, "Jazz FM");
+    EXPECT_EQ(At(60.0).album, "Jazz FM");
+    app_.radio.nowPlaying = {"Its own name", "'Artist - Song'", "", "jazz > swing"};
+    app_.selection.playMode = kStationMode;
+    const PanelModel model = MakePanelModel(app_, {60.0, false, true, "MP3", 128});
+    EXPECT_EQ(model.title, "Artist - Song");
+    EXPECT_EQ(model.album, "Jazz FM \u00B7 MP3 128 kbit/s \u00B7 jazz > swing");
+    EXPECT_EQ(model.kind, "RADIO");
+    EXPECT_EQ(model.favoriteCount, 2);
+    EXPECT_EQ(model.timePlayed, "0:10") << "on air";
+    EXPECT_EQ(model.timeLeft, "") << "it has no end";
+    EXPECT_TRUE(model.isBuffering);
+}
+
 TEST_F(PanelTest, TimesStayWithinTheirBoundsBeforeAndAfterTheWindow) {
     EXPECT_EQ(At(10.0).timePlayed, "0:00");
     EXPECT_EQ(At(10.0).timeLeft, "1:00");
