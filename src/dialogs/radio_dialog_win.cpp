@@ -113,7 +113,7 @@ private:
         const HWND between = AddLabel(to);
         const NumberControls most = AddNextNumber();
         const HWND unit = AddLabel("seconds");
-        const HWND remark = AddLine("The shortest time follows");
+        const HWND remark = AddLine("As rarely as possible");
         grid.insert(grid.end(), {name, Row({least.Together(), between, most.Together(), unit}), remark});
         const size_t at = AddField(remark, least, MeaningOfLeast(range));
         AddField(remark, most, MeaningOfMost(range));
@@ -124,7 +124,7 @@ private:
         return {kLeastSec,
                 [range] { return range.least; },
                 [range](int32_t value) { range.Move(MoveLeast, value); },
-                [range](int32_t value) { return value > range.most() ? "The longest time follows" : ""; },
+                [range](int32_t value) { return value > range.most() ? "Raises the maximum" : ""; },
                 {}};
     }
 
@@ -132,7 +132,7 @@ private:
         return {kMostSec,
                 range.most,
                 [range](int32_t value) { range.Move(MoveMost, value); },
-                [range](int32_t value) { return value < range.least ? "The shortest time follows" : ""; },
+                [range](int32_t value) { return value < range.least ? "Lowers the minimum" : ""; },
                 {}};
     }
 

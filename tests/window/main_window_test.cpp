@@ -10,6 +10,7 @@
 #include "display/panel_elements.h"
 #include "display/panel_layout.h"
 #include "tests/error_boxes.h"
+#include "tests/eventually.h"
 #include "tests/temporary_folder.h"
 
 namespace hullrider {
@@ -22,6 +23,12 @@ protected:
     MainWindowTest() : window_(GetModuleHandleW(nullptr), player_) {
         player_.started = true;
         player_.state.shell.dataDirectory = folder_.Text();
+    }
+
+    // The end of one program is not the next one's.
+    ~MainWindowTest() override {
+        MSG quit;
+        PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
     }
 
     void Activate() {
@@ -74,6 +81,7 @@ TEST_F(MainWindowTest, ThePanelsExitEndsAllTimers) {
     Activate();
     const HWND window = window_.Handle();
     ShowWindow(window, SW_SHOW);
+    UpdateWindow(window);
     SendMessageW(window, WM_TIMER, kPanelTimer, 0);  // shows what there is to click
     RECT client;
     GetClientRect(window, &client);
@@ -81,8 +89,11 @@ TEST_F(MainWindowTest, ThePanelsExitEndsAllTimers) {
     const LPARAM place = MAKELPARAM(exit.x + exit.width / 2, exit.y + exit.height / 2);
     SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, place);
     SendMessageW(window, WM_LBUTTONUP, 0, place);
-    MSG message;
-    while (!player_.shutDown && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+    EXPECT_TRUE(Eventually([&] {
+        MSG message;
+        while (!player_.shutDown && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) DispatchMessageW(&message);
+        return player_.shutDown;
+    }));
     for (const UINT_PTR timer : {kPanelTimer, kLatchTimer, kPollTimer, kSlowTimer}) {
         EXPECT_FALSE(HasTimer(timer)) << timer;
     }

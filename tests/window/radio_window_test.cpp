@@ -78,7 +78,7 @@ TEST_F(RadioWindowTest, SecondsHaveTenthsAndTheEndsOfATimeDoNotCross) {
 
     const HWND least = After(L"&Songs play for"), most = After(L"t&o");
     Type(least, L"200");
-    EXPECT_NE(FindControl(radio_, L"STATIC", L"The longest time follows"), nullptr);
+    EXPECT_NE(FindControl(radio_, L"STATIC", L"Raises the maximum"), nullptr);
     EXPECT_EQ(TextIn(most), L"110") << "not while it is typed";
     Type(most, L"200");  // the first field loses the focus
     EXPECT_TRUE(Says(most, L"200"));
