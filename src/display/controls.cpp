@@ -78,7 +78,7 @@ void PaintDisc(Brush& brush, const Frame& frame, Point center, float radius, con
 }
 
 // The ring of lights around the knob, lit up to the volume.
-void PaintVolumeRing(Brush& brush, const Frame& frame, Point center, float volume) {
+void PaintVolumeRing(Brush& brush, const Frame& frame, Point center, float volume, float strength) {
     constexpr int kLights = 31;
     constexpr float kFrom = 29.6F, kTo = 33.8F, kWidth = 1.5F;
     Coverage lit = frame.NewCoverage(), dark = frame.NewCoverage();
@@ -96,8 +96,8 @@ void PaintVolumeRing(Brush& brush, const Frame& frame, Point center, float volum
     brush.canvas.Paint(dark, frame.box.x, frame.box.y, {kBlack, 0.5F});
     Coverage glow = lit;
     glow.Blur(std::max(frame.Px(1.3F), 1));
-    brush.canvas.Paint(glow, frame.box.x, frame.box.y, {brush.theme.song, 0.8F});
-    brush.canvas.Paint(lit, frame.box.x, frame.box.y, {Mix(brush.theme.song, kWhite, 0.15F)});
+    brush.canvas.Paint(glow, frame.box.x, frame.box.y, {brush.theme.song, 0.8F * strength});
+    brush.canvas.Paint(lit, frame.box.x, frame.box.y, {Mix(brush.theme.song, kWhite, 0.15F), strength});
 }
 
 void PaintKnob(Brush& brush, const Frame& frame, Point center, ControlState state) {
@@ -132,7 +132,8 @@ void PaintKey(Brush& brush, const Frame& frame, const KeyFace& face, ControlStat
 
 void PaintVolume(Brush& brush, const Frame& frame, const PanelModel& model, ControlState state) {
     const Point center{frame.WidthUnits() / 2.0F, frame.HeightUnits() / 2.0F};
-    PaintVolumeRing(brush, frame, center, model.volume);
+    const float strength = model.isMuted ? 0.35F : state.enabled ? 1.0F : 0.45F;
+    PaintVolumeRing(brush, frame, center, model.volume, strength);
     PaintKnob(brush, frame, center, state);
     const float angle = kSweepFrom + (kSweepTo - kSweepFrom) * model.volume;
     const Point from = OnCircle(center, kKnobRadius - 12.0F, angle), to = OnCircle(center, kKnobRadius - 6.4F, angle);
@@ -141,7 +142,6 @@ void PaintVolume(Brush& brush, const Frame& frame, const PanelModel& model, Cont
     pointer.Add(frame.scale, all, [&](Point p) { return DistanceToStroke(p, from, to, 2.2F); });
     Coverage glow = pointer;
     glow.Blur(std::max(frame.Px(1.2F), 1));
-    const float strength = state.enabled ? 1.0F : 0.45F;
     brush.canvas.Paint(glow, frame.box.x, frame.box.y, {brush.theme.song, 0.7F * strength});
     brush.canvas.Paint(pointer, frame.box.x, frame.box.y, {brush.theme.song, strength});
 }

@@ -56,6 +56,14 @@ void PaintLine(Brush& brush, const Frame& frame, Stretch stretch, float height, 
     brush.canvas.Paint(line, frame.box.x + left, frame.box.y + top, shade);
 }
 
+// The marks at the current position and at the mouse.
+void PaintMark(Brush& brush, const Frame& frame, float at, float width, float alpha) {
+    const Box box{at - width / 2.0F, 1.5F, width, frame.HeightUnits() - 3.0F};
+    Coverage coverage = frame.NewCoverage();
+    coverage.Add(frame.scale, box, [&](Point p) { return DistanceToBox(p, box, width / 2.0F); });
+    brush.canvas.Paint(coverage, frame.box.x, frame.box.y, {brush.theme.text, alpha});
+}
+
 }  // namespace
 
 void PaintMeter(Brush& brush, const Frame& frame, const MeterBars& bars) {
@@ -63,27 +71,25 @@ void PaintMeter(Brush& brush, const Frame& frame, const MeterBars& bars) {
     PaintMeterRow(brush, frame, "R", bars.right, 6.8F);
 }
 
-// The song as a line, its play window as a bright stretch, and a mark at the current position.
-void PaintSongBar(Brush& brush, const Frame& frame, const PanelModel& model) {
-    constexpr float kSongHeight = 1.4F, kWindowHeight = 3.6F, kMarkWidth = 2.0F;
+// The song as a line, its play window as a bright stretch, and a mark at the current position. A mark that is dragged
+// is where the mouse is.
+void PaintSongBar(Brush& brush, const Frame& frame, const PanelLook& look) {
+    constexpr float kSongHeight = 1.6F, kWindowHeight = 3.6F, kMarkWidth = 2.0F, kPointedWidth = 1.0F;
     const PanelTheme& theme = brush.theme;
+    const PanelModel& model = look.model;
     const float inset = SongTrack().x - BoxOf(PanelElement::kSongBar).x;
     const float length = frame.WidthUnits() - 2.0F * inset;
     const auto at = [&](double fraction) { return inset + length * static_cast<float>(fraction); };
-    PaintLine(brush, frame, {at(0.0), at(1.0)}, kSongHeight, {theme.text, 0.28F}, 0.0F);
-    if (model.transport == Transport::kNothing) return;
+    PaintLine(brush, frame, {at(0.0), at(1.0)}, kSongHeight, {theme.songLine}, 0.0F);
+    if (!IsOn(model)) return;
     const double now = std::clamp(model.position, model.windowFrom, std::max(model.windowFrom, model.windowTo));
-    PaintLine(brush, frame, {at(model.windowFrom), at(model.windowTo)}, kWindowHeight,
-              {Mix(theme.glassBottom, theme.song, 0.42F)}, 0.0F);
+    PaintLine(brush, frame, {at(model.windowFrom), at(model.windowTo)}, kWindowHeight, {theme.songWindow}, 0.0F);
     if (now > model.windowFrom) {
-        PaintLine(brush, frame, {at(model.windowFrom), at(now)}, kWindowHeight, {theme.song}, 0.5F);
+        PaintLine(brush, frame, {at(model.windowFrom), at(now)}, kWindowHeight, {theme.songPlayed}, 0.5F);
     }
-    const float mark = at(model.position) - kMarkWidth / 2.0F;
-    const float height = frame.HeightUnits() - 3.0F;
-    const Box box{mark, 1.5F, kMarkWidth, height};
-    Coverage coverage = frame.NewCoverage();
-    coverage.Add(frame.scale, box, [&](Point p) { return DistanceToBox(p, box, kMarkWidth / 2.0F); });
-    brush.canvas.Paint(coverage, frame.box.x, frame.box.y, {theme.text});
+    const bool isDragged = look.pressed == PanelElement::kSongBar && look.pointed;
+    PaintMark(brush, frame, at(isDragged ? *look.pointed : model.position), kMarkWidth, 1.0F);
+    if (look.pointed && !isDragged) PaintMark(brush, frame, at(*look.pointed), kPointedWidth, 0.7F);
 }
 
 }  // namespace hullrider

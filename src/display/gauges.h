@@ -7,6 +7,6 @@
 namespace hullrider {
 
 void PaintMeter(Brush& brush, const Frame& frame, const MeterBars& bars);
-void PaintSongBar(Brush& brush, const Frame& frame, const PanelModel& model);
+void PaintSongBar(Brush& brush, const Frame& frame, const PanelLook& look);
 
 }  // namespace hullrider

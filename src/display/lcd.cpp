@@ -3,6 +3,7 @@
 #include "display/icons.h"
 #include "display/marquee.h"
 #include "display/segment_digits.h"
+#include "playback/stream_time.h"
 
 namespace hullrider {
 
@@ -24,8 +25,10 @@ TextLook AlbumLook(const Frame& frame, const PanelTheme& theme) {
 }
 
 TextLook LookOfTitle(const Frame& frame, const PanelTheme& theme, const PanelModel& model) {
-    const bool playing = model.transport != Transport::kNothing;
-    return TitleLook(frame, playing ? kTitleSize : kHintSize, theme.song, kGlow);
+    if (model.transport == Transport::kStopped) {
+        return TitleLook(frame, kTitleSize, Mix(theme.glassBottom, theme.song, kDim), 0.0F);
+    }
+    return TitleLook(frame, IsOn(model) ? kTitleSize : kHintSize, theme.song, kGlow);
 }
 
 MarqueeLine LineOf(const Frame& frame, const TextMask& mask, float insetUnits) {
@@ -79,8 +82,13 @@ void PaintSign(Brush& brush, const Frame& frame, const char* text, bool lit, Rgb
 
 }  // namespace
 
-int32_t AlbumOffset(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion) {
-    return OffsetOf(brush, frame, model.album, AlbumLook(frame, brush.theme), 0.0F, motion);
+std::string UpperLine(const PanelLook& look) {
+    const bool isAsked = look.model.isNextSoon || look.hover == PanelElement::kNext;
+    return isAsked && !look.model.next.empty() ? "NEXT: " + look.model.next : look.model.album;
+}
+
+int32_t UpperLineOffset(Brush& brush, const Frame& frame, const PanelLook& look, LineMotion motion) {
+    return OffsetOf(brush, frame, UpperLine(look), AlbumLook(frame, brush.theme), 0.0F, motion);
 }
 
 int32_t TitleOffset(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion) {
@@ -97,21 +105,30 @@ void PaintKind(Brush& brush, const Frame& frame, const PanelModel& model) {
               frame.Y(8.7F), Align::kCenter);
 }
 
-void PaintAlbum(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion) {
-    PaintName(brush, frame, model.album, AlbumLook(frame, brush.theme), 10.8F, 0.0F, motion);
+void PaintUpperLine(Brush& brush, const Frame& frame, const PanelLook& look) {
+    PaintName(brush, frame, UpperLine(look), AlbumLook(frame, brush.theme), 10.8F, 0.0F, look.motion);
 }
 
-void PaintTitle(Brush& brush, const Frame& frame, const PanelModel& model, LineMotion motion) {
-    const TextLook look = LookOfTitle(frame, brush.theme, model);
-    PaintName(brush, frame, model.title, look, model.transport == Transport::kNothing ? 18.0F : 21.5F, kTitleInset,
-              motion);
+void PaintTitle(Brush& brush, const Frame& frame, const PanelLook& look) {
+    const PanelModel& model = look.model;
+    PaintName(brush, frame, model.title, LookOfTitle(frame, brush.theme, model),
+              model.transport == Transport::kNothing ? 18.0F : 21.5F, kTitleInset, look.motion);
 }
 
-void PaintStatus(Brush& brush, const Frame& frame, const PanelModel& model) {
-    const bool playing = model.transport == Transport::kPlaying;
-    PaintSign(brush, frame, "ON AIR", playing, brush.theme.lamp, frame.RightX(0.0F), Align::kRight);
-    PaintSign(brush, frame, "PAUSE", model.transport == Transport::kPaused, brush.theme.song, frame.RightX(42.0F),
+void PaintStatus(Brush& brush, const Frame& frame, const PanelLook& look) {
+    const PanelModel& model = look.model;
+    const PanelTheme& theme = brush.theme;
+    if (look.volumeIsNews) {
+        const std::string volume = "VOLUME " + std::to_string(std::lround(model.volume * 100.0F)) + " %";
+        return PaintSign(brush, frame, volume.c_str(), true, theme.song, frame.RightX(0.0F), Align::kRight);
+    }
+    const bool isStopped = model.transport == Transport::kStopped;
+    const bool isPaused = model.transport == Transport::kPaused;
+    PaintSign(brush, frame, "ON AIR", model.transport == Transport::kPlaying, theme.lamp, frame.RightX(0.0F),
               Align::kRight);
+    PaintSign(brush, frame, isStopped ? "STOPPED" : "PAUSED", isStopped || isPaused, theme.song, frame.RightX(36.0F),
+              Align::kRight);
+    PaintSign(brush, frame, "MUTE", model.isMuted, theme.song, frame.X(0.0F), Align::kLeft);
 }
 
 void PaintClock(Brush& brush, const Frame& frame, const PanelModel& model) {
@@ -128,7 +145,7 @@ void PaintClock(Brush& brush, const Frame& frame, const PanelModel& model) {
         return coverage;
     };
     brush.canvas.Paint(draw(ghost), frame.box.x, frame.box.y, {brush.theme.song, 0.06F});
-    if (model.transport == Transport::kNothing) return;
+    if (!IsOn(model)) return;
     const Coverage lit = draw(text);
     Coverage glow = lit;
     glow.Blur(std::max(frame.Px(1.6F), 1));
@@ -145,7 +162,7 @@ void PaintPlaylist(Brush& brush, const Frame& frame, const PanelModel& model) {
 }
 
 void PaintFavorite(Brush& brush, const Frame& frame, const PanelModel& model) {
-    if (model.transport == Transport::kNothing) return;
+    if (!IsOn(model)) return;
     const bool lit = model.favoriteCount > 0;
     Coverage star = frame.NewCoverage();
     constexpr float kIconScale = 0.78F;
@@ -212,12 +229,15 @@ void PaintRange(Brush& brush, const Frame& frame, const PanelModel& model, Contr
         const float strength = state.pressed ? 0.55F : state.hover ? 0.4F : 0.22F;
         brush.canvas.Paint(plate, frame.box.x, frame.box.y, {theme.song, strength});
     }
-    PaintSign(brush, frame, NameOf(model.range), true, theme.text, frame.RightX(state.enabled ? 4.0F : 0.0F),
-              Align::kRight);
+    const float x = state.enabled ? frame.X(frame.WidthUnits() / 2.0F) : frame.RightX(0.0F);
+    PaintSign(brush, frame, NameOf(model.range), true, theme.text, x, state.enabled ? Align::kCenter : Align::kRight);
 }
 
-void PaintSongPosition(Brush& brush, const Frame& frame, const PanelModel& model) {
-    PaintText(brush, model.songPosition, TitleLook(frame, kValueSize, brush.theme.text, 0.2F), frame.X(0.0F),
+// Where the song is, or would be after a click.
+void PaintSongPosition(Brush& brush, const Frame& frame, const PanelLook& look) {
+    const PanelTheme& theme = brush.theme;
+    const std::string time = look.pointed ? FormatTime(*look.pointed * look.model.lengthSec) : look.model.songPosition;
+    PaintText(brush, time, TitleLook(frame, kValueSize, look.pointed ? theme.song : theme.text, 0.2F), frame.X(0.0F),
               frame.Y(kValueBaseline));
 }
 

@@ -31,6 +31,11 @@ void MeterBallistics::Step(float peak, double elapsedSec) {
     if (peakHeldSec_ > kPeakHoldSec) peak_ = std::max(level_, FallBy(peak_, kPeakFallDbPerSec, elapsedSec));
 }
 
+void MeterBallistics::Fall(double elapsedSec) {
+    level_ = peak_ = FallBy(level_, kFallDbPerSec, elapsedSec);
+    peakHeldSec_ = 0.0;
+}
+
 void MeterBallistics::Reset() {
     *this = {};
 }

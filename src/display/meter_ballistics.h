@@ -10,6 +10,8 @@ class MeterBallistics {
 public:
     // Takes the peak of the last `elapsedSec` seconds, 0 to 1 of full scale.
     void Step(float peak, double elapsedSec);
+    // Nothing plays: it falls to rest, and holds no peak.
+    void Fall(double elapsedSec);
     void Reset();
 
     float Level() const { return level_; }

@@ -5,6 +5,7 @@
 
 #include "library/type_names.h"
 #include "platform/paths.h"
+#include "playback/next_up.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
 #include "playback/queue.h"
@@ -68,6 +69,7 @@ void TellTimes(PanelModel& model, const PlaybackState& playback, double position
     model.windowFrom = OnPanel(playback.startSec / lengthSec);
     model.windowTo = OnPanel(playback.endSec / lengthSec);
     model.position = OnPanel(positionSec / lengthSec);
+    model.lengthSec = playback.songLengthSec;
     model.canSeek = !endless && playback.item.canBePositioned;
 }
 
@@ -99,12 +101,33 @@ void TellDraw(PanelModel& model, const AppState& app) {
     model.filterEffect = EffectOfFilter(model, app);
 }
 
+void TellNames(PanelModel& model, const PlayItem& item) {
+    model.kind = KindOf(item);
+    model.album = ShortLine(item.secondLine);
+    model.title = ShortLine(item.title);
+}
+
+void TellSilence(PanelModel& model, const PlaybackState& playback) {
+    model.title = TroubleText(playback.trouble);
+    if (playback.trouble != PlaybackTrouble::kNone || playback.item.kind == PlayItem::Kind::kNone) return;
+    model.transport = Transport::kStopped;
+    TellNames(model, playback.item);
+}
+
+// What was picked may still change; what is open starts, unless the user changes something.
+void TellNext(PanelModel& model, const AppState& app, double positionSec) {
+    constexpr double kSoonSec = 10.0;
+    const NextUp* const next = app.playback.next.get();
+    if (next == nullptr || !next->opening->IsDone() || next->opening->Result().result != OpenResult::kReady) return;
+    if (!StillFits(app, *next)) return;
+    model.next = ShortLine(next->opening->Result().title);
+    model.isNextSoon = app.playback.endSec - positionSec <= kSoonSec;
+}
+
 void TellSong(PanelModel& model, const AppState& app) {
     const PlaybackState& playback = app.playback;
     const Song* const song = PlayingSong(app);
-    model.kind = KindOf(playback.item);
-    model.album = ShortLine(playback.item.secondLine);
-    model.title = ShortLine(playback.item.title);
+    TellNames(model, playback.item);
     model.relaxed = playback.relaxed;
     if (song != nullptr) model.favoriteCount = song->favoriteCount;
     if (song != nullptr && !IsQueuedSongPlaying(app)) {
@@ -122,12 +145,14 @@ void TellSong(PanelModel& model, const AppState& app) {
 PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
     PanelModel model;
     model.volume = std::round(std::clamp(UserVolume(app), 0.0F, 1.0F) * 100.0F) / 100.0F;
+    model.isMuted = app.playback.volume->muted;
     if (CurrentHandle(app.playback) == 0) {
-        model.title = TroubleText(app.playback.trouble);
+        TellSilence(model, app.playback);
     } else {
         model.transport = channel.paused ? Transport::kPaused : Transport::kPlaying;
         TellSong(model, app);
         TellTimes(model, app.playback, channel.positionSec);
+        TellNext(model, app, channel.positionSec);
     }
     TellDraw(model, app);
     return model;

@@ -9,7 +9,7 @@
 
 namespace hullrider {
 
-enum class Transport : uint8_t { kNothing, kPlaying, kPaused };
+enum class Transport : uint8_t { kNothing, kStopped, kPlaying, kPaused };
 
 // What songs are drawn from: the whole library, one playlist, one station, or the queue.
 enum class PlayRange : uint8_t { kLibrary, kPlaylist, kStation, kQueue };
@@ -24,7 +24,9 @@ struct PanelModel {
     Transport transport = Transport::kNothing;
     std::string kind;  // "MIDI", "FLAC", "TRACKER"
     std::string album;
-    std::string title;         // or why nothing plays
+    std::string title;         // of what plays or was stopped, or why nothing plays
+    std::string next;          // the title of what comes next, once it is known
+    bool isNextSoon = false;   // in the last ten seconds
     std::string timePlayed;    // "0:23", of the play window
     std::string timeLeft;      // "0:42"
     std::string songPosition;  // "1:05"
@@ -32,11 +34,13 @@ struct PanelModel {
     double windowFrom = 0.0;   // the play window and the position within the song, 0 to 1
     double windowTo = 0.0;
     double position = 0.0;
+    double lengthSec = 0.0;  // of the song; 0: none
     bool canSeek = false;
     std::string soundFont;  // of a MIDI song
     std::string playlist;   // "2/12"
     int32_t favoriteCount = 0;
     float volume = 0.0F;  // 0 to 1
+    bool isMuted = false;
     // How songs are drawn.
     bool shuffle = true;
     FavoriteFilter filter = FavoriteFilter::kNone;
@@ -49,7 +53,7 @@ struct PanelModel {
 
 // Whether an item plays or is paused.
 inline bool IsOn(const PanelModel& model) {
-    return model.transport != Transport::kNothing;
+    return model.transport == Transport::kPlaying || model.transport == Transport::kPaused;
 }
 
 // Whether the filter decides what is played now.

@@ -24,6 +24,8 @@ struct ElementRow {
     bool (*isEnabled)(const PanelModel& model) = nullptr;  // null: always
 };
 
+using Model = PanelModel;
+
 // Painters: a key with a fixed icon, and a part of the display that needs only the model.
 template <Icon icon>
 void Key(Brush& brush, const Frame& frame, const PanelLook&, ControlState state) {
@@ -35,9 +37,9 @@ void Shows(Brush& brush, const Frame& frame, const PanelLook& look, ControlState
     paint(brush, frame, look.model);
 }
 
-template <void (*paint)(Brush&, const Frame&, const PanelModel&, LineMotion)>
-void Scrolls(Brush& brush, const Frame& frame, const PanelLook& look, ControlState) {
-    paint(brush, frame, look.model, look.motion);
+template <void (*paint)(Brush&, const Frame&, const PanelLook&)>
+void ShowsLook(Brush& brush, const Frame& frame, const PanelLook& look, ControlState) {
+    paint(brush, frame, look);
 }
 
 void PlayPauseKey(Brush& brush, const Frame& frame, const PanelLook& look, ControlState state) {
@@ -68,6 +70,21 @@ void Meter(Brush& brush, const Frame& frame, const PanelLook& look, ControlState
 template <auto... parts>
 bool Differ(const PanelLook& before, const PanelLook& after) {
     return ((before.model.*parts != after.model.*parts) || ...);
+}
+
+bool StatusDiffers(const PanelLook& before, const PanelLook& after) {
+    const bool isNews = before.volumeIsNews || after.volumeIsNews;
+    return before.volumeIsNews != after.volumeIsNews || Differ<&Model::transport, &Model::isMuted>(before, after) ||
+           (isNews && Differ<&Model::volume>(before, after));
+}
+
+bool SongBarDiffers(const PanelLook& before, const PanelLook& after) {
+    return before.pointed != after.pointed ||
+           Differ<&Model::transport, &Model::windowFrom, &Model::windowTo, &Model::position>(before, after);
+}
+
+bool SongPositionDiffers(const PanelLook& before, const PanelLook& after) {
+    return before.pointed != after.pointed || Differ<&Model::songPosition>(before, after);
 }
 
 bool MeterDiffers(const PanelLook& before, const PanelLook& after) {
@@ -104,6 +121,11 @@ std::string FilterTooltip(const PanelModel& model) {
     return favorites ? "Only favorites are played" : "Favorites are not played";
 }
 
+std::string VolumeTooltip(const PanelModel& model) {
+    const std::string volume = "Volume " + std::to_string(std::lround(model.volume * 100.0F)) + " %";
+    return volume + (model.isMuted ? ", muted: a click ends that" : "; a click mutes");
+}
+
 std::string RangeTooltip(const PanelModel& model) {
     return model.range == PlayRange::kLibrary ? "The whole library is played" : "Back to the whole library";
 }
@@ -115,8 +137,6 @@ bool CanSeek(const PanelModel& model) {
 constexpr Box KeyBox(float x, float width) {
     return {x, 115.0F, width, 23.0F};
 }
-
-using Model = PanelModel;
 
 // In the order of PanelElement.
 constexpr std::array<ElementRow, kElementCount> kElements{{
@@ -134,7 +154,7 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
     {.element = PanelElement::kNext,
      .box = KeyBox(87.5F, 31.0F),
      .paint = Key<Icon::kNext>,
-     .tooltip = [](const Model&) -> std::string { return "Next song"; },
+     .tooltip = [](const Model& m) { return m.next.empty() ? "Next song" : "Next song: " + m.next; },
      .command = kNextSongCommand},
     {.element = PanelElement::kPlaylistBack,
      .box = KeyBox(132.0F, 26.0F),
@@ -178,14 +198,14 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
     {.element = PanelElement::kVolume,
      .box = {414.0F, 17.0F, 76.0F, 76.0F},
      .paint = VolumeKnob,
-     .differs = Differ<&Model::volume>,
-     .tooltip = [](const Model& m) { return "Volume " + std::to_string(std::lround(m.volume * 100.0F)) + " %"; },
+     .differs = Differ<&Model::volume, &Model::isMuted>,
+     .tooltip = VolumeTooltip,
      .command = kSetVolumeCommand},
     {.element = PanelElement::kSongBar,
      .box = {68.0F, 87.0F, 286.0F, 13.0F},
-     .paint = Shows<PaintSongBar>,
-     .differs = Differ<&Model::transport, &Model::windowFrom, &Model::windowTo, &Model::position>,
-     .tooltip = [](const Model&) -> std::string { return "The song, and the part of it that is played"; },
+     .paint = ShowsLook<PaintSongBar>,
+     .differs = SongBarDiffers,
+     .tooltip = [](const Model&) -> std::string { return "The song, and the part of it that is played: go there"; },
      .command = kSeekCommand,
      .isEnabled = CanSeek},
     {.element = PanelElement::kRange,
@@ -199,17 +219,17 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
      .box = {24.0F, 17.0F, 46.0F, 12.0F},
      .paint = Shows<PaintKind>,
      .differs = Differ<&Model::kind>},
-    {.element = PanelElement::kAlbum,
+    {.element = PanelElement::kUpperLine,
      .box = {76.0F, 16.0F, 206.0F, 14.0F},
-     .paint = Scrolls<PaintAlbum>,
-     .differs = Differ<&Model::album>},
+     .paint = ShowsLook<PaintUpperLine>,
+     .differs = [](const PanelLook& a, const PanelLook& b) { return UpperLine(a) != UpperLine(b); }},
     {.element = PanelElement::kStatus,
      .box = {290.0F, 16.0F, 106.0F, 14.0F},
-     .paint = Shows<PaintStatus>,
-     .differs = Differ<&Model::transport>},
+     .paint = ShowsLook<PaintStatus>,
+     .differs = StatusDiffers},
     {.element = PanelElement::kTitle,
      .box = {20.0F, 30.0F, 264.0F, 28.0F},
-     .paint = Scrolls<PaintTitle>,
+     .paint = ShowsLook<PaintTitle>,
      .differs = Differ<&Model::transport, &Model::title>},
     {.element = PanelElement::kClock,
      .box = {288.0F, 30.0F, 110.0F, 28.0F},
@@ -238,8 +258,8 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
      .differs = Differ<&Model::shuffle, &Model::filter, &Model::filterEffect, &Model::relaxed>},
     {.element = PanelElement::kSongPosition,
      .box = {24.0F, 88.0F, 42.0F, 11.0F},
-     .paint = Shows<PaintSongPosition>,
-     .differs = Differ<&Model::songPosition>},
+     .paint = ShowsLook<PaintSongPosition>,
+     .differs = SongPositionDiffers},
     {.element = PanelElement::kSongLeft,
      .box = {354.0F, 88.0F, 42.0F, 11.0F},
      .paint = Shows<PaintSongLeft>,

@@ -31,7 +31,7 @@ enum class PanelElement : uint8_t {
     kSongBar,
     kRange,
     kKind,
-    kAlbum,
+    kUpperLine,
     kStatus,
     kTitle,
     kClock,

@@ -35,6 +35,8 @@ struct PanelLook {
     std::optional<PanelElement> hover = std::nullopt, pressed = std::nullopt;
     MeterBars meter = {};
     LineMotion motion = {};
+    std::optional<double> pointed = std::nullopt;  // where the mouse is on the song bar: a place in the song, 0 to 1
+    bool volumeIsNews = false;                     // it is being turned
 };
 
 }  // namespace hullrider

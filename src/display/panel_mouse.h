@@ -20,9 +20,10 @@ public:
     // The mouse ignores elements that are not enabled.
     void Enable(const ElementSet& enabled) { enabled_ = enabled; }
 
-    // `volume` is what the knob shows. A key acts when it is released where it was pressed; the knob follows a drag.
+    // `volume` is what the knob shows. A key acts when it is released where it was pressed. The knob follows a drag,
+    // and a click on it mutes. The song goes where the mouse is when its bar is released.
     std::optional<PanelAction> Move(DesignPoint place);
-    std::optional<PanelAction> Press(DesignPoint place, double volume);
+    void Press(DesignPoint place, double volume);
     std::optional<PanelAction> Release(DesignPoint place);
     void Leave() { hover_.reset(); }
     void LoseCapture() { held_.reset(); }
@@ -34,12 +35,16 @@ public:
     std::optional<PanelElement> Pressed() const;
     bool Holds() const { return held_.has_value(); }
 
+    // Where the mouse is on the song bar: a place in the song, 0 to 1. Empty when it is elsewhere.
+    std::optional<double> PointedInSong() const;
+
 private:
     std::optional<PanelElement> EnabledAt(DesignPoint place) const;
 
     ElementSet enabled_;
     std::optional<PanelElement> hover_, held_;
-    DesignPoint pressedAt_;
+    DesignPoint pressedAt_, last_;
+    bool isTurned_ = false;  // the knob, since it was pressed
     double volumeAtPress_ = 0.0;
 };
 

@@ -38,15 +38,15 @@ void PanelPainter::Paint(const ElementSet& elements, const PanelLook& look) {
     }
 }
 
-ElementSet PanelPainter::MovedLines(const PanelModel& model, LineMotion from, LineMotion to) {
+ElementSet PanelPainter::MovedLines(const PanelLook& look, LineMotion from, LineMotion to) {
     ElementSet lines;
     if (!canvas_ || from.shownSec == to.shownSec) return lines;
     Brush brush{*canvas_, texts_, theme_};
-    const Frame album(scale_, BoxOf(PanelElement::kAlbum)), title(scale_, BoxOf(PanelElement::kTitle));
-    lines.set(IndexOf(PanelElement::kAlbum),
-              AlbumOffset(brush, album, model, from) != AlbumOffset(brush, album, model, to));
+    const Frame upper(scale_, BoxOf(PanelElement::kUpperLine)), title(scale_, BoxOf(PanelElement::kTitle));
+    lines.set(IndexOf(PanelElement::kUpperLine),
+              UpperLineOffset(brush, upper, look, from) != UpperLineOffset(brush, upper, look, to));
     lines.set(IndexOf(PanelElement::kTitle),
-              TitleOffset(brush, title, model, from) != TitleOffset(brush, title, model, to));
+              TitleOffset(brush, title, look.model, from) != TitleOffset(brush, title, look.model, to));
     return lines;
 }
 

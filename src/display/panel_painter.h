@@ -27,7 +27,7 @@ public:
     void Paint(const ElementSet& elements, const PanelLook& look);
 
     // The names that have scrolled between the two times.
-    ElementSet MovedLines(const PanelModel& model, LineMotion from, LineMotion to);
+    ElementSet MovedLines(const PanelLook& look, LineMotion from, LineMotion to);
 
     const PanelScale& Scale() const { return scale_; }
 

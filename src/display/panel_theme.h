@@ -24,12 +24,16 @@ struct PanelTheme {
     Rgb keyIcon;
     Rgb glassTop, glassBottom;  // the display
     Rgb text;
-    Rgb song;  // the title, the clock, and all that is lit
+    Rgb song;                              // the title, the clock, and all that is lit
+    Rgb songLine, songWindow, songPlayed;  // the song bar: the song, its play window, and what was played of that
     Rgb meterLow, meterMiddle, meterHigh;
     Rgb lamp;  // ON AIR
 
     bool operator==(const PanelTheme&) const = default;
 };
+
+// The contrast of two colors, 1 to 21, by WCAG 2.2 (https://www.w3.org/TR/WCAG22/#dfn-contrast-ratio).
+double ContrastOf(Rgb a, Rgb b);
 
 // The theme made from the user's three colors.
 PanelTheme MakePanelTheme(const Settings& settings);

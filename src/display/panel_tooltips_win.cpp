@@ -31,6 +31,11 @@ void PanelTooltips::Place(const PanelScale& scale) {
     }
 }
 
+void PanelTooltips::Renew(PanelElement element) const {
+    TTTOOLINFOW tool = Tool(IndexOf(element));
+    SendMessageW(tips_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
 void PanelTooltips::Relay(UINT message, WPARAM wParam, LPARAM lParam) const {
     MSG relayed{};
     relayed.hwnd = window_;

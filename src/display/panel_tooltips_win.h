@@ -25,6 +25,9 @@ public:
     // Adapts to the panel's new size.
     void Place(const PanelScale& scale);
 
+    // Shows the element's text anew if its tooltip is open.
+    void Renew(PanelElement element) const;
+
     // Passes a mouse message of the window to the control.
     void Relay(UINT message, WPARAM wParam, LPARAM lParam) const;
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "display/lcd.h"
 #include "display/window_sight_win.h"
 
 namespace hullrider {
@@ -12,6 +13,10 @@ namespace {
 
 constexpr UINT kMotionMs = 33;
 constexpr double kLongestStepSec = 0.25;  // nothing jumps after a pause of the timer
+
+double SecondsNow() {
+    return static_cast<double>(GetTickCount64()) / 1000.0;
+}
 
 }  // namespace
 
@@ -33,12 +38,31 @@ void PanelView::Show(const PanelModel& model, const PanelTheme& theme) {
         surface_.reset();
         InvalidateRect(window_, nullptr, FALSE);
     }
-    PanelLook look = look_;
-    if (model.title != look.model.title || model.album != look.model.album) look.motion.shownSec = 0.0;
-    look.model = model;
-    Look(look);
+    LetGoOfOldSong(model);
     mouse_.Enable(EnabledElements(model));
-    if (model.transport == Transport::kPlaying) StartMotion();
+    const PanelModel before = look_.model;
+    PanelLook look = look_;
+    look.model = model;
+    look.volumeIsNews = volumeNotice_.Follow(model.volume, SecondsNow());
+    look.pointed = mouse_.PointedInSong();
+    if (model.title != before.title || UpperLine(look) != UpperLine(look_)) look.motion.shownSec = 0.0;
+    Look(look);
+    RenewTooltip(before);
+    if (model.transport == Transport::kPlaying || !IsMeterAtRest()) StartMotion();
+}
+
+// The bar is not dragged on into another song.
+void PanelView::LetGoOfOldSong(const PanelModel& model) {
+    const bool isOther = model.title != look_.model.title || model.album != look_.model.album;
+    if (!isOther || mouse_.Pressed() != PanelElement::kSongBar) return;
+    mouse_.LoseCapture();
+    if (GetCapture() == window_) ReleaseCapture();
+}
+
+void PanelView::RenewTooltip(const PanelModel& before) const {
+    if (look_.hover && TooltipOf(*look_.hover, before) != TooltipOf(*look_.hover, look_.model)) {
+        tooltips_.Renew(*look_.hover);
+    }
 }
 
 std::optional<LRESULT> PanelView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -113,8 +137,7 @@ void PanelView::Paint() {
 }
 
 void PanelView::Look(const PanelLook& look) {
-    const ElementSet changed =
-        ElementsToRepaint(look_, look) | painter_.MovedLines(look.model, look_.motion, look.motion);
+    const ElementSet changed = ElementsToRepaint(look_, look) | painter_.MovedLines(look, look_.motion, look.motion);
     look_ = look;
     Spoil(changed);
 }
@@ -143,9 +166,8 @@ void PanelView::OnMouse(UINT message, LPARAM lParam) {
             break;
         }
         case WM_LBUTTONDOWN: {
-            const std::optional<PanelAction> action = mouse_.Press(place, static_cast<double>(look_.model.volume));
+            mouse_.Press(place, static_cast<double>(look_.model.volume));
             if (mouse_.Holds()) SetCapture(window_);
-            Act(action);
             break;
         }
         case WM_LBUTTONUP: {
@@ -173,6 +195,8 @@ void PanelView::FollowMouse() {
     PanelLook look = look_;
     look.hover = mouse_.Hover();
     look.pressed = mouse_.Pressed();
+    look.pointed = mouse_.PointedInSong();
+    if (UpperLine(look) != UpperLine(look_)) look.motion.shownSec = 0.0;
     Look(look);
 }
 
@@ -197,9 +221,14 @@ void PanelView::OnMotion() {
     const double elapsedSec = std::min(std::chrono::duration<double>(now - lastMotion_).count(), kLongestStepSec);
     lastMotion_ = now;
     const bool playing = look_.model.transport == Transport::kPlaying;
-    const StereoLevel level = playing && ports_.level ? ports_.level() : StereoLevel{};
-    left_.Step(level.left, elapsedSec);
-    right_.Step(level.right, elapsedSec);
+    if (playing) {
+        const StereoLevel level = ports_.level ? ports_.level() : StereoLevel{};
+        left_.Step(level.left, elapsedSec);
+        right_.Step(level.right, elapsedSec);
+    } else {
+        left_.Fall(elapsedSec);
+        right_.Fall(elapsedSec);
+    }
 
     PanelLook look = look_;
     const auto bar = [](const MeterBallistics& channel) {
@@ -208,7 +237,7 @@ void PanelView::OnMotion() {
     look.meter = {bar(left_), bar(right_)};
     if (playing) look.motion.shownSec += elapsedSec;
     Look(look);
-    if (!playing && left_.AtRest() && right_.AtRest()) StopMotion();
+    if (!playing && IsMeterAtRest()) StopMotion();
 }
 
 }  // namespace hullrider

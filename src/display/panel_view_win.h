@@ -16,6 +16,7 @@
 #include "display/panel_tooltips_win.h"
 #include "display/surface_win.h"
 #include "display/text_raster_win.h"
+#include "display/volume_notice.h"
 
 namespace hullrider {
 
@@ -57,6 +58,9 @@ private:
     void OnMouse(UINT message, LPARAM lParam);
     void OnWheel(WPARAM wParam);
     void FollowMouse();
+    void RenewTooltip(const PanelModel& before) const;
+    void LetGoOfOldSong(const PanelModel& model);
+    bool IsMeterAtRest() const { return left_.AtRest() && right_.AtRest(); }
     void Act(const std::optional<PanelAction>& action);
     void StartMotion();
     void StopMotion();
@@ -73,6 +77,7 @@ private:
     ElementSet spoilt_;  // elements that are out of date on the surface
     PanelMouse mouse_;
     MeterBallistics left_, right_;
+    VolumeNotice volumeNotice_;
     bool moving_ = false;
     std::chrono::steady_clock::time_point lastMotion_;
 };

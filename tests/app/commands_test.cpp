@@ -3,9 +3,11 @@
 
 #include "app/command_lines.h"
 #include "audio/bass.h"
+#include "display/panel.h"
 #include "input/hotkeys.h"
 #include "library/song_counts.h"
 #include "playback/play_next.h"
+#include "playback/seek.h"
 #include "playback/stream_slots.h"
 #include "playback/stream_time.h"
 #include "tests/app/whole_player.h"
@@ -196,6 +198,24 @@ TEST_F(CommandsTest, WithoutShuffleTheSongsAfterTheOneThatPlaysFollowInOrder) {
     playAndGoOn(0, kPlaylistMode, 1);
     EXPECT_EQ(state_.selection.currentPlaylist, 1) << "the user is in that one";
     EXPECT_EQ(state_.selection.currentSongInPlaylist, 0);
+}
+
+TEST_F(CommandsTest, WhatComesNextIsShownOnceItIsReady) {
+    const auto shown = [&] { return MakePanelModel(state_, ReadChannel(state_.playback)); };
+    const auto secondsBeforeTheEnd = [&](double seconds) {
+        ASSERT_TRUE(SeekTo(state_.playback, state_.playback.endSec - seconds));
+        PollPlayer(*player_);
+    };
+    secondsBeforeTheEnd(20.0);
+    EXPECT_EQ(shown().next, "");
+    secondsBeforeTheEnd(11.5);
+    const std::string next = shown().next;
+    EXPECT_NE(next, "");
+    EXPECT_FALSE(shown().isNextSoon);
+    secondsBeforeTheEnd(9.0);
+    EXPECT_TRUE(shown().isNextSoon);
+    Run(kNextSongCommand);
+    EXPECT_EQ(shown().title, next);
 }
 
 TEST_F(CommandsTest, APositionOutsideThePlayWindowIsPlayedFrom) {

@@ -5,6 +5,7 @@
 
 #include "display/marquee.h"
 #include "display/meter_ballistics.h"
+#include "display/volume_notice.h"
 
 namespace hullrider {
 namespace {
@@ -26,6 +27,27 @@ TEST(MeterBallistics, RisesAtOnceAndFallsSlowlyWhateverTheFrameRate) {
     EXPECT_NEAR(coarse.Level(), fine.Level(), 1e-4);
     EXPECT_GT(coarse.Level(), 0.5F);
     EXPECT_LT(coarse.Level(), 0.8F);
+}
+
+TEST(MeterBallistics, WhenNothingPlaysNoPeakIsHeldAndItIsAtRestSoon) {
+    MeterBallistics meter;
+    meter.Step(1.0F, kFrameSec);
+    double fallSec = 0.0;
+    for (; !meter.AtRest() && fallSec < 10.0; fallSec += kFrameSec) {
+        meter.Fall(kFrameSec);
+        EXPECT_EQ(meter.Peak(), meter.Level());
+    }
+    EXPECT_LT(fallSec, 2.0);
+}
+
+TEST(VolumeNotice, IsShownWhileTheVolumeIsTurnedAndAMomentLonger) {
+    VolumeNotice notice;
+    EXPECT_FALSE(notice.Follow(0.5F, 100.0)) << "it was not turned";
+    EXPECT_FALSE(notice.Follow(0.5F, 101.0));
+    EXPECT_TRUE(notice.Follow(0.6F, 102.0));
+    EXPECT_TRUE(notice.Follow(0.7F, 103.0));
+    EXPECT_TRUE(notice.Follow(0.7F, 104.0));
+    EXPECT_FALSE(notice.Follow(0.7F, 105.0));
 }
 
 TEST(MeterBallistics, HoldsThePeakAndThenLetsItFallToTheLevel) {

@@ -27,7 +27,7 @@ TEST_F(PanelMouseTest, EveryKeyActsWhenItIsLetGoWhereItWasPressed) {
         const auto key = static_cast<PanelElement>(i);
         mouse_.Move(MiddleOf(key));
         EXPECT_EQ(mouse_.Hover(), key);
-        EXPECT_FALSE(mouse_.Press(MiddleOf(key), 0.5));
+        mouse_.Press(MiddleOf(key), 0.5);
         EXPECT_EQ(mouse_.Pressed(), key);
         EXPECT_EQ(mouse_.Release(MiddleOf(key)), (PanelAction{CommandOf(key), 0.0}));
         EXPECT_FALSE(mouse_.Pressed());
@@ -55,7 +55,9 @@ TEST_F(PanelMouseTest, WhatIsNotEnabledDoesNotAnswer) {
     EXPECT_FALSE(mouse_.Holds());
     EXPECT_FALSE(mouse_.Release(shuffle_));
     EXPECT_FALSE(mouse_.Wheel(1.0, 0.5));
-    EXPECT_FALSE(mouse_.Press(MiddleOf(PanelElement::kSongBar), 0.5));
+    mouse_.Press(MiddleOf(PanelElement::kSongBar), 0.5);
+    EXPECT_FALSE(mouse_.PointedInSong());
+    EXPECT_FALSE(mouse_.Release(MiddleOf(PanelElement::kSongBar)));
 }
 
 TEST_F(PanelMouseTest, TheKnobFollowsTheHandEvenOutsideAndStopsAtItsEnds) {
@@ -64,16 +66,20 @@ TEST_F(PanelMouseTest, TheKnobFollowsTheHandEvenOutsideAndStopsAtItsEnds) {
         double volume;
     };
     mouse_.Press(knob_, 0.5);
-    for (const Drag& drag : {Drag{0.0F, 0.0F, 0.5}, Drag{11.0F, 0.0F, 0.6}, Drag{0.0F, -22.0F, 0.7},
-                             Drag{-900.0F, 0.0F, 0.0}, Drag{0.0F, -900.0F, 1.0}, Drag{-5.5F, 5.5F, 0.4}}) {
+    EXPECT_FALSE(mouse_.Move({knob_.x + 0.5F, knob_.y + 0.5F})) << "a click that trembles";
+    for (const Drag& drag : {Drag{11.0F, 0.0F, 0.6}, Drag{0.0F, -22.0F, 0.7}, Drag{-900.0F, 0.0F, 0.0},
+                             Drag{0.0F, -900.0F, 1.0}, Drag{-5.5F, 5.5F, 0.4}, Drag{0.0F, 0.0F, 0.5}}) {
         const auto action = mouse_.Move({knob_.x + drag.x, knob_.y + drag.y});
         ASSERT_TRUE(action);
         EXPECT_EQ(action->command, kSetVolumeCommand);
         EXPECT_NEAR(action->value, drag.volume, 1e-6);
         EXPECT_EQ(mouse_.Pressed(), PanelElement::kVolume);
     }
-    EXPECT_FALSE(mouse_.Release(next_));
-    EXPECT_FALSE(mouse_.Move(knob_)) << "let go, it stays";
+    EXPECT_FALSE(mouse_.Release(knob_)) << "turned and turned back, it was not clicked";
+    EXPECT_FALSE(mouse_.Move({knob_.x + 20.0F, knob_.y})) << "let go, it stays";
+    mouse_.Press(knob_, 0.5);
+    mouse_.Move({knob_.x + 0.5F, knob_.y});
+    EXPECT_EQ(mouse_.Release(knob_), (PanelAction{kMuteCommand}));
 }
 
 TEST_F(PanelMouseTest, TheWheelIsVolumeWithinItsRange) {
@@ -83,16 +89,36 @@ TEST_F(PanelMouseTest, TheWheelIsVolumeWithinItsRange) {
     EXPECT_EQ(mouse_.Wheel(-3.0, 0.05)->value, 0.0);
 }
 
-TEST_F(PanelMouseTest, AClickInTheSongBarNamesThePlaceInTheSong) {
+TEST_F(PanelMouseTest, TheSongBarIsDraggedAndTheSongGoesThereWhenItIsLetGo) {
     const Box track = SongTrack();
+    const auto at = [&](double place) {
+        return DesignPoint{track.x + track.width * static_cast<float>(place), track.y + 2.0F};
+    };
+    mouse_.Move(at(0.25));
+    EXPECT_NEAR(*mouse_.PointedInSong(), 0.25, 1e-5);
     for (const double place : {0.0, 0.25, 1.0}) {
-        const float x = track.x + track.width * static_cast<float>(place);
-        const auto action = mouse_.Press({x, track.y + 2.0F}, 0.5);
+        mouse_.Press(at(0.5), 0.5);
+        EXPECT_FALSE(mouse_.Move(at(place))) << "not while it is held";
+        EXPECT_NEAR(*mouse_.PointedInSong(), place, 1e-5);
+        const auto action = mouse_.Release(at(place));
         ASSERT_TRUE(action);
         EXPECT_EQ(action->command, kSeekCommand);
         EXPECT_NEAR(action->value, place, 1e-5);
-        EXPECT_FALSE(mouse_.Release({x, track.y + 2.0F}));
     }
+    // The hand may leave the bar, and the song.
+    mouse_.Press(at(0.5), 0.5);
+    mouse_.Move({-90.0F, 140.0F});
+    EXPECT_EQ(mouse_.PointedInSong(), 0.0);
+    EXPECT_EQ(mouse_.Pressed(), PanelElement::kSongBar);
+    EXPECT_EQ(mouse_.Release({900.0F, 140.0F}), (PanelAction{kSeekCommand, 1.0}));
+    EXPECT_FALSE(mouse_.PointedInSong());
+
+    mouse_.Press(at(0.5), 0.5);
+    mouse_.LoseCapture();
+    EXPECT_FALSE(mouse_.Release(at(0.5)));
+    mouse_.Press(next_, 0.5);
+    mouse_.Move(at(0.5));
+    EXPECT_FALSE(mouse_.PointedInSong()) << "a key is held";
 }
 
 }  // namespace

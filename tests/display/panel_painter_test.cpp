@@ -41,6 +41,7 @@ protected:
         model.timeLeft = "0:42";
         model.songPosition = "1:05";
         model.songLeft = "-2:07";
+        model.lengthSec = 192.0;
         model.windowFrom = 0.2;
         model.windowTo = 0.7;
         model.position = 0.4;
@@ -82,12 +83,23 @@ const std::vector<std::function<void(PanelLook&)>> kChanges{
     [](PanelLook& look) { look.model.playlist = "1042/1999"; },
     [](PanelLook& look) { look.model.favoriteCount = 12; },
     [](PanelLook& look) { look.model.volume = 0.93F; },
+    [](PanelLook& look) { look.volumeIsNews = true; },
+    [](PanelLook& look) { look.model.volume = 0.5F; },
+    [](PanelLook& look) { look.volumeIsNews = false; },
+    [](PanelLook& look) { look.model.isMuted = true; },
+    [](PanelLook& look) { look.pointed = 0.8; },
+    [](PanelLook& look) { look.pressed = PanelElement::kSongBar; },
+    [](PanelLook& look) { look.pointed = 0.9; },
+    [](PanelLook& look) { look.pressed.reset(), look.pointed.reset(); },
     [](PanelLook& look) { look.model.shuffle = false; },
     [](PanelLook& look) { look.model.filter = FavoriteFilter::kOthers; },
     [](PanelLook& look) { look.model.filterEffect = FilterEffect::kNothingPasses; },
     [](PanelLook& look) { look.model.range = PlayRange::kStation; },
+    [](PanelLook& look) { look.model.transport = Transport::kStopped; },
     [](PanelLook& look) { look.model.transport = Transport::kNothing; },
     [](PanelLook& look) { look.model.transport = Transport::kPlaying; },
+    [](PanelLook& look) { look.model.next = "Another", look.model.isNextSoon = true; },
+    [](PanelLook& look) { look.model.isNextSoon = false; },
     [](PanelLook& look) { look.hover = PanelElement::kNext; },
     [](PanelLook& look) { look.pressed = PanelElement::kNext; },
     [](PanelLook& look) { look.hover = PanelElement::kVolume, look.pressed.reset(); },
@@ -108,7 +120,7 @@ TEST_F(PanelPainterTest, RepaintingWhatHasChangedGivesThePictureThatPaintingAllO
             PanelLook next = shown;
             kChanges[i](next);
             const ElementSet changed =
-                ElementsToRepaint(shown, next) | painter.MovedLines(next.model, shown.motion, next.motion);
+                ElementsToRepaint(shown, next) | painter.MovedLines(next, shown.motion, next.motion);
             const std::vector<uint32_t> before = pixels;
             painter.Paint(changed, next);
             EXPECT_TRUE(pixels == PaintedWhole(width, height, next)) << "change " << i << " at width " << width;
@@ -123,6 +135,35 @@ TEST_F(PanelPainterTest, ThePeakIsTheLastOfTheSegmentsThatItCounts) {
     PanelLook without = look_;
     without.meter = {{20, 0}, {3, 0}};
     EXPECT_TRUE(PaintedWhole(500, 155, look_) == PaintedWhole(500, 155, without));
+}
+
+// On the glass around it, in any colors that a user may set. WCAG 2.2 asks for a contrast of 3.
+TEST_F(PanelPainterTest, TheSongBarCanBeSeen) {
+    constexpr int32_t kWidth = 1000, kHeight = 310;
+    Settings dark, light, same, blue;
+    light.bkGrR = light.bkGrG = light.bkGrB = 235;
+    light.textR = light.textG = light.textB = 30;
+    same.textR = same.textG = same.textB = same.songR = same.songG = same.songB = 90;
+    same.bkGrR = same.bkGrG = same.bkGrB = 90;
+    blue.bkGrR = 0, blue.bkGrG = 0, blue.bkGrB = 160;
+    blue.songR = 0, blue.songG = 60, blue.songB = 255;
+    for (const Settings& settings : {dark, light, same, blue}) {
+        std::vector<uint32_t> pixels(static_cast<size_t>(kWidth) * kHeight);
+        PanelPainter painter(text_);
+        painter.Begin({pixels.data(), kWidth, kHeight}, MakePanelTheme(settings));
+        painter.Paint(ElementSet().set(), look_);
+        const PixelBox bar = FitPanel(kWidth, kHeight).ToPixels(SongTrack());
+        const auto colorAt = [&](double place, int32_t y) {
+            const auto x = static_cast<size_t>(bar.x + static_cast<int32_t>(bar.width * place));
+            const uint32_t pixel = pixels[static_cast<size_t>(y) * kWidth + x];
+            return Rgb{static_cast<uint8_t>(pixel >> 16U), static_cast<uint8_t>(pixel >> 8U),
+                       static_cast<uint8_t>(pixel)};
+        };
+        const int32_t middle = bar.y + bar.height / 2;
+        for (const double place : {0.1, 0.3, 0.6, 0.9}) {  // outside the play window, played, to be played
+            EXPECT_GE(ContrastOf(colorAt(place, middle), colorAt(place, bar.y + bar.height - 2)), 3.0) << place;
+        }
+    }
 }
 
 TEST_F(PanelPainterTest, SurvivesWindowsOfAnyShape) {

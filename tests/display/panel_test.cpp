@@ -6,6 +6,7 @@
 
 #include "audio/bass.h"
 #include "audio/manual_output.h"
+#include "display/lcd.h"
 #include "display/panel_look.h"
 #include "state/command_ids.h"
 #include "tests/bytes.h"
@@ -132,6 +133,38 @@ TEST_F(PanelTest, SaysWhyNothingPlays) {
     EXPECT_EQ(model.volume, 1.0F);
     EXPECT_EQ(ReadLevel(app_.playback).left, 0.0F);
     EXPECT_EQ(ReadChannel(app_.playback).positionSec, 0.0);
+}
+
+TEST_F(PanelTest, WhatWasStoppedKeepsItsNames) {
+    app_.playback.musicStream = 0;
+    const PanelModel model = At(0.0);
+    EXPECT_EQ(model.transport, Transport::kStopped);
+    EXPECT_EQ(model.kind + '|' + model.album + '|' + model.title, "FLAC|Album|Song");
+    EXPECT_EQ(model.timePlayed + model.playlist, "");
+    EXPECT_FALSE(EnabledElements(model).test(IndexOf(PanelElement::kFavoriteUp)));
+    app_.playback.item = {};
+    EXPECT_EQ(At(0.0).transport, Transport::kNothing) << "nothing was heard yet";
+}
+
+TEST_F(PanelTest, TheNextTitleTakesTheAlbumsPlaceAtTheEndOrWhenAskedFor) {
+    PanelLook look{At(60.0)};
+    look.hover = PanelElement::kNext;
+    EXPECT_EQ(UpperLine(look), "Album") << "it is not known yet";
+    look.model.next = "Another";
+    EXPECT_EQ(UpperLine(look), "NEXT: Another");
+    EXPECT_EQ(TooltipOf(PanelElement::kNext, look.model), "Next song: Another");
+    look.hover.reset();
+    EXPECT_EQ(UpperLine(look), "Album");
+    look.model.isNextSoon = true;
+    EXPECT_EQ(UpperLine(look), "NEXT: Another");
+}
+
+TEST_F(PanelTest, MuteShowsAndLeavesTheVolumeSet) {
+    app_.settings.volumeLevel = 0.65F;
+    app_.playback.volume->muted = true;
+    EXPECT_TRUE(At(60.0).isMuted);
+    EXPECT_NEAR(At(60.0).volume, 0.65F, 1e-6F);
+    EXPECT_EQ(TooltipOf(PanelElement::kVolume, At(60.0)), "Volume 65 %, muted: a click ends that");
 }
 
 TEST_F(PanelTest, ASecondLaterOnlyTheTimesAreRepainted) {

@@ -132,6 +132,61 @@ TEST_F(PanelViewTest, NothingMovesWhileItIsHiddenOrPaused) {
     EXPECT_EQ(KillTimer(window_, kPanelMotionTimer), FALSE) << "its timer runs on";
 }
 
+TEST_F(PanelViewTest, TheMeterComesToRestThoughItWasHiddenWhileItFell) {
+    for (int i = 0; i < 200 && BrightPixels(PanelElement::kMeter) < 60; ++i) Pump(100);
+    ShowWindow(window_, SW_HIDE);
+    EXPECT_FALSE(view_.CanBeSeen());
+    model_.transport = Transport::kStopped;
+    ShowWindow(window_, SW_SHOWNA);
+    view_.Show(model_, MakePanelTheme({}));
+    for (int i = 0; i < 200 && BrightPixels(PanelElement::kMeter) > 0; ++i) Pump(100);
+    EXPECT_EQ(BrightPixels(PanelElement::kMeter), 0);
+}
+
+TEST_F(PanelViewTest, TheOpenTooltipFollowsTheVolume) {
+    const HWND tips = FindWindowExW(nullptr, nullptr, TOOLTIPS_CLASSW, nullptr);
+    ASSERT_NE(tips, nullptr);
+    SendMessageW(tips, TTM_SETDELAYTIME, TTDT_INITIAL, 10);
+    const PixelBox knob = PixelsOf(PanelElement::kVolume);
+    POINT mouse{knob.x + knob.width / 2, knob.y + knob.height / 2};
+    ClientToScreen(window_, &mouse);
+    SetCursorPos(mouse.x, mouse.y);
+    for (int i = 0; i < 100 && IsWindowVisible(tips) == 0; ++i) {
+        SendMessageW(window_, WM_MOUSEMOVE, 0, MiddleOf(PanelElement::kVolume));
+        Pump(50);
+    }
+    ASSERT_NE(IsWindowVisible(tips), 0);
+    const auto shown = [&] {
+        wchar_t text[200] = {};
+        GetWindowTextW(tips, text, 200);
+        return std::wstring(text);
+    };
+    EXPECT_EQ(shown().substr(0, 11), L"Volume 50 %");
+    model_.volume = 0.65F;
+    view_.Show(model_, MakePanelTheme({}));
+    EXPECT_EQ(shown().substr(0, 11), L"Volume 65 %");
+    EXPECT_NE(IsWindowVisible(tips), 0);
+}
+
+TEST_F(PanelViewTest, TheSongGoesWhereItsBarIsLetGoUnlessAnotherSongHasBegun) {
+    model_.canSeek = true;
+    view_.Show(model_, MakePanelTheme({}));
+    const auto drag = [&](bool songChanges) {
+        SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MiddleOf(PanelElement::kSongBar));
+        SendMessageW(window_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(kWidth - 1, 1));
+        EXPECT_EQ(GetCapture(), window_);
+        if (songChanges) model_.title = "Another";
+        view_.Show(model_, MakePanelTheme({}));
+        SendMessageW(window_, WM_LBUTTONUP, 0, MAKELPARAM(kWidth - 1, 1));
+        EXPECT_NE(GetCapture(), window_);
+    };
+    drag(false);
+    ASSERT_EQ(actions_.size(), 1U);
+    EXPECT_EQ(actions_[0], (PanelAction{kSeekCommand, 1.0}));
+    drag(true);
+    EXPECT_EQ(actions_.size(), 1U);
+}
+
 TEST_F(PanelViewTest, AWindowWhollyBehindAnotherIsNotSeen) {
     const HWND cover = CreateWindowW(L"PanelViewTest", L"", WS_POPUP | WS_VISIBLE, 0, 0, kWidth + 40, kHeight + 40,
                                      nullptr, nullptr, nullptr, nullptr);

@@ -51,7 +51,7 @@ TEST_F(WindowTest, ShowsWhatPlaysAtEverySizeAndItsKeysWork) {
     for (const auto& [width, height] : {std::pair{700, 300}, {1100, 400}}) {
         SetWindowPos(window_, nullptr, 0, 0, width, height, SWP_NOZORDER);
         Sleep(1000);
-        for (const PanelElement element : {PanelElement::kKind, PanelElement::kAlbum, PanelElement::kTitle,
+        for (const PanelElement element : {PanelElement::kKind, PanelElement::kUpperLine, PanelElement::kTitle,
                                            PanelElement::kClock, PanelElement::kMeter, PanelElement::kSongBar}) {
             EXPECT_TRUE(Eventually([&] { return Brightness(window_, element) > 0.01; }))
                 << IndexOf(element) << " at width " << width;
