@@ -5,6 +5,7 @@
 
 #include "library/type_names.h"
 #include "platform/paths.h"
+#include "platform/play_clock.h"
 #include "playback/next_up.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
@@ -107,8 +108,15 @@ void TellNames(PanelModel& model, const PlayItem& item) {
     model.title = ShortLine(item.title);
 }
 
+// One song after another has failed to open.
+bool IsSearchLong(const PlaybackState& playback) {
+    constexpr std::chrono::seconds kLong{1};
+    return playback.next != nullptr && playback.next->wish.isUrgent && PlayNow() - playback.lastAttempt > kLong;
+}
+
 void TellSilence(PanelModel& model, const PlaybackState& playback) {
-    model.title = TroubleText(playback.trouble);
+    model.title = TroubleText(IsSearchLong(playback) ? PlaybackTrouble::kLookingForMusic : playback.trouble);
+    if (IsSearchLong(playback)) return;
     if (playback.trouble != PlaybackTrouble::kNone || playback.item.kind == PlayItem::Kind::kNone) return;
     model.transport = Transport::kStopped;
     TellNames(model, playback.item);
