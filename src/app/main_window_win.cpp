@@ -54,6 +54,16 @@ SIZE ChooseClientSize() {
             static_cast<LONG>(std::min(kLargestHeight, share(SM_CYSCREEN)))};
 }
 
+DWORD StyleOf(HWND window) {
+    return static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
+}
+
+// Smaller, the panel could not be read.
+SIZE SmallestClientSize(HWND window) {
+    const int dpi = static_cast<int>(GetDpiForWindow(window));
+    return {MulDiv(400, dpi, USER_DEFAULT_SCREEN_DPI), MulDiv(124, dpi, USER_DEFAULT_SCREEN_DPI)};
+}
+
 }  // namespace
 
 MainWindow::MainWindow(HINSTANCE instance, Player& player)
@@ -187,6 +197,9 @@ std::optional<LRESULT> MainWindow::OnPlaceOrEnd(UINT message, WPARAM wParam, LPA
         case WM_EXITSIZEMOVE:
             NoteWindowPlace(window_, player_.state.shell.options);
             return 0;
+        case WM_GETMINMAXINFO:
+            LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
+            return 0;
         case WM_SIZE:
             OnSize(wParam, lParam);
             return 0;
@@ -294,6 +307,24 @@ void MainWindow::OnSize(WPARAM kind, LPARAM size) {
     shell.horizontalScale = static_cast<float>(LOWORD(size)) / kPanelWidth;
     shell.verticalScale = static_cast<float>(HIWORD(size)) / kPanelHeight;
     InvalidateRect(window_, nullptr, FALSE);
+    if (kind == SIZE_RESTORED) MakeRoomForMenu(HIWORD(size));
+}
+
+void MainWindow::LimitSize(MINMAXINFO& limits) const {
+    const SIZE client = SmallestClientSize(window_);
+    RECT outer{0, 0, client.cx, client.cy};
+    AdjustWindowRectExForDpi(&outer, StyleOf(window_), GetMenu(window_) != nullptr, WS_EX_LAYERED,
+                             GetDpiForWindow(window_));
+    limits.ptMinTrackSize = {outer.right - outer.left, outer.bottom - outer.top};
+}
+
+// In a narrow window the menu takes several rows, which the limit does not know of.
+void MainWindow::MakeRoomForMenu(int32_t clientHeight) const {
+    const LONG missing = SmallestClientSize(window_).cy - clientHeight;
+    RECT outer;
+    if (missing <= 0 || GetMenu(window_) == nullptr || GetWindowRect(window_, &outer) == 0) return;
+    SetWindowPos(window_, nullptr, 0, 0, outer.right - outer.left, outer.bottom - outer.top + missing,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 // On a monitor with another scale, the system proposes the size at which the window looks the same.

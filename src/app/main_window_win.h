@@ -46,6 +46,8 @@ private:
     void Run(int32_t command);
     void BringToFront();
     void OnSize(WPARAM kind, LPARAM size);
+    void LimitSize(MINMAXINFO& limits) const;
+    void MakeRoomForMenu(int32_t clientHeight) const;
     void FollowDpi(const RECT& proposed);
     void RefreshPanel();
     void EndProgram();

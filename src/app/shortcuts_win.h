@@ -1,6 +1,6 @@
 // Keys of the main window while it has the focus: Space plays and pauses, Right and Left go to the next and the
 // previous song, Up and Down change the volume, M mutes, Ctrl+= and Ctrl+- raise and lower the favorite count once per
-// press. UI thread.
+// press. An element of the panel that has the focus takes its keys first. UI thread.
 #pragma once
 
 #include <windows.h>

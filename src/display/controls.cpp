@@ -130,6 +130,16 @@ void PaintKey(Brush& brush, const Frame& frame, const KeyFace& face, ControlStat
     brush.canvas.Paint(icon, frame.box.x, frame.box.y, {color, state.enabled ? 1.0F : 0.28F});
 }
 
+void PaintFocus(Brush& brush, const Frame& frame, bool isRound) {
+    constexpr float kHalfWidth = 0.6F, kInset = 1.2F, kCorner = 3.6F;
+    const Box ring = Inset({0.0F, 0.0F, frame.WidthUnits(), frame.HeightUnits()}, kInset);
+    const float corner = isRound ? std::min(ring.width, ring.height) / 2.0F : kCorner;
+    Coverage coverage = frame.NewCoverage();
+    const Box all{0.0F, 0.0F, frame.WidthUnits(), frame.HeightUnits()};
+    coverage.Add(frame.scale, all, [&](Point p) { return std::abs(DistanceToBox(p, ring, corner)) - kHalfWidth; });
+    brush.canvas.Paint(coverage, frame.box.x, frame.box.y, {brush.theme.song});
+}
+
 void PaintVolume(Brush& brush, const Frame& frame, const PanelModel& model, ControlState state) {
     const Point center{frame.WidthUnits() / 2.0F, frame.HeightUnits() / 2.0F};
     const float strength = model.isMuted ? 0.35F : state.enabled ? 1.0F : 0.45F;

@@ -13,6 +13,7 @@ struct ControlState {
     bool enabled = true;
     bool hover = false;
     bool pressed = false;
+    bool hasFocus = false;
 
     bool operator==(const ControlState&) const = default;
 };
@@ -24,6 +25,8 @@ struct KeyFace {
 };
 
 void PaintKey(Brush& brush, const Frame& frame, const KeyFace& face, ControlState state);
+// The ring around an element that has the keyboard's focus.
+void PaintFocus(Brush& brush, const Frame& frame, bool isRound);
 void PaintVolume(Brush& brush, const Frame& frame, const PanelModel& model, ControlState state);
 
 }  // namespace hullrider

@@ -5,6 +5,7 @@
 
 #include "library/type_names.h"
 #include "platform/paths.h"
+#include "platform/play_clock.h"
 #include "playback/next_up.h"
 #include "playback/pick.h"
 #include "playback/play_next.h"
@@ -108,8 +109,15 @@ void TellNames(PanelModel& model, const PlayItem& item) {
     model.title = ShortLine(item.title);
 }
 
+// One song after another has failed to open.
+bool IsSearchLong(const PlaybackState& playback) {
+    constexpr std::chrono::seconds kLong{1};
+    return playback.next != nullptr && playback.next->wish.isUrgent && PlayNow() - playback.lastAttempt > kLong;
+}
+
 void TellSilence(PanelModel& model, const PlaybackState& playback) {
-    model.title = TroubleText(playback.trouble);
+    model.title = TroubleText(IsSearchLong(playback) ? PlaybackTrouble::kLookingForMusic : playback.trouble);
+    if (IsSearchLong(playback)) return;
     if (playback.trouble != PlaybackTrouble::kNone || playback.item.kind == PlayItem::Kind::kNone) return;
     model.transport = Transport::kStopped;
     TellNames(model, playback.item);
@@ -168,7 +176,6 @@ PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
         model.transport = channel.paused ? Transport::kPaused : Transport::kPlaying;
         TellSong(model, app);
         TellTimes(model, app.playback, channel.positionSec);
-        if (app.playback.item.kind == PlayItem::Kind::kStation) TellStation(model, app, channel);
         TellNext(model, app, channel.positionSec);
     }
     TellDraw(model, app);

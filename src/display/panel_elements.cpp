@@ -74,7 +74,8 @@ bool Differ(const PanelLook& before, const PanelLook& after) {
 
 bool StatusDiffers(const PanelLook& before, const PanelLook& after) {
     const bool isNews = before.volumeIsNews || after.volumeIsNews;
-    return before.volumeIsNews != after.volumeIsNews || Differ<&Model::transport, &Model::isMuted, &Model::isBuffering>(before, after) ||
+    return before.volumeIsNews != after.volumeIsNews ||
+           Differ<&Model::transport, &Model::isMuted, &Model::isBuffering>(before, after) ||
            (isNews && Differ<&Model::volume>(before, after));
 }
 
@@ -93,7 +94,8 @@ bool MeterDiffers(const PanelLook& before, const PanelLook& after) {
 
 std::string ShuffleTooltip(const PanelModel& model) {
     if (model.relaxed == Relaxation::kHistory) return "Shuffle is on; all songs of this kind were heard lately";
-    return model.shuffle ? "Shuffle is on" : "Shuffle is off";
+    return model.shuffle ? "Shuffle is on; a click plays the songs in order"
+                         : "The songs play in order; a click shuffles";
 }
 
 // What is played although the filter is set.
@@ -111,7 +113,7 @@ std::string UnfilteredText(const PanelModel& model) {
     return "All songs are played, in order";
 }
 
-std::string FilterTooltip(const PanelModel& model) {
+std::string FilterState(const PanelModel& model) {
     const bool favorites = model.filter == FavoriteFilter::kFavorites;
     if (model.filter == FavoriteFilter::kNone) return "All songs are played";
     if (model.filterEffect == FilterEffect::kNotHere) return UnfilteredText(model);
@@ -121,9 +123,21 @@ std::string FilterTooltip(const PanelModel& model) {
     return favorites ? "Only favorites are played" : "Favorites are not played";
 }
 
+std::string FilterTooltip(const PanelModel& model) {
+    switch (model.filter) {
+        case FavoriteFilter::kFavorites:
+            return FilterState(model) + "; a click leaves favorites out";
+        case FavoriteFilter::kOthers:
+            return FilterState(model) + "; a click plays all songs";
+        case FavoriteFilter::kNone:
+            break;
+    }
+    return FilterState(model) + "; a click plays favorites only";
+}
+
 std::string VolumeTooltip(const PanelModel& model) {
     const std::string volume = "Volume " + std::to_string(std::lround(model.volume * 100.0F)) + " %";
-    return volume + (model.isMuted ? ", muted: a click ends that" : "; a click mutes");
+    return volume + (model.isMuted ? ", muted: a click ends that (M)" : "; a click mutes (M)");
 }
 
 std::string RangeTooltip(const PanelModel& model) {
@@ -143,18 +157,20 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
     {.element = PanelElement::kPrevious,
      .box = KeyBox(10.5F, 32.0F),
      .paint = Key<Icon::kPrevious>,
-     .tooltip = [](const Model&) -> std::string { return "Previous song"; },
+     .tooltip = [](const Model&) -> std::string { return "Previous song (Left)"; },
      .command = kPreviousSongCommand},
     {.element = PanelElement::kPlayPause,
      .box = KeyBox(46.5F, 37.0F),
      .paint = PlayPauseKey,
      .differs = Differ<&Model::transport>,
-     .tooltip = [](const Model& m) -> std::string { return m.transport == Transport::kPlaying ? "Pause" : "Play"; },
+     .tooltip = [](const Model& m) -> std::string {
+         return m.transport == Transport::kPlaying ? "Pause (Space)" : "Play (Space)";
+     },
      .command = kPlayPauseCommand},
     {.element = PanelElement::kNext,
      .box = KeyBox(87.5F, 31.0F),
      .paint = Key<Icon::kNext>,
-     .tooltip = [](const Model& m) { return m.next.empty() ? "Next song" : "Next song: " + m.next; },
+     .tooltip = [](const Model& m) { return "Next song (Right)" + (m.next.empty() ? "" : ": " + m.next); },
      .command = kNextSongCommand},
     {.element = PanelElement::kPlaylistBack,
      .box = KeyBox(132.0F, 26.0F),
@@ -181,13 +197,13 @@ constexpr std::array<ElementRow, kElementCount> kElements{{
     {.element = PanelElement::kFavoriteDown,
      .box = KeyBox(272.0F, 26.0F),
      .paint = Key<Icon::kFewer>,
-     .tooltip = [](const Model&) -> std::string { return "Play this song less often"; },
+     .tooltip = [](const Model&) -> std::string { return "Play this song less often (Ctrl+-)"; },
      .command = kFavoriteDownCommand,
      .isEnabled = IsOn},
     {.element = PanelElement::kFavoriteUp,
      .box = KeyBox(302.0F, 26.0F),
      .paint = Key<Icon::kMore>,
-     .tooltip = [](const Model&) -> std::string { return "Play this song more often"; },
+     .tooltip = [](const Model&) -> std::string { return "Play this song more often (Ctrl+=)"; },
      .command = kFavoriteUpCommand,
      .isEnabled = IsOn},
     {.element = PanelElement::kExit,
@@ -283,7 +299,8 @@ bool IsEnabled(const ElementRow& row, const PanelModel& model) {
 }
 
 ControlState StateOf(const ElementRow& row, const PanelLook& look) {
-    return {IsEnabled(row, look.model), look.hover == row.element, look.pressed == row.element};
+    return {IsEnabled(row, look.model), look.hover == row.element, look.pressed == row.element,
+            look.focus == row.element};
 }
 
 bool IsInKnob(const Box& box, DesignPoint place) {
@@ -339,7 +356,9 @@ ElementSet ElementsToRepaint(const PanelLook& before, const PanelLook& after) {
 
 void PaintElement(Brush& brush, const PanelScale& scale, PanelElement element, const PanelLook& look) {
     const ElementRow& row = RowOf(element);
-    row.paint(brush, Frame(scale, row.box), look, StateOf(row, look));
+    const Frame frame(scale, row.box);
+    row.paint(brush, frame, look, StateOf(row, look));
+    if (look.focus == element) PaintFocus(brush, frame, element == PanelElement::kVolume);
 }
 
 }  // namespace hullrider

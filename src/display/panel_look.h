@@ -37,6 +37,7 @@ struct PanelLook {
     LineMotion motion = {};
     std::optional<double> pointed = std::nullopt;  // where the mouse is on the song bar: a place in the song, 0 to 1
     bool volumeIsNews = false;                     // it is being turned
+    std::optional<PanelElement> focus = std::nullopt;  // of the keyboard
 };
 
 }  // namespace hullrider

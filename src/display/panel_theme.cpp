@@ -47,7 +47,7 @@ Rgb Mix(Rgb from, Rgb to, float share) {
 }
 
 double ContrastOf(Rgb a, Rgb b) {
-    const auto [dark, light] = std::minmax(LuminanceOf(a), LuminanceOf(b));
+    const auto [dark, light] = std::minmax({LuminanceOf(a), LuminanceOf(b)});
     return (light + 0.05) / (dark + 0.05);
 }
 

@@ -18,6 +18,16 @@ double SecondsNow() {
     return static_cast<double>(GetTickCount64()) / 1000.0;
 }
 
+std::optional<PanelKey> MeaningOf(WPARAM key, bool isRepeated) {
+    if (GetKeyState(VK_CONTROL) < 0) return std::nullopt;
+    if (key == VK_TAB) return GetKeyState(VK_SHIFT) < 0 ? PanelKey::kBack : PanelKey::kForward;
+    if (key == VK_ESCAPE) return PanelKey::kLeave;
+    if (key == VK_LEFT || key == VK_DOWN) return PanelKey::kLess;
+    if (key == VK_RIGHT || key == VK_UP) return PanelKey::kMore;
+    if (!isRepeated && (key == VK_RETURN || key == VK_SPACE)) return PanelKey::kAct;
+    return std::nullopt;
+}
+
 }  // namespace
 
 void PanelView::Attach(HWND window) {
@@ -40,11 +50,13 @@ void PanelView::Show(const PanelModel& model, const PanelTheme& theme) {
     }
     LetGoOfOldSong(model);
     mouse_.Enable(EnabledElements(model));
+    keys_.Enable(EnabledElements(model));
     const PanelModel before = look_.model;
     PanelLook look = look_;
     look.model = model;
     look.volumeIsNews = volumeNotice_.Follow(model.volume, SecondsNow());
     look.pointed = mouse_.PointedInSong();
+    look.focus = keys_.Focus();
     if (model.title != before.title || UpperLine(look) != UpperLine(look_)) look.motion.shownSec = 0.0;
     Look(look);
     RenewTooltip(before);
@@ -86,6 +98,12 @@ std::optional<LRESULT> PanelView::HandleMessage(UINT message, WPARAM wParam, LPA
         case WM_MOUSEWHEEL:
             OnWheel(wParam);
             return 0;
+        case WM_KEYDOWN:
+            return OnKey(wParam, (HIWORD(lParam) & KF_REPEAT) != 0) ? std::optional<LRESULT>(0) : std::nullopt;
+        case WM_KILLFOCUS:
+            keys_.Leave();
+            FollowFocus();
+            return std::nullopt;
         case WM_NOTIFY:
             if (const NMTTDISPINFOW* const request = tooltips_.Request(lParam)) {
                 tooltips_.Answer(lParam, TooltipOf(static_cast<PanelElement>(request->hdr.idFrom), look_.model));
@@ -168,6 +186,8 @@ void PanelView::OnMouse(UINT message, LPARAM lParam) {
         case WM_LBUTTONDOWN: {
             mouse_.Press(place, static_cast<double>(look_.model.volume));
             if (mouse_.Holds()) SetCapture(window_);
+            keys_.Leave();
+            FollowFocus();
             break;
         }
         case WM_LBUTTONUP: {
@@ -189,6 +209,21 @@ void PanelView::OnMouse(UINT message, LPARAM lParam) {
 void PanelView::OnWheel(WPARAM wParam) {
     const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;
     Act(mouse_.Wheel(notches, static_cast<double>(look_.model.volume)));
+}
+
+bool PanelView::OnKey(WPARAM key, bool isRepeated) {
+    const std::optional<PanelKey> meaning = MeaningOf(key, isRepeated);
+    std::optional<PanelAction> action;
+    if (!meaning || !keys_.Press(*meaning, look_.model, action)) return false;
+    FollowFocus();
+    Act(action);
+    return true;
+}
+
+void PanelView::FollowFocus() {
+    PanelLook look = look_;
+    look.focus = keys_.Focus();
+    Look(look);
 }
 
 void PanelView::FollowMouse() {

@@ -11,6 +11,7 @@
 
 #include "display/meter_ballistics.h"
 #include "display/panel.h"
+#include "display/panel_keys.h"
 #include "display/panel_mouse.h"
 #include "display/panel_painter.h"
 #include "display/panel_tooltips_win.h"
@@ -57,6 +58,8 @@ private:
     void Spoil(const ElementSet& elements);
     void OnMouse(UINT message, LPARAM lParam);
     void OnWheel(WPARAM wParam);
+    bool OnKey(WPARAM key, bool isRepeated);
+    void FollowFocus();
     void FollowMouse();
     void RenewTooltip(const PanelModel& before) const;
     void LetGoOfOldSong(const PanelModel& model);
@@ -76,6 +79,7 @@ private:
     PanelLook look_;
     ElementSet spoilt_;  // elements that are out of date on the surface
     PanelMouse mouse_;
+    PanelKeys keys_;
     MeterBallistics left_, right_;
     VolumeNotice volumeNotice_;
     bool moving_ = false;

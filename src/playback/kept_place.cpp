@@ -35,7 +35,8 @@ void FindPlaceAgain(AppState& app, const KeptPlace& place) {
     if (place.albumFolder.empty()) return;
     for (size_t i = 0; i < app.library.playlists.size(); ++i) {
         const std::vector<Song>& songs = app.library.playlists[i].songs;
-        if (songs.empty() || ToLower(FolderOf(songs.front().songPath)) != place.albumFolder) continue;
+        if (app.library.playlists[i].isQueue || songs.empty()) continue;
+        if (ToLower(FolderOf(songs.front().songPath)) != place.albumFolder) continue;
         selection.currentPlaylist = static_cast<int32_t>(i);
         for (size_t j = 0; j < songs.size(); ++j) {
             if (ToLower(songs[j].songPath) == place.songPath) selection.currentSongInPlaylist = static_cast<int32_t>(j);

@@ -98,6 +98,8 @@ const std::vector<std::function<void(PanelLook&)>> kChanges{
     [](PanelLook& look) { look.model.transport = Transport::kStopped; },
     [](PanelLook& look) { look.model.transport = Transport::kNothing; },
     [](PanelLook& look) { look.model.transport = Transport::kPlaying; },
+    [](PanelLook& look) { look.focus = PanelElement::kVolume; },
+    [](PanelLook& look) { look.focus = PanelElement::kSongBar; },
     [](PanelLook& look) { look.model.next = "Another", look.model.isNextSoon = true; },
     [](PanelLook& look) { look.model.isNextSoon = false; },
     [](PanelLook& look) { look.hover = PanelElement::kNext; },

@@ -64,11 +64,11 @@ TEST_F(PanelTest, AStationShowsItsSongItsNameAndItsStream) {
     station.name = "Jazz FM";
     station.favoriteCount = 2;
     app_.radio.stations = {station};
-    app_.playback.item = {.kind = PlayItem::Kind::kStation,
-                          .type = kInternetRadio,
-                          .address = "http://jazz",
-                          .title = "Jazz FM",
-                          .hasLength = false};
+    PlayItem& item = app_.playback.item;
+    item = {};
+    item.kind = PlayItem::Kind::kStation;
+    item.type = kInternetRadio;
+    item.title = "Jazz FM";
     app_.playback.songLengthSec = 0.0;
     app_.radio.nowPlaying = {kUnknownStation, kUnknownSong, "", ""};
     EXPECT_EQ(At(60.0).title, "Jazz FM");
@@ -178,7 +178,7 @@ TEST_F(PanelTest, TheNextTitleTakesTheAlbumsPlaceAtTheEndOrWhenAskedFor) {
     EXPECT_EQ(UpperLine(look), "Album") << "it is not known yet";
     look.model.next = "Another";
     EXPECT_EQ(UpperLine(look), "NEXT: Another");
-    EXPECT_EQ(TooltipOf(PanelElement::kNext, look.model), "Next song: Another");
+    EXPECT_EQ(TooltipOf(PanelElement::kNext, look.model), "Next song (Right): Another");
     look.hover.reset();
     EXPECT_EQ(UpperLine(look), "Album");
     look.model.isNextSoon = true;
@@ -190,7 +190,7 @@ TEST_F(PanelTest, MuteShowsAndLeavesTheVolumeSet) {
     app_.playback.volume->muted = true;
     EXPECT_TRUE(At(60.0).isMuted);
     EXPECT_NEAR(At(60.0).volume, 0.65F, 1e-6F);
-    EXPECT_EQ(TooltipOf(PanelElement::kVolume, At(60.0)), "Volume 65 %, muted: a click ends that");
+    EXPECT_EQ(TooltipOf(PanelElement::kVolume, At(60.0)), "Volume 65 %, muted: a click ends that (M)");
 }
 
 TEST_F(PanelTest, ASecondLaterOnlyTheTimesAreRepainted) {
@@ -239,14 +239,18 @@ TEST_F(PanelTest, TheFilterSaysWhatIsSo) {
         const char* tooltip;
     };
     const Case table[] = {
-        {kAllSongs, kLibraryMode, true, 1, 9, false, "All songs are played"},
-        {kFavoritesOnly, kLibraryMode, true, 1, 9, true, "Only favorites are played"},
-        {kNoFavorites, kLibraryMode, true, 1, 9, true, "Favorites are not played"},
-        {kFavoritesOnly, kLibraryMode, true, 0, 9, false, "No favorite can be played: all songs are"},
-        {kNoFavorites, kLibraryMode, true, 9, 9, false, "Only favorites can be played: they are"},
-        {kFavoritesOnly, kPlaylistMode, true, 1, 9, false, "All songs of the playlist are played"},
-        {kNoFavorites, kStationMode, true, 1, 9, false, "All that the station has is played"},
-        {kFavoritesOnly, kLibraryMode, false, 1, 9, false, "All songs are played, in order"},
+        {kAllSongs, kLibraryMode, true, 1, 9, false, "All songs are played; a click plays favorites only"},
+        {kFavoritesOnly, kLibraryMode, true, 1, 9, true, "Only favorites are played; a click leaves favorites out"},
+        {kNoFavorites, kLibraryMode, true, 1, 9, true, "Favorites are not played; a click plays all songs"},
+        {kFavoritesOnly, kLibraryMode, true, 0, 9, false,
+         "No favorite can be played: all songs are; a click leaves favorites out"},
+        {kNoFavorites, kLibraryMode, true, 9, 9, false,
+         "Only favorites can be played: they are; a click plays all songs"},
+        {kFavoritesOnly, kPlaylistMode, true, 1, 9, false,
+         "All songs of the playlist are played; a click leaves favorites out"},
+        {kNoFavorites, kStationMode, true, 1, 9, false, "All that the station has is played; a click plays all songs"},
+        {kFavoritesOnly, kLibraryMode, false, 1, 9, false,
+         "All songs are played, in order; a click leaves favorites out"},
     };
     for (const Case& one : table) {
         app_.selection.favoritesFilter = one.filter;

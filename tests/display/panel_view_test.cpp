@@ -168,6 +168,21 @@ TEST_F(PanelViewTest, TheOpenTooltipFollowsTheVolume) {
     EXPECT_NE(IsWindowVisible(tips), 0);
 }
 
+TEST_F(PanelViewTest, TheKeyboardReachesEveryKeyAndLeavesTheRestToTheWindow) {
+    const auto press = [&](WPARAM key) { return view_.HandleMessage(WM_KEYDOWN, key, 1).has_value(); };
+    EXPECT_FALSE(press(VK_SPACE) || press(VK_UP) || press(VK_RETURN)) << "nothing has the focus";
+    const int before = BrightPixels(PanelElement::kPlayPause);
+    EXPECT_TRUE(press(VK_TAB) && press(VK_TAB));
+    Pump(50);
+    EXPECT_GT(BrightPixels(PanelElement::kPlayPause), before + 30);
+    EXPECT_TRUE(press(VK_SPACE));
+    EXPECT_EQ(actions_.back().command, kPlayPauseCommand);
+    EXPECT_FALSE(press(VK_UP));
+    EXPECT_TRUE(press(VK_ESCAPE));
+    Pump(50);
+    EXPECT_EQ(BrightPixels(PanelElement::kPlayPause), before);
+}
+
 TEST_F(PanelViewTest, TheSongGoesWhereItsBarIsLetGoUnlessAnotherSongHasBegun) {
     model_.canSeek = true;
     view_.Show(model_, MakePanelTheme({}));

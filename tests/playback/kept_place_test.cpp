@@ -30,6 +30,12 @@ TEST(KeptPlace, IsFoundAgainByItsPathInAnyCase) {
     FindPlaceAgain(app, place);
     EXPECT_EQ(app.selection.currentPlaylist, 0);
     EXPECT_EQ(app.selection.currentSongInPlaylist, -1);
+
+    // Songs of the same folder are queued.
+    app.library.playlists.push_back(Album({"D:\\Rock\\2.mp3"}));
+    app.library.playlists.back().isQueue = true;
+    FindPlaceAgain(app, place);
+    EXPECT_EQ(app.selection.currentPlaylist, 0);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // The next item is prepared ahead: on an audio library that only keeps time, and a clock that the test moves.
 #include <algorithm>
+#include <set>
 
 #include "playback/listening.h"
 #include "playback/next_up.h"
@@ -204,6 +205,30 @@ TEST_F(PreparingTest, BrokenAndMissingSongsArePassedOverAndRememberedAndTheFiles
     EXPECT_EQ(errors.find(line), errors.rfind(line)) << "once";
     EXPECT_EQ(errors.find("away"), std::string::npos) << "missing files are passed over without a word";
     EXPECT_EQ(app_.history.records.size(), 8U);
+}
+
+TEST_F(PreparingTest, AmongHundredsOfBrokenSongsTheFewGoodOnesAreFoundAndThenDrawnFirst) {
+    std::vector<Song> songs;
+    for (int i = 0; i < 500; ++i) songs.push_back(Write("a/" + std::to_string(i) + ".mp3", "no music"));
+    for (const char* name : {"a/good1.mp3", "a/good2.mp3"}) songs.push_back(Write(name, FakeSong(300.0)));
+    SetLibrary(app_, {songs});
+    PlayNext(app_, picker_);
+    Pass(60s);
+    EXPECT_EQ(Title().substr(0, 4), "good");
+    EXPECT_EQ(app_.playback.trouble, PlaybackTrouble::kNone);
+    std::set<std::string> heard;
+    for (int i = 0; i < 12; ++i) {
+        PlayNext(app_, picker_);
+        Pass(60s);
+        heard.insert(Title());
+    }
+    EXPECT_EQ(heard.size(), 2U);
+    const std::string errors = console_->Errors();
+    int failures = 0;
+    for (size_t at = errors.find("Cannot play "); at != std::string::npos; at = errors.find("Cannot play ", at + 1)) {
+        ++failures;
+    }
+    EXPECT_LE(failures, 500) << "none is tried twice";
 }
 
 TEST_F(PreparingTest, ADriveThatIsBackIsHeardWithTheNextRequest) {

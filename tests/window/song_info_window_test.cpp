@@ -20,6 +20,10 @@ using SongInfoWindow = PlayerWindowTest;
 TEST_F(SongInfoWindow, CopiesWhatItSaysToTheClipboard) {
     folder_.Write("music/\xC3\x81lbum/t\xC3\xB6ne.mp3", ToneWav(440.0, 100.0));
     PlayerProcess& player = StartWithMusic();
+    EXPECT_TRUE(Eventually([&] {  // the play counts after five seconds
+        return folder_.Has("data/MusicLibraryPlayCount.json") &&
+               folder_.Read("data/MusicLibraryPlayCount.json").find(".mp3\":1") != std::string::npos;
+    }));
     Choose(kSongInfoCommand);
     const HWND info = player.WaitForWindow(L"CustomInfoDialogClass", L"Song Information");
     ASSERT_NE(info, nullptr);

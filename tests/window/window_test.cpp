@@ -45,6 +45,21 @@ TEST_F(WindowTest, AWindowLeftOutsideTheScreenComesBackWithItsTitleInSight) {
     EXPECT_EQ(box.right - box.left, 700);
 }
 
+TEST_F(WindowTest, IsNeverTooSmallToBeRead) {
+    folder_.Write("data/ShellOptions.json", R"({"x": 50, "y": 60, "width": 116, "height": 62})");
+    Start();
+    const auto isLargeEnough = [&] {
+        RECT client{};
+        GetClientRect(window_, &client);
+        return client.right >= 400 && client.bottom >= 124;
+    };
+    EXPECT_TRUE(Eventually(isLargeEnough)) << "left so small by an earlier version";
+    for (const auto& [width, height] : {std::pair{1, 1}, {420, 50}, {50, 600}}) {
+        SetWindowPos(window_, nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOMOVE);
+        EXPECT_TRUE(Eventually(isLargeEnough)) << width << " x " << height;
+    }
+}
+
 TEST_F(WindowTest, ShowsWhatPlaysAtEverySizeAndItsKeysWork) {
     folder_.Write("music/Album/tone.mp3", ToneWav(440.0, 60.0));
     PlayerProcess& player = Start({"--music", folder_.At("music")});
