@@ -176,6 +176,7 @@ PanelModel MakePanelModel(const AppState& app, const ChannelReading& channel) {
         model.transport = channel.paused ? Transport::kPaused : Transport::kPlaying;
         TellSong(model, app);
         TellTimes(model, app.playback, channel.positionSec);
+        if (app.playback.item.kind == PlayItem::Kind::kStation) TellStation(model, app, channel);
         TellNext(model, app, channel.positionSec);
     }
     TellDraw(model, app);
