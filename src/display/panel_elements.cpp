@@ -118,7 +118,8 @@ std::string FilterState(const PanelModel& model) {
     if (model.filter == FavoriteFilter::kNone) return "All songs are played";
     if (model.filterEffect == FilterEffect::kNotHere) return UnfilteredText(model);
     if (model.filterEffect == FilterEffect::kNothingPasses) {
-        return favorites ? "No favorite can be played: all songs are" : "Only favorites can be played: they are";
+        return favorites ? "No favorite can be played, so all songs are played"
+                         : "Only favorites can be played, so they are";
     }
     return favorites ? "Only favorites are played" : "Favorites are not played";
 }

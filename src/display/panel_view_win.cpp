@@ -57,7 +57,8 @@ void PanelView::Show(const PanelModel& model, const PanelTheme& theme) {
     look.volumeIsNews = volumeNotice_.Follow(model.volume, SecondsNow());
     look.pointed = mouse_.PointedInSong();
     look.focus = keys_.Focus();
-    if (model.title != before.title || UpperLine(look) != UpperLine(look_)) look.motion.shownSec = 0.0;
+    const bool isOther = model.title != before.title || UpperLine(look) != UpperLine(look_);
+    if (isOther || model.transport == Transport::kStopped) look.motion.shownSec = 0.0;
     Look(look);
     RenewTooltip(before);
     if (model.transport == Transport::kPlaying || !IsMeterAtRest()) StartMotion();
