@@ -172,6 +172,7 @@ int StreamConnection::ErrorOf(const HttpResponse& response) const {
 std::string StreamConnection::Reason(const HttpResponse& response) const {
     if (status_ >= kFirstFailure) return "the server answers with status " + std::to_string(status_);
     if (isText_) return "it is a page or a playlist, not a stream";
+    if (receiver_.leavesConnection_) return "it cannot be decoded";
     if (!response.error.empty()) return response.error;
     return "the server has ended it";
 }

@@ -27,10 +27,21 @@ HGLOBAL ClipboardCopy(std::string_view text) {
     return memory;
 }
 
+// Another program may have it open for a moment.
+bool OpenClipboardSoon(HWND owner) {
+    constexpr int kAttempts = 10;
+    constexpr DWORD kStepMs = 5;
+    for (int attempt = 1; OpenClipboard(owner) == 0; ++attempt) {
+        if (attempt == kAttempts) return false;
+        Sleep(kStepMs);
+    }
+    return true;
+}
+
 }  // namespace
 
 bool CopyToClipboard(HWND owner, std::string_view text) {
-    if (OpenClipboard(owner) == 0) return false;
+    if (!OpenClipboardSoon(owner)) return false;
     EmptyClipboard();
     const HGLOBAL memory = ClipboardCopy(text);
     const bool isTaken = memory != nullptr && SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
