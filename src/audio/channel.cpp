@@ -177,7 +177,7 @@ std::vector<StereoPeak> Channel::PeaksAhead(size_t spanFrames) const {
 bool Channel::ReadyFor(size_t frames) const {
     const Control control = LoadControl();
     if (control.state != RunState::kPlaying) return true;
-    if (lacksInput_.load()) return true;  // time goes on while it waits for the network
+    if (refillFrames_ > 0 && lacksInput_.load()) return true;  // time goes on while it waits for the network
     if (ready_.load() != control.generation || WantsRejoin()) return false;
     return end_.load() != kNoEnd || ring_.Ahead(begin_.load()) >= std::max(frames, refillFrames_);
 }
