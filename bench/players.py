@@ -33,6 +33,7 @@ KINDS = {
     "module": {".mod", ".xm", ".s3m", ".it", ".mtm"},
 }
 CROSSFADE = "crossfade"
+RADIO = "radio"
 CROSSFADE_SECONDS = 8
 EXCERPT_SECONDS = 20
 CROSSFADE_PERIOD = EXCERPT_SECONDS - CROSSFADE_SECONDS  # each song is opened, and faded in, once in this time
@@ -55,7 +56,7 @@ def find_songs(music, kinds):
     """The first song of each kind, in the order of the paths."""
     files = sorted(path for path in music.rglob("*") if path.is_file())
     songs = {}
-    for kind in (kind for kind in kinds if kind != CROSSFADE):
+    for kind in (kind for kind in kinds if kind in KINDS):
         song = next((path for path in files if path.suffix.lower() in KINDS[kind]), None)
         if song is None:
             print(f"no {kind} file below {music}: left out", file=sys.stderr)
@@ -116,6 +117,12 @@ class Ours:
         data.mkdir()
         config = {"soundFontDirectoryPath": str(fonts), "hullriderPath": ""}
         (data / "config.json").write_text(json.dumps(config))
+        if kind == RADIO:
+            stations = [{"name": "radio", "url": (music / kind / "url").read_text()}]
+            (data / "InternetStations.json").write_text(json.dumps(stations))
+            settings = {"rawRadio": 1, "rawMIDI": 0, "rawMP3": 0, "rawTracker": 0, "rawFav": 0}
+            settings |= {"iSongPlayDurationMin": 3600, "iSongPlayDurationMax": 3600}
+            (data / "MusicSettings.json").write_text(json.dumps(settings))
         if kind == CROSSFADE:  # whole songs, faded into each other
             settings = {"songPlayDurationMin": 0, "songPlayDurationMax": 0, "FADE_DURATION_MS": CROSSFADE_SECONDS * 1000}
             (data / "MusicSettings.json").write_text(json.dumps(settings))
@@ -129,7 +136,7 @@ class Mpv:
     def start(self, music, kind, folder, seconds):
         if kind == CROSSFADE:
             raise CannotPlay
-        song = next((music / kind / "album").iterdir())
+        song = (music / kind / "url").read_text() if kind == RADIO else next((music / kind / "album").iterdir())
         options = ["--no-config", "--no-terminal", "--vid=no", "--ao=null", "--loop-file=inf"]
         return start(["mpv", *options, song], folder)
 
@@ -165,19 +172,20 @@ decoder {{
         config.write_text(self.config.format(music=music / kind, folder=folder, font=SOUND_FONT))
         process = start(["mpd", "--no-daemon", config], folder)
         try:
-            self.play(folder / "socket", kind == CROSSFADE)
+            song = (music / kind / "url").read_text() if kind == RADIO else "album"
+            self.play(folder / "socket", song, kind == CROSSFADE)
         except (OSError, RuntimeError) as error:
             print(f"mpd, {kind}: {error}", file=sys.stderr)
             stop(process)
         return process
 
-    def play(self, address, crossfading):
+    def play(self, address, song, crossfading):
         with self.connect(address) as connection, connection.makefile("rw") as stream:
             stream.readline()  # its greeting
             self.ask(stream, "update")
             while any(line.startswith("updating_db") for line in self.ask(stream, "status")):
                 time.sleep(0.05)
-            for command in (f"crossfade {CROSSFADE_SECONDS if crossfading else 0}", "repeat 1", "add album", "play"):
+            for command in (f"crossfade {CROSSFADE_SECONDS if crossfading else 0}", "repeat 1", f"add {song}", "play"):
                 self.ask(stream, command)
             time.sleep(0.5)
             if "state: play" not in self.ask(stream, "status"):
@@ -262,8 +270,10 @@ def measure(player, music, kind, settle, seconds):
     when the player cannot play it."""
     with tempfile.TemporaryDirectory(prefix="players-") as name:
         if isinstance(player, Renderer):
+            if kind != player.kind:
+                return None
             song = next((music / kind / "album").iterdir())
-            return (player.render(song, Path(name)), math.nan, math.nan) if kind == player.kind else None
+            return player.render(song, Path(name)), math.nan, math.nan
         try:
             process = player.start(music, kind, Path(name), settle + seconds)
         except CannotPlay:
@@ -303,7 +313,8 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("music", type=Path, help="folder with songs")
     parser.add_argument("--player", type=Path, help="the console front, hullrider-radio")
-    parser.add_argument("--kinds", nargs="+", choices=[*KINDS, CROSSFADE], default=[*KINDS, CROSSFADE])
+    parser.add_argument("--kinds", nargs="+", choices=[*KINDS, CROSSFADE, RADIO], default=[*KINDS, CROSSFADE])
+    parser.add_argument("--stream", help="URL of a running stream, for the kind \"radio\"")
     parser.add_argument("--seconds", type=float, default=10.0, help="measured in each round")
     parser.add_argument("--settle", type=float, default=3.0, help="left to start up before that")
     parser.add_argument("--rounds", type=int, default=3)
@@ -313,15 +324,21 @@ def main():
     if arguments.player and not os.access(arguments.player, os.X_OK):
         parser.error(f"no such program: {arguments.player}")
 
+    if RADIO in arguments.kinds and not arguments.stream:
+        parser.error("radio needs --stream URL")
+
     install_missing()
     players = ([Ours(arguments.player)] if arguments.player else []) + [Mpd(), Mpv(), *RENDERERS]
     songs = find_songs(arguments.music, KINDS)
-    kinds = [kind for kind in arguments.kinds if kind in songs or kind == CROSSFADE]
+    kinds = [kind for kind in arguments.kinds if kind in songs or kind not in KINDS]
     results = {(kind, player.name): [] for kind in kinds for player in players}
     with tempfile.TemporaryDirectory(prefix="players-music-") as name:
         music = Path(name)
         make_albums(music, songs)
         make_excerpts(music, songs)
+        if RADIO in kinds:
+            (music / RADIO / "album").mkdir(parents=True)
+            (music / RADIO / "url").write_text(arguments.stream)
         for number in range(arguments.rounds):
             for kind in kinds:
                 print(f"round {number + 1} of {arguments.rounds}: {kind}", file=sys.stderr, flush=True)
