@@ -35,7 +35,7 @@ KINDS = {
 CROSSFADE = "crossfade"
 RADIO = "radio"
 CROSSFADE_SECONDS = 8
-EXCERPT_SECONDS = 20
+EXCERPT_SECONDS = 32  # shorter files would not be faded as set
 CROSSFADE_PERIOD = EXCERPT_SECONDS - CROSSFADE_SECONDS  # each song is opened, and faded in, once in this time
 SOUND_FONT = Path("/usr/share/sounds/sf2/TimGM6mb.sf2")
 
@@ -120,14 +120,19 @@ class Ours:
         if kind == RADIO:
             stations = [{"name": "radio", "url": (music / kind / "url").read_text()}]
             (data / "InternetStations.json").write_text(json.dumps(stations))
-            settings = {"rawRadio": 1, "rawMIDI": 0, "rawMP3": 0, "rawTracker": 0, "rawFav": 0}
-            settings |= {"iSongPlayDurationMin": 3600, "iSongPlayDurationMax": 3600}
-            (data / "MusicSettings.json").write_text(json.dumps(settings))
+            self.change_settings(data, iSongPlayDurationMin=3600, iSongPlayDurationMax=3600)
         if kind == CROSSFADE:  # whole songs, faded into each other
-            settings = {"songPlayDurationMin": 0, "songPlayDurationMax": 0, "FADE_DURATION_MS": CROSSFADE_SECONDS * 1000}
-            (data / "MusicSettings.json").write_text(json.dumps(settings))
+            fade_ms = CROSSFADE_SECONDS * 1000
+            self.change_settings(data, songPlayDurationMin=0, songPlayDurationMax=0, FADE_DURATION_MS=fade_ms)
         options = ["--output", "null", "--for", str(int(seconds) + 60), "--data-dir", data, "--music", music / kind]
         return start([self.program, *options], folder)
+
+    def change_settings(self, data, **changes):
+        """In the whole file that the player leaves by itself: it reads no further than to the first missing setting."""
+        subprocess.run([self.program, "--data-dir", data, "--output", "null", "--for", "0"], check=True,
+                       stdin=subprocess.DEVNULL, capture_output=True)
+        path = data / "MusicSettings.json"
+        path.write_text(json.dumps(json.loads(path.read_text()) | changes))
 
 
 class Mpv:
